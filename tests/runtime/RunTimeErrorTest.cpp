@@ -1,0 +1,81 @@
+#include "runtime/RunTimeError.h"
+
+#include "runtime/Support.h"
+
+#include <QSet>
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+TEST(RunTimeError, HasTheStandardDescriptionOfItsNumber)
+{
+    EXPECT_EQ(RunTimeError(errors::kInvalidCall).description(),
+              u"Ugyldig prosedyrekall eller argument"_s);
+    EXPECT_EQ(RunTimeError(errors::kOverflow).description(), u"Overflyt"_s);
+    EXPECT_EQ(RunTimeError(errors::kDivisionByZero).description(), u"Divisjon med null"_s);
+    EXPECT_EQ(RunTimeError(errors::kTypeMismatch).description(), u"Typene stemmer ikke overens"_s);
+    EXPECT_EQ(RunTimeError(errors::kFileNotFound).description(), u"Finner ikke filen"_s);
+    EXPECT_EQ(RunTimeError(errors::kPathAccess).description(),
+              u"Feil ved tilgang til bane eller fil"_s);
+    EXPECT_EQ(RunTimeError(errors::kObjectNotSet).description(),
+              u"Objektvariabelen er ikke satt"_s);
+    EXPECT_EQ(RunTimeError(errors::kInvalidUseOfNull).description(), u"Ugyldig bruk av Null"_s);
+    EXPECT_EQ(RunTimeError(3021).description(), u"Det finnes ingen gjeldende post"_s);
+}
+
+TEST(RunTimeError, TellsItsKnownNumbersApart)
+{
+    const QString generic = RunTimeError(1).description();
+    EXPECT_EQ(generic, u"Programdefinert eller objektdefinert feil"_s);
+    QSet<QString> descriptions;
+    const std::vector<int> known = {5,  6,  7,  9,  11, 13, 52, 53,  55,  57,   58,   61,   62,
+                                    68, 70, 71, 75, 76, 91, 94, 438, 481, 3021, 3265, 3704, 3705};
+    for (const int number : known)
+        descriptions.insert(RunTimeError(number).description());
+    EXPECT_EQ(descriptions.size(), static_cast<qsizetype>(known.size()));
+    EXPECT_FALSE(descriptions.contains(generic));
+}
+
+TEST(RunTimeError, KeepsANumberAndADescriptionOfItsOwn)
+{
+    const RunTimeError error(-2147217900, u"Finner ikke tabellen «Ordre»"_s);
+    EXPECT_EQ(error.number(), -2147217900);
+    EXPECT_EQ(error.description(), u"Finner ikke tabellen «Ordre»"_s);
+    EXPECT_EQ(std::string(error.what()), error.description().toStdString());
+}
+
+TEST(RunTimeError, WhatIsUtf8AndAStandardException)
+{
+    try {
+        throw RunTimeError(3705);
+    } catch (const std::exception &error) {
+        EXPECT_EQ(QString::fromUtf8(error.what()),
+                  u"Operasjonen er ikke tillatt når objektet er åpent"_s);
+    }
+}
+
+TEST(RunTimeError, PassOverGoesOnWithTheVariablesAsTheyStood)
+{
+    int amount = 5;
+    const auto failing = []() -> int { throw RunTimeError(errors::kTypeMismatch); };
+    EXPECT_EQ(passOver([&] { amount = failing(); }), 13);
+    EXPECT_EQ(amount, 5);
+    EXPECT_EQ(passOver([&] { amount = 6; }), 0);
+    EXPECT_EQ(amount, 6);
+}
+
+TEST(RunTimeError, PassOverLetsOtherExceptionsThrough)
+{
+    EXPECT_THROW(passOver([] { throw std::logic_error("a fault of the program"); }),
+                 std::logic_error);
+}
+
+TEST(RunTimeError, AConditionThatFailsEntersItsBranch)
+{
+    EXPECT_TRUE(enters([]() -> bool { throw RunTimeError(errors::kObjectNotSet); }));
+    EXPECT_TRUE(enters([] { return true; }));
+    EXPECT_FALSE(enters([] { return false; }));
+    EXPECT_THROW((void)enters([]() -> bool { throw std::logic_error("a fault"); }),
+                 std::logic_error);
+}
