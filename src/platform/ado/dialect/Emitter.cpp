@@ -1,0 +1,185 @@
+#include "platform/ado/dialect/Emitter.h"
+
+#include "platform/ado/dialect/Errors.h"
+
+namespace ado::dialect {
+
+namespace {
+
+/// True for what has to stand in parentheses inside a larger expression.
+bool isCompound(ExprKind kind)
+{
+    switch (kind) {
+    case ExprKind::Literal:
+    case ExprKind::Null:
+    case ExprKind::Truth:
+    case ExprKind::Column:
+    case ExprKind::DatePart:
+    case ExprKind::Aggregate:
+        return false;
+    default:
+        return true;
+    }
+}
+
+const char *spelling(TokenKind sign)
+{
+    switch (sign) {
+    case TokenKind::Equal:
+        return " = ";
+    case TokenKind::NotEqual:
+        return " <> ";
+    case TokenKind::Less:
+        return " < ";
+    case TokenKind::LessEqual:
+        return " <= ";
+    case TokenKind::Greater:
+        return " > ";
+    case TokenKind::GreaterEqual:
+        return " >= ";
+    case TokenKind::Plus:
+        return " + ";
+    case TokenKind::Minus:
+        return " - ";
+    case TokenKind::Star:
+        return " * ";
+    default:
+        return " / ";
+    }
+}
+
+} // namespace
+
+QByteArray Emitter::condition(const Expr &expr)
+{
+    return spelled(expr);
+}
+
+QByteArray Emitter::assigned(const Expr &expr, const ColumnInfo &column)
+{
+    if (!isAssignable(operandType(expr, m_tokens), column.type))
+        raiseDoesNotFit(tokenOf(expr), column.name);
+    if (expr.kind == ExprKind::Literal)
+        return parameter(expr, column.type, column.width, column.name);
+    if (expr.kind == ExprKind::Null && column.type == DataType::Boolean)
+        return m_writer.truth(false); // a truth value is never Null
+    const QByteArray value = operand(expr, column.type);
+    return column.type == DataType::VarWChar && column.width > 0 ? m_writer.cut(value, column.width)
+                                                                 : value;
+}
+
+QByteArray Emitter::operand(const Expr &expr, DataType wanted)
+{
+    if (expr.kind == ExprKind::Literal)
+        return parameter(expr, wanted == DataType::Empty ? expr.type : wanted);
+    QByteArray sql = spelled(expr);
+    if (isCompound(expr.kind))
+        sql = '(' + sql + ')';
+    return converted(sql, expr.type, wanted);
+}
+
+QByteArray Emitter::converted(const QByteArray &operand, DataType from, DataType to) const
+{
+    if (from == to || from == DataType::Empty || to == DataType::Empty ||
+        (isWhole(from) && isWhole(to)))
+        return operand;
+    return m_writer.convert(operand, from, to);
+}
+
+QByteArray Emitter::comparand(const Expr &expr, DataType type)
+{
+    const QByteArray sql = operand(expr, type);
+    return type == DataType::VarWChar ? m_writer.collated(sql) : sql;
+}
+
+QByteArray Emitter::parameter(const Expr &literal, DataType type, int width, QString column)
+{
+    m_parameters.push_back({literal.token, literal.negative, type, width, std::move(column)});
+    return m_writer.placeHolder(static_cast<int>(m_parameters.size()), type);
+}
+
+QByteArray Emitter::spelled(const Expr &expr)
+{
+    switch (expr.kind) {
+    case ExprKind::Literal:
+        return parameter(expr, expr.type);
+    case ExprKind::Null:
+        return "NULL";
+    case ExprKind::Truth:
+        return m_writer.truth(expr.truth);
+    case ExprKind::Column:
+        return m_writer.column(m_sources[static_cast<size_t>(expr.source)].alias, expr.column->name,
+                               expr.column->type);
+    case ExprKind::Negate:
+        return '-' + operand(*expr.arguments.front(), expr.type);
+    case ExprKind::Not:
+        return "NOT " + operand(*expr.arguments.front());
+    case ExprKind::And:
+        return chain(expr, " AND ");
+    case ExprKind::Or:
+        return chain(expr, " OR ");
+    case ExprKind::Compare:
+    case ExprKind::In:
+    case ExprKind::Between:
+        return compared(expr);
+    case ExprKind::Arithmetic:
+        return arithmetic(expr);
+    case ExprKind::IsNull:
+        return operand(*expr.arguments.front()) + (expr.negative ? " IS NOT NULL" : " IS NULL");
+    case ExprKind::DatePart:
+        return m_writer.datePart(expr.part, operand(*expr.arguments.front()));
+    case ExprKind::Aggregate:
+        break;
+    }
+    return aggregate(expr);
+}
+
+// A long chain has no parentheses in its left end: databases limit their nesting.
+QByteArray Emitter::chain(const Expr &expr, const char *sign)
+{
+    const Expr &left = *expr.arguments[0];
+    QByteArray sql = left.kind == expr.kind ? spelled(left) : operand(left);
+    sql += sign;
+    return sql += operand(*expr.arguments[1]);
+}
+
+QByteArray Emitter::compared(const Expr &expr)
+{
+    const DataType type = expr.operandType;
+    QByteArray sql = comparand(*expr.arguments[0], type);
+    if (expr.kind == ExprKind::Compare)
+        return sql + spelling(tokenOf(expr).kind) + operand(*expr.arguments[1], type);
+    if (expr.negative)
+        sql += " NOT";
+    const bool between = expr.kind == ExprKind::Between;
+    sql += between ? " BETWEEN " : " IN (";
+    for (size_t i = 1; i < expr.arguments.size(); ++i) {
+        if (i > 1)
+            sql += between ? " AND " : ", ";
+        sql += operand(*expr.arguments[i], type);
+    }
+    return between ? sql : sql + ')';
+}
+
+QByteArray Emitter::arithmetic(const Expr &expr)
+{
+    const Expr &left = *expr.arguments[0];
+    const Expr &right = *expr.arguments[1];
+    const TokenKind sign = tokenOf(expr).kind;
+    const auto types =
+        arithmeticTypes(sign, operandType(left, m_tokens), operandType(right, m_tokens));
+    QByteArray sql = operand(left, types->left);
+    sql += spelling(sign);
+    return sql += operand(right, types->right);
+}
+
+QByteArray Emitter::aggregate(const Expr &expr)
+{
+    if (expr.arguments.empty())
+        return "COUNT(*)";
+    const Expr &argument = *expr.arguments.front();
+    const DataType type = expr.aggregate == Aggregate::Count ? argument.type : expr.operandType;
+    return m_writer.aggregate(expr.aggregate, operand(argument, type), type);
+}
+
+} // namespace ado::dialect

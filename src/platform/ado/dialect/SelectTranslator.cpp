@@ -1,0 +1,315 @@
+#include "platform/ado/dialect/SelectTranslator.h"
+
+#include "platform/ado/dialect/Errors.h"
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace ado::dialect {
+
+namespace {
+
+constexpr int kFirstComputed = 1000; // computed columns without alias are Expr1000, Expr1001 …
+
+/// The name that a result column carries; empty for a computed one without alias.
+QStringView resultName(const SelectItem &item)
+{
+    if (!item.alias.isEmpty())
+        return item.alias;
+    return item.expr->column ? QStringView(item.expr->column->name) : QStringView();
+}
+
+// Some databases look for a sum in the result only, before they know what the query is.
+[[noreturn]] void raiseNotSummed(const Token &at)
+{
+    raiseSyntax(at, u"det trengs GROUP BY eller en sumfunksjon i resultatet"_s);
+}
+
+} // namespace
+
+SelectTranslator::SelectTranslator(const std::vector<Token> &tokens, const Catalog &catalog,
+                                   const Writer &writer)
+    : m_tokens(tokens), m_catalog(catalog), m_writer(writer), m_binder(tokens, m_sources),
+      m_emitter(tokens, m_sources, writer, m_translation.parameters)
+{
+}
+
+Translation SelectTranslator::translate(Select &query)
+{
+    m_translation.kind = StatementKind::Select;
+    QByteArray tables;
+    for (const std::unique_ptr<FromItem> &item : query.from)
+        tables += (tables.isEmpty() ? "" : ", ") + from(*item, !tables.isEmpty());
+    expandStars(query);
+    bindAll(query);
+    const bool grouped = !query.groupBy.empty() || query.having || m_binder.hasAggregate();
+    if (grouped)
+        checkGrouping(query);
+    describe(query, !grouped && !query.distinct);
+
+    QByteArray &sql = m_translation.sql;
+    sql = query.distinct ? "SELECT DISTINCT " : "SELECT ";
+    sql += itemList(query) + " FROM " + tables;
+    if (query.where)
+        sql += " WHERE " + m_emitter.condition(*query.where);
+    QByteArrayList groups;
+    for (const ExprPtr &group : query.groupBy) {
+        const QByteArray operand = m_emitter.operand(*group);
+        groups += group->type == DataType::VarWChar ? m_writer.collated(operand) : operand;
+    }
+    if (!groups.isEmpty())
+        sql += " GROUP BY " + groups.join(", ");
+    if (query.having)
+        sql += " HAVING " + m_emitter.condition(*query.having);
+    if (query.orderBy.empty() && !m_writer.keepsOrder(m_sources.size() > 1))
+        sql += query.distinct || grouped ? orderByValues(query, groups) : orderByKey();
+    else
+        sql += orderList(query);
+    return std::move(m_translation);
+}
+
+// Databases read a chain of joins from the left as the dialect does, so only a join on the right of
+// another, or behind a comma, keeps its parentheses.
+QByteArray SelectTranslator::from(FromItem &item, bool grouped)
+{
+    if (!item.left)
+        return tableSource(item);
+    const size_t first = m_sources.size();
+    QByteArray sql = from(*item.left, false);
+    sql += item.join == JoinKind::Inner  ? " INNER JOIN "
+           : item.join == JoinKind::Left ? " LEFT JOIN "
+                                         : " RIGHT JOIN ";
+    sql += from(*item.right, true);
+    m_binder.bindCondition(*item.on, first);
+    sql += " ON " + m_emitter.condition(*item.on);
+    return grouped ? '(' + sql + ')' : sql;
+}
+
+QByteArray SelectTranslator::tableSource(const FromItem &item)
+{
+    const Name &name = item.table.table;
+    const Token &token = m_tokens[static_cast<size_t>(name.token)];
+    const TableInfo *table = m_catalog.table(name.text);
+    if (!table)
+        raiseNoSuchTable(name.text, token);
+    const bool renamed = item.table.alias.compare(table->name, Qt::CaseInsensitive) != 0;
+    const QStringView alias = renamed ? item.table.alias : QStringView(table->name);
+    for (const Source &source : m_sources) {
+        if (alias.compare(source.alias, Qt::CaseInsensitive) == 0)
+            raiseSyntax(token, u"«%1» står to ganger blant tabellene"_s.arg(alias));
+    }
+    m_sources.push_back({alias, table});
+    const QByteArray sql = Writer::name(table->name);
+    return renamed ? sql + " AS " + Writer::name(alias) : sql;
+}
+
+void SelectTranslator::expandStars(Select &query) const
+{
+    std::vector<SelectItem> items;
+    for (SelectItem &item : query.items) {
+        if (item.expr) {
+            items.push_back(std::move(item));
+            continue;
+        }
+        const Name &wanted = item.qualifier;
+        bool found = false;
+        for (size_t i = 0; i < m_sources.size(); ++i) {
+            if (!wanted.text.isEmpty() &&
+                wanted.text.compare(m_sources[i].alias, Qt::CaseInsensitive) != 0)
+                continue;
+            found = true;
+            appendColumnsOf(items, i, wanted.token);
+        }
+        if (!found)
+            raiseNoSuchTable(wanted.text, m_tokens[static_cast<size_t>(wanted.token)]);
+    }
+    query.items = std::move(items);
+}
+
+void SelectTranslator::appendColumnsOf(std::vector<SelectItem> &items, size_t source,
+                                       int token) const
+{
+    for (const ColumnInfo &column : m_sources[source].table->columns) {
+        SelectItem item;
+        item.expr = std::make_unique<Expr>();
+        item.expr->kind = ExprKind::Column;
+        item.expr->token = token;
+        item.expr->qualifier = m_sources[source].alias;
+        item.expr->name = column.name;
+        items.push_back(std::move(item));
+    }
+}
+
+void SelectTranslator::bindAll(Select &query)
+{
+    if (query.where)
+        m_binder.bindCondition(*query.where);
+    for (const SelectItem &item : query.items) {
+        m_binder.bindResult(*item.expr);
+        if (query.distinct)
+            m_binder.requireComparable(*item.expr);
+    }
+    for (const ExprPtr &group : query.groupBy) {
+        m_binder.bindPlain(*group);
+        m_binder.requireComparable(*group);
+        // A database may take a constant there for the number of a result column.
+        if (!dependsOnRows(*group))
+            raiseSyntax(m_binder.tokenOf(*group));
+    }
+    const bool summed = !query.groupBy.empty() || m_binder.hasAggregate();
+    if (query.having) {
+        m_binder.bindResult(*query.having);
+        m_binder.requireCondition(*query.having);
+        if (!summed)
+            raiseNotSummed(m_binder.tokenOf(*query.having));
+    }
+    bindOrder(query);
+    if (!summed && m_binder.hasAggregate())
+        raiseNotSummed(m_binder.tokenOf(*query.orderBy.front().expr));
+}
+
+void SelectTranslator::bindOrder(Select &query)
+{
+    for (const OrderItem &item : query.orderBy) {
+        Expr &expr = *item.expr;
+        // The name of a result column comes before that of a table's column.
+        if (resultNumber(expr, query) > 0)
+            continue;
+        m_binder.bindResult(expr);
+        m_binder.requireComparable(expr);
+        if (!dependsOnRows(expr))
+            raiseSyntax(m_binder.tokenOf(expr));
+        if (query.distinct && resultNumber(expr, query) == 0)
+            raiseSyntax(m_binder.tokenOf(expr),
+                        u"med DISTINCT kan det bare sorteres etter felt i resultatet"_s);
+    }
+}
+
+/// The number, from 1, of the result column that an item of ORDER BY means; 0 for none.
+int SelectTranslator::resultNumber(const Expr &expr, const Select &query) const
+{
+    const bool bound = expr.column || expr.type != DataType::Empty;
+    const bool mayBeName = expr.kind == ExprKind::Column && expr.qualifier.isEmpty();
+    const Expr *named = nullptr;
+    int number = 0;
+    for (size_t i = 0; i < query.items.size(); ++i) {
+        const SelectItem &item = query.items[i];
+        if (bound) {
+            if (isSame(expr, *item.expr, m_tokens))
+                return static_cast<int>(i) + 1;
+        } else if (mayBeName && expr.name.compare(resultName(item), Qt::CaseInsensitive) == 0) {
+            if (named && !isSame(*named, *item.expr, m_tokens))
+                return 0; // left to the tables to tell
+            if (!named)
+                number = static_cast<int>(i) + 1;
+            named = item.expr.get();
+        }
+    }
+    if (named)
+        m_binder.requireComparable(*named);
+    return number;
+}
+
+void SelectTranslator::checkGrouping(const Select &query) const
+{
+    for (const SelectItem &item : query.items)
+        m_binder.requireGrouped(*item.expr, query.groupBy);
+    if (query.having)
+        m_binder.requireGrouped(*query.having, query.groupBy);
+    for (const OrderItem &item : query.orderBy) {
+        if (resultNumber(*item.expr, query) == 0)
+            m_binder.requireGrouped(*item.expr, query.groupBy);
+    }
+}
+
+void SelectTranslator::describe(const Select &query, bool updatable)
+{
+    int computed = kFirstComputed;
+    for (const SelectItem &item : query.items) {
+        const Expr &expr = *item.expr;
+        ResultColumn result;
+        result.name = resultName(item).toString();
+        if (result.name.isEmpty())
+            result.name = u"Expr%1"_s.arg(computed++);
+        result.type = expr.type == DataType::Empty ? DataType::VarWChar : expr.type;
+        if (expr.column) {
+            result.width = expr.column->width;
+            result.key = expr.column->key;
+            result.baseColumn = expr.column->name;
+        } else if (expr.kind == ExprKind::Aggregate && expr.type == DataType::VarWChar &&
+                   expr.arguments.front()->column) {
+            result.width = expr.arguments.front()->column->width;
+        }
+        m_translation.columns.push_back(std::move(result));
+    }
+    if (updatable && m_sources.size() == 1)
+        m_translation.baseTable = m_sources.front().table->name;
+}
+
+QByteArray SelectTranslator::itemList(const Select &query)
+{
+    QByteArray sql;
+    for (const SelectItem &item : query.items) {
+        QByteArray operand = m_emitter.operand(*item.expr);
+        if (query.distinct && item.expr->type == DataType::VarWChar)
+            operand = m_writer.collated(operand);
+        if (!sql.isEmpty())
+            sql += ", ";
+        sql += m_writer.resultItem(operand, item.expr->type);
+    }
+    return sql;
+}
+
+/// By the keys of the tables, the last of several left out, spelled so that an index gives the
+/// order.
+QByteArray SelectTranslator::orderByKey() const
+{
+    const size_t tables = std::max<size_t>(m_sources.size() - 1, 1);
+    QByteArray sql;
+    for (size_t i = 0; i < tables; ++i) {
+        const Source &source = m_sources[i];
+        const qsizetype before = sql.size();
+        for (const ColumnInfo &column : source.table->columns) {
+            if (column.key)
+                sql += (sql.isEmpty() ? " ORDER BY " : ", ") +
+                       m_writer.column(source.alias, column.name, column.type);
+        }
+        if (sql.size() == before)
+            break; // behind a table without a key no order would hold
+    }
+    return sql;
+}
+
+/// By the distinct rows of the result, or by its groups.
+QByteArray SelectTranslator::orderByValues(const Select &query, QByteArrayList groups) const
+{
+    if (query.distinct) {
+        groups.clear();
+        for (size_t i = 1; i <= query.items.size(); ++i)
+            groups += QByteArray::number(static_cast<int>(i));
+    }
+    for (QByteArray &group : groups)
+        group = m_writer.orderItem(group, false);
+    return groups.isEmpty() ? QByteArray() : " ORDER BY " + groups.join(", ");
+}
+
+QByteArray SelectTranslator::orderList(const Select &query)
+{
+    QByteArray sql;
+    for (const OrderItem &item : query.orderBy) {
+        const int number = resultNumber(*item.expr, query);
+        const Expr &meant =
+            number > 0 ? *query.items[static_cast<size_t>(number) - 1].expr : *item.expr;
+        QByteArray operand =
+            number > 0 ? QByteArray::number(number) : m_emitter.operand(*item.expr);
+        if (meant.type == DataType::VarWChar)
+            operand = m_writer.collated(operand);
+        sql += sql.isEmpty() ? " ORDER BY " : ", ";
+        sql += m_writer.orderItem(operand, item.descending);
+    }
+    return sql;
+}
+
+} // namespace ado::dialect

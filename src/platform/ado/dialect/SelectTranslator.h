@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/ado/dialect/Emitter.h"
+
+#include <QByteArrayList>
+
+namespace ado::dialect {
+
+/// Translates queries. Use one for one query; the constructor's arguments must outlive it.
+class SelectTranslator
+{
+public:
+    SelectTranslator(const std::vector<Token> &tokens, const Catalog &catalog,
+                     const Writer &writer);
+
+    /// `query` is annotated on the way.
+    [[nodiscard]] Translation translate(Select &query);
+
+private:
+    QByteArray from(FromItem &item, bool grouped);
+    QByteArray tableSource(const FromItem &item);
+    void expandStars(Select &query) const;
+    void appendColumnsOf(std::vector<SelectItem> &items, size_t source, int token) const;
+    void bindAll(Select &query);
+    void checkGrouping(const Select &query) const;
+    void describe(const Select &query, bool updatable);
+    QByteArray itemList(const Select &query);
+    QByteArray orderList(const Select &query);
+    QByteArray orderByKey() const;
+    QByteArray orderByValues(const Select &query, QByteArrayList groups) const;
+    int resultNumber(const Expr &expr, const Select &query) const;
+    void bindOrder(Select &query);
+
+    const std::vector<Token> &m_tokens;
+    const Catalog &m_catalog;
+    const Writer &m_writer;
+    std::vector<Source> m_sources;
+    Translation m_translation;
+    Binder m_binder;
+    Emitter m_emitter;
+};
+
+} // namespace ado::dialect

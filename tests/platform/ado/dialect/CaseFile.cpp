@@ -1,0 +1,109 @@
+#include "platform/ado/dialect/CaseFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace ado::dialect::test {
+
+namespace {
+
+class Reader
+{
+public:
+    explicit Reader(const QString &path) : m_path(path) {}
+
+    std::vector<CaseStep> read()
+    {
+        QFile file(m_path);
+        if (!file.open(QIODevice::ReadOnly))
+            fail("cannot be read");
+        QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
+        lines += QString(); // ends the last step
+        QStringList step;
+        for (const QString &line : lines) {
+            ++m_line;
+            if (line.startsWith(u"# "))
+                continue;
+            if (!line.trimmed().isEmpty()) {
+                step += line;
+                continue;
+            }
+            if (!step.isEmpty())
+                add(step);
+            step.clear();
+        }
+        return std::move(m_steps);
+    }
+
+private:
+    [[noreturn]] void fail(const std::string &why) const
+    {
+        throw std::runtime_error(m_path.toStdString() + ':' + std::to_string(m_line) + ": " + why);
+    }
+
+    void add(QStringList &lines)
+    {
+        const QString head = lines.takeFirst();
+        const QString word = head.section(u' ', 0, 0);
+        const QString rest = head.section(u' ', 1);
+        CaseStep step;
+        step.file = QFileInfo(m_path).fileName();
+        step.line = m_line - static_cast<int>(lines.size()) - 1;
+        if (word == u"include"_s) {
+            const std::vector<CaseStep> included =
+                Reader(QFileInfo(m_path).path() + u'/' + rest).read();
+            m_steps.insert(m_steps.end(), included.begin(), included.end());
+            return;
+        }
+        if (word == u"run"_s) {
+            step.kind = CaseStep::Kind::Run;
+            step.statements = lines;
+        } else if (word == u"error"_s) {
+            step.kind = CaseStep::Kind::Error;
+            step.number = rest.section(u' ', 0, 0).toInt();
+            step.text = rest.section(u' ', 1);
+            step.statements = lines;
+        } else if (word == u"query"_s) {
+            step.kind = CaseStep::Kind::Query;
+            step.unordered = rest == u"unordered"_s;
+            splitExpected(lines, step);
+        } else if (word == u"schema"_s) {
+            step.kind = CaseStep::Kind::Schema;
+            step.table = rest;
+            step.expected = lines;
+        } else {
+            fail("unknown step \"" + word.toStdString() + '"');
+        }
+        const bool single =
+            step.kind == CaseStep::Kind::Error || step.kind == CaseStep::Kind::Query;
+        if (single && step.statements.size() != 1)
+            fail("one statement expected");
+        m_steps.push_back(std::move(step));
+    }
+
+    void splitExpected(const QStringList &lines, CaseStep &step) const
+    {
+        const qsizetype mark = lines.indexOf(u"----"_s);
+        if (mark < 0 || mark + 1 == lines.size())
+            fail("\"----\" and the columns expected");
+        step.statements = lines.first(mark);
+        step.expected = lines.sliced(mark + 1);
+    }
+
+    QString m_path;
+    int m_line = 0;
+    std::vector<CaseStep> m_steps;
+};
+
+} // namespace
+
+std::vector<CaseStep> readCaseFile(const QString &path)
+{
+    return Reader(path).read();
+}
+
+} // namespace ado::dialect::test

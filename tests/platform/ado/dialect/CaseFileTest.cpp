@@ -1,0 +1,60 @@
+#include "platform/ado/dialect/CaseFile.h"
+
+#include "platform/ado/dialect/Fixture.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <stdexcept>
+
+namespace ado::dialect::test {
+
+namespace {
+
+class CaseFileTest : public testing::Test
+{
+protected:
+    QString written(const QString &name, const QByteArray &text)
+    {
+        QFile file(m_folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        return file.fileName();
+    }
+
+    QTemporaryDir m_folder;
+};
+
+} // namespace
+
+TEST_F(CaseFileTest, ReadsEveryKindOfStep)
+{
+    written(u"tables"_s, "run\nA\n");
+    const std::vector<CaseStep> steps = readCaseFile(
+        written(u"x.test"_s, "# comment\ninclude tables\n\nrun\nB\nC\n\nerror -5 some text\nD\n\n"
+                             "query unordered\nE\n----\na:3\n1\n2\n\nschema T\na:3:0"));
+    ASSERT_EQ(steps.size(), 5u);
+    EXPECT_EQ(steps[0].statements, QStringList{u"A"_s});
+    EXPECT_EQ(steps[0].file, u"tables"_s);
+    EXPECT_EQ(steps[1].statements, (QStringList{u"B"_s, u"C"_s}));
+    EXPECT_EQ(steps[1].line, 4);
+    EXPECT_EQ(steps[2].kind, CaseStep::Kind::Error);
+    EXPECT_EQ(steps[2].number, -5);
+    EXPECT_EQ(steps[2].text, u"some text"_s);
+    EXPECT_EQ(steps[3].statements, QStringList{u"E"_s});
+    EXPECT_EQ(steps[3].expected, (QStringList{u"a:3"_s, u"1"_s, u"2"_s}));
+    EXPECT_TRUE(steps[3].unordered);
+    EXPECT_EQ(steps[4].table, u"T"_s);
+    EXPECT_EQ(steps[4].expected, QStringList{u"a:3:0"_s});
+}
+
+TEST_F(CaseFileTest, RefusesWhatItDoesNotUnderstand)
+{
+    EXPECT_THROW(readCaseFile(m_folder.filePath(u"none"_s)), std::runtime_error);
+    EXPECT_THROW(readCaseFile(written(u"a"_s, "what\nA\n")), std::runtime_error);
+    EXPECT_THROW(readCaseFile(written(u"b"_s, "query\nA\n")), std::runtime_error);
+    EXPECT_THROW(readCaseFile(written(u"c"_s, "query\nA\nB\n----\na:3\n")), std::runtime_error);
+    EXPECT_THROW(readCaseFile(written(u"d"_s, "error -1\nA\nB\n")), std::runtime_error);
+}
+
+} // namespace ado::dialect::test
