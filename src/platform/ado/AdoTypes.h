@@ -1,0 +1,45 @@
+#pragma once
+
+#include "runtime/Value.h"
+
+/// The named values of the database interface; the numbers are its published ones.
+namespace ado {
+
+enum class CursorLocation { Server = 2, Client = 3 };
+enum class CursorType { ForwardOnly = 0, Keyset = 1, Dynamic = 2, Static = 3 };
+enum class LockType { ReadOnly = 1, Pessimistic = 2, Optimistic = 3, BatchOptimistic = 4 };
+enum class ObjectState { Closed = 0, Open = 1 };
+enum class SchemaList { Columns = 4 };
+enum class AffectRecords { Current = 1, All = 3 };
+
+/// Options of a command, joined by addition; Unspecified stands alone.
+namespace options {
+inline constexpr int kUnspecified = -1;
+inline constexpr int kText = 1;
+inline constexpr int kNoRecords = 128;
+} // namespace options
+
+/// Numbers of the database errors.
+namespace errors {
+inline constexpr int kSyntax = -2147217900;       ///< statement not understood, or refused
+inline constexpr int kNoSuchTable = -2147217865;  ///< unknown table
+inline constexpr int kNoSuchColumn = -2147217904; ///< unknown column
+inline constexpr int kTableExists = -2147217857;  ///< the table to create is there already
+inline constexpr int kColumnExists = -2147217858; ///< the column to add is there already
+inline constexpr int kTypeMismatch = -2147217913; ///< value does not fit the column's type
+inline constexpr int kOutOfRange = -2147217887;   ///< number outside the column's range
+inline constexpr int kIntegrity = -2147217873;    ///< a constraint refused the change
+inline constexpr int kNoPermission = -2147217911; ///< read-only file or missing right
+inline constexpr int kRowNotFound = -2147217864;  ///< no row hit by a write-back
+inline constexpr int kTimeout = -2147217871;      ///< the database stayed locked
+inline constexpr int kUnspecified = -2147467259;  ///< everything else, opening included
+inline constexpr int kNoCurrentRow = 3021;        ///< BOF or EOF is true
+inline constexpr int kInvalidArgument = 3001;
+inline constexpr int kNoSuchItem = 3265;  ///< no field of that name or number
+inline constexpr int kReadOnlySet = 3251; ///< the record set's lock type forbids it
+inline constexpr int kObjectClosed = 3704;
+inline constexpr int kObjectOpen = 3705;
+inline constexpr int kNoConnection = 3709;
+} // namespace errors
+
+} // namespace ado

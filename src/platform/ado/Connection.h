@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/ado/AdoTypes.h"
+#include "runtime/Ref.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace ado {
+
+class Recordset;
+class Session;
+
+/// A connection to a data source. It is cheap to open: the session under it comes from a pool and
+/// goes back to it, clean, on close. Copies are not made; a Recordset may share it while attached.
+/// All operations raise RunTimeError with a number of ado::errors; none leaves a half-open state.
+class Connection
+{
+public:
+    Connection();
+    /// Rolls back an open transaction and closes.
+    ~Connection();
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
+
+    /// Keyword=value pairs parted by ";"; "dsn" names the data source.
+    void setConnectionString(const QString &text) { m_connectionString = text; }
+    [[nodiscard]] const QString &connectionString() const { return m_connectionString; }
+    void setCursorLocation(CursorLocation location) { m_cursorLocation = location; }
+    [[nodiscard]] CursorLocation cursorLocation() const { return m_cursorLocation; }
+    [[nodiscard]] ObjectState state() const;
+
+    /// Opens the data source. A non-empty `connectionString` replaces the property; a non-empty
+    /// user or password wins over those in the text. Error 3705 when open already; kUnspecified
+    /// when the source cannot be reached or is no database.
+    void open(const QString &connectionString = {}, const QString &user = {},
+              const QString &password = {}, int options = options::kUnspecified);
+    /// Error 3704 when closed. An open transaction is rolled back.
+    void close();
+
+    /// Error 3704 when closed; kUnspecified when the transaction state does not allow it.
+    void beginTrans();
+    void commitTrans();
+    void rollbackTrans();
+
+    /// Runs exactly one statement in the desktop dialect; rows that it returns are dropped.
+    void execute(const QString &statement, int options = options::kUnspecified);
+
+    /// The columns of all tables, one row each: TABLE_NAME, COLUMN_NAME, ORDINAL_POSITION,
+    /// DATA_TYPE (small integer, a DataType code), CHARACTER_MAXIMUM_LENGTH, with names in the case
+    /// in which they were created; tables by name, columns by position.
+    [[nodiscard]] Ref<Recordset> openSchema(SchemaList list);
+
+private:
+    friend class Recordset;
+    Session &session() const; // 3704 when closed
+
+    QString m_connectionString;
+    CursorLocation m_cursorLocation = CursorLocation::Server;
+    std::shared_ptr<Session> m_session;
+    bool m_inTransaction = false;
+};
+
+} // namespace ado

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/ado/ConnectionString.h"
+
+#include <QMap>
+#include <QString>
+
+#include <memory>
+
+namespace ado {
+
+class Session;
+
+/// The place that a connection string names: which kind of database, and where.
+struct DataSource
+{
+    enum class Kind { SqliteFile, PostgresServer };
+
+    Kind kind = Kind::SqliteFile;
+    QString location; ///< of a SqliteFile: the absolute path
+    QMap<QString, QString>
+        server;  ///< of a PostgresServer: libpq's keywords, the password among them
+    QString key; ///< the same for all connection strings that may share a session
+};
+
+/// Finds out what the keyword "dsn" names:
+///   postgresql:// or postgres:// and what follows      the database on a PostgreSQL server
+///   an existing file, or anything with a slash in it    a SQLite file, from the current folder
+///   anything else                                       a data source of an odbc.ini (see
+///   OdbcIni.h),
+///       whose Driver is one for SQLite (Database is the file) or PostgreSQL (Database, Servername
+///       or Server, Port, UserName, UID or User, Password or PWD, SSLmode)
+/// User and password of the connection string (uid or user, pwd or password) win over those found
+/// there. Raises kUnspecified when there is no "dsn" and when its name leads nowhere. Nothing is
+/// opened.
+[[nodiscard]] DataSource resolve(const ConnectionString &connectionString);
+
+/// A new session with the source. Raises kUnspecified when it cannot be reached or is no database.
+[[nodiscard]] std::unique_ptr<Session> openSession(const DataSource &source);
+
+} // namespace ado

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/ado/RowSet.h"
+#include "platform/ado/dialect/Translator.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace ado {
+
+/// One open session with a database: what a provider has to offer. A session belongs to one
+/// Connection (or lies in the pool) at a time. Every operation raises RunTimeError with a number of
+/// ado::errors and a Norwegian text without secrets.
+class Session
+{
+public:
+    virtual ~Session() = default;
+
+    /// Starts a transaction; it takes no lock before its first statement. The caller begins no
+    /// second one, and commits or rolls back only what it has begun.
+    virtual void begin() = 0;
+    /// Raises, too, when the database has given the transaction up on its own (a full disk).
+    virtual void commit() = 0;
+    virtual void rollback() = 0;
+
+    /// Runs one statement of the desktop dialect and drops its rows.
+    virtual void execute(QStringView statement) = 0;
+    /// Runs one statement of the desktop dialect and returns its rows; a statement without rows
+    /// returns a set without columns.
+    virtual RowSet query(QStringView statement) = 0;
+    /// Writes the changed columns of the given changed rows back to the base table, a row found by
+    /// its key; outside a transaction all of them or none. The rows are accepted when all are
+    /// written. Raises kRowNotFound for a row that is gone, kSyntax for a set without the key of
+    /// its one table.
+    virtual void writeBack(RowSet &rows, const std::vector<int> &changedRows) = 0;
+    /// Adds all rows of `rows` to a table at once, each value to the column of its name, those of a
+    /// counter too, which is moved on behind them. All rows or none. Raises kNoSuchTable, and what a
+    /// refused row raises.
+    virtual void append(QStringView table, const RowSet &rows) = 0;
+    /// The tables as they are now; valid until the next call on the session.
+    virtual const dialect::Catalog &catalog() = 0;
+
+    /// Makes the session fit for the next owner: rolled back, nothing pending, no identity left.
+    /// False when it cannot be used again.
+    virtual bool reset() noexcept = 0;
+    /// False when an idle session no longer stands on the source that it was opened on.
+    virtual bool usable() noexcept = 0;
+};
+
+} // namespace ado

@@ -1,0 +1,164 @@
+#include "platform/ado/postgres/PostgresConnect.h"
+
+#include "platform/ado/AdoTypes.h"
+#include "platform/ado/postgres/PostgresError.h"
+
+#include <QDeadlineTimer>
+#include <QRegularExpression>
+
+#include <libpq-fe.h>
+
+#include <memory>
+#include <poll.h>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace ado {
+
+namespace {
+
+constexpr int kConnectTimeout = 9; // seconds, all addresses of the server together
+
+struct Default
+{
+    QLatin1StringView keyword;
+    QLatin1StringView value;
+};
+
+// A keyword of the connection string comes before its default.
+constexpr Default kDefaults[] = {
+    {"application_name"_L1, "Strekkbok Regningsdel"_L1},
+    // A server that has vanished without a farewell is noticed within ten seconds.
+    {"keepalives_idle"_L1, "5"_L1},
+    {"keepalives_interval"_L1, "2"_L1},
+    {"keepalives_count"_L1, "2"_L1},
+    {"tcp_user_timeout"_L1, "9000"_L1},
+};
+
+// What the session relies on, whatever the server or the role has; the connection string may still
+// say otherwise.
+constexpr QLatin1StringView kSettings = "-c lock_timeout=8000 -c standard_conforming_strings=on "
+                                        "-c extra_float_digits=1 "
+                                        "-c default_transaction_isolation=read\\ committed"_L1;
+
+QMap<QString, QString> completed(QMap<QString, QString> keywords)
+{
+    for (const Default &setting : kDefaults) {
+        if (!keywords.contains(setting.keyword))
+            keywords.insert(setting.keyword, setting.value);
+    }
+    keywords.insert(u"client_encoding"_s, u"UTF8"_s);
+    QString &options = keywords[u"options"_s];
+    options = QString(kSettings) + u' ' + options;
+    return keywords;
+}
+
+/// Waits so many seconds for the connection; false when it did not come about.
+bool waitUntilOpen(PGconn *connection, int seconds)
+{
+    const QDeadlineTimer deadline(1000 * seconds);
+    PostgresPollingStatusType wanted = PGRES_POLLING_WRITING;
+    while (wanted == PGRES_POLLING_READING || wanted == PGRES_POLLING_WRITING) {
+        const short event = wanted == PGRES_POLLING_READING ? POLLIN : POLLOUT;
+        pollfd socket{PQsocket(connection), event, 0};
+        const int ready = ::poll(&socket, 1, static_cast<int>(deadline.remainingTime()));
+        if (ready == 0)
+            return false;
+        if (ready > 0)
+            wanted = PQconnectPoll(connection);
+        else if (errno != EINTR)
+            return false;
+    }
+    return wanted == PGRES_POLLING_OK;
+}
+
+QString nameOf(PGconn *connection)
+{
+    const auto text = [](const char *part) { return QString::fromUtf8(part); };
+    const QString host = text(PQhost(connection));
+    return host.startsWith(u'/') || host.isEmpty()
+               ? u"«%1»"_s.arg(host)
+               : u"«%1:%2»"_s.arg(host, text(PQport(connection)));
+}
+
+/// What libpq tells of the failed attempt, which ends with the SQLSTATE if a server answered.
+PostgresFailure failureOf(PGconn *connection, bool timedOut)
+{
+    PostgresFailure failure;
+    const QString message = QString::fromUtf8(PQerrorMessage(connection)).trimmed();
+    static const QRegularExpression state(u":\\s+([0-9A-Z]{5})$"_s,
+                                          QRegularExpression::MultilineOption);
+    if (const auto found = state.match(message); found.hasMatch()) {
+        failure.state = found.captured(1).toLatin1();
+    } else if (PQconnectionNeedsPassword(connection) != 0) {
+        failure.state = "28P01";
+    } else if (timedOut) {
+        failure.message = u"den svarer ikke"_s;
+    } else {
+        const QString firstLine = message.section(u'\n', 0, 0);
+        const QString password = QString::fromUtf8(PQpass(connection));
+        if (password.isEmpty() || !firstLine.contains(password))
+            failure.message = firstLine;
+    }
+    return failure;
+}
+
+} // namespace
+
+pg_conn *connectPostgres(const QMap<QString, QString> &keywords)
+{
+    std::vector<QByteArray> texts;
+    const QMap<QString, QString> all = completed(keywords);
+    for (auto pair = all.begin(); pair != all.end(); ++pair) {
+        texts.push_back(pair.key().toUtf8());
+        texts.push_back(pair.value().toUtf8());
+    }
+    std::vector<const char *> names;
+    std::vector<const char *> values;
+    for (std::size_t i = 0; i < texts.size(); i += 2) {
+        names.push_back(texts[i].constData());
+        values.push_back(texts[i + 1].constData());
+    }
+    names.push_back(nullptr);
+    values.push_back(nullptr);
+
+    std::unique_ptr<PGconn, void (*)(PGconn *)> connection(
+        PQconnectStartParams(names.data(), values.data(), 0), PQfinish);
+    if (!connection)
+        throw RunTimeError(errors::kUnspecified, u"Det er ikke nok minne."_s);
+    PQsetErrorVerbosity(connection.get(), PQERRORS_SQLSTATE);
+    PQsetNoticeProcessor(
+        connection.get(), [](void *, const char *) {}, nullptr);
+    // libpq leaves the time to the caller of this way to connect.
+    const int asked = keywords.value(u"connect_timeout"_s).toInt();
+    const int patience = asked > 0 ? std::min(asked, kConnectTimeout) : kConnectTimeout;
+    const bool started = PQstatus(connection.get()) != CONNECTION_BAD;
+    if (!started || !waitUntilOpen(connection.get(), patience)) {
+        const bool timedOut = started && PQstatus(connection.get()) != CONNECTION_BAD;
+        throw postgresConnectError(failureOf(connection.get(), timedOut), nameOf(connection.get()),
+                                   QString::fromUtf8(PQdb(connection.get())));
+    }
+    PQsetErrorVerbosity(connection.get(), PQERRORS_DEFAULT);
+    return connection.release();
+}
+
+QMap<QString, QString> postgresKeywords(const QString &uri)
+{
+    char *message = nullptr; // libpq's, which shows parts of the text
+    PQconninfoOption *const found = PQconninfoParse(uri.toUtf8().constData(), &message);
+    PQfreemem(message);
+    if (!found)
+        throw RunTimeError(errors::kUnspecified,
+                           u"Adressen til databasetjeneren («dsn=postgresql://…») er ikke "
+                           "riktig skrevet."_s);
+    QMap<QString, QString> keywords;
+    for (const PQconninfoOption *option = found; option->keyword; ++option) {
+        if (option->val)
+            keywords.insert(QString::fromLatin1(option->keyword), QString::fromUtf8(option->val));
+    }
+    PQconninfoFree(found);
+    return keywords;
+}
+
+} // namespace ado

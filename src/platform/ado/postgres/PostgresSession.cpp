@@ -1,0 +1,382 @@
+#include "platform/ado/postgres/PostgresSession.h"
+
+#include "platform/ado/AdoTypes.h"
+#include "platform/ado/WriteBack.h"
+#include "platform/ado/postgres/PostgresCatalog.h"
+#include "platform/ado/postgres/PostgresCopy.h"
+#include "platform/ado/postgres/PostgresError.h"
+#include "platform/ado/postgres/PostgresRows.h"
+
+#include <libpq-fe.h>
+
+using namespace Qt::StringLiterals;
+
+namespace ado {
+
+namespace {
+
+constexpr int kCachedStatements = 64;
+
+/// Changes of a schema that this process has made. A session that knows of fewer may be wrong about
+/// tables that another session of ours has changed.
+quint64 schemaChanges = 0;
+
+/// True for what a statement meets that was translated by an outdated picture of the schema. The
+/// server finds it before the statement runs.
+bool isAboutSchema(const RunTimeError &error)
+{
+    switch (error.number()) {
+    case errors::kNoSuchTable:
+    case errors::kNoSuchColumn:
+    case errors::kTableExists:
+    case errors::kColumnExists:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+PostgresSession::Prepared::~Prepared()
+{
+    if (!m_name.isEmpty())
+        m_link.drop(m_name);
+}
+
+const QByteArray &PostgresSession::Prepared::name()
+{
+    if (m_name.isEmpty())
+        m_name = m_link.prepare(translation.sql);
+    return m_name;
+}
+
+PostgresSession::PostgresSession(const PostgresLink::Keywords &keywords)
+    : m_link(keywords), m_statements(kCachedStatements)
+{
+}
+
+PostgresSession::~PostgresSession() = default;
+
+// --- Transactions
+
+void PostgresSession::begin()
+{
+    m_transaction = Transaction::Begun;
+}
+
+void PostgresSession::commit()
+{
+    const Transaction ended = std::exchange(m_transaction, Transaction::Lost);
+    if (ended == Transaction::Lost)
+        throw postgresLost();
+    if (ended != Transaction::Begun)
+        sendCommit();
+    m_transaction = Transaction::None;
+    if (std::exchange(m_schemaTouched, false))
+        ++schemaChanges;
+}
+
+void PostgresSession::sendCommit()
+{
+    PostgresResult result;
+    try {
+        result = m_link.run("COMMIT");
+    } catch (const RunTimeError &) {
+        if (!m_link.isLost())
+            throw;
+        throw RunTimeError(errors::kUnspecified,
+                           u"Forbindelsen til databasetjeneren ble brutt under lagringen; det er "
+                           "uvisst om endringen er lagret."_s);
+    }
+    // An aborted transaction is rolled back by COMMIT, without an error.
+    if (qstrcmp(PQcmdStatus(result.get()), "COMMIT") != 0)
+        throw RunTimeError(errors::kUnspecified,
+                           u"Transaksjonen er avbrutt av databasen; ingenting i den er lagret."_s);
+}
+
+void PostgresSession::rollback()
+{
+    const Transaction ended = std::exchange(m_transaction, Transaction::None);
+    if (std::exchange(m_schemaTouched, false))
+        forgetSchema();
+    if (ended != Transaction::None && ended != Transaction::Begun && !m_link.isLost())
+        passOver([this] { m_link.run("ROLLBACK"); });
+}
+
+/// Sends the BEGIN that is due, on a new connection if the old one has ended. Nothing is lost by
+/// trying BEGIN twice.
+void PostgresSession::start()
+{
+    if (m_transaction == Transaction::Lost)
+        throw postgresLost();
+    if (m_transaction == Transaction::Started || m_transaction == Transaction::Running)
+        return;
+    const auto reopen = [this] {
+        forgetSchema();
+        m_link.reopen();
+    };
+    if (!m_link.isAlive())
+        reopen();
+    if (m_transaction != Transaction::Begun)
+        return;
+    try {
+        m_link.run("BEGIN");
+    } catch (const RunTimeError &) {
+        if (!m_link.isLost())
+            throw;
+        reopen();
+        m_link.run("BEGIN");
+    }
+    m_transaction = Transaction::Started;
+}
+
+/// Runs `action`, which sends statements, so that a failure leaves a transaction as it was before.
+/// What is due before has been sent by start().
+template<class Action>
+void PostgresSession::guarded(Action action)
+{
+    const bool savepoint = m_transaction == Transaction::Running;
+    try {
+        if (savepoint)
+            m_link.run("SAVEPOINT setning");
+        action();
+        if (savepoint)
+            m_link.run("RELEASE setning");
+    } catch (const RunTimeError &) {
+        takeBack(savepoint);
+        throw;
+    }
+    if (m_transaction == Transaction::Started)
+        m_transaction = Transaction::Running;
+}
+
+void PostgresSession::takeBack(bool savepoint) noexcept
+{
+    if (m_transaction == Transaction::None)
+        return;             // the statement stood alone
+    m_hasCollation = false; // if it was made just now, it is gone
+    const char *const undo = savepoint ? "ROLLBACK TO setning; RELEASE setning" : "ROLLBACK";
+    if (passOver([&] { m_link.run(undo); }) != 0)
+        m_transaction = Transaction::Lost;
+    else if (!savepoint)
+        m_transaction = Transaction::Begun;
+}
+
+template<class Change>
+void PostgresSession::allOrNothing(Change change)
+{
+    if (m_transaction != Transaction::None) {
+        change();
+        return;
+    }
+    begin();
+    try {
+        change();
+        commit();
+    } catch (const RunTimeError &) {
+        rollback();
+        throw;
+    }
+}
+
+// --- The schema
+
+const dialect::Catalog &PostgresSession::catalog()
+{
+    forgetSchema();
+    start();
+    return knownCatalog();
+}
+
+const dialect::Catalog &PostgresSession::knownCatalog()
+{
+    if (m_knownChanges != schemaChanges)
+        forgetSchema();
+    if (!m_catalog)
+        m_catalog = readCatalog(m_link);
+    return *m_catalog;
+}
+
+void PostgresSession::forgetSchema()
+{
+    m_knownChanges = schemaChanges;
+    m_catalog.reset();
+    m_hasCollation = false;
+    m_statements.clear();
+}
+
+void PostgresSession::provideCollation(const QByteArray &sql)
+{
+    if (m_hasCollation || !PostgresWriter::needsCollation(sql))
+        return;
+    const QByteArray name = PostgresWriter::kCollation;
+    const PostgresResult found =
+        m_link.run(("SELECT to_regcollation('" + name + "') IS NOT NULL").constData());
+    if (*PQgetvalue(found.get(), 0, 0) != 't') {
+        m_schemaTouched = m_transaction != Transaction::None;
+        try {
+            m_link.run(("CREATE COLLATION IF NOT EXISTS \"" + name +
+                        "\" (provider = icu, locale = '" + PostgresWriter::kLocale +
+                        "', deterministic = false)")
+                           .constData());
+        } catch (const RunTimeError &error) {
+            throw RunTimeError(error.number(),
+                               u"Databasen mangler sorteringsrekkefølgen «%1», og den lot seg ikke "
+                               "lage: %2"_s.arg(QLatin1StringView(name), error.description()));
+        }
+    }
+    m_hasCollation = true;
+}
+
+// --- Statements
+
+void PostgresSession::execute(QStringView statement)
+{
+    run(statement, nullptr);
+}
+
+RowSet PostgresSession::query(QStringView statement)
+{
+    RowSet rows;
+    run(statement, &rows);
+    return rows;
+}
+
+void PostgresSession::run(QStringView text, RowSet *rows)
+{
+    const dialect::Lexed lexed = dialect::lex(text);
+    const bool remembered = m_catalog.has_value();
+    try {
+        perform(lexed, rows);
+    } catch (const RunTimeError &error) {
+        if (!remembered || !isAboutSchema(error))
+            throw;
+        forgetSchema();
+        perform(lexed, rows);
+    }
+}
+
+void PostgresSession::perform(const dialect::Lexed &lexed, RowSet *rows)
+{
+    start();
+    const dialect::Catalog &tables = knownCatalog();
+    Prepared *prepared = m_statements.object(lexed.shape);
+    if (!prepared) {
+        dialect::Translation translation = dialect::translate(lexed, tables, m_writer);
+        if (translation.changesSchema())
+            return changeSchema(translation);
+        if (translation.kind == dialect::StatementKind::Identity)
+            return answerIdentity(translation, rows);
+        prepared = new Prepared(m_link, std::move(translation));
+        m_statements.insert(lexed.shape, prepared);
+    }
+
+    const dialect::Translation &translation = prepared->translation;
+    const PostgresParameters values(dialect::parameterValues(translation, lexed));
+    RowSet read(translation.columns, translation.baseTable);
+    guarded([&] {
+        provideCollation(translation.sql);
+        if (translation.returnsRows())
+            m_link.stream(prepared->name(), values,
+                          [&](const PGresult *row) { appendRow(row, read); });
+        else
+            noteNumber(m_link.executePrepared(prepared->name(), values));
+    });
+    read.shrink();
+    if (rows)
+        *rows = std::move(read);
+}
+
+void PostgresSession::answerIdentity(const dialect::Translation &query, RowSet *rows) const
+{
+    if (!rows)
+        return;
+    *rows = RowSet(query.columns);
+    rows->store(0).append(m_identity);
+    rows->closeRow();
+}
+
+/// Keeps the number that an INSERT into a table with a counter returned.
+void PostgresSession::noteNumber(const PostgresResult &result)
+{
+    if (PQntuples(result.get()) == 1)
+        m_identity = QByteArray(PQgetvalue(result.get(), 0, 0)).toInt();
+}
+
+void PostgresSession::changeSchema(const dialect::Translation &translation)
+{
+    allOrNothing([&] {
+        start();
+        guarded([&] {
+            provideCollation(translation.sql);
+            m_link.run(translation.sql.constData());
+            for (const QByteArray &followUp : translation.followUps)
+                m_link.run(followUp.constData());
+        });
+        m_schemaTouched = true;
+    });
+    forgetSchema();
+}
+
+// --- Writing back
+
+void PostgresSession::writeBack(RowSet &rows, const std::vector<int> &changedRows)
+{
+    std::optional<WriteBack> writeBack;
+    allOrNothing([&] {
+        start();
+        const dialect::TableInfo *table =
+            rows.baseTable().isEmpty() ? nullptr : knownCatalog().table(rows.baseTable());
+        writeBack.emplace(rows, table, m_writer, [this](const auto &sql, const auto &values) {
+            WriteBack::Outcome outcome;
+            guarded([&] {
+                provideCollation(sql);
+                const PostgresResult result = m_link.execute(sql, PostgresParameters(values));
+                noteNumber(result);
+                outcome.rows = QByteArray(PQcmdTuples(result.get())).toLongLong();
+                outcome.number = m_identity;
+            });
+            return outcome;
+        });
+        writeBack->write(changedRows);
+    });
+    writeBack->accept(rows);
+}
+
+void PostgresSession::append(QStringView table, const RowSet &rows)
+{
+    allOrNothing([&] {
+        start();
+        const dialect::TableInfo *target = knownCatalog().table(table);
+        if (!target)
+            throw RunTimeError(errors::kNoSuchTable, u"Tabellen «%1» finnes ikke."_s.arg(table));
+        int next = 0;
+        guarded([&] {
+            m_link.copyIn(copyStatement(*target, rows.columns()), [&] {
+                return next < rows.rowCount() ? copyLine(rows, next++) : QByteArray();
+            });
+            for (const dialect::ColumnInfo &column : target->columns) {
+                if (column.counter)
+                    m_link.run(
+                        PostgresWriter::counterBehindRows(target->name, column.name).constData());
+            }
+        });
+    });
+}
+
+// --- Between two owners
+
+bool PostgresSession::reset() noexcept
+{
+    rollback();
+    m_identity = 0;
+    return m_link.isIdle();
+}
+
+bool PostgresSession::usable() noexcept
+{
+    return m_link.isAlive();
+}
+
+} // namespace ado

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+struct sqlite3;
+
+namespace ado {
+
+/// An open SQLite file with the settings that the module relies on, each verified: write-ahead log
+/// with full synchronisation, foreign keys kept, a name between double quotes never taken for a
+/// text, no second database attached, nothing in the file trusted to run. A lock of another
+/// connection is waited for by the clock in force, ten seconds at most.
+class SqliteDatabase
+{
+public:
+    /// Opens the file at the absolute `path`; it is never created, but an empty one is an empty
+    /// database. A file that this user may not write, or whose folder he may not, is opened for
+    /// reading. Raises kUnspecified, naming the file, when it is no database that can be read.
+    explicit SqliteDatabase(const QString &path);
+
+    [[nodiscard]] sqlite3 *handle() const { return m_handle.get(); }
+    [[nodiscard]] bool inTransaction() const;
+
+    /// Runs one statement of our own that returns no rows.
+    void run(const char *sql);
+
+    /// False when the path no longer leads to the file that was opened, or to the same right to
+    /// write it.
+    [[nodiscard]] bool isCurrent() const;
+    /// True when the file was opened as one that nobody changes, for want of the right to share it;
+    /// such a view must not be kept.
+    [[nodiscard]] bool isFrozen() const { return m_frozen; }
+
+private:
+    struct Closer
+    {
+        void operator()(sqlite3 *database) const noexcept;
+    };
+
+    void open(const QByteArray &name, int flags);
+    void openForReading(const QByteArray &path);
+    void configure();
+    void makeDurable();
+
+    std::unique_ptr<sqlite3, Closer> m_handle;
+    QByteArray m_path;
+    quint64 m_device = 0;
+    quint64 m_inode = 0;
+    bool m_writable = false;
+    bool m_frozen = false;
+};
+
+} // namespace ado

@@ -1,0 +1,177 @@
+#include "platform/ado/sqlite/SqliteWriter.h"
+
+namespace ado {
+
+using dialect::Aggregate;
+using dialect::DatePart;
+
+namespace {
+
+bool isWhole(DataType type)
+{
+    return type == DataType::SmallInt || type == DataType::Integer;
+}
+
+bool isReal(DataType type)
+{
+    return type == DataType::Single || type == DataType::Double;
+}
+
+QByteArray castTo(const char *type, const QByteArray &operand)
+{
+    return QByteArray("CAST(").append(operand).append(" AS ").append(type).append(')');
+}
+
+/// The nearest whole number of a real, a half to the even one; ROUND alone goes away from zero.
+QByteArray nearestEven(const QByteArray &real)
+{
+    return castTo("INTEGER", "CASE WHEN ABS(" + real + " - CAST(" + real +
+                                 " AS INTEGER)) = 0.5 THEN 2 * ROUND(" + real +
+                                 " / 2) ELSE ROUND(" + real + ") END");
+}
+
+} // namespace
+
+QByteArray SqliteWriter::placeHolder(int number, DataType) const
+{
+    return '?' + QByteArray::number(number);
+}
+
+QByteArray SqliteWriter::truth(bool value) const
+{
+    return value ? "1" : "0";
+}
+
+QByteArray SqliteWriter::convert(const QByteArray &operand, DataType from, DataType to) const
+{
+    if (to == DataType::Boolean)
+        return '(' + operand + " <> 0)";
+    if (from == DataType::Boolean) {
+        const QByteArray number = "(-(" + operand + "))";
+        return to == DataType::Integer ? number : convert(number, DataType::Integer, to);
+    }
+    if (to == DataType::Currency)
+        return isWhole(from) ? '(' + operand + " * 10000)"
+                             : nearestEven('(' + operand + " * 10000.0)");
+    if (from == DataType::Currency) {
+        const QByteArray kroner = '(' + operand + " / 10000.0)";
+        return isWhole(to) ? nearestEven(kroner) : kroner;
+    }
+    if (isReal(to))
+        return castTo("REAL", operand); // a column declared SINGLE stores 25.0 as a whole number
+    return isReal(from) ? nearestEven(operand) : operand;
+}
+
+QByteArray SqliteWriter::cut(const QByteArray &operand, int width) const
+{
+    return "substr(" + operand + ", 1, " + QByteArray::number(width) + ')';
+}
+
+QByteArray SqliteWriter::datePart(DatePart part, const QByteArray &operand) const
+{
+    const char *const place = part == DatePart::Year    ? ", 1, 4)"
+                              : part == DatePart::Month ? ", 6, 2)"
+                                                        : ", 9, 2)";
+    return castTo("INTEGER", "substr(" + operand + place);
+}
+
+QByteArray SqliteWriter::aggregate(Aggregate function, const QByteArray &operand,
+                                   DataType type) const
+{
+    switch (function) {
+    case Aggregate::Count:
+        return "COUNT(" + operand + ')';
+    case Aggregate::Sum:
+        return type == DataType::Currency ? "SUM(" + operand + ')'
+                                          : castTo("REAL", "SUM(" + operand + ')');
+    case Aggregate::Avg:
+        return type == DataType::Currency ? nearestEven("AVG(" + operand + ')')
+                                          : "AVG(" + operand + ')';
+    case Aggregate::Max:
+    case Aggregate::Min:
+        break;
+    }
+    return (function == Aggregate::Max ? "MAX(" : "MIN(") +
+           (type == DataType::VarWChar ? collated(operand) : operand) + ')';
+}
+
+QByteArray SqliteWriter::collated(const QByteArray &text) const
+{
+    return text + " COLLATE " + kCollation;
+}
+
+QByteArray SqliteWriter::orderItem(const QByteArray &operand, bool descending) const
+{
+    return descending ? operand + " DESC" : operand;
+}
+
+QByteArray SqliteWriter::resultItem(const QByteArray &operand, DataType) const
+{
+    return operand;
+}
+
+QByteArray SqliteWriter::identityQuery() const
+{
+    return "SELECT last_insert_rowid()";
+}
+
+QByteArray SqliteWriter::columnType(QStringView column, DataType type, int width) const
+{
+    const auto whole = [&](const char *declared, const char *limits) {
+        const QByteArray constraint = name(column.toString() + QLatin1StringView(kRangeCheck));
+        return declared + (" CONSTRAINT " + constraint) + " CHECK (" + name(column) + " BETWEEN " +
+               limits + ')';
+    };
+    switch (type) {
+    case DataType::SmallInt:
+        return whole("SHORT", "-32768 AND 32767");
+    case DataType::Integer:
+        return whole("LONG", "-2147483648 AND 2147483647");
+    case DataType::Single:
+        return "SINGLE";
+    case DataType::Double:
+        return "DOUBLE";
+    case DataType::Currency:
+        return "CURRENCY";
+    case DataType::Date:
+        return "DATE";
+    case DataType::Boolean:
+        return "BIT DEFAULT 0";
+    case DataType::LongVarBinary:
+        return "LONGBINARY";
+    case DataType::VarWChar:
+    case DataType::Empty:
+        break;
+    }
+    return "TEXT(" + QByteArray::number(width) + ')';
+}
+
+QByteArray SqliteWriter::counterType(const QByteArray &constraintName) const
+{
+    const QByteArray key = "PRIMARY KEY AUTOINCREMENT";
+    return constraintName.isEmpty() ? "INTEGER " + key
+                                    : "INTEGER CONSTRAINT " + constraintName + ' ' + key;
+}
+
+QByteArray SqliteWriter::addedNotNull(DataType type) const
+{
+    switch (type) {
+    case DataType::Boolean:
+        return " NOT NULL"; // has its default already
+    case DataType::VarWChar:
+        return " NOT NULL DEFAULT ''";
+    case DataType::Date:
+        return " NOT NULL DEFAULT '1899-12-30'"; // the date of number 0
+    case DataType::LongVarBinary:
+        return " NOT NULL DEFAULT x''";
+    default:
+        return " NOT NULL DEFAULT 0";
+    }
+}
+
+QByteArray SqliteWriter::constraintName(QStringView, QStringView constraint) const
+{
+    return name(constraint);
+}
+
+} // namespace ado

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "platform/ado/Support.h"
+#include "support/PostgresCluster.h"
+
+#include <libpq-fe.h>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+
+/// What the tests of the PostgreSQL provider share.
+namespace ado::test {
+
+/// An open connection, and short ways to use it.
+class Client : public Connection
+{
+public:
+    explicit Client(const QString &connectionString) { open(connectionString); }
+    explicit Client(const PostgresDatabase &database) : Client(database.connectionString()) {}
+
+    void run(const QString &statement) { execute(statement); }
+    Recordset rows(const QString &statement, LockType lock = LockType::ReadOnly)
+    {
+        Recordset set;
+        set.setActiveConnection(*this);
+        set.setLockType(lock);
+        set.setSource(statement);
+        set.open();
+        return set;
+    }
+    /// The first column of the first row.
+    Value value(const QString &statement) { return rows(statement).value(0); }
+    /// The first column of all rows, with blanks between.
+    QString column(const QString &statement)
+    {
+        QStringList values;
+        for (Recordset set = rows(statement); !set.eof(); set.moveNext())
+            values += set.value(0).isNull() ? u"Null"_s : set.text(0);
+        return values.join(u' ');
+    }
+};
+
+/// Another user of the database, who speaks the server's own language and keeps his connection.
+class OtherUser
+{
+public:
+    explicit OtherUser(const PostgresDatabase &database)
+        : m_connection(PQconnectdb(database.connectionString().sliced(4).toUtf8().constData()),
+                       PQfinish)
+    {
+    }
+    QString run(const QString &sql)
+    {
+        const std::unique_ptr<PGresult, void (*)(PGresult *)> result(
+            PQexec(m_connection.get(), sql.toUtf8().constData()), PQclear);
+        const ExecStatusType status = PQresultStatus(result.get());
+        EXPECT_TRUE(status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK)
+            << sql.toStdString() << ": " << PQerrorMessage(m_connection.get());
+        return PQntuples(result.get()) > 0 ? QString::fromUtf8(PQgetvalue(result.get(), 0, 0))
+                                           : QString();
+    }
+
+private:
+    std::unique_ptr<PGconn, void (*)(PGconn *)> m_connection;
+};
+
+/// Does something on a thread of its own as soon as a client of the database waits for a lock.
+class WhenSomeoneWaits
+{
+public:
+    WhenSomeoneWaits(const PostgresDatabase &database, std::function<void()> action)
+        : m_thread([this, &database, action = std::move(action)] {
+              OtherUser watcher(database);
+              const QString waiting = u"SELECT COUNT(*) FROM pg_stat_activity WHERE datname = "
+                                      "current_database() AND wait_event_type = 'Lock'"_s;
+              while (!m_given && watcher.run(waiting) == u"0"_s)
+                  std::this_thread::yield();
+              action();
+          })
+    {
+    }
+    ~WhenSomeoneWaits()
+    {
+        m_given = true; // nobody is waiting any more, if anybody ever was
+        m_thread.join();
+    }
+    WhenSomeoneWaits(const WhenSomeoneWaits &) = delete;
+    WhenSomeoneWaits &operator=(const WhenSomeoneWaits &) = delete;
+
+private:
+    std::atomic<bool> m_given = false;
+    std::thread m_thread;
+};
+
+/// A test with an empty database of its own.
+class PostgresTest : public testing::Test
+{
+protected:
+    /// Ends all connections of the database but the one that asks.
+    void endConnections() const
+    {
+        m_database.run(
+            u"SELECT pg_terminate_backend(pid, 10000) FROM pg_stat_activity WHERE datname "
+            "= current_database() AND pid <> pg_backend_pid()"_s);
+    }
+    std::string stored(const QString &sql) const { return m_database.run(sql).toStdString(); }
+
+    PostgresDatabase m_database;
+};
+
+} // namespace ado::test

@@ -1,0 +1,202 @@
+#include "platform/ado/Support.h"
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace ado::test {
+
+/// Two connections at one file: when locks are taken and who waits.
+class SqliteTransaction : public testing::Test
+{
+protected:
+    SqliteTransaction()
+    {
+        m_first.run(u"CREATE TABLE T (Nr LONG)"_s);
+        m_first.run(u"INSERT INTO T (Nr) VALUES (1)"_s);
+    }
+    std::string count() { return m_tool.text("SELECT COUNT(*) FROM T"); }
+
+    Database m_file;
+    Opened m_first{m_file};
+    Opened m_second{m_file};
+    Tool m_tool{m_file.path()};
+};
+
+TEST_F(SqliteTransaction, BegunTransactionWithoutStatementHindersNobody)
+{
+    SteppedClock clock;
+    const ScopedClock scope(clock);
+    m_first.beginTrans();
+    m_second.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
+    m_second.run(u"CREATE TABLE U (Nr LONG)"_s);
+    m_first.commitTrans();
+    m_first.beginTrans();
+    m_second.run(u"DROP TABLE U"_s);
+    m_first.rollbackTrans();
+    EXPECT_EQ(count(), "2");
+    EXPECT_EQ(clock.sleeps, 0);
+}
+
+TEST_F(SqliteTransaction, BegunTransactionReadsFromItsFirstStatementOn)
+{
+    m_first.beginTrans();
+    m_second.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
+    EXPECT_EQ(m_first.value(u"SELECT COUNT(*) FROM T"_s), Value(qint32{2}));
+    m_second.run(u"INSERT INTO T (Nr) VALUES (3)"_s);
+    EXPECT_EQ(m_first.value(u"SELECT COUNT(*) FROM T"_s), Value(qint32{2}));
+    m_first.commitTrans();
+    EXPECT_EQ(m_first.value(u"SELECT COUNT(*) FROM T"_s), Value(qint32{3}));
+}
+
+TEST_F(SqliteTransaction, RollbackTakesBackAndCommitKeeps)
+{
+    m_first.beginTrans();
+    m_first.run(u"DELETE FROM T"_s);
+    EXPECT_EQ(count(), "1");
+    m_first.rollbackTrans();
+    EXPECT_EQ(count(), "1");
+    m_first.beginTrans();
+    m_first.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
+    m_first.run(u"INSERT INTO T (Nr) VALUES (3)"_s);
+    EXPECT_EQ(count(), "1");
+    m_first.commitTrans();
+    EXPECT_EQ(count(), "3");
+}
+
+TEST_F(SqliteTransaction, FailedStatementLeavesTheTransactionGoing)
+{
+    m_first.run(u"CREATE TABLE U (Nr LONG CONSTRAINT N PRIMARY KEY)"_s);
+    m_first.beginTrans();
+    m_first.run(u"INSERT INTO U (Nr) VALUES (1)"_s);
+    EXPECT_EQ(errorOf([&] { m_first.run(u"INSERT INTO U (Nr) VALUES (1)"_s); }),
+              errors::kIntegrity);
+    EXPECT_EQ(errorOf([&] { m_first.run(u"INSERT INTO Ukjent (Nr) VALUES (1)"_s); }),
+              errors::kNoSuchTable);
+    m_first.run(u"INSERT INTO U (Nr) VALUES (2)"_s);
+    m_first.commitTrans();
+    EXPECT_EQ(m_tool.text("SELECT COUNT(*) FROM U"), "2");
+}
+
+TEST_F(SqliteTransaction, WriterWaitsForTheOtherWriter)
+{
+    m_second.beginTrans();
+    m_second.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
+    SteppedClock clock([&](int sleeps) {
+        if (sleeps == 2)
+            m_second.commitTrans();
+    });
+    const ScopedClock scope(clock);
+    m_first.beginTrans();
+    m_first.run(u"INSERT INTO T (Nr) VALUES (3)"_s);
+    m_first.commitTrans();
+    EXPECT_EQ(clock.sleeps, 2);
+    EXPECT_EQ(count(), "3");
+}
+
+TEST_F(SqliteTransaction, LockThatStaysIsToldAndTheTransactionCanGoOn)
+{
+    SteppedClock clock;
+    const ScopedClock scope(clock);
+    m_second.beginTrans();
+    m_second.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
+    EXPECT_EQ(errorOf([&] { m_first.run(u"INSERT INTO T (Nr) VALUES (3)"_s); }), errors::kTimeout);
+    m_first.beginTrans();
+    EXPECT_EQ(errorOf([&] { m_first.run(u"INSERT INTO T (Nr) VALUES (3)"_s); }), errors::kTimeout);
+    // Reading needs no lock.
+    m_second.commitTrans();
+    m_first.run(u"INSERT INTO T (Nr) VALUES (3)"_s);
+    m_first.commitTrans();
+    EXPECT_EQ(count(), "3");
+}
+
+TEST_F(SqliteTransaction, ReaderIsNotHeldUpByAWriter)
+{
+    SteppedClock clock;
+    const ScopedClock scope(clock);
+    m_second.beginTrans();
+    m_second.run(u"DELETE FROM T"_s);
+    EXPECT_EQ(m_first.value(u"SELECT COUNT(*) FROM T"_s), Value(qint32{1}));
+    EXPECT_EQ(clock.sleeps, 0);
+}
+
+TEST_F(SqliteTransaction, ReaderThatTurnsToWritingAfterAChangeIsRefused)
+{
+    SteppedClock clock;
+    const ScopedClock scope(clock);
+    m_first.beginTrans();
+    static_cast<void>(m_first.value(u"SELECT COUNT(*) FROM T"_s));
+    m_second.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
+    EXPECT_EQ(errorOf([&] { m_first.run(u"INSERT INTO T (Nr) VALUES (3)"_s); }), errors::kTimeout);
+    m_first.rollbackTrans();
+    m_first.run(u"INSERT INTO T (Nr) VALUES (3)"_s);
+    EXPECT_EQ(count(), "3");
+}
+
+TEST_F(SqliteTransaction, FinishedReadingHoldsNothing)
+{
+    SteppedClock clock;
+    const ScopedClock scope(clock);
+    const Recordset rows = m_first.rows(u"SELECT Nr FROM T"_s);
+    // A reader that lingers would keep the log from being taken into the file whole.
+    EXPECT_EQ(m_tool.text("PRAGMA wal_checkpoint(TRUNCATE)"), "0");
+}
+
+TEST_F(SqliteTransaction, IdentityIsReadInsideTheTransactionOfItsInsert)
+{
+    m_first.run(u"CREATE TABLE O (ID COUNTER CONSTRAINT ID PRIMARY KEY, Nr LONG)"_s);
+    m_second.run(u"INSERT INTO O (Nr) VALUES (1)"_s);
+    m_first.beginTrans();
+    m_first.execute(u"INSERT INTO O (Nr) VALUES (2)"_s, options::kText + options::kNoRecords);
+    EXPECT_EQ(m_first.value(u"SELECT @@IDENTITY"_s), Value(qint32{2}));
+    EXPECT_EQ(m_second.value(u"SELECT @@IDENTITY"_s), Value(qint32{1}));
+    m_first.commitTrans();
+}
+
+/// Files of this process grow to `bytes` at most while it lives, as on a full disk.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        m_handler = signal(SIGXFSZ, SIG_IGN);
+        EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &m_before), 0);
+        const rlimit limit{bytes, m_before.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    ~FileSizeLimit()
+    {
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &m_before), 0);
+        signal(SIGXFSZ, m_handler);
+    }
+    FileSizeLimit(const FileSizeLimit &) = delete;
+    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int) = nullptr;
+};
+
+TEST_F(SqliteTransaction, GivenUpByTheDatabaseItTakesNoFurtherStatement)
+{
+    m_first.run(u"CREATE TABLE Stor (Tekst TEXT(255))"_s);
+    const QString insert = u"INSERT INTO Stor (Tekst) VALUES ('"_s + QString(255, u'x') + u"')"_s;
+    m_first.beginTrans();
+    for (int i = 0; i < 100; ++i)
+        m_first.run(insert);
+    {
+        const FileSizeLimit limit(4096);
+        EXPECT_EQ(errorOf([&] { m_first.commitTrans(); }), errors::kUnspecified);
+    }
+    // A statement let through now would stand alone, outside any transaction.
+    EXPECT_EQ(errorOf([&] { m_first.run(insert); }), errors::kUnspecified);
+    EXPECT_EQ(errorOf([&] { static_cast<void>(m_first.value(u"SELECT Nr FROM T"_s)); }),
+              errors::kUnspecified);
+    EXPECT_EQ(errorOf([&] { m_first.commitTrans(); }), errors::kUnspecified);
+    m_first.rollbackTrans();
+    EXPECT_EQ(m_tool.text("SELECT COUNT(*) FROM Stor"), "0");
+    EXPECT_EQ(m_tool.text("PRAGMA integrity_check"), "ok");
+    m_first.run(insert);
+    EXPECT_EQ(m_tool.text("SELECT COUNT(*) FROM Stor"), "1");
+}
+
+} // namespace ado::test

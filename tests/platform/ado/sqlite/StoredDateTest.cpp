@@ -1,0 +1,36 @@
+#include "platform/ado/sqlite/StoredDate.h"
+
+#include "platform/ado/Support.h"
+
+namespace ado::test {
+
+TEST(StoredDate, DayAloneAndDayWithTime)
+{
+    EXPECT_EQ(storedDate(QDateTime(QDate(2014, 3, 9), QTime(0, 0), Qt::UTC)), "2014-03-09");
+    EXPECT_EQ(storedDate(QDateTime(QDate(899, 12, 30), QTime(7, 5, 9, 900), Qt::UTC)),
+              "0899-12-30 07:05:09");
+}
+
+TEST(StoredDate, ReadsWhatItWrites)
+{
+    for (const QDateTime &date : {QDateTime(QDate(1970, 1, 1), QTime(0, 0), Qt::UTC),
+                                  QDateTime(QDate(1899, 12, 30), QTime(23, 59, 59), Qt::UTC),
+                                  QDateTime(QDate(9999, 12, 31), QTime(1, 0, 0), Qt::UTC),
+                                  QDateTime(QDate(2000, 2, 29), QTime(0, 0, 1), Qt::UTC)})
+        EXPECT_EQ(millisecondsOf(storedDate(date).toStdString()), date.toMSecsSinceEpoch());
+}
+
+TEST(StoredDate, TimeMayBePartedByT)
+{
+    EXPECT_EQ(millisecondsOf("1970-01-02T00:00:01"), 86'401'000);
+}
+
+TEST(StoredDate, OtherTextsAreNoDates)
+{
+    for (const char *text : {"", "2014", "09.03.2014", "2014-13-01", "2014-02-29", "2014-03-9",
+                             "2014-03-09 25:00:00", "2014-03-09 12.00.00", "2014-03-09 12:00",
+                             "2o14-03-09", "2014/03/09", "2014-03-09x00:00:00"})
+        EXPECT_FALSE(millisecondsOf(text)) << text;
+}
+
+} // namespace ado::test
