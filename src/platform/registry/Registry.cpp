@@ -1,0 +1,311 @@
+#include "platform/registry/Registry.h"
+
+#include "platform/registry/IniFile.h"
+#include "platform/registry/KeyPath.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <map>
+#include <optional>
+#include <sys/file.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace registry {
+
+namespace {
+
+/// No file of settings comes near this many bytes; a larger one is not read.
+constexpr qint64 kLargestFile = 16 * 1024 * 1024;
+
+/// The bit of an access that allows changes.
+constexpr quint32 kSetValue = 0x2;
+
+struct OpenKey
+{
+    KeyPath path;
+    quint32 access = 0;
+    int count = 0; ///< how many times it was opened and not closed
+};
+
+std::map<Handle, OpenKey> &openKeys()
+{
+    static std::map<Handle, OpenKey> keys;
+    return keys;
+}
+
+/// The key that a handle stands for; nothing when it is neither open nor a root.
+std::optional<OpenKey> find(Handle handle)
+{
+    if (isRoot(handle))
+        return OpenKey{{handle, {}}, KEY_ALL_ACCESS, 1};
+    const auto found = openKeys().find(handle);
+    return found == openKeys().end() ? std::nullopt : std::optional(found->second);
+}
+
+Handle opened(const KeyPath &path, quint32 access)
+{
+    Handle handle = 1;
+    for (auto &[used, key] : openKeys()) {
+        if (key.access == access && key.path.isSame(path)) {
+            ++key.count;
+            return used;
+        }
+        handle = used + 1;
+    }
+    openKeys()[handle] = {path, access, 1};
+    return handle;
+}
+
+/// A file of settings in memory.
+struct Loaded
+{
+    qint32 status = ERROR_SUCCESS;
+    bool exists = false;
+    IniFile file;
+};
+
+Loaded load(const QString &path)
+{
+    const QFileInfo info(path);
+    if (!info.exists())
+        return {};
+    QFile file(path);
+    if (!info.isFile() || info.size() > kLargestFile || !file.open(QIODevice::ReadOnly))
+        return {ERROR_ACCESS_DENIED, true, {}};
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return {ERROR_ACCESS_DENIED, true, {}};
+    return {ERROR_SUCCESS, true, IniFile::fromBytes(bytes)};
+}
+
+/// Keeps other processes from changing a file of settings; waits for them to finish. The lock is a
+/// file of its own beside it, since the file itself is replaced by each change.
+class Lock
+{
+public:
+    explicit Lock(const QString &settingsFile)
+        : m_descriptor(::open(QFile::encodeName(settingsFile + ".lock"_L1).constData(),
+                              O_RDWR | O_CREAT | O_CLOEXEC, 0666))
+    {
+        while (m_descriptor >= 0 && ::flock(m_descriptor, LOCK_EX) != 0) {
+            if (errno == EINTR)
+                continue;
+            ::close(m_descriptor);
+            m_descriptor = -1;
+        }
+    }
+    ~Lock()
+    {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+    }
+    Lock(const Lock &) = delete;
+    Lock &operator=(const Lock &) = delete;
+
+    [[nodiscard]] bool isHeld() const { return m_descriptor >= 0; }
+
+private:
+    int m_descriptor;
+};
+
+bool replaceFile(const QString &path, const QByteArray &bytes)
+{
+    QSaveFile file(path);
+    // Without the flush, commit() would not notice that what lay in the buffer found no room.
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
+           file.commit();
+}
+
+/// Lets `change(Loaded &)` alter the file of settings as it stands now. When that returns
+/// ERROR_SUCCESS the new state is stored, which is no file at all if `exists` has become false.
+template<class Change>
+qint32 alter(const KeyPlace &place, Change change)
+{
+    if (!QDir().mkpath(place.folder))
+        return ERROR_ACCESS_DENIED;
+    const Lock lock(place.file);
+    if (!lock.isHeld())
+        return ERROR_ACCESS_DENIED;
+    Loaded loaded = load(place.file);
+    if (loaded.status != ERROR_SUCCESS)
+        return loaded.status;
+    loaded.exists = true;
+    const qint32 status = change(loaded);
+    if (status != ERROR_SUCCESS)
+        return status;
+    const bool isStored =
+        loaded.exists ? replaceFile(place.file, loaded.file.toBytes()) : QFile::remove(place.file);
+    return isStored ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
+}
+
+bool companyHasApplications(const KeyPath &path)
+{
+    const QString folder = companyFolder(path);
+    return !folder.isEmpty() &&
+           !QDir(folder).entryList({u"*.ini"_s}, QDir::Files | QDir::Hidden).isEmpty();
+}
+
+/// ERROR_SUCCESS when the key exists.
+qint32 probe(const KeyPath &path)
+{
+    if (isFixed(path) || companyHasApplications(path))
+        return ERROR_SUCCESS;
+    const KeyPlace place = placeOf(path);
+    const Loaded loaded = load(place.file);
+    if (loaded.status != ERROR_SUCCESS)
+        return loaded.status;
+    return loaded.exists && loaded.file.hasKey(place.key) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
+}
+
+QString valueName(QByteArrayView name)
+{
+    const qsizetype end = name.indexOf('\0');
+    return nameFromBytes(end < 0 ? name : name.first(end));
+}
+
+QByteArray closed(quint32 type, QByteArrayView data)
+{
+    QByteArray bytes = data.toByteArray();
+    const bool isText = type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
+    if (!isText || bytes.isEmpty())
+        return bytes;
+    const QByteArray zeros(type == REG_MULTI_SZ ? 2 : 1, '\0');
+    while (!bytes.endsWith(zeros))
+        bytes += '\0';
+    return bytes;
+}
+
+} // namespace
+
+qint32 RegOpenKeyExA(Handle key, QByteArrayView subKey, quint32 access, Handle *result)
+{
+    const auto parent = find(key);
+    if (!parent)
+        return ERROR_INVALID_HANDLE;
+    if (!result)
+        return ERROR_INVALID_PARAMETER;
+    const KeyPath path = parent->path.below(subKey);
+    const qint32 status = probe(path);
+    if (status == ERROR_SUCCESS)
+        *result = opened(path, access);
+    return status;
+}
+
+qint32 RegCreateKeyExA(Handle key, QByteArrayView subKey, quint32 access, Handle *result)
+{
+    const auto parent = find(key);
+    if (!parent)
+        return ERROR_INVALID_HANDLE;
+    if (!result)
+        return ERROR_INVALID_PARAMETER;
+    const KeyPath path = parent->path.below(subKey);
+    qint32 status = probe(path);
+    if (status == ERROR_FILE_NOT_FOUND) {
+        const KeyPlace place = placeOf(path);
+        status = alter(place, [&](Loaded &loaded) {
+            loaded.file.addKey(place.key);
+            return ERROR_SUCCESS;
+        });
+    }
+    if (status == ERROR_SUCCESS)
+        *result = opened(path, access);
+    return status;
+}
+
+qint32 RegQueryValueExA(Handle key, QByteArrayView name, quint32 *type, char *data, quint32 *size)
+{
+    const auto open = find(key);
+    if (!open)
+        return ERROR_INVALID_HANDLE;
+    if (data && !size)
+        return ERROR_INVALID_PARAMETER;
+    const KeyPlace place = placeOf(open->path);
+    const Loaded loaded = load(place.file);
+    if (loaded.status != ERROR_SUCCESS)
+        return loaded.status;
+    const auto value = loaded.file.value(place.key, valueName(name));
+    if (!value)
+        return ERROR_FILE_NOT_FOUND;
+    if (type)
+        *type = value->type;
+    if (!size)
+        return ERROR_SUCCESS;
+    const quint32 room = *size;
+    *size = quint32(value->data.size());
+    if (!data)
+        return ERROR_SUCCESS;
+    if (room < *size)
+        return ERROR_MORE_DATA;
+    std::memcpy(data, value->data.constData(), *size);
+    return ERROR_SUCCESS;
+}
+
+qint32 RegSetValueExA(Handle key, QByteArrayView name, quint32 type, QByteArrayView data)
+{
+    const auto open = find(key);
+    if (!open)
+        return ERROR_INVALID_HANDLE;
+    if (!(open->access & kSetValue))
+        return ERROR_ACCESS_DENIED;
+    const KeyPlace place = placeOf(open->path);
+    return alter(place, [&](Loaded &loaded) {
+        loaded.file.setValue(place.key, valueName(name), {type, closed(type, data)});
+        return ERROR_SUCCESS;
+    });
+}
+
+qint32 RegDeleteValueA(Handle key, QByteArrayView name)
+{
+    const auto open = find(key);
+    if (!open)
+        return ERROR_INVALID_HANDLE;
+    if (!(open->access & kSetValue))
+        return ERROR_ACCESS_DENIED;
+    const KeyPlace place = placeOf(open->path);
+    return alter(place, [&](Loaded &loaded) {
+        const bool wasThere = loaded.file.removeValue(place.key, valueName(name));
+        return wasThere ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
+    });
+}
+
+qint32 RegDeleteKeyA(Handle key, QByteArrayView subKey)
+{
+    const auto open = find(key);
+    if (!open)
+        return ERROR_INVALID_HANDLE;
+    const KeyPath path = open->path.below(subKey);
+    if (const qint32 status = probe(path); status != ERROR_SUCCESS)
+        return status;
+    if (isFixed(path) || companyHasApplications(path))
+        return ERROR_ACCESS_DENIED;
+    const KeyPlace place = placeOf(path);
+    return alter(place, [&](Loaded &loaded) {
+        if (loaded.file.hasSubkeys(place.key))
+            return ERROR_ACCESS_DENIED;
+        loaded.file.removeKey(place.key);
+        loaded.exists = !(place.isApplication && place.key.isEmpty());
+        return ERROR_SUCCESS;
+    });
+}
+
+qint32 RegCloseKey(Handle key)
+{
+    if (isRoot(key))
+        return ERROR_SUCCESS;
+    const auto found = openKeys().find(key);
+    if (found == openKeys().end())
+        return ERROR_INVALID_HANDLE;
+    if (--found->second.count == 0)
+        openKeys().erase(found);
+    return ERROR_SUCCESS;
+}
+
+} // namespace registry

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <sys/wait.h>
+#include <unistd.h>
+
+/// A process that runs `work` and exits with what it returns, at most 30 seconds long. An open
+/// standard stream of the parent is never flushed by it.
+class Child
+{
+public:
+    explicit Child(const std::function<int()> &work) : m_id(::fork())
+    {
+        if (m_id == 0) {
+            ::alarm(30);
+            ::_exit(work());
+        }
+    }
+    ~Child() { wait(); }
+    Child(const Child &) = delete;
+    Child &operator=(const Child &) = delete;
+
+    /// What `work` returned, or -1 when the process died or was never made.
+    int wait()
+    {
+        if (m_id > 0) {
+            int status = 0;
+            if (::waitpid(m_id, &status, 0) == m_id && WIFEXITED(status))
+                m_result = WEXITSTATUS(status);
+            m_id = -1;
+        }
+        return m_result;
+    }
+
+private:
+    pid_t m_id;
+    int m_result = -1;
+};
