@@ -1,0 +1,9 @@
+#include "rules/Innstilling.h"
+
+#include "shell/clsRegSettings.h"
+#include "state/SharedState.h"
+
+QString LesInnstilling(const QString &key, const QString &standard)
+{
+    return gReg->GetSetting(QStringLiteral("Regningsdel"), key, standard);
+}

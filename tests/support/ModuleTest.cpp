@@ -1,0 +1,89 @@
+#include "support/ModuleTest.h"
+
+#include "data/clsAdoUtils.h"
+#include "platform/ado/SessionPool.h"
+#include "shell/Main.h"
+#include "shell/clsFaktura.h"
+#include "state/Messages.h"
+#include "state/SharedState.h"
+#include "vert/ParentTables.h"
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+ModuleTest::ModuleTest() : m_path(m_folder.filePath(u"data.db"_s))
+{
+    QFile file(m_path);
+    if (!file.open(QIODevice::WriteOnly))
+        ADD_FAILURE() << "no database file";
+    reload();
+}
+
+ModuleTest::~ModuleTest()
+{
+    reload();
+    messages::setBox({});
+}
+
+void ModuleTest::reload()
+{
+    Unload();
+    ado::SessionPool::shared().clear();
+}
+
+void ModuleTest::makeParentTables()
+{
+    ado::Connection connection;
+    connection.open(connectionString());
+    createParentTables(connection);
+    gKlient = gKlientInn = 5;
+    gAar = 2014;
+}
+
+void ModuleTest::connect()
+{
+    gConn = Ref<ado::Connection>::make();
+    gConn->open(connectionString());
+    gDB->setConnectionString(connectionString());
+}
+
+qint16 ModuleTest::startModule()
+{
+    clsFaktura module;
+    module.setConnectStreng(connectionString());
+    module.setKlient(5);
+    module.setCurrentYear(2014);
+    module.StartModul();
+    return module.ModuleInit();
+}
+
+void ModuleTest::run(const QString &statement)
+{
+    try {
+        ado::Connection connection;
+        connection.open(connectionString());
+        connection.execute(statement);
+    } catch (const RunTimeError &error) {
+        ADD_FAILURE() << statement.toStdString() << "\n" << error.what();
+    }
+}
+
+QStringList ModuleTest::rows(const QString &statement)
+{
+    QStringList result;
+    try {
+        ado::Recordset set;
+        set.setActiveConnection(connectionString());
+        set.setSource(statement);
+        for (set.open(); !set.eof(); set.moveNext()) {
+            QStringList values;
+            for (int i = 0; i < set.fieldCount(); ++i)
+                values += set.isNull(i) ? u"Null"_s : set.text(i);
+            result += values.join(u'|');
+        }
+    } catch (const RunTimeError &error) {
+        ADD_FAILURE() << statement.toStdString() << "\n" << error.what();
+    }
+    return result;
+}

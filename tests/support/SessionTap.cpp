@@ -1,0 +1,98 @@
+#include "support/SessionTap.h"
+
+#include "platform/ado/AdoTypes.h"
+#include "platform/ado/Session.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using LogPointer = std::shared_ptr<SessionTap::Log>;
+
+void check(SessionTap::Log &log, const QString &name, const QString &details = {})
+{
+    log.calls += details.isEmpty() ? name : name + u' ' + details;
+    if (log.failing.contains(name))
+        throw RunTimeError(ado::errors::kUnspecified, u"Nektet: "_s + name);
+}
+
+class TappedSession : public ado::Session
+{
+public:
+    TappedSession(LogPointer log, std::unique_ptr<ado::Session> session)
+        : m_log(std::move(log)), m_session(std::move(session))
+    {
+    }
+
+    void begin() override
+    {
+        check(*m_log, u"begin"_s);
+        m_session->begin();
+    }
+    void commit() override
+    {
+        check(*m_log, u"commit"_s);
+        m_session->commit();
+    }
+    void rollback() override
+    {
+        check(*m_log, u"rollback"_s);
+        m_session->rollback();
+    }
+    void execute(QStringView statement) override
+    {
+        check(*m_log, u"execute"_s, statement.toString());
+        m_session->execute(statement);
+    }
+    ado::RowSet query(QStringView statement) override
+    {
+        check(*m_log, u"query"_s, statement.toString());
+        return m_session->query(statement);
+    }
+    void writeBack(ado::RowSet &rows, const std::vector<int> &changedRows) override
+    {
+        check(*m_log, u"writeBack"_s);
+        m_session->writeBack(rows, changedRows);
+    }
+    void append(QStringView table, const ado::RowSet &rows) override
+    {
+        check(*m_log, u"append"_s, table.toString());
+        m_session->append(table, rows);
+    }
+    const ado::dialect::Catalog &catalog() override { return m_session->catalog(); }
+    bool reset() noexcept override
+    {
+        m_log->calls += u"release"_s;
+        return m_session->reset();
+    }
+    bool usable() noexcept override { return m_session->usable(); }
+
+private:
+    LogPointer m_log;
+    std::unique_ptr<ado::Session> m_session;
+};
+
+} // namespace
+
+SessionTap::SessionTap() : m_log(std::make_shared<Log>())
+{
+    m_previous = ado::SessionPool::shared().setOpener([this](const ado::DataSource &source) {
+        check(*m_log, u"open"_s);
+        return std::make_unique<TappedSession>(m_log, m_previous(source));
+    });
+}
+
+SessionTap::~SessionTap()
+{
+    ado::SessionPool::shared().setOpener(m_previous);
+}
+
+QStringList SessionTap::statements() const
+{
+    QStringList result;
+    for (const QString &call : std::as_const(m_log->calls)) {
+        if (call.startsWith(u"execute ") || call.startsWith(u"query "))
+            result += call.sliced(call.indexOf(u' ') + 1);
+    }
+    return result;
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/ado/SessionPool.h"
+
+#include <QString>
+#include <QStringList>
+
+/// Stands between the module and its database sessions while it lives: it notes every call that
+/// reaches a session, and can make one kind of call fail.
+class SessionTap
+{
+public:
+    SessionTap();
+    ~SessionTap();
+    SessionTap(const SessionTap &) = delete;
+    SessionTap &operator=(const SessionTap &) = delete;
+
+    /// The calls so far, in order: "open", "begin", "commit", "rollback", "writeBack", "release",
+    /// and "execute " or "query " with the statement as it came.
+    [[nodiscard]] QStringList calls() const { return m_log->calls; }
+    /// The statements among them.
+    [[nodiscard]] QStringList statements() const;
+    void forget() { m_log->calls.clear(); }
+
+    /// Calls whose name is `call` raise error kUnspecified with the text "Nektet: " + name.
+    void fail(const QString &call) { m_log->failing += call; }
+
+    struct Log
+    {
+        QStringList calls;
+        QStringList failing;
+    };
+
+private:
+    std::shared_ptr<Log> m_log; // shared with the sessions, which may outlive the tap
+    ado::SessionPool::Opener m_previous;
+};
