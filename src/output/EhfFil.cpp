@@ -1,0 +1,29 @@
+#include "output/EhfFil.h"
+
+#include "output/mEHF.h"
+#include "runtime/RunTimeError.h"
+
+#include <QIODevice>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void skrivLinje(QIODevice &fil, const QString &tekst)
+{
+    const QByteArray linje = EhfTegn(tekst) + "\r\n";
+    if (fil.write(linje) != linje.size())
+        throw RunTimeError(errors::kPathAccess);
+}
+
+} // namespace
+
+void SkrivEhfFil(QIODevice &fil, int kreditnota, const QString &ordreNr)
+{
+    const QString stilark =
+        kreditnota == 1 ? u"EHF-kreditnota_små.xslt"_s : u"EHF-faktura_små.xslt"_s;
+    skrivLinje(fil, EhfHode(kreditnota, stilark));
+    skrivLinje(fil, EhfDokument(kreditnota, ordreNr));
+    skrivLinje(fil, EhfLinjer(kreditnota, ordreNr));
+    skrivLinje(fil, EhfSlutt(kreditnota));
+}
