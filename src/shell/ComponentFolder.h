@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QString>
+
+/// The folder in which the file lies that holds this code (the loaded component, or a program that
+/// links it), in the told form and without a trailing separator.
+[[nodiscard]] QString componentFolder();

@@ -1,0 +1,41 @@
+#include "shell/Main.h"
+
+#include "data/Schema.h"
+#include "platform/ado/SessionPool.h"
+#include "platform/forms/Forms.h"
+#include "platform/forms/MsgBox.h"
+#include "platform/help/HtmlHelp.h"
+#include "shell/clsFaktura.h"
+#include "shell/clsRegSettings.h"
+#include "state/Messages.h"
+#include "state/SharedState.h"
+
+#include <QApplication>
+
+using namespace Qt::StringLiterals;
+
+void Main()
+{
+    if (qobject_cast<QApplication *>(QCoreApplication::instance()))
+        messages::setBox([](const QString &text, int style) { MsgBox(text, style); });
+    gFaktura = Ref<clsFaktura>::make();
+    gReg->setCompany(u"Brennmark AS"_s);
+    gReg->setAppName(u"Strekkbok"_s);
+    // In spite of its words the message ends nothing.
+    if (gFaktura->ModuleInit() == 0)
+        messages::show(u"Initiering av Regningsdel feilet!, - Programmet avslutter!"_s,
+                       messages::kCritical);
+    gMva0 = u"0"_s;
+    gMva10 = u"10"_s;
+    gMva15 = u"15"_s;
+    gMva25 = u"25"_s;
+}
+
+void Unload()
+{
+    HtmlHelpA(nullptr, {}, HH_CLOSE_ALL, {});
+    Forms::deleteAll();
+    releaseSharedState();
+    gSchema.clear();
+    ado::SessionPool::shared().clear();
+}

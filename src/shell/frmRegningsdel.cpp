@@ -1,0 +1,109 @@
+#include "shell/frmRegningsdel.h"
+
+#include "platform/forms/Forms.h"
+#include "platform/forms/ImageList.h"
+#include "platform/forms/OuterRim.h"
+#include "platform/forms/SendKeys.h"
+#include "presentation/Skjerm.h"
+#include "runtime/RunTimeError.h"
+#include "ui_frmRegningsdel.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize kButtonPicture{48, 48};
+
+using Opener = void (*)();
+
+/// Shows the single instance of a screen.
+template<class Screen>
+void open()
+{
+    SharedForm<Screen>::get().show();
+}
+
+/// A menu button with its picture and what it opens; null for a screen that is not there yet.
+struct MenuButton
+{
+    PictureButton *Ui::frmRegningsdel::*button;
+    QStringView picture;
+    Opener opener;
+};
+
+constexpr MenuButton kButtons[] = {
+    {&Ui::frmRegningsdel::Command2, u"produkt", nullptr},
+    {&Ui::frmRegningsdel::Command3, u"ordre", nullptr},
+    {&Ui::frmRegningsdel::Command5, u"oversikt", nullptr},
+    {&Ui::frmRegningsdel::Command7, u"innstillinger", nullptr},
+    {&Ui::frmRegningsdel::Command8, u"bokfor", nullptr},
+};
+
+/// The screens that close with the menu, in this order. The overview, the list printing and a note
+/// close on their own.
+constexpr QStringView kClosedWithMenu[] = {
+    u"frmBokfor",  u"frmKalkyle", u"frmKunder",    u"frmOptions", u"frmOrdre",
+    u"frmProdukt", u"frmUtskrift", u"frmInvisible", u"frmDummy",
+};
+
+QIcon picture(QStringView name, QSize size)
+{
+    ImageList list(size);
+    list.add({}, u":/faktura/"_s + name + u".svg"_s);
+    return list.icon(1);
+}
+
+} // namespace
+
+frmRegningsdel::frmRegningsdel()
+    : Form(u"frmRegningsdel"_s), m_ui(std::make_unique<Ui::frmRegningsdel>())
+{
+    m_ui->setupUi(this);
+    m_ui->Picture1->setPicture(picture(u"regningsdel", m_ui->Picture1->minimumSize()));
+    for (const MenuButton &entry : kButtons) {
+        PictureButton *button = m_ui.get()->*entry.button;
+        button->setPicture(picture(entry.picture, kButtonPicture), kButtonPicture);
+        if (!entry.opener)
+            continue;
+        onEvent(button, &PictureButton::clicked, this, [this, opener = entry.opener] {
+            opener();
+            // The menu stays within reach above what it has opened.
+            bringToFront();
+        });
+    }
+    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKeys(u"{F1}"_s); });
+}
+
+frmRegningsdel::~frmRegningsdel() = default;
+
+void frmRegningsdel::onLoad()
+{
+    VisHjelpBilde(*this);
+    QFont font(u"Verdana"_s);
+    font.setPointSizeF(6.0);
+    m_ui->Label1->setFont(font);
+    m_ui->Label1->setText(u"Build "_s + QString::number(FAKTURA_REVISION));
+}
+
+bool frmRegningsdel::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
+{
+    if (key == Qt::Key_F1)
+        VisHjelp(u"html\\intro1.htm"_s);
+    return false;
+}
+
+void frmRegningsdel::onQueryUnload(bool &, UnloadMode mode)
+{
+    if (mode == UnloadMode::LoggingOff)
+        unload();
+}
+
+void frmRegningsdel::onUnload()
+{
+    for (const QStringView name : kClosedWithMenu) {
+        passOver([&] {
+            if (Form *form = Forms::byName(name.toString()))
+                form->unload();
+        });
+    }
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/forms/Form.h"
+
+#include <memory>
+
+namespace Ui {
+class frmRegningsdel;
+}
+
+/// The main menu: five picture buttons from which the other screens open. It holds no data, and
+/// when it closes it takes the other screens with it.
+class frmRegningsdel : public Form
+{
+    Q_OBJECT
+
+public:
+    frmRegningsdel();
+    ~frmRegningsdel() override;
+
+protected:
+    void onLoad() override;
+    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
+    void onQueryUnload(bool &cancel, UnloadMode mode) override;
+    void onUnload() override;
+
+private:
+    std::unique_ptr<Ui::frmRegningsdel> m_ui;
+};
