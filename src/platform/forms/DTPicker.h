@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QDateEdit>
+
+/// A date picker: a field for a date, shown as "dd.mm.yyyy", with a calendar that drops down.
+///
+/// Its events are of two kinds. `dateChosen` tells that the user has chosen a date, by the calendar
+/// (also the date that stood there), by typing or by the arrow keys and the wheel; a typed date
+/// counts when the field is left or Enter is pressed. `entered` tells that the user goes into the
+/// picker or is about to open its calendar. Setting value and limits by the functions of this class
+/// raises neither. A typed date outside the limits is refused: the picker keeps its value. Day,
+/// month and year are typed with or without marks between them, the year with two digits or four.
+///
+/// The calendar drops down on a click on the arrow, F4 and Alt+Down.
+class DTPicker : public QDateEdit
+{
+    Q_OBJECT
+
+public:
+    explicit DTPicker(QWidget *parent = nullptr);
+
+    [[nodiscard]] QDate value() const { return date(); }
+    /// Error 13 for an invalid date, 35773 for one outside the limits; the picker keeps its value
+    /// then.
+    void setValue(QDate value);
+
+    /// The lowest and the highest date, both allowed. A value outside the new limits becomes the
+    /// nearest one inside them.
+    void setLimits(QDate lowest, QDate highest);
+
+Q_SIGNALS:
+    void dateChosen();
+    void entered();
+
+protected:
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+
+private:
+    [[nodiscard]] QRect arrow() const;
+    void dropDown();
+    void judgeTyped();
+    void pickedInCalendar();
+    void tellChoice();
+
+    bool m_byCode = false;
+    bool m_choiceTold = false; ///< since the calendar was opened
+    bool m_movedOn = false;    ///< the last digit typed has moved on to the next part of the date
+};

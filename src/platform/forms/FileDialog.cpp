@@ -1,0 +1,68 @@
+#include "platform/forms/FileDialog.h"
+
+#include "platform/forms/ModalDialog.h"
+#include "platform/forms/NorwegianTexts.h"
+
+#include <QFileDialog>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Filters
+{
+    QStringList descriptions;
+    /// The pairs in Qt's form "description (patterns)". The dialog is told to hide the patterns, so
+    /// a description shows as it was given.
+    QStringList pairs;
+};
+
+Filters filtersOf(const QString &filter)
+{
+    const QStringList parts = filter.split(u'|');
+    Filters result;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QStringList patterns = parts[i + 1].split(u';', Qt::SkipEmptyParts);
+        for (QString &pattern : patterns) {
+            pattern = pattern.trimmed();
+            if (pattern == "*.*"_L1)
+                pattern = u"*"_s;
+        }
+        result.descriptions.append(parts[i].trimmed());
+        result.pairs.append(parts[i] + u" ("_s + patterns.join(u' ') + u')');
+    }
+    return result;
+}
+
+} // namespace
+
+bool askForFile(FileQuestion &question)
+{
+    installNorwegianTexts();
+    QFileDialog dialog;
+    dialog.setObjectName(u"CommonDialog"_s);
+    dialog.setWindowTitle(question.title);
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !question.overwritePrompt);
+    dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(!question.save && question.mustExist ? QFileDialog::ExistingFile
+                                                            : QFileDialog::AnyFile);
+    dialog.setDirectory(question.initDir);
+    dialog.setDefaultSuffix(question.defaultExt);
+    const Filters filters = filtersOf(question.filter);
+    if (const QStringList &pairs = filters.pairs; !pairs.isEmpty()) {
+        dialog.setNameFilters(pairs);
+        const bool isInside = question.filterIndex >= 1 && question.filterIndex <= pairs.size();
+        dialog.selectNameFilter(pairs[isInside ? question.filterIndex - 1 : 0]);
+    }
+    dialog.selectFile(question.fileName);
+
+    if (runModal(dialog) != QDialog::Accepted)
+        return false;
+    question.fileName = dialog.selectedFiles().value(0);
+    // With the patterns hidden, the dialog answers with the description.
+    const QString chosen = dialog.selectedNameFilter().trimmed();
+    question.filterIndex = int(filters.descriptions.indexOf(chosen)) + 1;
+    return true;
+}

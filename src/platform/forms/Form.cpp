@@ -1,0 +1,236 @@
+#include "platform/forms/Form.h"
+
+#include "platform/forms/Forms.h"
+#include "platform/forms/OuterRim.h"
+#include "platform/forms/Twips.h"
+#include "runtime/RunTimeError.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QScreen>
+#include <QWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kAlreadyDisplayed = 400;
+
+void clickIfPossible(QAbstractButton *button)
+{
+    if (button && button->isEnabled() && button->isVisible())
+        button->click();
+}
+
+} // namespace
+
+Form::Form(const QString &name) : QWidget(nullptr, Qt::Window)
+{
+    setObjectName(name);
+    setLocale(QLocale(QLocale::NorwegianBokmal, QLocale::Norway));
+    (void)Forms::instance();
+}
+
+Form::~Form()
+{
+    if (m_modalLoop)
+        m_modalLoop->quit();
+    Forms::instance().forget(*this);
+}
+
+void Form::load()
+{
+    if (m_life != Life::Made)
+        return;
+    m_life = Life::Loaded;
+    Forms::instance().add(*this);
+    atOuterRim([this] { onLoad(); });
+}
+
+void Form::setVisible(bool visible)
+{
+    if (!visible) {
+        QWidget::setVisible(false);
+        return;
+    }
+    load();
+    if (m_life != Life::Loaded)
+        return;
+    if (isVisible()) {
+        if (state() == FormState::Minimised)
+            setWindowState(windowState() & ~Qt::WindowMinimized);
+        raise();
+    } else {
+        QWidget::setVisible(true);
+    }
+    activateWindow();
+    m_activationTold = !isActiveWindow();
+    becomeActive();
+}
+
+void Form::showModal()
+{
+    if (isVisible())
+        throw RunTimeError(kAlreadyDisplayed, u"Skjermbildet er allerede åpent."_s);
+    const QWidget *opener = QApplication::activeWindow();
+    setWindowModality(Qt::ApplicationModal);
+    winId();
+    windowHandle()->setTransientParent(opener ? opener->windowHandle() : nullptr);
+    QEventLoop loop;
+    m_modalLoop = &loop;
+    const QPointer<Form> self = this;
+    show();
+    // The handlers that ran in show may have closed the form already.
+    if (self && isVisible())
+        loop.exec(QEventLoop::DialogExec);
+    if (self) {
+        m_modalLoop = nullptr;
+        setWindowModality(Qt::NonModal);
+    }
+}
+
+bool Form::unload(UnloadMode mode)
+{
+    if (m_life == Life::Unloading || m_life == Life::Unloaded)
+        return true;
+    if (m_life == Life::Loaded) {
+        // A handler that unloads the form when asked is not asked a second time.
+        if (!m_asking) {
+            bool cancel = false;
+            m_asking = true;
+            atOuterRim([&] { onQueryUnload(cancel, mode); });
+            m_asking = false;
+            if (m_life == Life::Unloaded)
+                return true;
+            if (cancel)
+                return false;
+        }
+        m_life = Life::Unloading;
+        atOuterRim([this] { onUnload(); });
+    }
+    m_life = Life::Unloaded;
+    Forms::instance().remove(*this);
+    // Not hide: the program may end with its last window.
+    if (isVisible())
+        close();
+    deleteLater();
+    return true;
+}
+
+FormState Form::state() const
+{
+    if (isMinimized())
+        return FormState::Minimised;
+    return isMaximized() ? FormState::Maximised : FormState::Normal;
+}
+
+void Form::setState(FormState state)
+{
+    const Qt::WindowStates others = windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized);
+    setWindowState(state == FormState::Minimised   ? others | Qt::WindowMinimized
+                   : state == FormState::Maximised ? others | Qt::WindowMaximized
+                                                   : others);
+}
+
+QRect Form::place() const
+{
+    return {pixelsToTwips(x()), pixelsToTwips(y()), pixelsToTwips(width()),
+            pixelsToTwips(height())};
+}
+
+void Form::setPlace(int left, int top, int width, int height)
+{
+    move(twipsToPixels(left), twipsToPixels(top));
+    resize(twipsToPixels(width), twipsToPixels(height));
+}
+
+void Form::setMinimumTwips(int width, int height)
+{
+    setMinimumSize(twipsToPixels(width), twipsToPixels(height));
+}
+
+void Form::centreOnScreen()
+{
+    QRect place = frameGeometry();
+    place.moveCenter(screen()->availableGeometry().center());
+    move(place.topLeft());
+}
+
+void Form::setDefaultButton(QAbstractButton *button)
+{
+    if (auto *former = qobject_cast<QPushButton *>(m_defaultButton))
+        former->setDefault(false);
+    m_defaultButton = button;
+    if (auto *pushButton = qobject_cast<QPushButton *>(button))
+        pushButton->setDefault(true);
+}
+
+void Form::onQueryUnload(bool &, UnloadMode) {}
+
+bool Form::onKeyDown(Qt::Key, Qt::KeyboardModifiers)
+{
+    return false;
+}
+
+bool Form::event(QEvent *event)
+{
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::WindowActivate) {
+        if (!std::exchange(m_activationTold, false))
+            becomeActive();
+    }
+    return handled;
+}
+
+void Form::closeEvent(QCloseEvent *event)
+{
+    if (!unload(Forms::instance().isLoggingOff() ? UnloadMode::LoggingOff : UnloadMode::User))
+        event->ignore();
+}
+
+void Form::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    if (event->spontaneous())
+        return;
+    m_activationTold = false;
+    if (m_modalLoop)
+        m_modalLoop->quit();
+    Forms::instance().hidden(*this);
+}
+
+void Form::keyPressEvent(QKeyEvent *event)
+{
+    // What reaches this place no control has wanted.
+    if (event->key() == Qt::Key_Escape && m_cancelButton) {
+        clickIfPossible(m_cancelButton);
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        auto *focused = qobject_cast<QAbstractButton *>(focusWidget());
+        clickIfPossible(focused && !focused->isCheckable() ? focused : m_defaultButton.data());
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void Form::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    if (m_life == Life::Loaded)
+        atOuterRim([this] { onResize(); });
+}
+
+void Form::becomeActive()
+{
+    if (m_life == Life::Loaded && Forms::instance().makeActive(*this))
+        atOuterRim([this] { onActivate(); });
+}
+
+bool Form::previewKey(QKeyEvent *event)
+{
+    bool swallowed = false;
+    atOuterRim([&] { swallowed = onKeyDown(Qt::Key(event->key()), event->modifiers()); });
+    return swallowed || m_life != Life::Loaded;
+}

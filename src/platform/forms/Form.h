@@ -1,0 +1,117 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QPointer>
+#include <QWidget>
+
+class QEventLoop;
+
+/// Why a form is asked to close.
+enum class UnloadMode {
+    User = 0,       ///< the close box or the window menu
+    Code = 1,       ///< Form::unload
+    LoggingOff = 2, ///< the user logs off or the machine shuts down
+};
+
+/// The three states of a form's window, with the platform's numbers.
+enum class FormState { Normal = 0, Minimised = 1, Maximised = 2 };
+
+/// A screen: a top-level window with the life that the module's screens are written for.
+///
+///     made -> load -> (shown) resize, activate -> activate ... -> queryUnload -> unload -> gone
+///
+/// - `onLoad` runs once, before the form is first shown, or when `load` asks for it. From then
+/// until
+///   it is unloaded the form stands in `Forms`.
+/// - `onActivate` runs before the call that shows the form returns, and each time it becomes the
+///   program's active form again after another *form*. Message boxes, file and print dialogs, the
+///   parent's windows and other programs do not count.
+/// - `onKeyDown` sees every key ahead of the control that has the focus.
+/// - `unload` asks `onQueryUnload`, runs `onUnload`, takes the form out of `Forms` and deletes it
+/// as
+///   soon as its running event handlers have returned.
+///
+/// A run-time error that leaves one of these handlers becomes a message box and stops there.
+///
+/// Forms are made by `SharedForm` or by `new`, never on the stack; they own themselves. The object
+/// name is the form's name. Places are in twips: left and top are those of the window with its
+/// frame, width and height those of its inner area, so that a place that was read gives the same
+/// window again under any window manager.
+class Form : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Form(const QString &name);
+    ~Form() override;
+
+    /// Runs `onLoad` and enters the form in `Forms`; does nothing on a loaded form.
+    void load();
+    [[nodiscard]] bool isLoaded() const { return m_life == Life::Loaded; }
+    /// True from the moment the form is unloaded until it is deleted.
+    [[nodiscard]] bool isUnloaded() const { return m_life == Life::Unloaded; }
+
+    /// Shows the form (loading it first) without modality and without an owner; one that is on
+    /// screen already comes up again, out of the task bar if need be. QWidget::show and its kin all
+    /// come here.
+    void setVisible(bool visible) override;
+    /// Shows the form so that no other window of the program can be used, and returns when it has
+    /// been hidden or unloaded; it may be deleted by then. Error 400 when it is visible already.
+    void showModal();
+    /// Unloads the form. Returns false when `onQueryUnload` cancelled it.
+    bool unload(UnloadMode mode = UnloadMode::Code);
+    /// Puts the window on top of the others without giving it the focus ("ZOrder").
+    void bringToFront() { raise(); }
+
+    [[nodiscard]] FormState state() const;
+    void setState(FormState state);
+
+    /// Place and size in twips.
+    [[nodiscard]] QRect place() const;
+    /// Moves and sizes in one step; a size below the minimum becomes the minimum.
+    void setPlace(int left, int top, int width, int height);
+    /// The smallest size in twips; a smaller window grows to it at once.
+    void setMinimumTwips(int width, int height);
+    /// Puts the window in the middle of its screen.
+    void centreOnScreen();
+
+    /// The button that Enter presses when the focus is in no other button, and the one that Escape
+    /// presses; both work only while the button can be clicked. Null for none.
+    void setDefaultButton(QAbstractButton *button);
+    void setCancelButton(QAbstractButton *button) { m_cancelButton = button; }
+    [[nodiscard]] QAbstractButton *defaultButton() const { return m_defaultButton; }
+
+protected:
+    virtual void onLoad() {}
+    virtual void onActivate() {}
+    /// The inner area has a new size; also once before the form is first seen.
+    virtual void onResize() {}
+    /// May set `cancel` to keep the form. May itself call `unload`.
+    virtual void onQueryUnload(bool &cancel, UnloadMode mode);
+    virtual void onUnload() {}
+    /// Returns true to keep the key from the controls.
+    virtual bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift);
+
+    bool event(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    friend class Forms;
+
+    enum class Life { Made, Loaded, Unloading, Unloaded };
+
+    void becomeActive();
+    bool previewKey(QKeyEvent *event);
+
+    Life m_life = Life::Made;
+    bool m_asking = false;
+    /// The window system's report of the activation that setVisible has already told about is
+    /// still to come.
+    bool m_activationTold = false;
+    QEventLoop *m_modalLoop = nullptr;
+    QPointer<QAbstractButton> m_defaultButton;
+    QPointer<QAbstractButton> m_cancelButton;
+};

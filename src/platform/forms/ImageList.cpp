@@ -1,0 +1,76 @@
+#include "platform/forms/ImageList.h"
+
+#include "runtime/RunTimeError.h"
+
+#include <QFile>
+#include <QPainter>
+#include <QSvgRenderer>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kInvalidPicture = 481;
+constexpr int kIndexOutOfBounds = 35600;
+constexpr int kElementNotFound = 35601;
+constexpr int kKeyNotUnique = 35602;
+constexpr int kHighestPixelRatio = 3;
+
+} // namespace
+
+void ImageList::add(const QString &key, const QString &svgFile)
+{
+    QFile file(svgFile);
+    if (!file.open(QIODevice::ReadOnly))
+        throw RunTimeError(errors::kFileNotFound);
+    QByteArray svg = file.readAll();
+    if (!QSvgRenderer(svg).isValid())
+        throw RunTimeError(kInvalidPicture, u"Ugyldig bilde"_s);
+    if (!key.isEmpty() &&
+        std::ranges::any_of(m_pictures, [&](const Picture &other) { return other.key == key; }))
+        throw RunTimeError(kKeyNotUnique, u"Nøkkelen finnes fra før i samlingen"_s);
+    m_pictures.push_back({key, std::move(svg)});
+}
+
+QPixmap ImageList::picture(int index, qreal pixelRatio) const
+{
+    if (index < 1 || index > count())
+        throw RunTimeError(kIndexOutOfBounds, u"Indeksen er utenfor samlingen"_s);
+    QPixmap pixmap((QSizeF(m_size) * pixelRatio).toSize());
+    pixmap.fill(Qt::transparent);
+    QSvgRenderer renderer(m_pictures[size_t(index - 1)].svg);
+    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+    QPainter painter(&pixmap);
+    renderer.render(&painter, QRectF(pixmap.rect()));
+    painter.end();
+    pixmap.setDevicePixelRatio(pixelRatio);
+    return pixmap;
+}
+
+QPixmap ImageList::picture(const QString &key, qreal pixelRatio) const
+{
+    return picture(indexOf(key), pixelRatio);
+}
+
+QIcon ImageList::icon(int index) const
+{
+    QIcon icon;
+    for (int ratio = 1; ratio <= kHighestPixelRatio; ++ratio)
+        icon.addPixmap(picture(index, ratio));
+    return icon;
+}
+
+QIcon ImageList::icon(const QString &key) const
+{
+    return icon(indexOf(key));
+}
+
+int ImageList::indexOf(const QString &key) const
+{
+    const auto found = std::ranges::find(m_pictures, key, &Picture::key);
+    if (key.isEmpty() || found == m_pictures.end())
+        throw RunTimeError(kElementNotFound, u"Fant ikke elementet i samlingen"_s);
+    return int(found - m_pictures.begin()) + 1;
+}

@@ -1,0 +1,193 @@
+#include "platform/forms/MsgBox.h"
+
+#include "platform/forms/ModalDialog.h"
+#include "runtime/RunTimeError.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+
+#include <algorithm>
+#include <array>
+#include <span>
+#include <utility>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kButtonBits = 0x0F;
+constexpr int kIconBits = 0xF0;
+constexpr int kDefaultBits = 0x300;
+constexpr int kDefaultStep = 0x100;
+constexpr size_t kMostButtons = 3;
+
+struct Button
+{
+    int answer;
+    QMessageBox::ButtonRole role;
+    QStringView text;
+    /// Chooses the button from the keyboard without Alt; 0 for none.
+    int letter;
+};
+
+constexpr Button kOkButton{answer::kOk, QMessageBox::AcceptRole, u"OK", 0};
+constexpr Button kCancelButton{answer::kCancel, QMessageBox::RejectRole, u"Avbryt", 0};
+constexpr Button kAbortButton{answer::kAbort, QMessageBox::YesRole, u"Avbryt", Qt::Key_A};
+constexpr Button kRetryButton{answer::kRetry, QMessageBox::AcceptRole, u"Prøv igjen", Qt::Key_P};
+constexpr Button kIgnoreButton{answer::kIgnore, QMessageBox::NoRole, u"Ignorer", Qt::Key_I};
+constexpr Button kYesButton{answer::kYes, QMessageBox::YesRole, u"Ja", Qt::Key_J};
+constexpr Button kNoButton{answer::kNo, QMessageBox::NoRole, u"Nei", Qt::Key_N};
+
+constexpr Button kOkOnly[] = {kOkButton};
+constexpr Button kOkCancel[] = {kOkButton, kCancelButton};
+constexpr Button kAbortRetryIgnore[] = {kAbortButton, kRetryButton, kIgnoreButton};
+constexpr Button kYesNoCancel[] = {kYesButton, kNoButton, kCancelButton};
+constexpr Button kYesNo[] = {kYesButton, kNoButton};
+constexpr Button kRetryCancel[] = {kRetryButton, kCancelButton};
+
+std::span<const Button> buttonsOf(int style)
+{
+    switch (style & kButtonBits) {
+    case msgbox::kOkOnly:
+        return kOkOnly;
+    case msgbox::kOkCancel:
+        return kOkCancel;
+    case msgbox::kAbortRetryIgnore:
+        return kAbortRetryIgnore;
+    case msgbox::kYesNoCancel:
+        return kYesNoCancel;
+    case msgbox::kYesNo:
+        return kYesNo;
+    case msgbox::kRetryCancel:
+        return kRetryCancel;
+    default:
+        throw RunTimeError(errors::kInvalidCall);
+    }
+}
+
+QMessageBox::Icon iconOf(int style)
+{
+    switch (style & kIconBits) {
+    case msgbox::kCritical:
+        return QMessageBox::Critical;
+    case msgbox::kQuestion:
+        return QMessageBox::Question;
+    case msgbox::kExclamation:
+        return QMessageBox::Warning;
+    case msgbox::kInformation:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+/// A box that answers to letters, and of which the user must press a button when none of them
+/// stands for Escape.
+class Box : public QMessageBox
+{
+public:
+    void setLetter(int key, QPushButton *button) { m_letters.emplace_back(key, button); }
+    void mustChoose()
+    {
+        m_mustChoose = true;
+        setWindowFlag(Qt::WindowCloseButtonHint, false);
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        if (m_mustChoose && event->matches(QKeySequence::Cancel))
+            return;
+        for (const auto &[key, button] : m_letters) {
+            if (event->key() == key && event->modifiers() == Qt::NoModifier) {
+                button->click();
+                return;
+            }
+        }
+        QMessageBox::keyPressEvent(event);
+    }
+    void closeEvent(QCloseEvent *event) override
+    {
+        if (m_mustChoose)
+            event->ignore();
+        else
+            QMessageBox::closeEvent(event);
+    }
+
+private:
+    std::vector<std::pair<int, QPushButton *>> m_letters;
+    bool m_mustChoose = false;
+};
+
+/// The box breaks lines earlier than it needs to; the callers' own line breaks shall be seen.
+void giveRoom(Box &box)
+{
+    constexpr int kWidest = 600;
+    auto *label = box.findChild<QLabel *>(u"qt_msgbox_label"_s);
+    const int wanted =
+        label->fontMetrics().boundingRect(QRect(), Qt::TextExpandTabs, box.text()).width();
+    const int room = box.screen()->availableGeometry().width() * 3 / 4;
+    label->setMinimumWidth(std::min({wanted + 1, room, kWidest}));
+}
+
+QString &title()
+{
+    static QString text = u"Regningsdel"_s;
+    return text;
+}
+
+} // namespace
+
+int MsgBox(const QString &text, int style, const QString &givenTitle)
+{
+    const std::span<const Button> buttons = buttonsOf(style);
+
+    Box box;
+    box.setObjectName(u"MsgBox"_s);
+    box.setWindowTitle(givenTitle.isEmpty() ? title() : givenTitle);
+    box.setIcon(iconOf(style));
+    box.setTextFormat(Qt::PlainText);
+    QString shown = text;
+    box.setText(shown.replace("\r\n"_L1, "\n"_L1));
+
+    std::array<const QAbstractButton *, kMostButtons> made{};
+    size_t wanted = size_t(style & kDefaultBits) / kDefaultStep;
+    if (wanted >= buttons.size())
+        wanted = 0;
+    for (size_t i = 0; i < buttons.size(); ++i) {
+        const Button &button = buttons[i];
+        QPushButton *widget = box.addButton(button.text.toString(), button.role);
+        widget->setObjectName(u"button%1"_s.arg(button.answer));
+        if (button.letter != 0)
+            box.setLetter(button.letter, widget);
+        if (i == wanted)
+            box.setDefaultButton(widget);
+        made[i] = widget;
+    }
+    // Cancel stands last in every combination that has it.
+    if (buttons.size() > 1 && buttons.back().answer != answer::kCancel)
+        box.mustChoose();
+
+    giveRoom(box);
+    runModal(box);
+
+    // A box that ends without a button (the program is stopping) counts as its last one.
+    const auto clicked = std::find(made.begin(), made.end(), box.clickedButton());
+    const auto index = size_t(clicked - made.begin());
+    return index < buttons.size() ? buttons[index].answer : buttons.back().answer;
+}
+
+const QString &applicationTitle()
+{
+    return title();
+}
+
+void setApplicationTitle(const QString &text)
+{
+    title() = text;
+}

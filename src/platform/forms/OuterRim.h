@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QObject>
+
+#include <functional>
+#include <type_traits>
+#include <utility>
+
+/// Tells the user of a failure that no routine has trapped: error number and description in a
+/// critical message box.
+void showUntrapped(const std::exception &error);
+
+/// Runs an event handler at the outer rim: a failure that reaches this place is shown to the user
+/// and ends here. Nothing may fall through to the event loop, which belongs to the parent program.
+/// Returns false when the handler failed.
+template<class Handler>
+bool atOuterRim(Handler &&handler)
+{
+    try {
+        std::forward<Handler>(handler)();
+        return true;
+    } catch (const std::exception &error) {
+        showUntrapped(error);
+        return false;
+    }
+}
+
+/// Connects a control's event to its handler, at the outer rim. `handler` takes all arguments of
+/// the signal, or none; the connection ends with `context`.
+template<class Sender, class Signal, class Handler>
+QMetaObject::Connection onEvent(const Sender *sender, Signal signal, const QObject *context,
+                                Handler handler)
+{
+    return QObject::connect(
+        sender, signal, context,
+        [handler = std::move(handler)](const auto &...arguments) mutable -> void {
+            atOuterRim([&] {
+                if constexpr (std::is_invocable_v<Handler &, decltype(arguments)...>)
+                    std::invoke(handler, arguments...);
+                else
+                    std::invoke(handler);
+            });
+        });
+}

@@ -1,0 +1,61 @@
+#include "platform/forms/TabStrip.h"
+
+#include "runtime/RunTimeError.h"
+
+#include <QScopedValueRollback>
+#include <QTabBar>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kIndexOutOfBounds = 35600;
+
+} // namespace
+
+TabStrip::TabStrip(QWidget *parent) : QTabWidget(parent)
+{
+    connect(this, &QTabWidget::currentChanged, this, [this](int index) {
+        if (!m_byCode && index >= 0)
+            Q_EMIT clicked();
+    });
+    // A press on the selected tab changes nothing and is a click all the same.
+    connect(tabBar(), &QTabBar::tabBarClicked, this, [this](int index) {
+        if (index >= 0 && index == currentIndex())
+            Q_EMIT clicked();
+    });
+}
+
+void TabStrip::addTab(const QString &caption, const QString &key, const QString &toolTip)
+{
+    const QScopedValueRollback byCode(m_byCode, true);
+    auto *page = new QWidget(this);
+    page->setObjectName(key);
+    setTabToolTip(QTabWidget::addTab(page, caption), toolTip);
+}
+
+QString TabStrip::key(int number) const
+{
+    const QWidget *page = widget(number - 1);
+    return page ? page->objectName() : QString();
+}
+
+void TabStrip::select(int number)
+{
+    if (number < 1 || number > count())
+        throw RunTimeError(kIndexOutOfBounds, u"Indeksen er utenfor samlingen"_s);
+    const QScopedValueRollback byCode(m_byCode, true);
+    setCurrentIndex(number - 1);
+}
+
+void TabStrip::clickNext()
+{
+    if (count() > 1)
+        setCurrentIndex((currentIndex() + 1) % count());
+}
+
+QRect TabStrip::clientArea() const
+{
+    const QWidget *page = currentWidget();
+    return page ? QRect(page->mapTo(this, QPoint(0, 0)) + pos(), page->size()) : geometry();
+}

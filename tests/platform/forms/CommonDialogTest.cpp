@@ -1,0 +1,327 @@
+#include "platform/forms/CommonDialog.h"
+
+#include "platform/forms/TestApplication.h"
+#include "runtime/RunTimeError.h"
+
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void typeName(QFileDialog &dialog, const QString &name)
+{
+    auto *edit = dialog.findChild<QLineEdit *>(u"fileNameEdit"_s);
+    ASSERT_NE(edit, nullptr);
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClicks(edit, name);
+}
+
+QPushButton *acceptButton(const QFileDialog &dialog)
+{
+    for (QPushButton *button : dialog.findChildren<QPushButton *>()) {
+        if (button->isDefault())
+            return button;
+    }
+    return nullptr;
+}
+
+void pressOk(QFileDialog &dialog)
+{
+    ASSERT_NE(acceptButton(dialog), nullptr);
+    QTest::mouseClick(acceptButton(dialog), Qt::LeftButton);
+}
+
+class FileChoice : public FormsFixture
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(folder.isValid());
+        dialog.initDir = folder.path();
+        dialog.filter = u"EHF Format (*.xml)|*.xml|Bilder|*.bmp;*.gif|All Files (*.*)|*.*"_s;
+        dialog.defaultExt = u"xml"_s;
+    }
+
+    [[nodiscard]] QString inFolder(const QString &name) const { return folder.filePath(name); }
+    void makeFile(const QString &name) const
+    {
+        QFile file(inFolder(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+
+    QTemporaryDir folder;
+    CommonDialog dialog;
+};
+
+class PrinterChoice : public FormsFixture
+{
+protected:
+    CommonDialog dialog;
+};
+
+} // namespace
+
+TEST_F(FileChoice, SaveSuggestsTheNameAndReturnsThePath)
+{
+    dialog.fileName = u"Faktura-12.xml"_s;
+    QString suggested;
+    QString name;
+    onNextModal<QFileDialog>([&](QFileDialog &shown) {
+        suggested = shown.findChild<QLineEdit *>(u"fileNameEdit"_s)->text();
+        name = shown.objectName();
+        pressOk(shown);
+    });
+    dialog.showSave();
+    EXPECT_EQ(suggested, u"Faktura-12.xml"_s);
+    EXPECT_EQ(name, u"CommonDialog"_s);
+    EXPECT_EQ(dialog.fileName, inFolder(u"Faktura-12.xml"_s));
+    EXPECT_FALSE(QFile::exists(dialog.fileName)) << "choosing writes nothing";
+}
+
+TEST_F(FileChoice, TheDefaultExtensionIsAddedToANameWithoutOne)
+{
+    onNextModal<QFileDialog>([](QFileDialog &shown) {
+        typeName(shown, u"brev"_s);
+        pressOk(shown);
+    });
+    dialog.showSave();
+    EXPECT_EQ(dialog.fileName, inFolder(u"brev.xml"_s));
+    onNextModal<QFileDialog>([](QFileDialog &shown) {
+        typeName(shown, u"brev.txt"_s);
+        pressOk(shown);
+    });
+    dialog.showSave();
+    EXPECT_EQ(dialog.fileName, inFolder(u"brev.txt"_s));
+}
+
+TEST_F(FileChoice, ANameWithAFolderOpensThatFolder)
+{
+    ASSERT_TRUE(QDir(folder.path()).mkdir(u"under"_s));
+    dialog.fileName = inFolder(u"under/a.xml"_s);
+    QString opened;
+    onNextModal<QFileDialog>([&](QFileDialog &shown) {
+        opened = shown.directory().path();
+        shown.reject();
+    });
+    dialog.showSave();
+    EXPECT_EQ(opened, inFolder(u"under"_s));
+}
+
+TEST_F(FileChoice, CancelLeavesThePropertiesAndRaisesTheErrorOnlyWhenAsked)
+{
+    dialog.fileName = u"a.xml"_s;
+    dialog.filterIndex = 2;
+    const auto cancel = [] {
+        onNextModal<QFileDialog>(
+            [](QFileDialog &shown) { QTest::keyClick(&shown, Qt::Key_Escape); });
+    };
+    cancel();
+    EXPECT_EQ(passOver([&] { dialog.showSave(); }), 0);
+    dialog.cancelError = true;
+    cancel();
+    EXPECT_EQ(passOver([&] { dialog.showSave(); }), 32755);
+    cancel();
+    EXPECT_EQ(passOver([&] { dialog.showOpen(); }), 32755);
+    EXPECT_EQ(dialog.fileName, u"a.xml"_s);
+    EXPECT_EQ(dialog.filterIndex, 2);
+}
+
+TEST_F(FileChoice, FiltersShowTheirDescriptions)
+{
+    QStringList shownFilters;
+    QStringList patterns;
+    onNextModal<QFileDialog>([&](QFileDialog &shown) {
+        const auto *box = shown.findChild<QComboBox *>(u"fileTypeCombo"_s);
+        for (int i = 0; i < box->count(); ++i)
+            shownFilters << box->itemText(i).trimmed();
+        patterns = shown.nameFilters();
+        shown.reject();
+    });
+    dialog.showOpen();
+    EXPECT_EQ(shownFilters,
+              (QStringList{u"EHF Format (*.xml)"_s, u"Bilder"_s, u"All Files (*.*)"_s}));
+    EXPECT_TRUE(patterns.value(1).endsWith(u"(*.bmp *.gif)"_s));
+    EXPECT_TRUE(patterns.value(2).endsWith(u"(*)"_s)) << "names without a dot are files too";
+}
+
+TEST_F(FileChoice, TheFilterIndexCountsFromOneBothWays)
+{
+    const std::pair<int, int> opensOn[] = {{0, 0}, {1, 0}, {2, 1}, {3, 2}, {9, 0}};
+    for (const auto &[given, index] : opensOn) {
+        dialog.filterIndex = given;
+        int opened = -1;
+        onNextModal<QFileDialog>([&](QFileDialog &shown) {
+            opened = shown.findChild<QComboBox *>(u"fileTypeCombo"_s)->currentIndex();
+            shown.reject();
+        });
+        dialog.showOpen();
+        EXPECT_EQ(opened, index) << given;
+    }
+    onNextModal<QFileDialog>([](QFileDialog &shown) {
+        auto *box = shown.findChild<QComboBox *>(u"fileTypeCombo"_s);
+        QTest::keyClick(box, Qt::Key_End);
+        typeName(shown, u"a.txt"_s);
+        pressOk(shown);
+    });
+    dialog.showSave();
+    EXPECT_EQ(dialog.filterIndex, 3);
+}
+
+TEST_F(FileChoice, TheOverwritePromptAsksInNorwegian)
+{
+    makeFile(u"a.xml"_s);
+    dialog.fileName = u"a.xml"_s;
+    dialog.flags = 6;
+    QString question;
+    QStringList buttons;
+    onNextModal<QFileDialog>([&](QFileDialog &shown) {
+        onNextModal<QMessageBox>([&](QMessageBox &box) {
+            question = box.text();
+            for (const QAbstractButton *button : box.buttons())
+                buttons << button->text().remove(u'&');
+            box.button(QMessageBox::Yes)->click();
+        });
+        pressOk(shown);
+    });
+    dialog.showSave();
+    EXPECT_EQ(question, u"a.xml finnes fra før.\nVil du erstatte den?"_s);
+    EXPECT_EQ(buttons, (QStringList{u"Ja"_s, u"Nei"_s}));
+    EXPECT_EQ(dialog.fileName, inFolder(u"a.xml"_s));
+}
+
+TEST_F(FileChoice, RefusingToOverwriteLeadsBackToTheDialog)
+{
+    makeFile(u"a.xml"_s);
+    dialog.fileName = u"a.xml"_s;
+    dialog.flags = dialogflags::kOverwritePrompt;
+    onNextModal<QFileDialog>([&](QFileDialog &shown) {
+        onNextModal<QMessageBox>([](QMessageBox &box) { box.button(QMessageBox::No)->click(); });
+        pressOk(shown);
+        EXPECT_TRUE(shown.isVisible());
+        typeName(shown, u"b.xml"_s);
+        pressOk(shown);
+    });
+    dialog.showSave();
+    EXPECT_EQ(dialog.fileName, inFolder(u"b.xml"_s));
+}
+
+TEST_F(FileChoice, WithoutTheFlagNothingIsAsked)
+{
+    makeFile(u"a.xml"_s);
+    dialog.fileName = u"a.xml"_s;
+    onNextModal<QFileDialog>([](QFileDialog &shown) { pressOk(shown); });
+    dialog.showSave();
+    EXPECT_EQ(dialog.fileName, inFolder(u"a.xml"_s));
+}
+
+TEST_F(FileChoice, OpenTakesAMissingFileUnlessItMustExist)
+{
+    onNextModal<QFileDialog>([](QFileDialog &shown) {
+        typeName(shown, u"borte.xml"_s);
+        pressOk(shown);
+    });
+    dialog.showOpen();
+    EXPECT_EQ(dialog.fileName, inFolder(u"borte.xml"_s));
+
+    makeFile(u"her.xml"_s);
+    dialog.flags = dialogflags::kFileMustExist;
+    onNextModal<QFileDialog>([](QFileDialog &shown) {
+        typeName(shown, u"borte.xml"_s);
+        EXPECT_FALSE(acceptButton(shown)->isEnabled());
+        pressOk(shown);
+        ASSERT_TRUE(shown.isVisible());
+        typeName(shown, u"her.xml"_s);
+        pressOk(shown);
+    });
+    dialog.showOpen();
+    EXPECT_EQ(dialog.fileName, inFolder(u"her.xml"_s));
+}
+
+TEST_F(FileChoice, TitlesAndButtonsAreNorwegian)
+{
+    QStringList texts;
+    const auto note = [&] {
+        onNextModal<QFileDialog>([&](QFileDialog &shown) {
+            texts << shown.windowTitle() << acceptButton(shown)->text().remove(u'&');
+            shown.reject();
+        });
+    };
+    note();
+    dialog.showOpen();
+    note();
+    dialog.showSave();
+    dialog.dialogTitle = u"Velg logo"_s;
+    note();
+    dialog.showOpen();
+    EXPECT_EQ(texts, (QStringList{u"Åpne"_s, u"Åpne"_s, u"Lagre som"_s, u"Lagre"_s, u"Velg logo"_s,
+                                  u"Åpne"_s}));
+}
+
+TEST_F(PrinterChoice, CopiesAndTitleGoInAndCopiesComeOut)
+{
+    dialog.copies = 2;
+    dialog.flags = 1048588;
+    int suggested = 0;
+    QString title;
+    onNextModal<QDialog>([&](QDialog &shown) {
+        auto *copies = shown.findChild<QSpinBox *>(u"spnEksemplarer"_s);
+        suggested = copies->value();
+        title = shown.windowTitle();
+        auto *printers = shown.findChild<QComboBox *>(u"cmbSkriver"_s);
+        printers->setCurrentIndex(printers->count() - 1);
+        copies->selectAll();
+        QTest::keyClicks(copies, u"3"_s);
+        shown.findChild<QPushButton *>(u"cmdAvbryt"_s)->click();
+    });
+    dialog.showPrinter();
+    EXPECT_EQ(suggested, 2);
+    EXPECT_EQ(title, u"Skriv ut"_s);
+    EXPECT_EQ(dialog.copies, 2) << "cancelled";
+}
+
+TEST_F(PrinterChoice, CancelRaisesTheErrorWhenAsked)
+{
+    dialog.cancelError = true;
+    onNextModal<QDialog>([](QDialog &shown) { QTest::keyClick(&shown, Qt::Key_Escape); });
+    EXPECT_EQ(passOver([&] { dialog.showPrinter(); }), 32755);
+}
+
+TEST_F(PrinterChoice, APdfFileIsAskedForWhenItIsChosen)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"ut.pdf"_s);
+    bool cameBack = false;
+    onNextModal<QDialog>([&](QDialog &shown) {
+        auto *printers = shown.findChild<QComboBox *>(u"cmbSkriver"_s);
+        printers->setCurrentIndex(printers->findText(u"PDF-fil"_s));
+        auto *copies = shown.findChild<QSpinBox *>(u"spnEksemplarer"_s);
+        copies->selectAll();
+        QTest::keyClicks(copies, u"3"_s);
+        auto *print = shown.findChild<QPushButton *>(u"cmdSkriv"_s);
+
+        onNextModal<QFileDialog>([](QFileDialog &save) { save.reject(); });
+        print->click();
+        cameBack = shown.isVisible();
+
+        onNextModal<QFileDialog>([&](QFileDialog &save) {
+            typeName(save, file);
+            pressOk(save);
+        });
+        print->click();
+    });
+    dialog.showPrinter();
+    EXPECT_TRUE(cameBack) << "cancelling the file leads back";
+    EXPECT_EQ(dialog.pdfFile, file);
+    EXPECT_EQ(dialog.printerName, QString());
+    EXPECT_EQ(dialog.copies, 3);
+}

@@ -1,0 +1,246 @@
+#include "platform/forms/DTPicker.h"
+
+#include "platform/forms/TestApplication.h"
+#include "runtime/RunTimeError.h"
+
+#include <QCalendarWidget>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTableView>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Picker : public FormsFixture
+{
+protected:
+    void SetUp() override
+    {
+        form = new RecordingForm;
+        before = new QLineEdit(form);
+        picker = new DTPicker(form);
+        picker->setGeometry(10, 40, 120, 26);
+        picker->setLimits(QDate(2026, 1, 1), QDate(2027, 12, 31));
+        picker->setValue(QDate(2026, 5, 17));
+        form->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(form));
+        before->setFocus();
+        chosen = std::make_unique<QSignalSpy>(picker, &DTPicker::dateChosen);
+        entered = std::make_unique<QSignalSpy>(picker, &DTPicker::entered);
+    }
+    void TearDown() override
+    {
+        chosen.reset();
+        entered.reset();
+        FormsFixture::TearDown();
+    }
+
+    void openCalendar() const
+    {
+        QTest::mouseClick(picker, Qt::LeftButton, {}, QPoint(picker->width() - 8, 13));
+        ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    }
+    /// Moves to `day` in the open calendar with the keys, and chooses it.
+    void chooseInCalendar(int day) const
+    {
+        auto *view = picker->calendarWidget()->findChild<QTableView *>();
+        const int steps = day - picker->calendarWidget()->selectedDate().day();
+        for (int i = 0; i < std::abs(steps); ++i)
+            QTest::keyClick(view, steps > 0 ? Qt::Key_Right : Qt::Key_Left);
+        QTest::keyClick(view, Qt::Key_Return);
+        runEvents();
+    }
+    void type(const QString &date) const
+    {
+        before->setFocus();
+        picker->setFocus(Qt::TabFocusReason);
+        QTest::keyClicks(picker, date);
+    }
+
+    RecordingForm *form = nullptr;
+    QLineEdit *before = nullptr;
+    DTPicker *picker = nullptr;
+    std::unique_ptr<QSignalSpy> chosen;
+    std::unique_ptr<QSignalSpy> entered;
+};
+
+} // namespace
+
+TEST_F(Picker, ShowsDayMonthYear)
+{
+    EXPECT_EQ(picker->text(), u"17.05.2026"_s);
+    picker->setValue(QDate(2027, 12, 1));
+    EXPECT_EQ(picker->text(), u"01.12.2027"_s);
+}
+
+TEST_F(Picker, SettingTheValueByCodeRaisesNothing)
+{
+    picker->setValue(QDate(2026, 8, 1));
+    EXPECT_EQ(picker->value(), QDate(2026, 8, 1));
+    EXPECT_EQ(chosen->count(), 0);
+    EXPECT_EQ(entered->count(), 0);
+}
+
+TEST_F(Picker, AValueOutsideTheLimitsIsAnErrorAndChangesNothing)
+{
+    EXPECT_EQ(passOver([&] { picker->setValue(QDate(2025, 12, 31)); }), 35773);
+    EXPECT_EQ(passOver([&] { picker->setValue(QDate(2028, 1, 1)); }), 35773);
+    EXPECT_EQ(passOver([&] { picker->setValue(QDate()); }), 13);
+    EXPECT_EQ(picker->value(), QDate(2026, 5, 17));
+    EXPECT_EQ(passOver([&] { picker->setValue(QDate(2026, 1, 1)); }), 0);
+    EXPECT_EQ(passOver([&] { picker->setValue(QDate(2027, 12, 31)); }), 0);
+}
+
+TEST_F(Picker, NewLimitsPullTheValueInWithoutAnEvent)
+{
+    picker->setLimits(QDate(2030, 1, 1), QDate(2031, 12, 31));
+    EXPECT_EQ(picker->value(), QDate(2030, 1, 1));
+    picker->setLimits(QDate(2010, 1, 1), QDate(2012, 12, 31));
+    EXPECT_EQ(picker->value(), QDate(2012, 12, 31));
+    EXPECT_EQ(chosen->count(), 0);
+}
+
+TEST_F(Picker, ATypedDateCountsOnceWhenEnterIsPressedOrTheFieldIsLeft)
+{
+    type(u"24.12.2026"_s);
+    EXPECT_EQ(chosen->count(), 0) << "not yet";
+    QTest::keyClick(picker, Qt::Key_Return);
+    EXPECT_EQ(chosen->count(), 1);
+    EXPECT_EQ(picker->value(), QDate(2026, 12, 24));
+
+    type(u"01.02.2027"_s);
+    before->setFocus();
+    EXPECT_EQ(chosen->count(), 2);
+    EXPECT_EQ(picker->value(), QDate(2027, 2, 1));
+}
+
+TEST_F(Picker, DatesAreTypedWithOrWithoutMarksAndWithShortParts)
+{
+    const std::pair<QString, QDate> dates[] = {
+        {u"24122026"_s, QDate(2026, 12, 24)}, {u"24.12.2026"_s, QDate(2026, 12, 24)},
+        {u"1.2.2027"_s, QDate(2027, 2, 1)},   {u"01,02,2027"_s, QDate(2027, 2, 1)},
+        {u"1-2-27"_s, QDate(2027, 2, 1)},     {u"24.12.26"_s, QDate(2026, 12, 24)},
+        {u"3"_s, QDate(2026, 5, 3)},
+    };
+    for (const auto &[typed, date] : dates) {
+        picker->setValue(QDate(2026, 5, 17));
+        type(typed);
+        QTest::keyClick(picker, Qt::Key_Return);
+        EXPECT_EQ(picker->value().toString(Qt::ISODate), date.toString(Qt::ISODate))
+            << typed.toStdString();
+    }
+}
+
+TEST_F(Picker, ATypedDateOutsideTheLimitsIsRefused)
+{
+    for (const QString &date : {u"31.12.2025"_s, u"01.01.2028"_s, u"24.12.30"_s}) {
+        type(date);
+        before->setFocus();
+        EXPECT_EQ(picker->value(), QDate(2026, 5, 17)) << date.toStdString();
+        EXPECT_EQ(picker->text(), u"17.05.2026"_s);
+    }
+    EXPECT_EQ(chosen->count(), 0);
+}
+
+TEST_F(Picker, TypingOverTheWholeSelectedDateBeginsAtItsDay)
+{
+    picker->setFocus();
+    picker->selectAll();
+    QTest::keyClicks(picker, u"24.12.2026"_s);
+    QTest::keyClick(picker, Qt::Key_Return);
+    EXPECT_EQ(picker->value(), QDate(2026, 12, 24));
+}
+
+TEST_F(Picker, ArrowKeysChoose)
+{
+    picker->setFocus();
+    QTest::keyClick(picker, Qt::Key_Up);
+    EXPECT_EQ(picker->value(), QDate(2026, 5, 18));
+    EXPECT_EQ(chosen->count(), 1);
+}
+
+TEST_F(Picker, ADateOfTheCalendarIsChosenOnce)
+{
+    openCalendar();
+    chooseInCalendar(20);
+    EXPECT_EQ(picker->value(), QDate(2026, 5, 20));
+    EXPECT_EQ(chosen->count(), 1);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(Picker, ChoosingTheShownDateOfTheCalendarCountsToo)
+{
+    openCalendar();
+    chooseInCalendar(17);
+    EXPECT_EQ(picker->value(), QDate(2026, 5, 17));
+    EXPECT_EQ(chosen->count(), 1);
+}
+
+TEST_F(Picker, ClosingTheCalendarWithoutAChoiceIsNoChoice)
+{
+    openCalendar();
+    QTest::keyClick(picker->calendarWidget()->findChild<QTableView *>(), Qt::Key_Right);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    runEvents();
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    EXPECT_EQ(picker->value(), QDate(2026, 5, 17));
+    EXPECT_EQ(chosen->count(), 0);
+}
+
+TEST_F(Picker, GettingTheFocusIsEntering)
+{
+    QTest::keyClick(before, Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), picker);
+    EXPECT_EQ(entered->count(), 1);
+    EXPECT_EQ(chosen->count(), 0);
+}
+
+TEST_F(Picker, TheCalendarShowsTheValueThatEnteringSets)
+{
+    QObject::connect(picker, &DTPicker::entered, picker,
+                     [this] { picker->setValue(QDate(2027, 3, 8)); });
+    openCalendar();
+    EXPECT_GE(entered->count(), 1);
+    EXPECT_EQ(picker->calendarWidget()->selectedDate(), QDate(2027, 3, 8));
+}
+
+TEST_F(Picker, ComingBackFromTheCalendarIsNoEntering)
+{
+    openCalendar();
+    const qsizetype before_ = entered->count();
+    chooseInCalendar(20);
+    EXPECT_EQ(entered->count(), before_);
+}
+
+TEST_F(Picker, F4AndAltDownDropTheCalendarDown)
+{
+    picker->setFocus();
+    for (const auto &[key, modifiers] :
+         {std::pair(Qt::Key_F4, Qt::NoModifier), std::pair(Qt::Key_Down, Qt::AltModifier)}) {
+        entered->clear();
+        QTest::keyClick(picker, key, modifiers);
+        ASSERT_NE(QApplication::activePopupWidget(), nullptr) << key;
+        EXPECT_EQ(entered->count(), 1);
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+        runEvents();
+    }
+}
+
+TEST_F(Picker, TheCalendarKeepsToTheLimitsAndSpeaksNorwegian)
+{
+    const QCalendarWidget *calendar = picker->calendarWidget();
+    openCalendar();
+    EXPECT_EQ(calendar->minimumDate(), QDate(2026, 1, 1));
+    EXPECT_EQ(calendar->maximumDate(), QDate(2027, 12, 31));
+    EXPECT_EQ(calendar->firstDayOfWeek(), Qt::Monday);
+    EXPECT_EQ(calendar->locale().monthName(5), u"mai"_s);
+    EXPECT_EQ(calendar->locale().dayName(7), u"søndag"_s);
+    const auto *view = calendar->findChild<QTableView *>();
+    for (int column = 0; column < view->model()->columnCount(); ++column) {
+        const QString name = view->model()->index(0, column).data().toString();
+        EXPECT_LT(view->fontMetrics().horizontalAdvance(name), view->columnWidth(column))
+            << name.toStdString();
+    }
+    QApplication::activePopupWidget()->close();
+}

@@ -1,0 +1,243 @@
+#include "platform/forms/MsgBox.h"
+
+#include "platform/forms/TestApplication.h"
+#include "runtime/RunTimeError.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class StandardMessage : public FormsFixture
+{
+};
+
+QPushButton *button(const QMessageBox &box, const QString &text)
+{
+    for (QPushButton *candidate : box.findChildren<QPushButton *>()) {
+        if (candidate->text() == text)
+            return candidate;
+    }
+    return nullptr;
+}
+
+/// The answer of a box of `style` when its button `text` is clicked with the mouse.
+int answerTo(int style, const QString &text)
+{
+    onNextModal<QMessageBox>([text](QMessageBox &box) {
+        ASSERT_NE(button(box, text), nullptr) << text.toStdString();
+        QTest::mouseClick(button(box, text), Qt::LeftButton);
+    });
+    return MsgBox(u"Tekst"_s, style);
+}
+
+/// The answer of a box of `style` to one key; with Enter after it when the key leaves the box open.
+int answerToKey(int style, Qt::Key key, bool *stayed = nullptr)
+{
+    onNextModal<QMessageBox>([=](QMessageBox &box) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&box));
+        QTest::keyClick(box.windowHandle(), key);
+        if (stayed)
+            *stayed = box.isVisible();
+        if (box.isVisible())
+            QTest::keyClick(box.windowHandle(), Qt::Key_Return);
+    });
+    return MsgBox(u"Tekst"_s, style);
+}
+
+} // namespace
+
+TEST_F(StandardMessage, EveryButtonHasItsNumber)
+{
+    EXPECT_EQ(answerTo(0, u"OK"_s), 1);
+    EXPECT_EQ(answerTo(1, u"OK"_s), 1);
+    EXPECT_EQ(answerTo(1, u"Avbryt"_s), 2);
+    EXPECT_EQ(answerTo(2, u"Avbryt"_s), 3);
+    EXPECT_EQ(answerTo(2, u"Prøv igjen"_s), 4);
+    EXPECT_EQ(answerTo(2, u"Ignorer"_s), 5);
+    EXPECT_EQ(answerTo(3, u"Ja"_s), 6);
+    EXPECT_EQ(answerTo(3, u"Nei"_s), 7);
+    EXPECT_EQ(answerTo(3, u"Avbryt"_s), 2);
+    EXPECT_EQ(answerTo(4, u"Ja"_s), 6);
+    EXPECT_EQ(answerTo(4, u"Nei"_s), 7);
+    EXPECT_EQ(answerTo(5, u"Prøv igjen"_s), 4);
+    EXPECT_EQ(answerTo(5, u"Avbryt"_s), 2);
+}
+
+TEST_F(StandardMessage, OtherButtonBitsAreError5)
+{
+    EXPECT_EQ(passOver([] { MsgBox(u"Tekst"_s, 6); }), 5);
+    EXPECT_EQ(passOver([] { MsgBox(u"Tekst"_s, 64 + 15); }), 5);
+}
+
+TEST_F(StandardMessage, TheIconFollowsTheStyle)
+{
+    const std::pair<int, QMessageBox::Icon> icons[] = {
+        {0, QMessageBox::NoIcon},   {16, QMessageBox::Critical},    {32 + 4, QMessageBox::Question},
+        {48, QMessageBox::Warning}, {64, QMessageBox::Information},
+    };
+    for (const auto &[style, icon] : icons) {
+        QMessageBox::Icon shown = QMessageBox::NoIcon;
+        onNextModal<QMessageBox>([&](QMessageBox &box) {
+            shown = box.icon();
+            box.reject();
+        });
+        MsgBox(u"Tekst"_s, style);
+        EXPECT_EQ(shown, icon) << style;
+    }
+}
+
+TEST_F(StandardMessage, TheDefaultButtonIsTheFirstOrTheOneOfTheStyle)
+{
+    EXPECT_EQ(answerToKey(4 + 32, Qt::Key_Return), 6);
+    EXPECT_EQ(answerToKey(292, Qt::Key_Return), 7);
+    EXPECT_EQ(answerToKey(3 + 256, Qt::Key_Return), 7);
+    EXPECT_EQ(answerToKey(3 + 512, Qt::Key_Return), 2);
+    EXPECT_EQ(answerToKey(4 + 512, Qt::Key_Return), 6) << "beyond the last";
+}
+
+TEST_F(StandardMessage, EscapeAnswersCancelOrTheOnlyButton)
+{
+    EXPECT_EQ(answerToKey(0, Qt::Key_Escape), 1);
+    EXPECT_EQ(answerToKey(1, Qt::Key_Escape), 2);
+    EXPECT_EQ(answerToKey(3, Qt::Key_Escape), 2);
+    EXPECT_EQ(answerToKey(5, Qt::Key_Escape), 2);
+}
+
+TEST_F(StandardMessage, EscapeDoesNothingWhereTheUserMustChoose)
+{
+    for (const int style : {4, 2}) {
+        bool stayed = false;
+        answerToKey(style, Qt::Key_Escape, &stayed);
+        EXPECT_TRUE(stayed) << style;
+    }
+}
+
+TEST_F(StandardMessage, TheCloseBoxAnswersLikeEscape)
+{
+    onNextModal([](QWidget &box) { box.close(); });
+    EXPECT_EQ(MsgBox(u"Tekst"_s), 1);
+    onNextModal([](QWidget &box) { box.close(); });
+    EXPECT_EQ(MsgBox(u"Tekst"_s, 3), 2);
+    onNextModal<QMessageBox>([](QMessageBox &box) {
+        EXPECT_FALSE(box.windowFlags().testFlag(Qt::WindowCloseButtonHint));
+        box.close();
+        EXPECT_TRUE(box.isVisible());
+        button(box, u"Ja"_s)->click();
+    });
+    EXPECT_EQ(MsgBox(u"Tekst"_s, 4), 6);
+}
+
+TEST_F(StandardMessage, JAndNAnswerWithoutAlt)
+{
+    EXPECT_EQ(answerToKey(292, Qt::Key_J), 6);
+    EXPECT_EQ(answerToKey(36, Qt::Key_N), 7);
+    EXPECT_EQ(answerToKey(2, Qt::Key_P), 4);
+}
+
+TEST_F(StandardMessage, TextIsShownAsItStands)
+{
+    const QString text = u"  <b>Det</b> er  to & tre,\r\n\r\nslutt "_s;
+    QString shown;
+    Qt::TextFormat format = Qt::AutoText;
+    onNextModal<QMessageBox>([&](QMessageBox &box) {
+        shown = box.text();
+        format = box.textFormat();
+        box.reject();
+    });
+    MsgBox(text);
+    EXPECT_EQ(shown, u"  <b>Det</b> er  to & tre,\n\nslutt "_s);
+    EXPECT_EQ(format, Qt::PlainText);
+}
+
+TEST_F(StandardMessage, TheCallersLinesAreNotBroken)
+{
+    int height = 0;
+    int lineHeight = 1;
+    onNextModal<QMessageBox>([&](QMessageBox &box) {
+        const auto *label = box.findChild<QLabel *>(u"qt_msgbox_label"_s);
+        lineHeight = label->fontMetrics().lineSpacing();
+        height = label->heightForWidth(label->width());
+        box.reject();
+    });
+    MsgBox(u"Det er ufullstendig informasjon på klienten, den bør rettes.\nSlutt"_s, 48);
+    EXPECT_LT(height, 3 * lineHeight);
+}
+
+TEST_F(StandardMessage, TheTitleIsTheCallersOrTheApplications)
+{
+    QStringList titles;
+    const auto note = [&] {
+        onNextModal([&](QWidget &box) {
+            titles << box.windowTitle();
+            box.close();
+        });
+    };
+    note();
+    MsgBox(u"Tekst"_s, 0, u"Lagre"_s);
+    note();
+    MsgBox(u"Tekst"_s);
+    const QString before = applicationTitle();
+    setApplicationTitle(u"Faktura"_s);
+    note();
+    MsgBox(u"Tekst"_s);
+    setApplicationTitle(before);
+    EXPECT_EQ(titles, (QStringList{u"Lagre"_s, u"Regningsdel"_s, u"Faktura"_s}));
+}
+
+TEST_F(StandardMessage, ThePublicNames)
+{
+    QString name;
+    QStringList buttons;
+    onNextModal<QMessageBox>([&](QMessageBox &box) {
+        name = box.objectName();
+        for (const QAbstractButton *made : box.buttons())
+            buttons << made->objectName() + u'=' + made->text();
+        box.reject();
+    });
+    MsgBox(u"Tekst"_s, 3);
+    buttons.sort();
+    EXPECT_EQ(name, u"MsgBox"_s);
+    EXPECT_EQ(buttons, (QStringList{u"button2=Avbryt"_s, u"button6=Ja"_s, u"button7=Nei"_s}));
+}
+
+TEST_F(StandardMessage, SurvivesTheFormThatItStandsAbove)
+{
+    auto *form = new RecordingForm;
+    form->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form));
+    const QPointer<Form> guard = form;
+    bool visible = false;
+    onNextModal<QMessageBox>([&](QMessageBox &box) {
+        form->unload();
+        runEvents();
+        visible = box.isVisible();
+        box.reject();
+    });
+    EXPECT_EQ(MsgBox(u"Tekst"_s), 1);
+    EXPECT_TRUE(visible);
+    EXPECT_FALSE(guard);
+}
+
+TEST_F(StandardMessage, StandsAboveTheActiveForm)
+{
+    auto *form = new RecordingForm;
+    form->setPlace(3000, 1500, 4500, 4500);
+    form->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form));
+    QPoint centre;
+    QSize size;
+    onNextModal([&](QWidget &box) {
+        centre = box.frameGeometry().center();
+        size = box.size();
+        box.close();
+    });
+    MsgBox(u"Tekst"_s);
+    const QPoint distance = centre - form->frameGeometry().center();
+    EXPECT_LT(std::abs(distance.x()), size.width() / 4 + 4);
+    EXPECT_LT(std::abs(distance.y()), size.height() / 4 + 4);
+}
