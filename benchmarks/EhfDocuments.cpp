@@ -1,0 +1,200 @@
+// How fast whole EHF documents come out of the database, beside a plain loop on the database's own
+// interface that reads the same rows and does nothing with them.
+
+#include "benchmarks/Report.h"
+#include "data/clsAdoUtils.h"
+#include "output/EhfFil.h"
+#include "shell/Main.h"
+#include "shell/clsFaktura.h"
+#include "state/SharedState.h"
+#include "vert/ParentTables.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <sqlite3.h>
+
+#include <string>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kClient = 5;
+constexpr int kProducts = 25;
+constexpr int kDocuments = 1000;
+constexpr int kLines = 10;
+constexpr int kRounds = 9;
+
+/// A parent's database with the module started on it and `kDocuments` orders of `kLines` lines.
+void makeDatabase(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("cannot make the database file");
+    file.close();
+    {
+        ado::Connection connection;
+        connection.open(u"dsn="_s + path);
+        createParentTables(connection);
+        connection.execute(
+            u"INSERT INTO Klient (KlientNr,Navn,Adr1,Adr2,PostNr,OrganisasjonsNr,Giro1) VALUES "
+            u"(5,'Fjell Frakt AS','Postboks 1','Åsveien 2','2317','912345678','15034012345')"_s);
+        connection.execute(u"INSERT INTO Poststed (PostNr,PostSted) VALUES ('2317','Hamar')"_s);
+    }
+    clsFaktura module;
+    module.setConnectStreng(u"dsn="_s + path);
+    module.setKlient(kClient);
+    module.setCurrentYear(2014);
+    module.StartModul();
+    if (module.ModuleInit() == 0)
+        qFatal("the module did not start: %s", qPrintable(gDB->LastError()));
+
+    gConn->beginTrans();
+    for (int product = 1; product <= kProducts; ++product)
+        gConn->execute(u"INSERT INTO Produkt (KlientNr,ProduktNr,ProduktNavn,Enhet) VALUES "
+                       u"(5,'P%1','Kjøring %1','%2')"_s.arg(product)
+                           .arg(product % 3 == 0 ? u"time"_s : u"stk"_s));
+    for (int order = 1; order <= kDocuments; ++order) {
+        gConn->execute(
+            u"INSERT INTO Ordre (KlientNr,OrdreNr,EgenRef,DeresRef,KundeNr,KundeNavn,FakAdresse1,"
+            u"FakAdresse2,FakPostNr,FakPoststed,LevAdresse1,LevAdresse2,LevPostNr,LevPoststed,KID,"
+            u"BetBet,FakDato,ForfallDato,LevDato,SumNetto,MvaKr,SumBrutto) VALUES (5,%1,'Kåre',"
+            u"'Innkjøp',10001,'Ærlig Øl AS','Postboks 7','Åsveien 3','0010','Oslo','Terminal 2',"
+            u"'Lagerveien 9','2317','Hamar','2001000100018',14,#03/09/2014#,#03/23/2014#,"
+            u"#03/07/2014#,12345.50,3086.38,15431.88)"_s.arg(order));
+        for (int line = 1; line <= kLines; ++line)
+            gConn->execute(
+                u"INSERT INTO OrdreLinjer (OrdreID,PosNr,ProduktNr,ProduktNavn,Antall,Pris,"
+                u"RabattPst,RabattKr,MvaPst,SumNetto,SumBrutto) VALUES (%1,%2,'P%3',"
+                u"'Kjøring på Østlandet',2.5,493.82,0,0,25,1234.55,1543.19)"_s.arg(order)
+                    .arg(line * 10)
+                    .arg((order + line) % kProducts + 1));
+    }
+    gConn->commitTrans();
+}
+
+/// One EHF file of each order.
+void writeDocuments()
+{
+    QByteArray bytes;
+    for (int order = 1; order <= kDocuments; ++order) {
+        bytes.resize(0);
+        QBuffer file(&bytes);
+        file.open(QIODevice::WriteOnly);
+        SkrivEhfFil(file, 0, QString::number(order));
+        if (!bytes.endsWith("</Invoice>\r\n"))
+            qFatal("a document is not whole");
+    }
+}
+
+/// A value as the database has it.
+struct PlainValue
+{
+    int type;
+    sqlite3_int64 whole;
+    double number;
+    std::string text;
+};
+
+/// One of the three queries of a document.
+class PlainQuery
+{
+public:
+    PlainQuery(sqlite3 *database, const char *sql)
+    {
+        if (sqlite3_prepare_v2(database, sql, -1, &m_statement, nullptr) != SQLITE_OK)
+            qFatal("%s", sqlite3_errmsg(database));
+    }
+    ~PlainQuery() { sqlite3_finalize(m_statement); }
+    PlainQuery(const PlainQuery &) = delete;
+    PlainQuery &operator=(const PlainQuery &) = delete;
+
+    /// Reads all values of all rows for client and order; the number of rows.
+    int read(int order, std::vector<PlainValue> &values)
+    {
+        sqlite3_bind_int(m_statement, 1, kClient);
+        if (sqlite3_bind_parameter_count(m_statement) > 1)
+            sqlite3_bind_int(m_statement, 2, order);
+        int rows = 0;
+        for (; sqlite3_step(m_statement) == SQLITE_ROW; ++rows) {
+            for (int i = 0; i < sqlite3_column_count(m_statement); ++i)
+                values.push_back(value(i));
+        }
+        sqlite3_reset(m_statement);
+        return rows;
+    }
+
+private:
+    PlainValue value(int column)
+    {
+        PlainValue result{sqlite3_column_type(m_statement, column), 0, 0, {}};
+        if (result.type == SQLITE_INTEGER)
+            result.whole = sqlite3_column_int64(m_statement, column);
+        else if (result.type == SQLITE_FLOAT)
+            result.number = sqlite3_column_double(m_statement, column);
+        else if (result.type == SQLITE_TEXT)
+            result.text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+        return result;
+    }
+
+    sqlite3_stmt *m_statement = nullptr;
+};
+
+constexpr const char *kClientSql =
+    "SELECT K.Navn,K.Adr1,K.Adr2,K.PostNr,P.PostSted,K.OrganisasjonsNr,K.Giro1 FROM Klient K "
+    "LEFT JOIN Poststed P ON K.PostNr=P.PostNr WHERE K.KlientNr=?1";
+constexpr const char *kOrderSql =
+    "SELECT OrdreNr,EgenRef,DeresRef,KundeNr,KundeNavn,FakAdresse1,FakAdresse2,FakPostNr,"
+    "FakPoststed,BetBet,KID,LevAdresse1,LevAdresse2,LevPostNr,LevPoststed,FakDato,ForfallDato,"
+    "LevDato,SumNetto,MvaKr,SumBrutto FROM Ordre WHERE KlientNr=?1 AND OrdreNr=?2";
+constexpr const char *kLinesSql =
+    "SELECT L.PosNr,L.ProduktNr,L.ProduktNavn,L.Antall,L.Pris,P.Enhet,L.RabattPst,L.RabattKr,"
+    "L.MvaPst,L.SumNetto,L.SumBrutto FROM (Ordre O INNER JOIN OrdreLinjer L ON O.ID=L.OrdreID) "
+    "LEFT JOIN Produkt P ON L.ProduktNr=P.ProduktNr WHERE O.KlientNr=?1 AND P.KlientNr=?1 "
+    "AND O.OrdreNr=?2";
+
+/// The rows of every document, by statements prepared once.
+void readRows(sqlite3 *database)
+{
+    PlainQuery client(database, kClientSql);
+    PlainQuery head(database, kOrderSql);
+    PlainQuery lines(database, kLinesSql);
+    std::vector<PlainValue> values;
+    for (int order = 1; order <= kDocuments; ++order) {
+        values.clear();
+        const int rows =
+            client.read(order, values) + head.read(order, values) + lines.read(order, values);
+        if (rows != kLines + 2)
+            qFatal("the plain loop did not find its rows");
+    }
+}
+
+} // namespace
+
+int main()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(u"ehf.db"_s);
+    Main();
+    makeDatabase(path);
+    sqlite3 *database = nullptr;
+    if (sqlite3_open(path.toUtf8().constData(), &database) != SQLITE_OK)
+        qFatal("cannot open the database");
+
+    std::vector<double> ours, plain, ratios;
+    for (int round = 0; round < kRounds; ++round) {
+        plain.push_back(bench::secondsOf([&] { readRows(database); }));
+        ours.push_back(bench::secondsOf(writeDocuments));
+        ratios.push_back(ours.back() / plain.back());
+    }
+    bench::report("EHF documents of 10 lines, beside reading their rows",
+                  bench::amount(kDocuments / bench::median(ours), "/s"),
+                  bench::amount(kDocuments / bench::median(plain), "/s"), bench::median(ratios),
+                  "time <= 1.5 x");
+    sqlite3_close(database);
+    Unload();
+    return 0;
+}

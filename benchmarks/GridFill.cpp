@@ -1,0 +1,229 @@
+#include "benchmarks/Report.h"
+#include "platform/grid/fpSpread.h"
+#include "presentation/mVASpread.h"
+#include "runtime/Format.h"
+
+#include <QAbstractTableModel>
+#include <QApplication>
+#include <QScrollBar>
+#include <QStringList>
+#include <QTableWidget>
+
+#include <malloc.h>
+
+#include <functional>
+#include <memory>
+
+// 100,000 rows by 8 columns, as the order overview fills them, beside a QTableWidget filled cell by
+// cell and a bare list of strings; and what it costs to scroll through them.
+
+namespace {
+
+constexpr int kRows = 100000;
+constexpr int kCols = 8;
+constexpr int kRowsAtHand = 500;
+
+/// One field of the row that an order makes.
+QString field(int row, int col)
+{
+    switch (col) {
+    case 1:
+        return Format(1000 + row, u"#0");
+    case 2:
+        return Format(100 + row % 700, u"#0");
+    case 3:
+        return QStringLiteral("Fjellveien Transport AS");
+    case 4:
+        return QStringLiteral("14.03.2014");
+    case 5:
+        return QStringLiteral("13.04.2014");
+    case 6:
+        return Format(Currency::fromTenThousandths(qint64{row} * 123457), u"# ##0.00");
+    case 7:
+        return QStringLiteral("Fakturert");
+    default:
+        return Format(row, u"#0");
+    }
+}
+
+QString rowText(int row)
+{
+    QString text;
+    text.reserve(120);
+    text += field(row, 1);
+    for (int col = 2; col <= kCols; ++col) {
+        text += u'\t';
+        text += field(row, col);
+    }
+    return text;
+}
+
+/// Memory in use by the program, in MB.
+double memoryInUse()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return double(info.uordblks + info.hblkhd) / (1024 * 1024);
+}
+
+struct Cost
+{
+    double seconds;
+    double megabytes;
+};
+
+/// What it costs to make the thing that `make` returns; the thing is gone afterwards.
+template<class Make>
+Cost costOf(Make make)
+{
+    const double before = memoryInUse();
+    Cost cost{};
+    decltype(make()) thing;
+    cost.seconds = bench::secondsOf([&] { thing = make(); });
+    cost.megabytes = memoryInUse() - before;
+    return cost;
+}
+
+/// The middle time of five runs; the memory is the same in all.
+template<class Make>
+Cost medianCostOf(Make make)
+{
+    std::vector<double> seconds;
+    Cost cost{};
+    for (int run = 0; run < 5; ++run) {
+        cost = costOf(make);
+        seconds.push_back(cost.seconds);
+    }
+    cost.seconds = bench::median(seconds);
+    return cost;
+}
+
+/// The texts of one row: made when asked for, or made beforehand.
+using RowText = std::function<QString(int row)>;
+using FieldText = std::function<QString(int row, int col)>;
+
+std::unique_ptr<fpSpread> filledGrid(const RowText &text, bool redraw = false)
+{
+    auto grid = std::make_unique<fpSpread>();
+    grid->setMaxCols(kCols);
+    grid->setRedraw(redraw);
+    SpreadClear(*grid);
+    for (int row = 1; row <= kRows; ++row)
+        SpreadAddRow(*grid, text(row));
+    grid->setRedraw(true);
+    return grid;
+}
+
+std::unique_ptr<QTableWidget> filledTable(const FieldText &text)
+{
+    auto table = std::make_unique<QTableWidget>(kRows, kCols);
+    for (int row = 1; row <= kRows; ++row) {
+        for (int col = 1; col <= kCols; ++col)
+            table->setItem(row - 1, col - 1, new QTableWidgetItem(text(row, col)));
+    }
+    return table;
+}
+
+std::unique_ptr<QStringList> filledList()
+{
+    auto list = std::make_unique<QStringList>();
+    list->reserve(kRows * kCols);
+    for (int row = 1; row <= kRows; ++row) {
+        for (int col = 1; col <= kCols; ++col)
+            list->append(field(row, col));
+    }
+    return list;
+}
+
+/// The formatting alone: every row's text is made and thrown away.
+std::unique_ptr<qsizetype> formattedRows()
+{
+    auto length = std::make_unique<qsizetype>(0);
+    for (int row = 1; row <= kRows; ++row)
+        *length += rowText(row).size();
+    return length;
+}
+
+class TrivialModel : public QAbstractTableModel
+{
+public:
+    [[nodiscard]] int rowCount(const QModelIndex &) const override { return kRows; }
+    [[nodiscard]] int columnCount(const QModelIndex &) const override { return kCols; }
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override
+    {
+        return role == Qt::DisplayRole ? QVariant(field(index.row() + 1, index.column() + 1))
+                                       : QVariant();
+    }
+};
+
+/// Milliseconds for each of 200 steps through the whole table, painting included.
+double scrollStep(QTableView &view)
+{
+    view.resize(900, 600);
+    view.show();
+    QApplication::processEvents();
+    QPixmap page(view.viewport()->size());
+    const int steps = 200;
+    return 1000.0 / steps * bench::secondsOf([&] {
+               for (int step = 0; step < steps; ++step) {
+                   view.verticalScrollBar()->setValue(int(qint64{kRows} * step / steps));
+                   view.viewport()->render(&page);
+               }
+           });
+}
+
+void report(const char *what, double value, double yardstick, const char *unit, const char *aim)
+{
+    bench::report(what, bench::amount(value, unit), bench::amount(yardstick, unit),
+                  value / yardstick, aim);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication app(argc, argv);
+
+    // With the formatting of the texts: memory, and the time beside formatting alone.
+    const Cost formatting = medianCostOf(formattedRows);
+    const Cost list = medianCostOf(filledList);
+    const Cost table = medianCostOf([] { return filledTable(field); });
+    const Cost grid = medianCostOf([] { return filledGrid(rowText); });
+    report("grid 100,000 x 8 beside QTableWidget, memory", grid.megabytes, table.megabytes, "MB",
+           "at most 0.20");
+    report("grid 100,000 x 8 beside a list of strings, memory", grid.megabytes, list.megabytes,
+           "MB", "told");
+    report("grid, formatted and filled, beside formatting alone", 1000 * grid.seconds,
+           1000 * formatting.seconds, "ms", "about 1");
+
+    // With the texts of some rows at hand, so that only the filling costs time. Each cell of the
+    // table gets a string of its own, as it does from a record set.
+    QStringList rows;
+    QStringList fields;
+    for (int row = 1; row <= kRowsAtHand; ++row) {
+        rows << rowText(row);
+        for (int col = 1; col <= kCols; ++col)
+            fields << field(row, col);
+    }
+    const auto rowAtHand = [&](int row) { return rows[row % kRowsAtHand]; };
+    const auto fieldAtHand = [&](int row, int col) {
+        const QString &text = fields[row % kRowsAtHand * kCols + col - 1];
+        return QString(text.constData(), text.size());
+    };
+    const Cost tableFill = medianCostOf([&] { return filledTable(fieldAtHand); });
+    const Cost gridFill = medianCostOf([&] { return filledGrid(rowAtHand); });
+    const Cost gridWithRedraw = medianCostOf([&] { return filledGrid(rowAtHand, true); });
+    report("grid 100,000 x 8 filled beside QTableWidget, time", 1000 * gridFill.seconds,
+           1000 * tableFill.seconds, "ms", "at most 0.20");
+    report("grid filled with redraw on, beside redraw off", 1000 * gridWithRedraw.seconds,
+           1000 * gridFill.seconds, "ms", "told");
+
+    TrivialModel model;
+    QTableView plain;
+    plain.setModel(&model);
+    const auto scrolled = filledGrid(rowAtHand);
+    const double plainStep = scrollStep(plain);
+    const double gridStep = scrollStep(*scrolled);
+    report("grid scrolled by a page, beside a plain QTableView", gridStep, plainStep, "ms", "told");
+    return 0;
+}

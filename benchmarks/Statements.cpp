@@ -1,0 +1,269 @@
+// How many inserts a second go through gDB, each with a connection and a transaction of its own as
+// every statement of the module, beside two plain loops on the database's own interface: one that
+// does the same literally, and one that keeps its connection and its prepared statements, which is
+// the limit. All three wait until each row is safe on the disk.
+
+#include "benchmarks/Report.h"
+#include "data/clsAdoUtils.h"
+#include "platform/ado/Connection.h"
+#include "platform/ado/SessionPool.h"
+#include "state/SharedState.h"
+#include "support/PostgresCluster.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <libpq-fe.h>
+#include <sqlite3.h>
+
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kRounds = 25;
+constexpr int kInserts = 100;     // of a round
+constexpr int kNaiveInserts = 20; // of a round
+
+/// A database file or server that takes inserts in two plain ways.
+class Plain
+{
+public:
+    virtual ~Plain() = default;
+    virtual const char *name() const = 0;
+    virtual QString connectionString() const = 0;
+    /// Opens, begins, inserts, commits and closes.
+    virtual void insertNaively() = 0;
+    /// Begins, inserts and commits.
+    virtual void insertKept() = 0;
+};
+
+void makeTable(const QString &connectionString)
+{
+    ado::Connection connection;
+    connection.open(connectionString);
+    connection.execute(u"CREATE TABLE Linjer (ID COUNTER CONSTRAINT ID PRIMARY KEY, OrdreID LONG, "
+                       u"PosNr SHORT, ProduktNavn TEXT(50), Antall SINGLE, Pris CURRENCY)"_s);
+}
+
+constexpr const char *kSqliteInsert = "INSERT INTO Linjer (OrdreID,PosNr,ProduktNavn,Antall,Pris) "
+                                      "VALUES (17,10,'Kjøring på Østlandet',2.5,4938200)";
+
+/// Each loop has a file of its own: the idle connections of another one would spare the naive loop
+/// the worst of its closing.
+class PlainSqlite final : public Plain
+{
+public:
+    PlainSqlite()
+    {
+        for (const QString &name : {u"modul"_s, u"naiv"_s, u"grense"_s}) {
+            QFile file(path(name));
+            if (!file.open(QIODevice::WriteOnly))
+                qFatal("cannot make the database file");
+            file.close();
+            makeTable(u"dsn="_s + path(name));
+        }
+        ado::SessionPool::shared().clear();
+        m_kept = open(u"grense"_s);
+        const char *const statements[] = {"BEGIN IMMEDIATE", kSqliteInsert, "COMMIT"};
+        for (const char *sql : statements) {
+            m_statements.push_back(nullptr);
+            check(sqlite3_prepare_v2(m_kept, sql, -1, &m_statements.back(), nullptr));
+        }
+    }
+    ~PlainSqlite() override
+    {
+        for (sqlite3_stmt *statement : m_statements)
+            sqlite3_finalize(statement);
+        sqlite3_close(m_kept);
+    }
+
+    const char *name() const override { return "SQLite"; }
+    QString connectionString() const override { return u"dsn="_s + path(u"modul"_s); }
+    void insertNaively() override
+    {
+        sqlite3 *database = open(u"naiv"_s);
+        for (const char *sql : {"BEGIN IMMEDIATE", kSqliteInsert, "COMMIT"})
+            check(sqlite3_exec(database, sql, nullptr, nullptr, nullptr));
+        check(sqlite3_close(database));
+    }
+    void insertKept() override
+    {
+        for (sqlite3_stmt *statement : m_statements) {
+            if (sqlite3_step(statement) != SQLITE_DONE)
+                qFatal("%s", sqlite3_errmsg(m_kept));
+            sqlite3_reset(statement);
+        }
+    }
+
+private:
+    QString path(const QString &name) const { return m_folder.filePath(name + u".db"_s); }
+    static void check(int code)
+    {
+        if (code != SQLITE_OK)
+            qFatal("%s", sqlite3_errstr(code));
+    }
+    /// The file keeps its write-ahead log; how to wait for the disk is each connection's own
+    /// choice.
+    sqlite3 *open(const QString &name) const
+    {
+        sqlite3 *database = nullptr;
+        check(sqlite3_open(path(name).toUtf8().constData(), &database));
+        check(sqlite3_exec(database, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr));
+        return database;
+    }
+
+    QTemporaryDir m_folder;
+    sqlite3 *m_kept = nullptr;
+    std::vector<sqlite3_stmt *> m_statements;
+};
+
+class PlainPostgres final : public Plain
+{
+public:
+    PlainPostgres()
+        : m_cluster(PostgresCluster::Durability::Full), m_database(m_cluster.createDatabase()),
+          m_uri(connectionString().sliced(4).toUtf8())
+    {
+        makeTable(connectionString());
+        m_kept = open();
+        check(m_kept, PQprepare(m_kept, "linje", kInsert, 0, nullptr));
+    }
+    ~PlainPostgres() override
+    {
+        PQfinish(m_kept);
+        ado::SessionPool::shared().clear();
+    }
+
+    const char *name() const override { return "PostgreSQL"; }
+    QString connectionString() const override { return m_cluster.connectionString(m_database); }
+    void insertNaively() override
+    {
+        PGconn *connection = open();
+        for (const char *sql : {"BEGIN", kInsert, "COMMIT"})
+            check(connection, PQexec(connection, sql));
+        PQfinish(connection);
+    }
+    void insertKept() override
+    {
+        check(m_kept, PQexec(m_kept, "BEGIN"));
+        check(m_kept, PQexecPrepared(m_kept, "linje", 0, nullptr, nullptr, nullptr, 0));
+        check(m_kept, PQexec(m_kept, "COMMIT"));
+    }
+
+private:
+    static constexpr const char *kInsert =
+        "INSERT INTO \"Linjer\" (\"OrdreID\",\"PosNr\",\"ProduktNavn\",\"Antall\",\"Pris\") "
+        "VALUES (17,10,'Kjøring på Østlandet',2.5,493.82)";
+    static void check(PGconn *connection, PGresult *result)
+    {
+        if (PQresultStatus(result) != PGRES_COMMAND_OK)
+            qFatal("%s", PQerrorMessage(connection));
+        PQclear(result);
+    }
+    PGconn *open() const
+    {
+        PGconn *connection = PQconnectdb(m_uri.constData());
+        if (PQstatus(connection) != CONNECTION_OK)
+            qFatal("%s", PQerrorMessage(connection));
+        check(connection, PQexec(connection, "SET synchronous_commit=on"));
+        return connection;
+    }
+
+    PostgresCluster m_cluster;
+    const QString m_database;
+    const QByteArray m_uri;
+    PGconn *m_kept = nullptr;
+};
+
+/// Inserts by the module; every statement has a text of its own, as on the screens.
+void insertByModule(bool withId, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        const QString sql = u"INSERT INTO Linjer (OrdreID,PosNr,ProduktNavn,Antall,Pris) VALUES "
+                            u"(17,%1,'Kjøring på Østlandet',2.5,493.82)"_s.arg(10 * i);
+        if (withId ? gDB->ExecuteID(sql) == 0 : !gDB->Execute(sql))
+            qFatal("%s", qPrintable(gDB->LastError()));
+    }
+}
+
+/// The three ways in turn, round after round: seconds for one insert.
+struct Times
+{
+    std::vector<double> module, naive, kept, toLimit, toNaive;
+
+    void measure(Plain &plain, bool withId)
+    {
+        for (int round = 0; round < kRounds; ++round) {
+            naive.push_back(bench::secondsOf([&] {
+                                for (int i = 0; i < kNaiveInserts; ++i)
+                                    plain.insertNaively();
+                            }) /
+                            kNaiveInserts);
+            kept.push_back(bench::secondsOf([&] {
+                               for (int i = 0; i < kInserts; ++i)
+                                   plain.insertKept();
+                           }) /
+                           kInserts);
+            module.push_back(bench::secondsOf([&] { insertByModule(withId, kInserts); }) /
+                             kInserts);
+            toLimit.push_back(module.back() / kept.back());
+            toNaive.push_back(naive.back() / module.back());
+        }
+    }
+};
+
+std::string rate(const std::vector<double> &seconds)
+{
+    return bench::amount(1 / bench::median(seconds), "/s");
+}
+
+void measure(Plain &plain, const char *aimToLimit)
+{
+    gDB->setConnectionString(plain.connectionString());
+    for (const bool withId : {false, true}) {
+        insertByModule(withId, 1);
+        Times times;
+        times.measure(plain, withId);
+        const std::string what =
+            std::string(plain.name()) + ", gDB." + (withId ? "ExecuteID" : "Execute") + ", beside ";
+        bench::report(what + "a kept connection", rate(times.module), rate(times.kept),
+                      bench::median(times.toLimit), aimToLimit);
+        bench::report(what + "reopening", rate(times.module), rate(times.naive),
+                      bench::median(times.toNaive), "rate >= 5 x");
+    }
+}
+
+/// In a process of its own, since a server that does not start ends it.
+void measurePostgres()
+{
+    std::fflush(stdout);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        {
+            PlainPostgres plain;
+            measure(plain, "time, no aim");
+        }
+        std::fflush(stdout);
+        ::_exit(0);
+    }
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    if (status != 0)
+        bench::report("PostgreSQL: the server could not be started", "-", "-", 0, "-");
+}
+
+} // namespace
+
+int main()
+{
+    measurePostgres();
+    PlainSqlite plain;
+    measure(plain, "time <= 1.15 x");
+    releaseSharedState();
+    return 0;
+}

@@ -1,0 +1,253 @@
+#include "platform/grid/CellDelegate.h"
+
+#include "platform/grid/ComboEditor.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QValidator>
+
+namespace {
+
+constexpr char kLoadedText[] = "loadedText";
+
+/// Lets only such characters in as can stand in a number of the cell's type.
+class NumberCharacters : public QValidator
+{
+public:
+    NumberCharacters(const CellType &type, QObject *parent) : QValidator(parent), m_type(type) {}
+
+    State validate(QString &input, int &) const override
+    {
+        for (const QChar c : input) {
+            if (!m_type.takesCharacter(c))
+                return Invalid;
+        }
+        return Acceptable;
+    }
+
+private:
+    CellType m_type;
+};
+
+bool leavesCell(const QKeyEvent &key, const QWidget &editor)
+{
+    if ((key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0)
+        return false;
+    switch (key.key()) {
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        return qobject_cast<const QLineEdit *>(&editor) != nullptr;
+    default:
+        return false;
+    }
+}
+
+/// The pixels that a cell has for its text.
+int textRoom(const QStyleOptionViewItem &cell)
+{
+    const QStyle *style = cell.widget != nullptr ? cell.widget->style() : QApplication::style();
+    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &cell, cell.widget) + 1;
+    return std::max(0, cell.rect.width() - 2 * margin);
+}
+
+void paintCheck(QPainter *painter, const QStyleOptionViewItem &cell, bool marked, bool enabled)
+{
+    QStyle *style = cell.widget->style();
+    QStyleOptionButton box;
+    box.initFrom(cell.widget);
+    box.state = marked ? QStyle::State_On : QStyle::State_Off;
+    if (enabled)
+        box.state |= QStyle::State_Enabled;
+    const QSize size(style->pixelMetric(QStyle::PM_IndicatorWidth, &box, cell.widget),
+                     style->pixelMetric(QStyle::PM_IndicatorHeight, &box, cell.widget));
+    box.rect = QStyle::alignedRect(cell.direction, Qt::AlignCenter, size, cell.rect);
+    style->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, painter, cell.widget);
+}
+
+void paintArrow(QPainter *painter, const QStyleOptionViewItem &cell)
+{
+    const int side = std::min(cell.rect.height(), 16);
+    QStyleOption arrow;
+    arrow.initFrom(cell.widget);
+    arrow.state |= QStyle::State_Enabled;
+    arrow.rect = cell.rect.adjusted(cell.rect.width() - side - 2, 2, -2, -2);
+    painter->fillRect(arrow.rect, cell.palette.button());
+    arrow.rect.adjust(3, 3, -3, -3);
+    cell.widget->style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, painter,
+                                        cell.widget);
+}
+
+void paintFrame(QPainter *painter, const QStyleOptionViewItem &cell)
+{
+    const bool focused = cell.widget->hasFocus();
+    const int width = focused ? 2 : 1;
+    painter->save();
+    painter->setPen(QPen(cell.palette.color(focused ? QPalette::Highlight : QPalette::Mid), width,
+                         Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    const qreal inset = width / 2.0;
+    painter->drawRect(QRectF(cell.rect).adjusted(inset, inset, -inset, -inset));
+    painter->restore();
+}
+
+} // namespace
+
+CellDelegate::CellDelegate(const Sheet &sheet, QObject *parent)
+    : QStyledItemDelegate(parent), m_sheet(sheet)
+{
+}
+
+QLineEdit *CellDelegate::textBox(QWidget *editor)
+{
+    if (auto *combo = qobject_cast<QComboBox *>(editor))
+        return combo->lineEdit();
+    return qobject_cast<QLineEdit *>(editor);
+}
+
+void CellDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    const CellType &cellType = type(index);
+    if (cellType.kind == CellKind::CheckBox) {
+        option->features &=
+            ~(QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay);
+        option->text.clear();
+    } else {
+        option->text = cellType.shown(option->text);
+    }
+}
+
+void CellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                         const QModelIndex &index) const
+{
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    const auto *view = qobject_cast<const QAbstractItemView *>(cell.widget);
+    const bool active = view != nullptr && view->currentIndex() == index;
+    const bool framed = active && !m_activeCellFilled;
+    cell.state &= ~QStyle::State_HasFocus;
+    if (framed) { // the view has painted the selection under it
+        cell.state &= ~QStyle::State_Selected;
+        painter->fillRect(cell.rect, cell.palette.base());
+    }
+    const QStyle *style = cell.widget != nullptr ? cell.widget->style() : QApplication::style();
+    // A number that is cut short reads as another number.
+    if (type(index).isNumber() && cell.fontMetrics.horizontalAdvance(cell.text) > textRoom(cell))
+        cell.text = QString(textRoom(cell) / cell.fontMetrics.horizontalAdvance(u'#'), u'#');
+    style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
+    if (view == nullptr)
+        return;
+
+    const CellKind kind = type(index).kind;
+    if (kind == CellKind::CheckBox) {
+        paintCheck(painter, cell, index.data(Qt::CheckStateRole).toInt() == Qt::Checked,
+                   index.flags().testFlag(Qt::ItemIsUserCheckable));
+    } else if (kind == CellKind::ComboBox && active && index.flags().testFlag(Qt::ItemIsEditable)) {
+        paintArrow(painter, cell);
+    }
+    if (framed)
+        paintFrame(painter, cell);
+}
+
+QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
+                                    const QModelIndex &index) const
+{
+    const CellType &cellType = type(index);
+    QWidget *editor = nullptr;
+    if (cellType.kind == CellKind::ComboBox) {
+        const QStringList items =
+            cellType.items.isEmpty() ? QStringList() : cellType.items.split(u'\t');
+        auto *combo = new ComboEditor(items, cellType.editable, parent);
+        connect(combo, &ComboEditor::listClosed, this, &CellDelegate::finish);
+        editor = combo;
+    } else {
+        auto *box = new QLineEdit(parent);
+        box->setFrame(false);
+        if (cellType.isNumber())
+            box->setValidator(new NumberCharacters(cellType, box));
+        editor = box;
+    }
+    if (QLineEdit *box = textBox(editor))
+        box->setAlignment(Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()));
+    const QVariant background = index.data(Qt::BackgroundRole);
+    if (background.isValid()) {
+        QPalette palette = editor->palette();
+        palette.setBrush(QPalette::Base, background.value<QBrush>());
+        editor->setPalette(palette);
+    }
+    editor->setAccessibleName(m_sheet.text(index.column() + 1, 0));
+    return editor;
+}
+
+void CellDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
+{
+    const QString text = type(index).shown(index.data(Qt::EditRole).toString());
+    if (editor->property(kLoadedText) == text)
+        return;
+    editor->setProperty(kLoadedText, text);
+    if (auto *combo = qobject_cast<QComboBox *>(editor)) {
+        combo->setCurrentIndex(combo->findText(text));
+        if (combo->isEditable())
+            combo->setEditText(text);
+        else
+            combo->setPlaceholderText(text);
+    } else if (auto *box = qobject_cast<QLineEdit *>(editor)) {
+        box->setText(text.trimmed());
+    }
+}
+
+void CellDelegate::reload(QWidget *editor, const QModelIndex &index) const
+{
+    editor->setProperty(kLoadedText, QVariant());
+    setEditorData(editor, index);
+}
+
+void CellDelegate::setModelData(QWidget *editor, QAbstractItemModel *model,
+                                const QModelIndex &index) const
+{
+    const QString before = index.data(Qt::EditRole).toString();
+    if (const auto *combo = qobject_cast<QComboBox *>(editor)) {
+        if (!combo->isEditable() && combo->currentIndex() < 0)
+            return;
+        if (combo->currentText() != before)
+            model->setData(index, combo->currentText(), Qt::EditRole);
+    } else if (const auto *box = qobject_cast<QLineEdit *>(editor)) {
+        if (box->isModified())
+            model->setData(index, box->text(), Qt::EditRole);
+    }
+}
+
+void CellDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
+                                        const QModelIndex &) const
+{
+    editor->setGeometry(option.rect);
+}
+
+bool CellDelegate::eventFilter(QObject *object, QEvent *event)
+{
+    auto *editor = qobject_cast<QWidget *>(object);
+    if (editor != nullptr && event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (leavesCell(*key, *editor)) {
+            const int pressed = key->key();
+            const Qt::KeyboardModifiers modifiers = key->modifiers();
+            finish(editor);
+            Q_EMIT moveWanted(pressed, modifiers);
+            return true;
+        }
+    }
+    return QStyledItemDelegate::eventFilter(object, event);
+}
+
+void CellDelegate::finish(QWidget *editor)
+{
+    Q_EMIT commitData(editor);
+    Q_EMIT closeEditor(editor, NoHint);
+}

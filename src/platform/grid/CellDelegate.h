@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/grid/Sheet.h"
+
+#include <QStyledItemDelegate>
+
+/// Paints the cells of a sheet by their types and makes the editors for them.
+class CellDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    /// `sheet` stays the caller's and must outlive the delegate.
+    explicit CellDelegate(const Sheet &sheet, QObject *parent = nullptr);
+
+    /// Whether the active cell of a selection is filled as the others are; otherwise it keeps its
+    /// own colour within a frame.
+    void setActiveCellFilled(bool on) { m_activeCellFilled = on; }
+
+    /// The text box in which an editor of this delegate takes keys; null for a list without one.
+    [[nodiscard]] static class QLineEdit *textBox(QWidget *editor);
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
+                          const QModelIndex &index) const override;
+    /// Loads the cell's text, unless it is the one that the editor has loaded already: what is
+    /// typed outlives a change of other cells, or of this cell's colour.
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override;
+    /// Loads the cell's text anew in any case.
+    void reload(QWidget *editor, const QModelIndex &index) const;
+    /// Writes only what the user has changed.
+    void setModelData(QWidget *editor, QAbstractItemModel *model,
+                      const QModelIndex &index) const override;
+    void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
+                              const QModelIndex &index) const override;
+
+Q_SIGNALS:
+    /// A key that leaves the cell ended an edit: Tab, Backtab, Return, Enter, Up or Down.
+    void moveWanted(int key, Qt::KeyboardModifiers modifiers);
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    [[nodiscard]] const CellType &type(const QModelIndex &index) const
+    {
+        return m_sheet.type(index.column() + 1, index.row() + 1);
+    }
+    void finish(QWidget *editor);
+
+    const Sheet &m_sheet;
+    bool m_activeCellFilled = false;
+};

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/grid/SheetColor.h"
+
+#include <QString>
+#include <QStringView>
+
+class fpSpread;
+
+// The routines through which all screens drive a grid. Columns and rows count from 1; row 0 and
+// column 0 are the headers; -1 stands for all. Those marked "passes over" report no failure; the
+// others let a run-time error through to the caller. A screen that writes many cells switches the
+// grid's redraw off first: the routines do not.
+
+/// Empties the grid: no text, black on white, nothing selected, 10 rows.
+void SpreadClear(fpSpread &grid);
+/// Makes a block of these rows over all columns, and selects it when `on`, deselects it when not.
+/// Block mode stays on.
+void SpreadSelectRows(fpSpread &grid, int firstRow, int lastRow, bool on);
+/// Sorts all rows by the column. Error 5 for a column that the grid does not have.
+void SpreadSort(fpSpread &grid, qint16 col, bool rising);
+/// Appends a row behind the last one that holds data. Tabs part the fields, from column 1 on; a tab
+/// at the very end belongs to the last field, and fields beyond the last column have no effect.
+/// When fewer than five rows are left, the grid gets five more.
+void SpreadAddRow(fpSpread &grid, QStringView text);
+/// The cell's text; the cell stays current. Passes over.
+[[nodiscard]] QString SpreadGetText(fpSpread &grid, int col, int row);
+/// Writes the cell's text. The cell is left without a pending state, which is what `pending` false
+/// asks for; true has no other effect. Passes over.
+void SpreadSetText(fpSpread &grid, int col, int row, QStringView text, bool pending);
+/// Gives the cell (or column, row, all) the type of that number (0 date, 1 edit, 2 float, 3
+/// integer, 6 time, 8 combo box, 10 check box). `first` and `second` are the lowest and highest
+/// value, of which only dates make use; for a combo box `first` is the list, parted by tabs, and
+/// `editable` lets other text be typed. Ends block mode. Passes over.
+void SpreadSetCellType(fpSpread &grid, int col, int row, int type, bool editable,
+                       const QString &first, const QString &second);
+/// The background of the cell, or of all. Passes over.
+void SpreadSetBackColor(fpSpread &grid, int col, int row, SheetColor color);
+/// Gives the column the width that the other visible columns leave of the grid. Passes over.
+void SpreadFitColumn(fpSpread &grid, int col);
+/// Alignment 0 left, 1 right, 2 centred; of the whole column. Passes over.
+void SpreadSetColAlign(fpSpread &grid, int col, int align);
+/// The same of one cell, or of the column with row -1. The row comes first. Passes over.
+void SpreadSetCellAlign(fpSpread &grid, int row, int col, int align);
+/// Locks or unlocks all cells and the grid's protection. Block mode stays on.
+void SpreadLockAll(fpSpread &grid, bool on);
+/// Marks an invalid cell: it becomes the active one, the only one with the pale yellow background,
+/// and open for typing. The row comes first. Passes over.
+void SpreadMarkCell(fpSpread &grid, int row, int col);

@@ -1,0 +1,113 @@
+#include "GridFixture.h"
+
+namespace {
+
+class CellPaint : public GridFixture
+{
+protected:
+    /// The cell without the lines around it.
+    QImage image(int col, int row)
+    {
+        const QRect rect = grid.visualRect(grid.model()->index(row - 1, col - 1));
+        return grid.viewport()->grab(rect.adjusted(0, 0, -1, -1)).toImage();
+    }
+    /// The background, beside all text and inside a frame.
+    QColor ground(int col, int row) { return image(col, row).pixelColor(5, 3); }
+    QColor base() const { return grid.palette().color(QPalette::Base); }
+    QColor highlight() const { return grid.palette().color(QPalette::Highlight); }
+};
+
+} // namespace
+
+TEST_F(CellPaint, ACellHasItsColour)
+{
+    EXPECT_EQ(ground(2, 2), base());
+    grid.setCurrent(2, 2);
+    grid.setBackColor(0xC0FFFF);
+    EXPECT_EQ(ground(2, 2), QColor(255, 255, 192));
+    EXPECT_EQ(ground(3, 2), base());
+}
+
+TEST_F(CellPaint, TheActiveCellHasAFrame)
+{
+    activate(2, 2);
+    EXPECT_EQ(image(2, 2).pixelColor(0, 0), highlight());
+    EXPECT_EQ(ground(2, 2), base());
+    EXPECT_NE(image(3, 2).pixelColor(0, 0), highlight());
+}
+
+TEST_F(CellPaint, InABlockTheActiveCellKeepsItsOwnColour)
+{
+    fill(2, 2, u"tekst"_s);
+    click(2, 2);
+    click(3, 3, Qt::ShiftModifier);
+    EXPECT_EQ(ground(2, 2), base());
+    EXPECT_EQ(ground(3, 3), highlight());
+    EXPECT_EQ(ground(4, 3), base());
+}
+
+TEST_F(CellPaint, ARowThatIsSelectedWholeIsFilledWhole)
+{
+    grid.setRowSelect(true);
+    click(2, 2);
+    EXPECT_EQ(ground(1, 2), highlight());
+    EXPECT_EQ(ground(2, 2), highlight());
+}
+
+TEST_F(CellPaint, ACheckCellShowsItsMarkAndNoText)
+{
+    setType(2, kAll, CellType::ofNumber(10));
+    fill(2, 2, u"1"_s);
+    fill(2, 3, u"0"_s);
+    EXPECT_NE(image(2, 2), image(2, 3));
+    EXPECT_EQ(image(2, 3), image(2, 4));
+    EXPECT_NE(image(2, 4), image(3, 4));
+}
+
+TEST_F(CellPaint, AnActiveListShowsItsArrowUnlessItIsLocked)
+{
+    activate(2, 2);
+    const QImage plain = image(2, 2);
+    setType(2, kAll, CellType::ofNumber(8));
+    const QImage list = image(2, 2);
+    EXPECT_NE(list, plain);
+    grid.setCurrent(2, kAll);
+    grid.setLock(true);
+    grid.setProtect(true);
+    EXPECT_EQ(image(2, 2), plain);
+}
+
+TEST_F(CellPaint, ANumberIsShownInTheCellsForm)
+{
+    CellType type = CellType::ofNumber(2);
+    type.showThousands = true;
+    setType(2, kAll, type);
+    fill(2, 2, u"1234,5"_s);
+    fill(3, 2, u"1 234,50"_s);
+    EXPECT_EQ(image(2, 2), image(3, 2));
+}
+
+TEST_F(CellPaint, ANumberThatDoesNotFitIsNotCutShort)
+{
+    setType(2, kAll, CellType::ofNumber(2));
+    for (const int col : {2, 3})
+        grid.setColWidth(col, 6);
+    fill(2, 2, u"1234567,00"_s);
+    bool foundMarks = false;
+    for (int count = 1; count < 10; ++count) {
+        fill(3, 2, QString(count, u'#'));
+        foundMarks = foundMarks || image(2, 2) == image(3, 2);
+    }
+    EXPECT_TRUE(foundMarks);
+}
+
+TEST_F(CellPaint, RedrawOffKeepsThePictureUntilItIsOn)
+{
+    const auto picture = [&] { return image(3, 3); };
+    const QImage before = picture();
+    grid.setRedraw(false);
+    fill(3, 3, u"ny tekst"_s);
+    EXPECT_FALSE(grid.updatesEnabled());
+    grid.setRedraw(true);
+    EXPECT_NE(picture(), before);
+}
