@@ -11,8 +11,8 @@ namespace {
 
 void skrivLinje(QIODevice &fil, const QString &tekst)
 {
-    const QByteArray linje = EhfTegn(tekst) + "\r\n";
-    if (fil.write(linje) != linje.size())
+    const QByteArray tegn = EhfTegn(tekst);
+    if (fil.write(tegn) != tegn.size() || fil.write("\r\n") != 2)
         throw RunTimeError(errors::kPathAccess);
 }
 

@@ -20,7 +20,7 @@ namespace {
 DataSource sqliteFile(const QString &path, ConnectionString connectionString)
 {
     DataSource source;
-    source.location = QDir::cleanPath(QDir::current().absoluteFilePath(path));
+    source.location = QDir::cleanPath(QDir().absoluteFilePath(path));
     // The current folder may change between two openings, so the key holds the absolute path.
     connectionString.setValue(u"dsn", source.location);
     source.key = connectionString.normalized();

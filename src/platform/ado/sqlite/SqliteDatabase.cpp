@@ -72,8 +72,7 @@ SqliteDatabase::SqliteDatabase(const QString &path) : m_path(QFile::encodeName(p
         throw openError(u"«%1» er ingen vanlig fil."_s, m_path);
     if (!mayAccess(m_path, R_OK))
         throw openError(u"Databasen «%1» kan ikke åpnes: lesetilgang mangler."_s, m_path);
-    m_device = info.st_dev;
-    m_inode = info.st_ino;
+    m_identity = identityOf(info);
     m_writable = mayWrite(m_path);
     try {
         if (m_writable) {
@@ -168,11 +167,17 @@ void SqliteDatabase::run(const char *sql)
                           QString::fromUtf8(sqlite3_errmsg(handle())));
 }
 
+SqliteDatabase::Identity SqliteDatabase::identityOf(const struct stat &info)
+{
+    return {info.st_dev, info.st_ino, info.st_mode, info.st_uid, info.st_gid, geteuid()};
+}
+
 bool SqliteDatabase::isCurrent() const
 {
+    // Asked before every operation, so it makes do with one look at a file that can be written.
     struct stat info = {};
-    return stat(m_path.constData(), &info) == 0 && info.st_dev == m_device &&
-           info.st_ino == m_inode && mayWrite(m_path) == m_writable;
+    return stat(m_path.constData(), &info) == 0 && identityOf(info) == m_identity &&
+           (m_writable || !mayWrite(m_path));
 }
 
 } // namespace ado

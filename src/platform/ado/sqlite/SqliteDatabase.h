@@ -5,6 +5,7 @@
 #include <memory>
 
 struct sqlite3;
+struct stat;
 
 namespace ado {
 
@@ -26,8 +27,8 @@ public:
     /// Runs one statement of our own that returns no rows.
     void run(const char *sql);
 
-    /// False when the path no longer leads to the file that was opened, or to the same right to
-    /// write it.
+    /// False when the path no longer leads to the file that was opened, or the right to it has
+    /// changed. A database opened for reading only looks for the folder's right as well.
     [[nodiscard]] bool isCurrent() const;
     /// True when the file was opened as one that nobody changes, for want of the right to share it;
     /// such a view must not be kept.
@@ -46,8 +47,21 @@ private:
 
     std::unique_ptr<sqlite3, Closer> m_handle;
     QByteArray m_path;
-    quint64 m_device = 0;
-    quint64 m_inode = 0;
+    /// What tells that a file is the same and that the same user has the same rights to it.
+    struct Identity
+    {
+        quint64 device = 0;
+        quint64 inode = 0;
+        quint32 mode = 0;
+        quint32 owner = 0;
+        quint32 group = 0;
+        quint32 user = 0;
+
+        friend bool operator==(const Identity &, const Identity &) = default;
+    };
+    static Identity identityOf(const struct stat &info);
+
+    Identity m_identity;
     bool m_writable = false;
     bool m_frozen = false;
 };

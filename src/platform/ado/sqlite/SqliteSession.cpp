@@ -20,8 +20,9 @@ constexpr int kCachedStatements = 64;
 } // namespace
 
 SqliteSession::SqliteSession(const QString &path)
-    : m_database(path), m_schemaVersion(m_database.handle(), "PRAGMA schema_version"),
-      m_statements(kCachedStatements)
+    : m_database(path), m_beginWriting(m_database.handle(), "BEGIN IMMEDIATE"),
+      m_commit(m_database.handle(), "COMMIT"),
+      m_schemaVersion(m_database.handle(), "PRAGMA schema_version"), m_statements(kCachedStatements)
 {
 }
 
@@ -38,7 +39,8 @@ void SqliteSession::commit()
 {
     if (m_transaction == Transaction::Running) {
         checkRunning();
-        m_database.run("COMMIT");
+        const ScopedRun run(m_commit);
+        m_commit.step();
     }
     m_transaction = Transaction::None;
     m_schemaTouched = false;
@@ -65,7 +67,12 @@ void SqliteSession::checkRunning()
 void SqliteSession::joinTransaction(bool writes)
 {
     if (m_transaction == Transaction::Begun) {
-        m_database.run(writes ? "BEGIN IMMEDIATE" : "BEGIN");
+        if (writes) {
+            const ScopedRun run(m_beginWriting);
+            m_beginWriting.step();
+        } else {
+            m_database.run("BEGIN");
+        }
         m_transaction = Transaction::Running;
     } else if (m_transaction == Transaction::Running) {
         checkRunning();
@@ -94,6 +101,11 @@ void SqliteSession::allOrNothing(Change change)
 const dialect::Catalog &SqliteSession::catalog()
 {
     const ScopedRun run(m_schemaVersion);
+    return catalogOfThisMoment();
+}
+
+const dialect::Catalog &SqliteSession::catalogOfThisMoment()
+{
     m_schemaVersion.step();
     const qint64 version = m_schemaVersion.integer(0);
     if (!m_catalog || version != m_catalogVersion) {
@@ -125,10 +137,17 @@ RowSet SqliteSession::query(QStringView statement)
 void SqliteSession::run(QStringView text, RowSet *rows)
 {
     const dialect::Lexed lexed = dialect::lex(text);
-    const dialect::Catalog &tables = catalog();
+    // Within the transaction the look at the schema's version takes no lock of its own.
+    if (const Prepared *known = m_statements.object(lexed.shape))
+        joinTransaction(!known->translation.returnsRows());
+    // Outside a transaction a query reads under the lock that the look has taken already.
+    const ScopedRun look(m_schemaVersion);
+    const dialect::Catalog &tables = catalogOfThisMoment();
     Prepared *prepared = m_statements.object(lexed.shape);
     if (!prepared) {
         dialect::Translation translation = dialect::translate(lexed, tables, m_writer);
+        if (!translation.returnsRows())
+            m_schemaVersion.reset(); // a change starts from no snapshot, which may grow old
         if (translation.changesSchema()) {
             changeSchema(translation);
             return;

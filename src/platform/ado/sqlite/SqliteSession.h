@@ -46,6 +46,7 @@ private:
         SqliteStatement statement;
     };
 
+    const dialect::Catalog &catalogOfThisMoment(); // leaves m_schemaVersion standing on its row
     void joinTransaction(bool writes);
     void checkRunning();
     template<class Change>
@@ -56,6 +57,8 @@ private:
     WriteBack::Outcome change(const QByteArray &sql, const std::vector<Value> &values);
 
     SqliteDatabase m_database;
+    SqliteStatement m_beginWriting;
+    SqliteStatement m_commit;
     SqliteStatement m_schemaVersion;
     SqliteWriter m_writer;
     Transaction m_transaction = Transaction::None;
