@@ -16,6 +16,9 @@ using namespace Qt::StringLiterals;
 
 void Main()
 {
+    // Made before anything that ends with the component, so that it is still there when a parent
+    // unloads the component in its very last moments.
+    ado::SessionPool::shared();
     if (qobject_cast<QApplication *>(QCoreApplication::instance()))
         messages::setBox([](const QString &text, int style) { MsgBox(text, style); });
     gFaktura = Ref<clsFaktura>::make();

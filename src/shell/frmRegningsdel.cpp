@@ -42,14 +42,14 @@ constexpr MenuButton kButtons[] = {
 /// The screens that close with the menu, in this order. The overview, the list printing and a note
 /// close on their own.
 constexpr QStringView kClosedWithMenu[] = {
-    u"frmBokfor",  u"frmKalkyle", u"frmKunder",    u"frmOptions", u"frmOrdre",
+    u"frmBokfor",  u"frmKalkyle",  u"frmKunder",    u"frmOptions", u"frmOrdre",
     u"frmProdukt", u"frmUtskrift", u"frmInvisible", u"frmDummy",
 };
 
 QIcon picture(QStringView name, QSize size)
 {
     ImageList list(size);
-    list.add({}, u":/faktura/"_s + name + u".svg"_s);
+    list.add({}, u":/faktura/%1.svg"_s.arg(name));
     return list.icon(1);
 }
 

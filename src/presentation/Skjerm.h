@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+
+class Form;
+class QComboBox;
+
+// What the screens share. All of these pass over.
+
+/// Stores the form's place and size; a minimised form keeps those of the last time.
+void LagreSkjermPlass(const Form &form);
+/// Gives the form its stored place and size, or the defaults for what is not stored. All are in
+/// twips. The values are not held against the screen.
+void HentSkjermPlass(Form &form, qint32 defaultTop, qint32 defaultLeft, qint32 defaultWidth,
+                     qint32 defaultHeight);
+
+/// Dresses the form's image control `imgF1` as the help picture. A form without one stays as it is.
+void VisHjelpBilde(Form &form);
+/// Shows the page `topic` of the help file, such as "html\ordre.htm".
+void VisHjelp(const QString &topic);
+
+/// Whether a form of that name is loaded; upper and lower case differ.
+[[nodiscard]] bool ErFormLastet(const QString &name);
+
+/// Gives the list's drop-down part a width in pixels; the closed box keeps its own. With a width of
+/// 0 or less it is what the entry with the most characters needs, and `width` is set to it.
+void SettListeBredde(QComboBox &list, qint32 &width);

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/forms/Form.h"
+
+/// An empty form that is never shown: what a report without preview has as its window.
+class frmDummy : public Form
+{
+    Q_OBJECT
+
+public:
+    frmDummy();
+
+protected:
+    void onQueryUnload(bool &cancel, UnloadMode mode) override;
+};

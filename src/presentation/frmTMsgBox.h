@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/forms/Form.h"
+#include "platform/forms/ImageList.h"
+
+#include <memory>
+
+class QTimer;
+namespace Ui {
+class frmTMsgBox;
+}
+
+/// A note that closes by itself about two seconds after it became active. VisMelding is the way in.
+class frmTMsgBox : public Form
+{
+    Q_OBJECT
+
+public:
+    frmTMsgBox();
+    ~frmTMsgBox() override;
+
+    [[nodiscard]] qint32 IconID() const { return m_iconID; }
+    /// Chooses the picture that the note takes when it becomes active: -3 sad, -2 smile, -1 check,
+    /// 16 stop, 32 question, 48 exclamation, anything else info. 0 leaves an earlier choice as it
+    /// is.
+    void setIconID(qint32 icon);
+    /// The note's text; nothing in it is markup.
+    void setText(const QString &text);
+    void hideButton();
+
+protected:
+    void onLoad() override;
+    void onActivate() override;
+    void onResize() override;
+    void onQueryUnload(bool &cancel, UnloadMode mode) override;
+    void onUnload() override;
+
+private:
+    void tick();
+    void Command1_Click();
+
+    std::unique_ptr<Ui::frmTMsgBox> m_ui;
+    QTimer *m_timer1;
+    ImageList m_imageList1;
+    qint32 m_iconID = 0;
+    qint16 m_ticks = 0; ///< since the note became active
+};
