@@ -1,0 +1,64 @@
+#pragma once
+
+#include "platform/ado/Provider.h"
+
+#include <QString>
+
+/// Where the host's databases lie and how they come to be.
+namespace database {
+
+/// A database as the user named it.
+struct Place
+{
+    QString connectionString; ///< may hold a password
+    ado::DataSource source;
+    QString name; ///< for messages: the file's absolute path, or database and server
+
+    [[nodiscard]] bool isFile() const { return source.kind == ado::DataSource::Kind::SqliteFile; }
+};
+
+/// Finds out what `dsn` names: a whole connection string ("dsn=…;…"), or what may stand behind
+/// "dsn=" (see ado::resolve). A bare name that no odbc.ini knows is that of a file in the current
+/// folder, which may be yet to be made. Raises HostError, without a secret in its text.
+[[nodiscard]] Place locate(const QString &dsn);
+
+/// True when both are known to name the same database.
+[[nodiscard]] bool areSame(const Place &a, const Place &b);
+
+/// True when there is a file with content, which is never made anew.
+[[nodiscard]] bool hasContent(const QString &path);
+
+/// A database without tables, about to be filled. Unless kept, it is taken back when this goes: a
+/// file that was made here is removed, an empty one that was there is empty again, and in a
+/// database that was there the tables are dropped. Sessions of the caller are closed by then.
+class NewDatabase
+{
+public:
+    /// Makes the empty file, and its folder when that is missing; an empty file or a database
+    /// without tables that is there is used as it is. Raises HostError for everything else that is
+    /// there, when there is no right to make the file, and for a server that cannot be reached.
+    explicit NewDatabase(const Place &place);
+    ~NewDatabase();
+    NewDatabase(const NewDatabase &) = delete;
+    NewDatabase &operator=(const NewDatabase &) = delete;
+
+    void keep() { m_kept = true; }
+
+private:
+    void makeFile();
+
+    const Place m_place;
+    bool m_isNewFile = false;
+    bool m_fileWasThere = false;
+    bool m_kept = false;
+};
+
+/// Why the database cannot be opened, as one line; empty when it can.
+[[nodiscard]] QString reasonForFailedOpen(const QString &connectionString);
+
+/// Why the module cannot start on the database, as one line: it cannot be opened, a table of the
+/// parent is missing, it cannot be written, a table or column of the module cannot be made. Empty
+/// when none of these is the reason.
+[[nodiscard]] QString reasonForFailedStart(const QString &connectionString);
+
+} // namespace database

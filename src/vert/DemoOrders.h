@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QtGlobal>
+
+namespace ado {
+class Connection;
+}
+
+/// Enters the demo company's orders of `year` and of the year before, with their lines, and the
+/// vouchers of those that have been posted. The registers (DemoCompany) are there already. Amounts
+/// follow from quantities and the register's prices by the order screen's own calculation; vouchers
+/// are those of a posting run with one invoice. Raises the database's RunTimeError; the caller owns
+/// the transaction.
+void fillOrders(ado::Connection &connection, qint16 client, qint16 year);

@@ -1,0 +1,141 @@
+#include "runtime/Clock.h"
+#include "runtime/RunTimeError.h"
+#include "vert/Component.h"
+#include "vert/CopyTask.h"
+#include "vert/Database.h"
+#include "vert/EhfTask.h"
+#include "vert/HostError.h"
+#include "vert/Options.h"
+#include "vert/ScreenTour.h"
+#include "vert/SqlTask.h"
+#include "vert/Tour.h"
+
+#include <QApplication>
+
+#include <cstdio>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void print(const QByteArray &text)
+{
+    if (std::fwrite(text.constData(), 1, size_t(text.size()), stdout) != size_t(text.size()) ||
+        std::fflush(stdout) != 0) {
+        throw HostError(u"utskriften lot seg ikke skrive"_s);
+    }
+}
+
+void printLine(const QString &line)
+{
+    print(line.toUtf8() + '\n');
+}
+
+bool hasDisplay()
+{
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    if (platform.isEmpty())
+        return !qEnvironmentVariableIsEmpty("DISPLAY");
+    return !platform.startsWith("offscreen") && !platform.startsWith("minimal");
+}
+
+/// Whether the main menu comes up and the program lives until it is closed.
+bool showsMenu(const Options &options)
+{
+    return (options.task == Options::Task::Tour || options.task == Options::Task::Start) &&
+           hasDisplay();
+}
+
+void perform(const Options &options)
+{
+    if (options.task == Options::Task::Help) {
+        print(helpText().toUtf8());
+        return;
+    }
+    if (options.task == Options::Task::Copy) {
+        copyDatabase(database::locate(options.fra), database::locate(options.til), printLine);
+        return;
+    }
+    Component component(QCoreApplication::applicationDirPath() + u"/libFaktura.so"_s);
+    if (options.task == Options::Task::Screens) {
+        screentour::run(component, options, printLine);
+        return;
+    }
+    const database::Place place = database::locate(options.dsn);
+    switch (options.task) {
+    case Options::Task::Tour:
+        tour::run(component, place, options, printLine);
+        break;
+    case Options::Task::Start:
+        tour::startModule(component, place, options, printLine);
+        break;
+    case Options::Task::Demo:
+        tour::makeDemo(component, place, options, printLine);
+        break;
+    case Options::Task::Sql:
+        tour::useDatabase(place, options);
+        print(runStatement(options.statement));
+        break;
+    case Options::Task::Ehf:
+        tour::useDatabase(place, options);
+        writeEhf(options.ordreNr, options.ut, options.erstatt);
+        printLine(u"EHF skrevet: "_s + options.ut);
+        break;
+    case Options::Task::Copy:
+    case Options::Task::Screens:
+    case Options::Task::Help:
+        break;
+    }
+    if (showsMenu(options)) {
+        printLine(u"Hovedmenyen er åpen. Programmet lever til vinduene er lukket."_s);
+        QCoreApplication::exec();
+    }
+}
+
+/// The platform without a display tells at every turn what it cannot do; that is no news.
+void passOnMessage(QtMsgType, const QMessageLogContext &, const QString &text)
+{
+    if (!text.startsWith("This plugin does not support"_L1) &&
+        !text.startsWith("QStandardPaths: XDG_RUNTIME_DIR not set"_L1))
+        std::fprintf(stderr, "%s\n", text.toUtf8().constData());
+}
+
+/// With windows only where some will be shown: the other tasks run on any machine.
+std::unique_ptr<QCoreApplication> makeApplication(const Options &options, int &argc, char **argv)
+{
+    if (options.task == Options::Task::Screens) {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        qInstallMessageHandler(passOnMessage);
+        return std::make_unique<QApplication>(argc, argv);
+    }
+    if (showsMenu(options))
+        return std::make_unique<QApplication>(argc, argv);
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
+
+int fail(const QString &line, int status)
+{
+    std::fprintf(stderr, "strekkbok-vert: %s\n", line.toUtf8().constData());
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    try {
+        QStringList arguments;
+        for (int i = 1; i < argc; ++i)
+            arguments += QString::fromLocal8Bit(argv[i]);
+        const Options options = parseOptions(arguments, Clock::current().today().year());
+        const std::unique_ptr<QCoreApplication> application = makeApplication(options, argc, argv);
+        perform(options);
+        return 0;
+    } catch (const HostError &error) {
+        return fail(error.line(), error.status());
+    } catch (const RunTimeError &error) {
+        return fail(u"%1 - %2"_s.arg(error.number()).arg(error.description()), HostError::kFailed);
+    }
+}
