@@ -107,6 +107,10 @@ DataSource resolve(const ConnectionString &connectionString)
                            u"Tilkoblingsstrengen navngir ingen datakilde («dsn=…»)."_s);
     if (name.startsWith(u"postgresql://") || name.startsWith(u"postgres://"))
         return postgresServer(postgresKeywords(name), connectionString);
+    // Taken for a file it would be shown as one, and an address may hold a password.
+    if (name.startsWith(u"postgres", Qt::CaseInsensitive) && name.contains(u':'))
+        throw RunTimeError(errors::kUnspecified,
+                           u"Adressen til en databasetjener skrives «postgresql://…»."_s);
     if (name.contains(u'/') || QFileInfo::exists(name))
         return sqliteFile(name, connectionString);
     return fromOdbcIni(name, connectionString);

@@ -93,10 +93,12 @@ private:
 
     float single(int storedType) const
     {
+        // Rounded first: the shortest decimal form of the largest single lies above it.
         const double number = real(storedType);
-        if (std::abs(number) > std::numeric_limits<float>::max())
+        const auto rounded = static_cast<float>(number);
+        if (std::isinf(rounded) && !std::isinf(number))
             raiseOverflow();
-        return static_cast<float>(number);
+        return rounded;
     }
 
     double real(int storedType) const

@@ -121,6 +121,15 @@ TEST_F(SqliteRows, SingleIsStoredAsItsShortestDecimal)
     EXPECT_EQ(connection.value(u"SELECT Enkel FROM T"_s), Value(0.1F));
 }
 
+TEST_F(SqliteRows, LargestSingleComesBack)
+{
+    constexpr float kLargest = std::numeric_limits<float>::max();
+    store("Enkel", "3.4028235e38");
+    EXPECT_EQ(read("Enkel"), Value(kLargest));
+    store("Enkel", "-3.4028235e38");
+    EXPECT_EQ(read("Enkel"), Value(-kLargest));
+}
+
 TEST_F(SqliteRows, MoneyIsStoredAsTenThousandths)
 {
     Opened connection(m_file);
