@@ -19,8 +19,11 @@ void Main()
     // Made before anything that ends with the component, so that it is still there when a parent
     // unloads the component in its very last moments.
     ado::SessionPool::shared();
-    if (qobject_cast<QApplication *>(QCoreApplication::instance()))
-        messages::setBox([](const QString &text, int style) { MsgBox(text, style); });
+    // A parent may make its application after it has loaded the component.
+    messages::setBox([](const QString &text, int style) {
+        if (qobject_cast<QApplication *>(QCoreApplication::instance()))
+            MsgBox(text, style);
+    });
     gFaktura = Ref<clsFaktura>::make();
     gReg->setCompany(u"Brennmark AS"_s);
     gReg->setAppName(u"Strekkbok"_s);

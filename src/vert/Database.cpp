@@ -11,9 +11,16 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr QLatin1StringView kMarkSuffix(".lages");
 
 bool isConnectionString(const QString &text)
 {
@@ -109,14 +116,53 @@ bool database::areSame(const Place &a, const Place &b)
            });
 }
 
-bool database::hasContent(const QString &path)
+bool database::isMade(const QString &path)
 {
-    return QFileInfo(path).size() > 0;
+    return QFileInfo(path).size() > 0 && !QFileInfo::exists(path + kMarkSuffix);
+}
+
+database::MakingMark::MakingMark(const QString &path)
+    : m_name(QFile::encodeName(path + kMarkSuffix))
+{
+    while (!lock()) {
+    }
+    char cutShort = 0;
+    m_wasCutShort = pread(m_file, &cutShort, 1, 0) == 1;
+    if (pwrite(m_file, "x", 1, 0) != 1 || fsync(m_file) != 0) {
+        close(m_file);
+        throw HostError(u"filen %1 lot seg ikke skrive"_s.arg(QFile::decodeName(m_name)));
+    }
+}
+
+/// False when the mark went with its maker between the opening and the lock.
+bool database::MakingMark::lock()
+{
+    m_file = open(m_name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0644);
+    if (m_file < 0)
+        throw HostError(u"filen %1 lot seg ikke lage"_s.arg(QFile::decodeName(m_name)));
+    if (flock(m_file, LOCK_EX | LOCK_NB) != 0) {
+        close(m_file);
+        throw HostError(
+            u"et annet program lager den samme databasen nå (%1)"_s.arg(QFile::decodeName(m_name)));
+    }
+    struct stat opened = {};
+    struct stat named = {};
+    if (fstat(m_file, &opened) == 0 && stat(m_name.constData(), &named) == 0 &&
+        opened.st_dev == named.st_dev && opened.st_ino == named.st_ino)
+        return true;
+    close(m_file);
+    return false;
+}
+
+database::MakingMark::~MakingMark()
+{
+    unlink(m_name.constData());
+    close(m_file);
 }
 
 database::NewDatabase::NewDatabase(const Place &place) : m_place(place)
 {
-    if (place.isFile() && !hasContent(place.source.location)) {
+    if (place.isFile() && !isMade(place.source.location)) {
         makeFile();
         return;
     }
@@ -138,30 +184,42 @@ database::NewDatabase::NewDatabase(const Place &place) : m_place(place)
 void database::NewDatabase::makeFile()
 {
     const QFileInfo info(m_place.source.location);
-    m_fileWasThere = info.exists();
-    if (m_fileWasThere && !info.isFile())
+    if (info.exists() && !info.isFile())
         throw HostError(u"%1 er ingen vanlig fil"_s.arg(m_place.name));
     if (!QDir().mkpath(info.absolutePath()))
         throw HostError(u"mappen %1 lot seg ikke lage"_s.arg(info.absolutePath()));
+    m_mark.emplace(info.filePath());
+    // Another maker may have come to its end since the first look.
+    const qint64 size = QFileInfo(info.filePath()).size();
+    if (m_mark->wasCutShort()) {
+        removeFiles();
+    } else if (size > 0) {
+        throw HostError(u"%1 finnes og har innhold; velg en ny fil"_s.arg(m_place.name));
+    }
+    m_fileWasThere = QFileInfo::exists(info.filePath());
     if (!QFile(info.filePath()).open(QIODevice::ReadWrite))
         throw HostError(u"filen %1 lot seg ikke lage"_s.arg(m_place.name));
     m_isNewFile = true;
+}
+
+void database::NewDatabase::removeFiles() const
+{
+    for (const QLatin1StringView suffix : {""_L1, "-wal"_L1, "-shm"_L1})
+        QFile::remove(m_place.source.location + suffix);
 }
 
 database::NewDatabase::~NewDatabase()
 {
     if (m_kept)
         return;
-    const QString &path = m_place.source.location;
     if (!m_isNewFile) {
         passOver([this] { dropTables(*ado::openSession(m_place.source)); });
         return;
     }
     // An idle session may still write when it closes, so the file goes rather than its content.
-    for (const QLatin1StringView suffix : {""_L1, "-wal"_L1, "-shm"_L1})
-        QFile::remove(path + suffix);
+    removeFiles();
     if (m_fileWasThere)
-        QFile(path).open(QIODevice::WriteOnly);
+        QFile(m_place.source.location).open(QIODevice::WriteOnly);
 }
 
 QString database::reasonForFailedOpen(const QString &connectionString)

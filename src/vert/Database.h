@@ -2,7 +2,10 @@
 
 #include "platform/ado/Provider.h"
 
+#include <QByteArray>
 #include <QString>
+
+#include <optional>
 
 /// Where the host's databases lie and how they come to be.
 namespace database {
@@ -25,8 +28,32 @@ struct Place
 /// True when both are known to name the same database.
 [[nodiscard]] bool areSame(const Place &a, const Place &b);
 
-/// True when there is a file with content, which is never made anew.
-[[nodiscard]] bool hasContent(const QString &path);
+/// True when there is a file with content that is not one whose making was cut short. It is never
+/// made anew.
+[[nodiscard]] bool isMade(const QString &path);
+
+/// Stands beside a database file while it is being made, as "<file>.lages", and holds a lock. One
+/// that is there without its maker, who was stopped, tells that the file beside it is half made.
+class MakingMark
+{
+public:
+    /// Raises HostError while another program is making the same file, or when there is no right.
+    explicit MakingMark(const QString &path);
+    /// Takes the mark away.
+    ~MakingMark();
+    MakingMark(const MakingMark &) = delete;
+    MakingMark &operator=(const MakingMark &) = delete;
+
+    /// True when an earlier maker left the file half made.
+    [[nodiscard]] bool wasCutShort() const { return m_wasCutShort; }
+
+private:
+    bool lock();
+
+    QByteArray m_name;
+    int m_file = -1;
+    bool m_wasCutShort = false;
+};
 
 /// A database without tables, about to be filled. Unless kept, it is taken back when this goes: a
 /// file that was made here is removed, an empty one that was there is empty again, and in a
@@ -34,9 +61,9 @@ struct Place
 class NewDatabase
 {
 public:
-    /// Makes the empty file, and its folder when that is missing; an empty file or a database
-    /// without tables that is there is used as it is. Raises HostError for everything else that is
-    /// there, when there is no right to make the file, and for a server that cannot be reached.
+    /// Makes the empty file, and its folder when that is missing; an empty file, a half made one or
+    /// a database without tables that is there is used. Raises HostError for everything else that
+    /// is there, when there is no right to make the file, and for a server that cannot be reached.
     explicit NewDatabase(const Place &place);
     ~NewDatabase();
     NewDatabase(const NewDatabase &) = delete;
@@ -46,8 +73,10 @@ public:
 
 private:
     void makeFile();
+    void removeFiles() const;
 
     const Place m_place;
+    std::optional<MakingMark> m_mark;
     bool m_isNewFile = false;
     bool m_fileWasThere = false;
     bool m_kept = false;

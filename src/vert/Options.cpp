@@ -4,6 +4,7 @@
 
 #include <QSet>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -75,9 +76,12 @@ QString withoutSecrets(QStringView argument)
 /// A whole number of plain digits, with a minus sign at most.
 int number(QStringView value, QLatin1StringView option, int lowest, int highest)
 {
+    const QStringView digits = value.startsWith(u'-') ? value.sliced(1) : value;
+    const bool isPlain =
+        std::all_of(digits.begin(), digits.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
     bool isNumber = false;
     const qlonglong parsed = value.toLongLong(&isNumber);
-    if (!isNumber || parsed < lowest || parsed > highest) {
+    if (!isPlain || !isNumber || parsed < lowest || parsed > highest) {
         usage(u"%1 må være et heltall fra %2 til %3, ikke «%4»"_s.arg(option)
                   .arg(lowest)
                   .arg(highest)

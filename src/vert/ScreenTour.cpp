@@ -116,7 +116,7 @@ void screentour::run(Component &component, const Options &options, const tour::S
         throw HostError(u"mappen %1 lot seg ikke lage"_s.arg(folder));
     const database::Place place = database::locate(folder + u"/demo.db"_s);
     QApplication::setQuitOnLastWindowClosed(false);
-    if (database::hasContent(place.name)) {
+    if (database::isMade(place.name)) {
         say(u"Databasen finnes fra før og brukes: %1"_s.arg(place.name));
         tour::startModule(component, place, options, say);
     } else {

@@ -119,7 +119,7 @@ void tour::run(Component &component, const database::Place &place, const Options
                const Say &say)
 {
     const QString &path = place.source.location;
-    if (database::hasContent(path)) {
+    if (database::isMade(path)) {
         say(u"Databasen finnes fra før og brukes: %1"_s.arg(path));
         startModule(component, place, options, say);
     } else {

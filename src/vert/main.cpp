@@ -12,6 +12,7 @@
 
 #include <QApplication>
 
+#include <csignal>
 #include <cstdio>
 #include <memory>
 
@@ -125,6 +126,8 @@ int fail(const QString &line, int status)
 
 int main(int argc, char **argv)
 {
+    // A file that may not grow is told by the write that fails.
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         QStringList arguments;
         for (int i = 1; i < argc; ++i)

@@ -219,6 +219,19 @@ TEST_F(AdoUtilsWriteTest, PutRsWithoutADatabaseKeepsTheEditsForAnotherTry)
     EXPECT_EQ(table(), QStringList({u"1|x"_s, u"2|b"_s}));
 }
 
+TEST_F(AdoUtilsWriteTest, PutRsAfterARefusedCommitWritesAtTheNextTry)
+{
+    const auto rs = editedSet();
+    {
+        SessionTap tap;
+        tap.fail(u"commit"_s);
+        EXPECT_FALSE(db.PutRS(rs));
+    }
+    EXPECT_EQ(table(), before);
+    EXPECT_TRUE(db.PutRS(rs));
+    EXPECT_EQ(table(), QStringList({u"1|x"_s, u"2|b"_s}));
+}
+
 TEST_F(AdoUtilsWriteTest, PutRsHandsARefusedRollbackToTheCallerWithTheSetDetached)
 {
     const auto rs = editedSet();

@@ -94,6 +94,14 @@ TEST_F(EhfTaskTest, ExistingFileIsReplacedOnlyWhenAskedFor)
     expectDocument(u"x.xml"_s);
 }
 
+TEST_F(EhfTaskTest, DatabaseIsNoTarget)
+{
+    for (const QStringView name : {u"demo.db", u"demo.db-wal", u"demo.db-shm", u"demo.db-journal"})
+        expectRefusal(ehf(u"1048"_s, name.toString(), {u"--erstatt"_s}), 1,
+                      u"hører til databasen"_s);
+    EXPECT_EQ(files(), QStringList{u"demo.db"_s});
+}
+
 TEST_F(EhfTaskTest, DocumentThatCannotBeComposedLeavesTheOlderFile)
 {
     change(u"UPDATE Ordre SET DeresRef=Null WHERE OrdreNr=1048"_s);

@@ -72,6 +72,8 @@ INSTANTIATE_TEST_SUITE_P(
         Misuse{{u"--demo=ja"_s}, u"--demo tar ingen verdi"_s},
         Misuse{{u"--klient"_s, u"en"_s}, u"--klient må være et heltall"_s},
         Misuse{{u"--klient"_s, u"1.5"_s}, u"--klient må være et heltall"_s},
+        Misuse{{u"--klient"_s, u" 5"_s}, u"--klient må være et heltall"_s},
+        Misuse{{u"--klient"_s, u"+5"_s}, u"--klient må være et heltall"_s},
         Misuse{{u"--klient"_s, u"32768"_s}, u"fra -32768 til 32767, ikke «32768»"_s},
         Misuse{{u"--klient"_s, u"-32769"_s}, u"fra -32768 til 32767, ikke «-32769»"_s},
         Misuse{{u"--klient"_s, u"99999999999999999999"_s}, u"--klient må være et heltall"_s},

@@ -78,6 +78,7 @@ void Connection::beginTrans()
         throw RunTimeError(errors::kUnspecified, u"En transaksjon er allerede startet."_s);
     open.begin();
     m_inTransaction = true;
+    m_committed = std::make_shared<bool>(false);
 }
 
 void Connection::commitTrans()
@@ -87,6 +88,7 @@ void Connection::commitTrans()
         throw RunTimeError(errors::kUnspecified, u"Ingen transaksjon er startet."_s);
     open.commit();
     m_inTransaction = false;
+    *m_committed = true;
 }
 
 void Connection::rollbackTrans()

@@ -60,6 +60,7 @@ private:
     CursorLocation m_cursorLocation = CursorLocation::Server;
     std::shared_ptr<Session> m_session;
     bool m_inTransaction = false;
+    std::shared_ptr<bool> m_committed; // of the last transaction begun
 };
 
 } // namespace ado

@@ -19,6 +19,9 @@ namespace {
 
 DataSource sqliteFile(const QString &path, ConnectionString connectionString)
 {
+    if (QDir::isRelativePath(path) && QDir::currentPath().isEmpty())
+        throw RunTimeError(errors::kUnspecified,
+                           u"Databasen «%1» finnes ikke: arbeidsmappen er borte."_s.arg(path));
     DataSource source;
     source.location = QDir::cleanPath(QDir().absoluteFilePath(path));
     // The current folder may change between two openings, so the key holds the absolute path.

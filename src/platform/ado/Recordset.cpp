@@ -22,18 +22,28 @@ Recordset::Recordset(std::unique_ptr<RowSet> rows) : m_rows(std::move(rows))
 
 void Recordset::setActiveConnection(const QString &connectionString)
 {
+    settleChanges();
     m_activeConnectionString = connectionString;
     m_activeConnection = nullptr;
 }
 
 void Recordset::setActiveConnection(Connection &connection)
 {
+    settleChanges();
     m_activeConnectionString.clear();
     m_activeConnection = &connection;
 }
 
+void Recordset::settleChanges()
+{
+    if (m_changesBefore && !*m_committed && m_rows)
+        m_rows->takeBack(std::move(*m_changesBefore));
+    m_changesBefore.reset();
+}
+
 void Recordset::clearActiveConnection()
 {
+    settleChanges();
     m_activeConnectionString.clear();
     m_activeConnection = nullptr;
 }
@@ -320,7 +330,12 @@ void Recordset::updateBatch(AffectRecords affected)
         const int current = currentRow();
         std::erase_if(changed, [current](int row) { return row != current; });
     }
+    std::optional<RowChanges> before;
+    if (m_activeConnection && m_activeConnection->m_inTransaction)
+        before = m_rows->changes();
     session()->writeBack(*m_rows, changed);
+    m_changesBefore = std::move(before);
+    m_committed = m_changesBefore ? m_activeConnection->m_committed : nullptr;
 }
 
 } // namespace ado

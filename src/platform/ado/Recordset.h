@@ -1,18 +1,19 @@
 #pragma once
 
 #include "platform/ado/AdoTypes.h"
+#include "platform/ado/RowSet.h"
 
 #include <QString>
 #include <QStringView>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace ado {
 
 class ColumnStore;
 class Connection;
-class RowSet;
 class Session;
 
 /// What a record set tells of one of its columns.
@@ -40,7 +41,8 @@ public:
     void setActiveConnection(const QString &connectionString);
     /// The connection by object, not owned; it must outlive the attachment.
     void setActiveConnection(Connection &connection);
-    /// Detaches: the rows stay.
+    /// Detaches: the rows stay. Changes written in a transaction that has not been committed by
+    /// then count as not written.
     void clearActiveConnection();
 
     void setCursorLocation(CursorLocation location) { m_cursorLocation = location; }
@@ -113,6 +115,7 @@ private:
     int checkedIndex(int index) const; // 3265 outside the fields
     // The column when its current value can be read straight: of that type, unchanged, not Null.
     const ColumnStore *stored(int index, DataType type) const;
+    void settleChanges();
     void checkWritable() const; // 3251 when read-only
 
     CursorLocation m_cursorLocation = CursorLocation::Server;
@@ -122,6 +125,9 @@ private:
     QString m_activeConnectionString;
     Connection *m_activeConnection = nullptr;
     std::unique_ptr<RowSet> m_rows;
+    // Of the last write-back within a transaction: the changes before it, and what became of it.
+    std::optional<RowChanges> m_changesBefore;
+    std::shared_ptr<const bool> m_committed;
     std::vector<Field> m_fields;
     int m_position = 0; // 0-based row; -1 before the first, recordCount() after the last
     int m_positionBeforeAdding = 0;

@@ -8,6 +8,20 @@
 
 namespace ado {
 
+/// What has been changed in one row, cell by cell.
+struct RowChange
+{
+    struct Cell
+    {
+        Value now;
+        Value stored;        ///< what the database holds
+        bool pending = true; ///< `now` is not written yet
+    };
+    bool isNew = false;
+    std::map<int, Cell> cells; ///< by column
+};
+using RowChanges = std::map<int, RowChange>;
+
 /// The rows of one query: the values as they were read, column by column, and over them the changes
 /// that have been made in memory since. Rows are numbered from 0; rows added in memory stand behind
 /// the read ones. Row and column numbers are the caller's to keep within range.
@@ -59,18 +73,12 @@ public:
     /// The row stands in the database as it stands here.
     void accept(int row);
 
+    /// The changes as they stand now, and the way back to them.
+    [[nodiscard]] const RowChanges &changes() const { return m_changes; }
+    void takeBack(RowChanges changes) { m_changes = std::move(changes); }
+
 private:
-    struct Cell
-    {
-        Value now;
-        Value stored;        // what the database holds
-        bool pending = true; // `now` is not written yet
-    };
-    struct Change
-    {
-        bool isNew = false;
-        std::map<int, Cell> cells;
-    };
+    using Cell = RowChange::Cell;
 
     [[nodiscard]] const Cell *cell(int row, int column) const;
     [[nodiscard]] const ColumnStore *unchangedBesideChanges(int row, int column) const;
@@ -81,7 +89,7 @@ private:
     std::vector<ColumnStore> m_stores;
     int m_readRows = 0;
     int m_addedRows = 0;
-    std::map<int, Change> m_changes; // by row; every added row has one
+    RowChanges m_changes; // by row; every added row has one
 };
 
 /// `value` as the column holds it: of its type, text cut to its width. Null stays Null. Raises

@@ -35,8 +35,8 @@ public:
     /// its one table.
     virtual void writeBack(RowSet &rows, const std::vector<int> &changedRows) = 0;
     /// Adds all rows of `rows` to a table at once, each value to the column of its name, those of a
-    /// counter too, which is moved on behind them. All rows or none. Raises kNoSuchTable, and what a
-    /// refused row raises.
+    /// counter too, which is moved on behind them. All rows or none. Raises kNoSuchTable, and what
+    /// a refused row raises.
     virtual void append(QStringView table, const RowSet &rows) = 0;
     /// The tables as they are now; valid until the next call on the session.
     virtual const dialect::Catalog &catalog() = 0;
