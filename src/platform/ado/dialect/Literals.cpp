@@ -133,9 +133,11 @@ private:
         const QDateTime zero = dateZero();
         const double last = static_cast<double>(zero.date().daysTo({kLastYear, 12, 31})) + 1;
         const double first = static_cast<double>(zero.date().daysTo({kFirstYear, 1, 1}));
-        if (!(days >= first && days < last))
+        // The rounded moment counts: the last half second of the last day lies beyond it.
+        const double seconds = std::round(days * kSecondsPerDay);
+        if (!(seconds >= first * kSecondsPerDay && seconds < last * kSecondsPerDay))
             throw RunTimeError(::errors::kOverflow);
-        return zero.addSecs(std::llround(days * kSecondsPerDay));
+        return zero.addSecs(static_cast<qint64>(seconds));
     }
 
     /// #mm/dd/yyyy# or #yyyy-mm-dd#, with a time hh:mm[:ss] behind it or not.

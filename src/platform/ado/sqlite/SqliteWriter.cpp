@@ -25,9 +25,13 @@ QByteArray castTo(const char *type, const QByteArray &operand)
 /// The nearest whole number of a real, a half to the even one; ROUND alone goes away from zero.
 QByteArray nearestEven(const QByteArray &real)
 {
-    return castTo("INTEGER", "CASE WHEN ABS(" + real + " - CAST(" + real +
-                                 " AS INTEGER)) = 0.5 THEN 2 * ROUND(" + real +
-                                 " / 2) ELSE ROUND(" + real + ") END");
+    // The cast would bring a number beyond 64 bits to the nearest end; it stays real, and the
+    // column's range check refuses it.
+    const QByteArray whole = castTo("INTEGER", "CASE WHEN ABS(" + real + " - CAST(" + real +
+                                                   " AS INTEGER)) = 0.5 THEN 2 * ROUND(" + real +
+                                                   " / 2) ELSE ROUND(" + real + ") END");
+    return "(CASE WHEN ABS(" + real + ") < 9223372036854775807 THEN " + whole + " ELSE " + real +
+           " END)";
 }
 
 } // namespace
@@ -117,10 +121,12 @@ QByteArray SqliteWriter::identityQuery() const
 
 QByteArray SqliteWriter::columnType(QStringView column, DataType type, int width) const
 {
-    const auto whole = [&](const char *declared, const char *limits) {
+    const auto checked = [&](const char *declared, const QByteArray &condition) {
         const QByteArray constraint = name(column.toString() + QLatin1StringView(kRangeCheck));
-        return declared + (" CONSTRAINT " + constraint) + " CHECK (" + name(column) + " BETWEEN " +
-               limits + ')';
+        return declared + (" CONSTRAINT " + constraint) + " CHECK (" + condition + ')';
+    };
+    const auto whole = [&](const char *declared, const char *limits) {
+        return checked(declared, name(column) + " BETWEEN " + limits);
     };
     switch (type) {
     case DataType::SmallInt:
@@ -132,7 +138,8 @@ QByteArray SqliteWriter::columnType(QStringView column, DataType type, int width
     case DataType::Double:
         return "DOUBLE";
     case DataType::Currency:
-        return "CURRENCY";
+        // A sum beyond 64 bits turns into a real number.
+        return checked("CURRENCY", "typeof(" + name(column) + ") <> 'real'");
     case DataType::Date:
         return "DATE";
     case DataType::Boolean:

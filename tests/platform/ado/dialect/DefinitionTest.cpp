@@ -14,7 +14,8 @@ TEST(Definition, SpellsEveryType)
               "CREATE TABLE \"Alt\" ("
               "\"a\" SHORT CONSTRAINT \"a range\" CHECK (\"a\" BETWEEN -32768 AND 32767), "
               "\"b\" LONG CONSTRAINT \"b range\" CHECK (\"b\" BETWEEN -2147483648 AND 2147483647), "
-              "\"c\" SINGLE, \"d\" DOUBLE, \"e\" CURRENCY, \"f\" BIT DEFAULT 0, \"g\" DATE, "
+              "\"c\" SINGLE, \"d\" DOUBLE, \"e\" CURRENCY CONSTRAINT \"e range\" "
+              "CHECK (typeof(\"e\") <> 'real'), \"f\" BIT DEFAULT 0, \"g\" DATE, "
               "\"h\" DATE, \"i\" TEXT(255), \"j\" TEXT(7), \"k\" LONGBINARY)");
 }
 
