@@ -1,3 +1,5 @@
+#include "shell/BareParent.h"
+
 #include <QApplication>
 #include <QPluginLoader>
 #include <QTemporaryDir>
@@ -19,19 +21,7 @@ class PluginScreensTest : public ::testing::Test
 protected:
     PluginScreensTest() : m_loader(QStringLiteral(FAKTURA_FILE))
     {
-        sqlite3 *database = nullptr;
-        EXPECT_EQ(sqlite3_open(path().toUtf8().constData(), &database), SQLITE_OK);
-        EXPECT_EQ(sqlite3_exec(database,
-                               "CREATE TABLE Klient (KlientNr SHORT);"
-                               "CREATE TABLE KundeLev (KlientNr SHORT);"
-                               "CREATE TABLE Kontoplan (KlientNr SHORT, KontoNr LONG, "
-                               "Navn TEXT(40), FastMvaKode SHORT, Std BIT, NaerSkjema2 SHORT, "
-                               "KtoGruppe SHORT);"
-                               "CREATE TABLE Hovedbok (KlientNr SHORT, KontoNr LONG, Aar SHORT, "
-                               "AapningsSaldo CURRENCY);",
-                               nullptr, nullptr, nullptr),
-                  SQLITE_OK);
-        sqlite3_close(database);
+        makeBareParent(path());
         QApplication::setQuitOnLastWindowClosed(false);
     }
     ~PluginScreensTest() override { m_loader.unload(); }

@@ -1,3 +1,5 @@
+#include "shell/BareParent.h"
+
 #include <QObject>
 #include <QPluginLoader>
 #include <QTemporaryDir>
@@ -16,23 +18,7 @@ namespace {
 class PluginTest : public ::testing::Test
 {
 protected:
-    PluginTest() : m_loader(QStringLiteral(FAKTURA_FILE))
-    {
-        // The parent's database, with what of its tables a start cannot do without.
-        sqlite3 *database = nullptr;
-        EXPECT_EQ(sqlite3_open(path().toUtf8().constData(), &database), SQLITE_OK);
-        EXPECT_EQ(sqlite3_exec(database,
-                               "CREATE TABLE Klient (KlientNr SHORT, Navn TEXT(40));"
-                               "CREATE TABLE KundeLev (KlientNr SHORT, KundeNr LONG);"
-                               "CREATE TABLE Kontoplan (KlientNr SHORT, KontoNr LONG, "
-                               "Navn TEXT(40), FastMvaKode SHORT, Std BIT, NaerSkjema2 SHORT, "
-                               "KtoGruppe SHORT);"
-                               "CREATE TABLE Hovedbok (KlientNr SHORT, KontoNr LONG, Aar SHORT, "
-                               "AapningsSaldo CURRENCY);",
-                               nullptr, nullptr, nullptr),
-                  SQLITE_OK);
-        sqlite3_close(database);
-    }
+    PluginTest() : m_loader(QStringLiteral(FAKTURA_FILE)) { makeBareParent(path()); }
     ~PluginTest() override { m_loader.unload(); }
 
     [[nodiscard]] QString path() const { return m_folder.filePath(u"parent.db"_s); }
