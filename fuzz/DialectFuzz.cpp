@@ -3,6 +3,7 @@
 
 #include "platform/ado/dialect/Parser.h"
 #include "platform/ado/dialect/Translator.h"
+#include "platform/ado/sqlite/SqliteFunctions.h"
 #include "platform/ado/sqlite/SqliteWriter.h"
 #include "runtime/RunTimeError.h"
 
@@ -64,6 +65,7 @@ public:
         sqlite3_open(":memory:", &m_database);
         sqlite3_create_collation(m_database, SqliteWriter::kCollation, SQLITE_UTF8, nullptr,
                                  compareBytes);
+        addFunctions(m_database);
         sqlite3_db_config(m_database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
         sqlite3_db_config(m_database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
         for (const char *definition : {kOrdre, kOrdreLinjer, kPoststed}) {

@@ -46,7 +46,10 @@ QDateTime momentOf(double days)
         raise(errors::kOverflow);
     const auto milliseconds =
         static_cast<qint64>(std::llround(std::fabs(days - whole) * kMillisecondsPerDay));
-    return dateZero().addDays(static_cast<qint64>(whole)).addMSecs(milliseconds);
+    const QDateTime moment = dateZero().addDays(static_cast<qint64>(whole)).addMSecs(milliseconds);
+    if (dateZero().daysTo(moment) > static_cast<qint64>(kLastDay)) // by the rounding
+        raise(errors::kOverflow);
+    return moment;
 }
 
 QString signedText(const Decimal &number, int places)

@@ -102,6 +102,11 @@ DataSource fromOdbcIni(const QString &name, const ConnectionString &connectionSt
 
 } // namespace
 
+bool isServerAddress(QStringView name)
+{
+    return name.startsWith(u"postgres", Qt::CaseInsensitive) && name.contains(u':');
+}
+
 DataSource resolve(const ConnectionString &connectionString)
 {
     const QString name = connectionString.value(u"dsn");
@@ -110,8 +115,7 @@ DataSource resolve(const ConnectionString &connectionString)
                            u"Tilkoblingsstrengen navngir ingen datakilde («dsn=…»)."_s);
     if (name.startsWith(u"postgresql://") || name.startsWith(u"postgres://"))
         return postgresServer(postgresKeywords(name), connectionString);
-    // Taken for a file it would be shown as one, and an address may hold a password.
-    if (name.startsWith(u"postgres", Qt::CaseInsensitive) && name.contains(u':'))
+    if (isServerAddress(name))
         throw RunTimeError(errors::kUnspecified,
                            u"Adressen til en databasetjener skrives «postgresql://…»."_s);
     if (name.contains(u'/') || QFileInfo::exists(name))

@@ -23,6 +23,10 @@ struct DataSource
     QString key; ///< the same for all connection strings that may share a session
 };
 
+/// True for what stands for the address of a PostgreSQL server, also where it is misspelt: it is
+/// never taken for the name of a file, which would be shown, since an address may hold a password.
+[[nodiscard]] bool isServerAddress(QStringView name);
+
 /// Finds out what the keyword "dsn" names:
 ///   postgresql:// or postgres:// and what follows      the database on a PostgreSQL server
 ///   an existing file, or anything with a slash in it    a SQLite file, from the current folder

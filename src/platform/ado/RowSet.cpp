@@ -1,6 +1,7 @@
 #include "platform/ado/RowSet.h"
 
 #include "platform/ado/AdoTypes.h"
+#include "platform/ado/dialect/Fitting.h"
 
 #include <limits>
 
@@ -23,12 +24,8 @@ Value converted(const Value &value, DataType type)
         return Value(value.toDouble());
     case DataType::Currency:
         return Value(value.toCurrency());
-    case DataType::Date: {
-        const QDateTime date = value.toDate();
-        if (date.date().year() < 100 || date.date().year() > 9999)
-            throw RunTimeError(::errors::kOverflow);
-        return Value(date);
-    }
+    case DataType::Date:
+        return Value(dialect::wholeSeconds(value.toDate()));
     case DataType::Boolean:
         return Value(value.toBoolean());
     case DataType::LongVarBinary:
@@ -40,25 +37,15 @@ Value converted(const Value &value, DataType type)
     return Value(value.toText());
 }
 
-QString cut(QString text, int width)
-{
-    if (width <= 0 || text.size() <= width)
-        return text;
-    // A character outside the basic plane takes two units and is not split.
-    const int end = text.at(width - 1).isHighSurrogate() ? width - 1 : width;
-    text.truncate(end);
-    return text;
-}
-
 } // namespace
 
 Value fitted(const Value &value, const dialect::ResultColumn &column)
 {
-    if (value.isNull())
-        return value;
+    if (value.isNull()) // a truth value never is
+        return column.type == DataType::Boolean ? Value(false) : value;
     try {
         if (column.type == DataType::VarWChar)
-            return Value(cut(value.toText(), column.width));
+            return Value(dialect::cutText(value.toText(), column.width));
         return converted(value, column.type);
     } catch (const RunTimeError &error) {
         if (error.number() == ::errors::kOverflow)

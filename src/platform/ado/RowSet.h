@@ -92,8 +92,8 @@ private:
     RowChanges m_changes; // by row; every added row has one
 };
 
-/// `value` as the column holds it: of its type, text cut to its width. Null stays Null. Raises
-/// kTypeMismatch or kOutOfRange, naming the column.
+/// `value` as the column holds it: of its type, text cut to its width. Null stays Null, but is
+/// false in a BIT. Raises kTypeMismatch or kOutOfRange, naming the column.
 [[nodiscard]] Value fitted(const Value &value, const dialect::ResultColumn &column);
 
 } // namespace ado

@@ -98,13 +98,21 @@ TEST(RowSet, SetValueTakesTheColumnsType)
     EXPECT_TRUE(rows.isNull(1, 1));
 }
 
+TEST(RowSet, TruthIsNeverNull)
+{
+    RowSet rows({column(u"Sant"_s, DataType::Boolean)}, u"Folk"_s);
+    const int row = rows.addRow();
+    rows.setValue(row, 0, Value());
+    EXPECT_EQ(rows.value(row, 0), Value(false));
+}
+
 TEST(RowSet, TextIsCutToTheColumnsWidthAndNotWithinACharacter)
 {
     RowSet rows = people();
     rows.setValue(0, 1, Value(u"Kristin"_s));
     EXPECT_EQ(rows.value(0, 1).toText(), u"Krist"_s);
     rows.setValue(0, 1, Value(u"abcd\U0001F69B!"_s));
-    EXPECT_EQ(rows.value(0, 1).toText(), u"abcd"_s);
+    EXPECT_EQ(rows.value(0, 1).toText(), u"abcd\U0001F69B"_s);
 }
 
 TEST(RowSet, ValueThatDoesNotFitIsRefusedAndTheOldOneStays)
@@ -121,8 +129,21 @@ TEST(RowSet, DateOutsideTheCalendarOfTheModuleIsRefused)
 {
     RowSet rows({column(u"Dato"_s, DataType::Date)}, u"Folk"_s);
     const int row = rows.addRow();
-    EXPECT_EQ(errorOf([&] { rows.setValue(row, 0, Value(moment(10000, 1, 1))); }),
+    for (const Value &late : {Value(moment(10000, 1, 1)), Value(2958465.9999999)})
+        EXPECT_EQ(errorOf([&] { rows.setValue(row, 0, late); }), errors::kOutOfRange);
+    EXPECT_EQ(errorOf([&] { rows.setValue(row, 0, Value(moment(99, 12, 31))); }),
               errors::kOutOfRange);
+}
+
+TEST(RowSet, DateIsTheNearestSecondThatTheDatabaseKeeps)
+{
+    RowSet rows({column(u"Dato"_s, DataType::Date)}, u"Folk"_s);
+    const int row = rows.addRow();
+    rows.setValue(row, 0, Value(2958465.99998));
+    EXPECT_EQ(rows.value(row, 0).toDate(),
+              QDateTime(QDate(9999, 12, 31), QTime(23, 59, 58), Qt::UTC));
+    rows.setValue(row, 0, Value(QDateTime(QDate(1899, 12, 29), QTime(5, 59, 59, 700), Qt::UTC)));
+    EXPECT_EQ(rows.value(row, 0).toDate(), QDateTime(QDate(1899, 12, 29), QTime(6, 0), Qt::UTC));
 }
 
 TEST(RowSet, ComputedColumnCannotBeChanged)

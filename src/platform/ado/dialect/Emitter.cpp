@@ -41,10 +41,8 @@ const char *spelling(TokenKind sign)
         return " + ";
     case TokenKind::Minus:
         return " - ";
-    case TokenKind::Star:
-        return " * ";
     default:
-        return " / ";
+        return " * ";
     }
 }
 
@@ -61,9 +59,9 @@ QByteArray Emitter::assigned(const Expr &expr, const ColumnInfo &column)
         raiseDoesNotFit(tokenOf(expr), column.name);
     if (expr.kind == ExprKind::Literal)
         return parameter(expr, column.type, column.width, column.name);
-    if (expr.kind == ExprKind::Null && column.type == DataType::Boolean)
-        return m_writer.truth(false); // a truth value is never Null
     const QByteArray value = operand(expr, column.type);
+    if (column.type == DataType::Boolean && expr.kind != ExprKind::Truth) // is never Null
+        return "COALESCE(" + value + ", " + m_writer.truth(false) + ')';
     return column.type == DataType::VarWChar && column.width > 0 ? m_writer.cut(value, column.width)
                                                                  : value;
 }
@@ -111,7 +109,7 @@ QByteArray Emitter::spelled(const Expr &expr)
         return m_writer.column(m_sources[static_cast<size_t>(expr.source)].alias, expr.column->name,
                                expr.column->type);
     case ExprKind::Negate:
-        return '-' + operand(*expr.arguments.front(), expr.type);
+        return '-' + reckoned(*expr.arguments.front(), expr.type);
     case ExprKind::Not:
         return "NOT " + operand(*expr.arguments.front());
     case ExprKind::And:
@@ -161,6 +159,15 @@ QByteArray Emitter::compared(const Expr &expr)
     return between ? sql : sql + ')';
 }
 
+// A SHORT grows to a LONG where it is reckoned with. Compared it stays as an index holds it.
+QByteArray Emitter::reckoned(const Expr &expr, DataType type)
+{
+    const QByteArray sql = operand(expr, type);
+    return expr.type == DataType::SmallInt && type == DataType::Integer
+               ? m_writer.convert(sql, expr.type, type)
+               : sql;
+}
+
 QByteArray Emitter::arithmetic(const Expr &expr)
 {
     const Expr &left = *expr.arguments[0];
@@ -168,9 +175,12 @@ QByteArray Emitter::arithmetic(const Expr &expr)
     const TokenKind sign = tokenOf(expr).kind;
     const auto types =
         arithmeticTypes(sign, operandType(left, m_tokens), operandType(right, m_tokens));
-    QByteArray sql = operand(left, types->left);
-    sql += spelling(sign);
-    return sql += operand(right, types->right);
+    const QByteArray first = reckoned(left, types->left);
+    const QByteArray second = reckoned(right, types->right);
+    if (sign == TokenKind::Slash)
+        return m_writer.quotient(first, second);
+    const QByteArray sql = first + spelling(sign) + second;
+    return expr.type == DataType::Currency ? m_writer.exactAmount(sql) : sql;
 }
 
 QByteArray Emitter::aggregate(const Expr &expr)

@@ -32,6 +32,7 @@ private:
     QByteArray spelled(const Expr &expr);
     QByteArray chain(const Expr &expr, const char *sign);
     QByteArray compared(const Expr &expr);
+    QByteArray reckoned(const Expr &expr, DataType type);
     QByteArray arithmetic(const Expr &expr);
     QByteArray aggregate(const Expr &expr);
     QByteArray converted(const QByteArray &operand, DataType from, DataType to) const;

@@ -247,6 +247,8 @@ ExprPtr ExpressionParser::function()
     m_tokens.expect(TokenKind::LeftParen);
     const bool countAll = found->kind == ExprKind::Aggregate &&
                           found->aggregate == Aggregate::Count && m_tokens.accept(TokenKind::Star);
+    if (m_tokens.at(TokenKind::RightParen) && !countAll)
+        raiseSyntax(name, u"funksjonen «%1» mangler et argument"_s.arg(name.text));
     if (!countAll) {
         const NestingGuard guard(m_nesting, name);
         add(*call, disjunction());

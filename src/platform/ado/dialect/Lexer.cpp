@@ -13,6 +13,24 @@ constexpr qsizetype kTokensAtOnce = 500;
 
 enum class Class : quint8 { Other, Blank, Letter, Digit, Sign };
 
+/// The kinds of the signs of one character, End for what is none.
+constexpr std::array<TokenKind, 128> kSigns = [] {
+    std::array<TokenKind, 128> table{};
+    table[','] = TokenKind::Comma;
+    table['.'] = TokenKind::Dot;
+    table['('] = TokenKind::LeftParen;
+    table[')'] = TokenKind::RightParen;
+    table[';'] = TokenKind::Semicolon;
+    table['*'] = TokenKind::Star;
+    table['/'] = TokenKind::Slash;
+    table['+'] = TokenKind::Plus;
+    table['-'] = TokenKind::Minus;
+    table['='] = TokenKind::Equal;
+    table['<'] = TokenKind::Less;
+    table['>'] = TokenKind::Greater;
+    return table;
+}();
+
 constexpr std::array<Class, 128> kClasses = [] {
     std::array<Class, 128> table{};
     for (const size_t c : {u' ', u'\t', u'\r', u'\n'})
@@ -22,8 +40,10 @@ constexpr std::array<Class, 128> kClasses = [] {
     for (size_t c = 'a'; c <= 'z'; ++c)
         table[c] = table[c - 'a' + 'A'] = Class::Letter;
     table['_'] = Class::Letter;
-    for (const size_t c : {u',', u'.', u'(', u')', u';', u'*', u'/', u'+', u'-', u'=', u'<', u'>'})
-        table[c] = Class::Sign;
+    for (size_t c = 0; c < kSigns.size(); ++c) {
+        if (kSigns[c] != TokenKind::End)
+            table[c] = Class::Sign;
+    }
     return table;
 }();
 
@@ -138,34 +158,20 @@ private:
         if ((c == u'-' && peek(1) == u'-') || (c == u'/' && peek(1) == u'*'))
             return fail(2);
         ++m_at;
-        switch (c) {
-        case u',':
-            return TokenKind::Comma;
-        case u'.':
-            return TokenKind::Dot;
-        case u'(':
-            return TokenKind::LeftParen;
-        case u')':
-            return TokenKind::RightParen;
-        case u';':
-            return TokenKind::Semicolon;
-        case u'*':
-            return TokenKind::Star;
-        case u'/':
-            return TokenKind::Slash;
-        case u'+':
-            return TokenKind::Plus;
-        case u'-':
-            return TokenKind::Minus;
-        case u'=':
-            return TokenKind::Equal;
-        case u'<':
-            if (peek() == u'>')
-                return ++m_at, TokenKind::NotEqual;
-            return peek() == u'=' ? (++m_at, TokenKind::LessEqual) : TokenKind::Less;
-        default: // '>'
-            return peek() == u'=' ? (++m_at, TokenKind::GreaterEqual) : TokenKind::Greater;
-        }
+        if (c == u'<' && skip(u'>'))
+            return TokenKind::NotEqual;
+        if (c == u'<' && skip(u'='))
+            return TokenKind::LessEqual;
+        if (c == u'>' && skip(u'='))
+            return TokenKind::GreaterEqual;
+        return kSigns[c];
+    }
+
+    bool skip(char16_t expected)
+    {
+        const bool found = peek() == expected;
+        m_at += found ? 1 : 0;
+        return found;
     }
 
     TokenKind quoted()

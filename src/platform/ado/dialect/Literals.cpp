@@ -1,4 +1,5 @@
 #include "platform/ado/dialect/Errors.h"
+#include "platform/ado/dialect/Fitting.h"
 #include "platform/ado/dialect/Translator.h"
 #include "runtime/Conversions.h"
 #include "runtime/Decimal.h"
@@ -6,7 +7,6 @@
 #include <QVarLengthArray>
 
 #include <charconv>
-#include <cmath>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -16,8 +16,6 @@ namespace ado::dialect {
 namespace {
 
 constexpr int kFirstYear = 100;
-constexpr int kLastYear = 9999;
-constexpr double kSecondsPerDay = 86'400;
 
 /// The nearest value of a floating type; error 6 when it is beyond the type.
 template<class Real>
@@ -95,9 +93,9 @@ private:
         case DataType::Boolean:
             return Value(real<double>(number, negative) != 0);
         case DataType::Date:
-            return Value(dateOfNumber(real<double>(number, negative)));
+            return Value(wholeSeconds(Value(real<double>(number, negative)).toDate()));
         default:
-            return Value(cut(QString::number(real<double>(number, negative), 'g', 15)));
+            return fittedText(QString::number(real<double>(number, negative), 'g', 15));
         }
     }
 
@@ -106,7 +104,7 @@ private:
         QString text = m_token.text.sliced(1).chopped(1).toString();
         text.replace("''"_L1, "'"_L1);
         if (m_parameter.type == DataType::VarWChar)
-            return Value(cut(std::move(text)));
+            return fittedText(std::move(text));
         if (m_parameter.type == DataType::Date)
             return Value(dateOfText(text));
         const Lexed lexed = lex(text);
@@ -126,18 +124,6 @@ private:
         } catch (const RunTimeError &) {
             raiseDoesNotFit(m_token, m_parameter.column);
         }
-    }
-
-    static QDateTime dateOfNumber(double days)
-    {
-        const QDateTime zero = dateZero();
-        const double last = static_cast<double>(zero.date().daysTo({kLastYear, 12, 31})) + 1;
-        const double first = static_cast<double>(zero.date().daysTo({kFirstYear, 1, 1}));
-        // The rounded moment counts: the last half second of the last day lies beyond it.
-        const double seconds = std::round(days * kSecondsPerDay);
-        if (!(seconds >= first * kSecondsPerDay && seconds < last * kSecondsPerDay))
-            throw RunTimeError(::errors::kOverflow);
-        return zero.addSecs(static_cast<qint64>(seconds));
     }
 
     /// #mm/dd/yyyy# or #yyyy-mm-dd#, with a time hh:mm[:ss] behind it or not.
@@ -175,15 +161,9 @@ private:
         return count;
     }
 
-    QString cut(QString text) const
+    Value fittedText(QString text) const
     {
-        qsizetype width = m_parameter.width;
-        if (width > 0 && text.size() > width) {
-            if (text[width - 1].isHighSurrogate())
-                --width;
-            text.truncate(width);
-        }
-        return text;
+        return Value(cutText(std::move(text), m_parameter.width));
     }
 
     const Parameter &m_parameter;

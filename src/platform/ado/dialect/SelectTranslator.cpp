@@ -63,10 +63,13 @@ Translation SelectTranslator::translate(Select &query)
         sql += " GROUP BY " + groups.join(", ");
     if (query.having)
         sql += " HAVING " + m_emitter.condition(*query.having);
-    if (query.orderBy.empty() && !m_writer.keepsOrder(m_sources.size() > 1))
-        sql += query.distinct || grouped ? orderByValues(query, groups) : orderByKey();
-    else
-        sql += orderList(query);
+    QByteArrayList order = orderList(query);
+    for (const QByteArray &item : orderUnasked(query, grouped, std::move(groups))) {
+        if (!order.contains(item))
+            order += item;
+    }
+    if (!order.isEmpty())
+        sql += " ORDER BY " + order.join(", ");
     return std::move(m_translation);
 }
 
@@ -262,42 +265,56 @@ QByteArray SelectTranslator::itemList(const Select &query)
     return sql;
 }
 
+/// How rows come of which the query's own ORDER BY says nothing, or which it leaves equal.
+QByteArrayList SelectTranslator::orderUnasked(const Select &query, bool grouped,
+                                              QByteArrayList groups) const
+{
+    if (query.distinct)
+        return resultOrder(query); // no database gives them so of itself
+    if (m_writer.keepsOrder(m_sources.size() > 1))
+        return {};
+    return grouped ? groupOrder(std::move(groups)) : keyOrder();
+}
+
 /// By the keys of the tables, the last of several left out, spelled so that an index gives the
 /// order.
-QByteArray SelectTranslator::orderByKey() const
+QByteArrayList SelectTranslator::keyOrder() const
 {
     const size_t tables = std::max<size_t>(m_sources.size() - 1, 1);
-    QByteArray sql;
+    QByteArrayList order;
     for (size_t i = 0; i < tables; ++i) {
         const Source &source = m_sources[i];
-        const qsizetype before = sql.size();
+        const qsizetype before = order.size();
         for (const ColumnInfo &column : source.table->columns) {
             if (column.key)
-                sql += (sql.isEmpty() ? " ORDER BY " : ", ") +
-                       m_writer.column(source.alias, column.name, column.type);
+                order += m_writer.column(source.alias, column.name, column.type);
         }
-        if (sql.size() == before)
+        if (order.size() == before)
             break; // behind a table without a key no order would hold
     }
-    return sql;
+    return order;
 }
 
-/// By the distinct rows of the result, or by its groups.
-QByteArray SelectTranslator::orderByValues(const Select &query, QByteArrayList groups) const
+QByteArrayList SelectTranslator::resultOrder(const Select &query) const
 {
-    if (query.distinct) {
-        groups.clear();
-        for (size_t i = 1; i <= query.items.size(); ++i)
-            groups += QByteArray::number(static_cast<int>(i));
+    QByteArrayList numbers;
+    for (const SelectItem &item : query.items) {
+        const QByteArray number = QByteArray::number(static_cast<int>(numbers.size()) + 1);
+        numbers += item.expr->type == DataType::VarWChar ? m_writer.collated(number) : number;
     }
+    return groupOrder(std::move(numbers));
+}
+
+QByteArrayList SelectTranslator::groupOrder(QByteArrayList groups) const
+{
     for (QByteArray &group : groups)
         group = m_writer.orderItem(group, false);
-    return groups.isEmpty() ? QByteArray() : " ORDER BY " + groups.join(", ");
+    return groups;
 }
 
-QByteArray SelectTranslator::orderList(const Select &query)
+QByteArrayList SelectTranslator::orderList(const Select &query)
 {
-    QByteArray sql;
+    QByteArrayList order;
     for (const OrderItem &item : query.orderBy) {
         const int number = resultNumber(*item.expr, query);
         const Expr &meant =
@@ -306,10 +323,9 @@ QByteArray SelectTranslator::orderList(const Select &query)
             number > 0 ? QByteArray::number(number) : m_emitter.operand(*item.expr);
         if (meant.type == DataType::VarWChar)
             operand = m_writer.collated(operand);
-        sql += sql.isEmpty() ? " ORDER BY " : ", ";
-        sql += m_writer.orderItem(operand, item.descending);
+        order += m_writer.orderItem(operand, item.descending);
     }
-    return sql;
+    return order;
 }
 
 } // namespace ado::dialect

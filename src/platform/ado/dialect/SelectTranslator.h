@@ -25,9 +25,11 @@ private:
     void checkGrouping(const Select &query) const;
     void describe(const Select &query, bool updatable);
     QByteArray itemList(const Select &query);
-    QByteArray orderList(const Select &query);
-    QByteArray orderByKey() const;
-    QByteArray orderByValues(const Select &query, QByteArrayList groups) const;
+    QByteArrayList orderList(const Select &query);
+    QByteArrayList orderUnasked(const Select &query, bool grouped, QByteArrayList groups) const;
+    QByteArrayList keyOrder() const;
+    QByteArrayList resultOrder(const Select &query) const;
+    QByteArrayList groupOrder(QByteArrayList groups) const;
     int resultNumber(const Expr &expr, const Select &query) const;
     void bindOrder(Select &query);
 

@@ -41,6 +41,17 @@ public:
                                              DataType to) const = 0;
     /// The first `width` characters of a text.
     [[nodiscard]] virtual QByteArray cut(const QByteArray &operand, int width) const = 0;
+    /// `left` / `right`, both Double, or an error where `right` is 0. Not an operand.
+    [[nodiscard]] virtual QByteArray quotient(const QByteArray &left, const QByteArray &right) const
+    {
+        return left + " / " + right;
+    }
+    /// A sum, difference or product of CURRENCY, so that it is exact or an error. `reckoned` and
+    /// the result are no operands.
+    [[nodiscard]] virtual QByteArray exactAmount(const QByteArray &reckoned) const
+    {
+        return reckoned;
+    }
     /// A part of a date as a whole number.
     [[nodiscard]] virtual QByteArray datePart(DatePart part, const QByteArray &operand) const = 0;
     /// A function over all rows of a group; `type` is the operand's. The result's type: COUNT
@@ -59,9 +70,10 @@ public:
     /// An item of a select list, so that it leaves the database as `type`.
     [[nodiscard]] virtual QByteArray resultItem(const QByteArray &operand, DataType type) const = 0;
 
-    /// True when the rows of a query without ORDER BY come by the key of its table, or by its
-    /// groups or distinct values, as a desktop database gives them; else the query is made to say
-    /// so. `joined` tells that it reads several tables, which come by the keys of all but the last.
+    /// True when rows that ORDER BY leaves equal, or all where it is missing, come by the key of
+    /// the table or by the query's groups, as a desktop database gives them; else the query is made
+    /// to say so. `joined` tells that it reads several tables, which come by the keys of all but
+    /// the last.
     [[nodiscard]] virtual bool keepsOrder(bool /*joined*/) const { return true; }
 
     // ---- statements ----
@@ -78,7 +90,7 @@ public:
 
     // ---- definitions ----
     /// What stands behind the name in a column's definition. A BIT that is not given is false, and
-    /// a number outside SHORT or LONG is refused.
+    /// a number beyond the type is refused (dialect/Overflow.h).
     [[nodiscard]] virtual QByteArray columnType(QStringView column, DataType type,
                                                 int width) const = 0;
     /// The same for a column numbered by the database, which is the table's primary key under the

@@ -1,6 +1,7 @@
 #include "platform/ado/postgres/PostgresError.h"
 
 #include "platform/ado/AdoTypes.h"
+#include "platform/ado/dialect/Overflow.h"
 
 #include <libpq-fe.h>
 
@@ -38,6 +39,8 @@ RunTimeError integrityError(const PostgresFailure &failure)
     if (state == "23502")
         return {errors::kIntegrity, u"Endringen ble avvist: %1.%2 må ha en verdi."_s.arg(
                                         failure.table, failure.column)};
+    if (const auto overflow = dialect::brokenRange(failure.constraint))
+        return *overflow;
     return {errors::kIntegrity,
             u"Endringen ble avvist av en regel i databasen"_s + inWords(failure) + u'.'};
 }
@@ -51,9 +54,7 @@ struct Meaning
 
 constexpr Meaning kMeanings[] = {
     {"2BP01", errors::kIntegrity, u"Endringen ble avvist: noe annet i databasen bruker den"},
-    {"22003", errors::kOutOfRange, u"Tallet er for stort for feltet"},
     {"22001", errors::kOutOfRange, u"Teksten er for lang for feltet"},
-    {"22012", ::errors::kDivisionByZero, u"Divisjon med null"},
     {"22", errors::kTypeMismatch, u"Verdien passer ikke til feltets type"},
     {"42P01", errors::kNoSuchTable, u"Tabellen finnes ikke"},
     {"42703", errors::kNoSuchColumn, u"Feltet finnes ikke"},
@@ -87,6 +88,10 @@ RunTimeError postgresError(const PostgresFailure &failure)
 {
     if (failure.state.startsWith("23"))
         return integrityError(failure);
+    if (failure.state == "22003") // a literal has been checked by its column before
+        return dialect::computedOverflow();
+    if (failure.state == "22012")
+        return RunTimeError(::errors::kDivisionByZero);
     for (const Meaning &meaning : kMeanings) {
         if (failure.state.startsWith(meaning.state))
             return {meaning.number, meaning.text.toString() + inWords(failure) + u'.'};

@@ -2,12 +2,14 @@
 
 #include "platform/ado/AdoTypes.h"
 #include "platform/ado/RowSet.h"
+#include "platform/ado/dialect/Overflow.h"
 
 #include <QtEndian>
 
 #include <libpq-fe.h>
 
 #include <bit>
+#include <cmath>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -29,6 +31,8 @@ constexpr qint64 kMillisecondsTo2000 = 946'684'800'000; // since 1970
 
 [[noreturn]] void raiseTooLarge(const dialect::ResultColumn &column)
 {
+    if (column.baseColumn.isEmpty())
+        throw dialect::computedOverflow();
     throw RunTimeError(errors::kOutOfRange,
                        u"Beløpet i feltet «%1» er for stort."_s.arg(column.name));
 }
@@ -64,6 +68,15 @@ qint64 milliseconds(const char *bytes, const dialect::ResultColumn &column)
     return microseconds / 1000 + kMillisecondsTo2000; // whole seconds by the type
 }
 
+/// The server knows more than numbers: the infinite and what is no number.
+template<class Real>
+Real finite(Real number, const dialect::ResultColumn &column)
+{
+    if (!std::isfinite(number))
+        raiseUnfit(column);
+    return number;
+}
+
 void appendValue(ColumnStore &store, const char *bytes, int count,
                  const dialect::ResultColumn &column)
 {
@@ -73,9 +86,9 @@ void appendValue(ColumnStore &store, const char *bytes, int count,
     case DataType::Integer:
         return store.append(qFromBigEndian<qint32>(bytes));
     case DataType::Single:
-        return store.append(std::bit_cast<float>(qFromBigEndian<quint32>(bytes)));
+        return store.append(finite(std::bit_cast<float>(qFromBigEndian<quint32>(bytes)), column));
     case DataType::Double:
-        return store.append(std::bit_cast<double>(qFromBigEndian<quint64>(bytes)));
+        return store.append(finite(std::bit_cast<double>(qFromBigEndian<quint64>(bytes)), column));
     case DataType::Currency:
         return store.append(tenThousandths(bytes, column));
     case DataType::Date:

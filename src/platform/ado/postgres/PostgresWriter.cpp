@@ -1,5 +1,7 @@
 #include "platform/ado/postgres/PostgresWriter.h"
 
+#include "platform/ado/dialect/Overflow.h"
+
 namespace ado {
 
 using dialect::Aggregate;
@@ -111,6 +113,10 @@ QByteArray PostgresWriter::convert(const QByteArray &operand, DataType from, Dat
         return cast(cast(operand, "float8"), typeName(to));
     if (from == DataType::Single && to == DataType::Double)
         return shortestDouble(operand);
+    // What is nearer to 0 than to the least single is an error in a cast.
+    if (from == DataType::Double && to == DataType::Single)
+        return "(CASE WHEN ABS(" + operand + ") <= 7.006492321624085e-46 THEN 0 ELSE " + operand +
+               " END::float4)";
     return cast(operand, typeName(to));
 }
 
@@ -193,7 +199,7 @@ QByteArray PostgresWriter::counterBehindRows(QStringView table, QStringView coun
            ") AS largest FROM " + name(table) + ") AS t WHERE " + isAhead("t.largest", sequence);
 }
 
-QByteArray PostgresWriter::columnType(QStringView, DataType type, int width) const
+QByteArray PostgresWriter::columnType(QStringView column, DataType type, int width) const
 {
     switch (type) {
     case DataType::SmallInt:
@@ -205,7 +211,10 @@ QByteArray PostgresWriter::columnType(QStringView, DataType type, int width) con
     case DataType::Double:
         return "double precision";
     case DataType::Currency:
-        return "numeric(19,4)";
+        // The ends of 64 bits; nineteen digits reach a little farther.
+        return "numeric(19,4)" +
+               dialect::rangeCheck(column, name(column) + " BETWEEN -922337203685477.5808 AND "
+                                                          "922337203685477.5807");
     case DataType::Date:
         return "timestamp(0) without time zone";
     case DataType::Boolean:

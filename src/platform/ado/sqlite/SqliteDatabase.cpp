@@ -3,6 +3,7 @@
 #include "platform/ado/AdoTypes.h"
 #include "platform/ado/sqlite/NorwegianCollation.h"
 #include "platform/ado/sqlite/SqliteError.h"
+#include "platform/ado/sqlite/SqliteFunctions.h"
 #include "platform/ado/sqlite/SqliteStatement.h"
 #include "runtime/Clock.h"
 
@@ -141,6 +142,7 @@ void SqliteDatabase::configure()
     sqlite3_limit(handle(), SQLITE_LIMIT_ATTACHED, 0);
     sqlite3_busy_handler(handle(), waitForLock, nullptr);
     addNorwegianCollation(handle());
+    addFunctions(handle());
 }
 
 void SqliteDatabase::makeDurable()

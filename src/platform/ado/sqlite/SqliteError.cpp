@@ -1,7 +1,8 @@
 #include "platform/ado/sqlite/SqliteError.h"
 
 #include "platform/ado/AdoTypes.h"
-#include "platform/ado/sqlite/SqliteWriter.h"
+#include "platform/ado/dialect/Overflow.h"
+#include "platform/ado/sqlite/SqliteFunctions.h"
 
 #include <sqlite3.h>
 
@@ -16,13 +17,6 @@ QString named(const QString &message)
 {
     const qsizetype mark = message.indexOf(u": ");
     return mark < 0 ? QString() : message.sliced(mark + 2);
-}
-
-/// The column of a SHORT or LONG that a number was too large for; empty for another constraint.
-QString rangeChecked(const QString &message)
-{
-    const QLatin1StringView suffix(SqliteWriter::kRangeCheck);
-    return message.endsWith(suffix) ? named(message).chopped(suffix.size()) : QString();
 }
 
 RunTimeError constraintError(int extendedCode, const QString &message)
@@ -42,8 +36,8 @@ RunTimeError constraintError(int extendedCode, const QString &message)
         return {errors::kIntegrity,
                 u"Endringen ble avvist: %1 må ha en verdi."_s.arg(named(message))};
     case SQLITE_CONSTRAINT_CHECK:
-        if (const QString column = rangeChecked(message); !column.isEmpty())
-            return {errors::kOutOfRange, u"Tallet er for stort for feltet «%1»."_s.arg(column)};
+        if (const auto overflow = dialect::brokenRange(named(message)))
+            return *overflow;
         break;
     case SQLITE_CONSTRAINT_DATATYPE:
         return {errors::kTypeMismatch,
@@ -63,52 +57,55 @@ RunTimeError generalError(const QString &message)
         return {errors::kTableExists, u"Tabellen finnes fra før (%1)."_s.arg(message)};
     if (message.startsWith(u"duplicate column name"))
         return {errors::kColumnExists, u"Feltet «%1» finnes fra før."_s.arg(named(message))};
-    if (message == u"integer overflow")
-        return {errors::kOutOfRange, u"Summen er for stor."_s};
+    if (message == QLatin1StringView(kWholeOverflow))
+        return dialect::computedOverflow();
+    if (message == QLatin1StringView(kDividedByZero))
+        return RunTimeError(::errors::kDivisionByZero);
     return {errors::kSyntax, u"Databasen godtok ikke setningen (%1)."_s.arg(message)};
 }
+
+struct Meaning
+{
+    int code; ///< a primary result code, or an extended one before its primary
+    int number;
+    QStringView text;
+};
+
+constexpr Meaning kMeanings[] = {
+    {SQLITE_BUSY_SNAPSHOT, errors::kTimeout,
+     u"Databasen er endret av en annen etter at transaksjonen begynte å lese."},
+    {SQLITE_BUSY, errors::kTimeout, u"Databasen er låst av en annen bruker."},
+    {SQLITE_LOCKED, errors::kTimeout, u"Databasen er låst av en annen bruker."},
+    {SQLITE_READONLY, errors::kNoPermission, u"Databasen er skrivebeskyttet."},
+    {SQLITE_PERM, errors::kNoPermission, u"Databasen er skrivebeskyttet."},
+    {SQLITE_AUTH, errors::kNoPermission, u"Databasen er skrivebeskyttet."},
+    {SQLITE_MISMATCH, errors::kTypeMismatch, u"Verdien passer ikke til feltets type."},
+    {SQLITE_TOOBIG, errors::kOutOfRange, u"Verdien er for stor for databasen."},
+    {SQLITE_FULL, errors::kUnspecified, u"Disken er full; endringen er ikke lagret."},
+    {SQLITE_CORRUPT, errors::kUnspecified, u"Databasefilen er skadet."},
+    {SQLITE_NOTADB, errors::kUnspecified, u"Filen er ingen database."},
+    {SQLITE_CANTOPEN, errors::kUnspecified, u"Databasefilen kan ikke åpnes."},
+    {SQLITE_NOMEM, errors::kUnspecified, u"Det er ikke nok minne."},
+};
 
 } // namespace
 
 RunTimeError sqliteError(int extendedCode, const QString &message)
 {
-    switch (extendedCode & 0xff) {
-    case SQLITE_ERROR:
+    const int code = extendedCode & 0xff;
+    if (code == SQLITE_ERROR)
         return generalError(message);
-    case SQLITE_CONSTRAINT:
+    if (code == SQLITE_CONSTRAINT)
         return constraintError(extendedCode, message);
-    case SQLITE_BUSY:
-        if (extendedCode == SQLITE_BUSY_SNAPSHOT)
-            return {errors::kTimeout,
-                    u"Databasen er endret av en annen etter at transaksjonen begynte å lese."_s};
-        [[fallthrough]];
-    case SQLITE_LOCKED:
-        return {errors::kTimeout, u"Databasen er låst av en annen bruker."_s};
-    case SQLITE_READONLY:
-    case SQLITE_PERM:
-    case SQLITE_AUTH:
-        return {errors::kNoPermission, u"Databasen er skrivebeskyttet."_s};
-    case SQLITE_MISMATCH:
-        return {errors::kTypeMismatch, u"Verdien passer ikke til feltets type."_s};
-    case SQLITE_TOOBIG:
-        return {errors::kOutOfRange, u"Verdien er for stor for databasen."_s};
-    case SQLITE_FULL:
-        return {errors::kUnspecified, u"Disken er full; endringen er ikke lagret."_s};
-    case SQLITE_IOERR:
+    if (code == SQLITE_IOERR)
         return {errors::kUnspecified,
                 u"Databasefilen kan ikke leses eller skrives (feil %1)."_s.arg(extendedCode)};
-    case SQLITE_CORRUPT:
-        return {errors::kUnspecified, u"Databasefilen er skadet."_s};
-    case SQLITE_NOTADB:
-        return {errors::kUnspecified, u"Filen er ingen database."_s};
-    case SQLITE_CANTOPEN:
-        return {errors::kUnspecified, u"Databasefilen kan ikke åpnes."_s};
-    case SQLITE_NOMEM:
-        return {errors::kUnspecified, u"Det er ikke nok minne."_s};
-    default:
-        return {errors::kUnspecified,
-                u"Databasen meldte feil %1 (%2)."_s.arg(extendedCode).arg(message)};
+    for (const Meaning &meaning : kMeanings) {
+        if (meaning.code == extendedCode || meaning.code == code)
+            return {meaning.number, meaning.text.toString()};
     }
+    return {errors::kUnspecified,
+            u"Databasen meldte feil %1 (%2)."_s.arg(extendedCode).arg(message)};
 }
 
 } // namespace ado

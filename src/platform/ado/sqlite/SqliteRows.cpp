@@ -2,6 +2,7 @@
 
 #include "platform/ado/AdoTypes.h"
 #include "platform/ado/RowSet.h"
+#include "platform/ado/dialect/Overflow.h"
 #include "platform/ado/sqlite/SqliteStatement.h"
 #include "platform/ado/sqlite/StoredDate.h"
 
@@ -34,7 +35,7 @@ public:
         case DataType::Single:
             return store.append(single(storedType));
         case DataType::Double:
-            return store.append(real(storedType));
+            return store.append(finite(storedType));
         case DataType::Boolean:
             return store.append(real(storedType) != 0);
         case DataType::Date:
@@ -63,8 +64,12 @@ private:
                 "type."_s.arg(m_info.name));
     }
 
+    [[nodiscard]] bool isComputed() const { return m_info.baseColumn.isEmpty(); }
+
     [[noreturn]] void raiseOverflow() const
     {
+        if (isComputed())
+            throw dialect::computedOverflow();
         throw RunTimeError(::errors::kOverflow,
                            u"Databasen holder et tall i feltet «%1» som er for stort for feltets "
                            "type."_s.arg(m_info.name));
@@ -82,6 +87,8 @@ private:
             require(storedType == SQLITE_FLOAT);
             const double number = sqlite3_value_double(m_value);
             constexpr double limit = 9223372036854775808.0; // 2 to the power of 63
+            if (isComputed() && std::abs(number) >= limit)
+                raiseOverflow();
             require(number < limit && number == static_cast<double>(sqlite3_value_int64(m_value)));
         }
         const qint64 number = sqlite3_value_int64(m_value);
@@ -96,9 +103,17 @@ private:
         // Rounded first: the shortest decimal form of the largest single lies above it.
         const double number = real(storedType);
         const auto rounded = static_cast<float>(number);
-        if (std::isinf(rounded) && !std::isinf(number))
+        if (std::isinf(rounded))
             raiseOverflow();
         return rounded;
+    }
+
+    double finite(int storedType) const
+    {
+        const double number = real(storedType);
+        if (std::isinf(number))
+            raiseOverflow();
+        return number;
     }
 
     double real(int storedType) const

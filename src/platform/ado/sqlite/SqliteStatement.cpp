@@ -3,10 +3,9 @@
 #include "platform/ado/AdoTypes.h"
 #include "platform/ado/sqlite/SqliteError.h"
 #include "platform/ado/sqlite/StoredDate.h"
+#include "platform/ado/sqlite/StoredSingle.h"
 
 #include <sqlite3.h>
-
-#include <charconv>
 
 using namespace Qt::StringLiterals;
 
@@ -18,16 +17,6 @@ namespace {
 {
     throw sqliteError(sqlite3_extended_errcode(database),
                       QString::fromUtf8(sqlite3_errmsg(database)));
-}
-
-/// 0.1F becomes 0.1 and not 0.10000000149011612, so that every tool shows what was written.
-double shortestDouble(float number)
-{
-    std::array<char, 32> text;
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
-    double result = number;
-    std::from_chars(text.data(), end, result);
-    return result;
 }
 
 int bindBytes(sqlite3_stmt *statement, int index, const QByteArray &bytes)
@@ -54,7 +43,7 @@ int bindValue(sqlite3_stmt *statement, int index, const Value &value)
     case DataType::Boolean:
         return sqlite3_bind_int(statement, index, value.toBoolean() ? 1 : 0);
     case DataType::Single:
-        return sqlite3_bind_double(statement, index, shortestDouble(value.toSingle()));
+        return sqlite3_bind_double(statement, index, storedSingle(value.toSingle()));
     case DataType::Double:
         return sqlite3_bind_double(statement, index, value.toDouble());
     case DataType::Currency:

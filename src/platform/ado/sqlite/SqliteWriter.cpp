@@ -1,5 +1,8 @@
 #include "platform/ado/sqlite/SqliteWriter.h"
 
+#include "platform/ado/dialect/Overflow.h"
+#include "platform/ado/sqlite/SqliteFunctions.h"
+
 namespace ado {
 
 using dialect::Aggregate;
@@ -10,6 +13,11 @@ namespace {
 bool isWhole(DataType type)
 {
     return type == DataType::SmallInt || type == DataType::Integer;
+}
+
+QByteArray call(const char *function, const QByteArray &operands)
+{
+    return QByteArray(function).append('(').append(operands).append(')');
 }
 
 bool isReal(DataType type)
@@ -59,9 +67,13 @@ QByteArray SqliteWriter::convert(const QByteArray &operand, DataType from, DataT
                              : nearestEven('(' + operand + " * 10000.0)");
     if (from == DataType::Currency) {
         const QByteArray kroner = '(' + operand + " / 10000.0)";
-        return isWhole(to) ? nearestEven(kroner) : kroner;
+        return isWhole(to)              ? nearestEven(kroner)
+               : to == DataType::Single ? call(functions::kSingle, kroner)
+                                        : kroner;
     }
-    if (isReal(to))
+    if (to == DataType::Single)
+        return call(functions::kSingle, operand);
+    if (to == DataType::Double)
         return castTo("REAL", operand); // a column declared SINGLE stores 25.0 as a whole number
     return isReal(from) ? nearestEven(operand) : operand;
 }
@@ -69,6 +81,16 @@ QByteArray SqliteWriter::convert(const QByteArray &operand, DataType from, DataT
 QByteArray SqliteWriter::cut(const QByteArray &operand, int width) const
 {
     return "substr(" + operand + ", 1, " + QByteArray::number(width) + ')';
+}
+
+QByteArray SqliteWriter::quotient(const QByteArray &left, const QByteArray &right) const
+{
+    return call(functions::kQuotient, left + ", " + right);
+}
+
+QByteArray SqliteWriter::exactAmount(const QByteArray &reckoned) const
+{
+    return call(functions::kExact, reckoned);
 }
 
 QByteArray SqliteWriter::datePart(DatePart part, const QByteArray &operand) const
@@ -122,11 +144,13 @@ QByteArray SqliteWriter::identityQuery() const
 QByteArray SqliteWriter::columnType(QStringView column, DataType type, int width) const
 {
     const auto checked = [&](const char *declared, const QByteArray &condition) {
-        const QByteArray constraint = name(column.toString() + QLatin1StringView(kRangeCheck));
-        return declared + (" CONSTRAINT " + constraint) + " CHECK (" + condition + ')';
+        return declared + dialect::rangeCheck(column, condition);
     };
     const auto whole = [&](const char *declared, const char *limits) {
         return checked(declared, name(column) + " BETWEEN " + limits);
+    };
+    const auto real = [&](const char *declared, const char *limit) {
+        return checked(declared, "ABS(" + name(column) + ") < " + limit);
     };
     switch (type) {
     case DataType::SmallInt:
@@ -134,9 +158,9 @@ QByteArray SqliteWriter::columnType(QStringView column, DataType type, int width
     case DataType::Integer:
         return whole("LONG", "-2147483648 AND 2147483647");
     case DataType::Single:
-        return "SINGLE";
+        return real("SINGLE", "3.4028235677973366e38"); // from there on no single is the nearest
     case DataType::Double:
-        return "DOUBLE";
+        return real("DOUBLE", "9e999"); // which SQLite reads as the infinite
     case DataType::Currency:
         // A sum beyond 64 bits turns into a real number.
         return checked("CURRENCY", "typeof(" + name(column) + ") <> 'real'");

@@ -11,16 +11,17 @@ namespace ado {
 class SqliteWriter final : public dialect::Writer
 {
 public:
-    /// The collation that statements refer to; the session has to offer it.
+    /// The collation that statements refer to. The session has to offer it, and SqliteFunctions.h.
     static constexpr char kCollation[] = "NORSK";
-    /// Behind a column's name: the constraint that holds a SHORT or LONG within its range.
-    static constexpr char kRangeCheck[] = " range";
 
     [[nodiscard]] QByteArray placeHolder(int number, DataType type) const override;
     [[nodiscard]] QByteArray truth(bool value) const override;
     [[nodiscard]] QByteArray convert(const QByteArray &operand, DataType from,
                                      DataType to) const override;
     [[nodiscard]] QByteArray cut(const QByteArray &operand, int width) const override;
+    [[nodiscard]] QByteArray quotient(const QByteArray &left,
+                                      const QByteArray &right) const override;
+    [[nodiscard]] QByteArray exactAmount(const QByteArray &reckoned) const override;
     [[nodiscard]] QByteArray datePart(dialect::DatePart part,
                                       const QByteArray &operand) const override;
     [[nodiscard]] QByteArray aggregate(dialect::Aggregate function, const QByteArray &operand,

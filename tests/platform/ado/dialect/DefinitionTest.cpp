@@ -14,7 +14,9 @@ TEST(Definition, SpellsEveryType)
               "CREATE TABLE \"Alt\" ("
               "\"a\" SHORT CONSTRAINT \"a range\" CHECK (\"a\" BETWEEN -32768 AND 32767), "
               "\"b\" LONG CONSTRAINT \"b range\" CHECK (\"b\" BETWEEN -2147483648 AND 2147483647), "
-              "\"c\" SINGLE, \"d\" DOUBLE, \"e\" CURRENCY CONSTRAINT \"e range\" "
+              "\"c\" SINGLE CONSTRAINT \"c range\" CHECK (ABS(\"c\") < 3.4028235677973366e38), "
+              "\"d\" DOUBLE CONSTRAINT \"d range\" CHECK (ABS(\"d\") < 9e999), "
+              "\"e\" CURRENCY CONSTRAINT \"e range\" "
               "CHECK (typeof(\"e\") <> 'real'), \"f\" BIT DEFAULT 0, \"g\" DATE, "
               "\"h\" DATE, \"i\" TEXT(255), \"j\" TEXT(7), \"k\" LONGBINARY)");
 }

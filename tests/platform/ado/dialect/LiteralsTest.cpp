@@ -109,10 +109,13 @@ TEST(Literals, TextIsCutToTheColumnsWidth)
     EXPECT_EQ(assigned(u"OrdreStatus"_s, u"'O''Hara'"_s), Value(u"O'Hara"_s));
     EXPECT_EQ(assigned(u"OrdreStatus"_s, u"''''''"_s), Value(u"''"_s));
     EXPECT_EQ(assigned(u"OrdreStatus"_s, u"''"_s), Value(u""_s));
-    // The pair would be parted by the cut, so it goes whole.
-    EXPECT_EQ(assigned(u"OrdreStatus"_s, u"'123456789\U0001F600'"_s), Value(u"123456789"_s));
-    EXPECT_EQ(assigned(u"OrdreStatus"_s, u"'12345678\U0001F600'"_s),
-              Value(u"12345678\U0001F600"_s));
+    // A pair of UTF-16 units is one character, half of one too.
+    EXPECT_EQ(assigned(u"OrdreStatus"_s, u"'123456789\U0001F600x'"_s),
+              Value(u"123456789\U0001F600"_s));
+    EXPECT_EQ(assigned(u"OrdreStatus"_s, u"'\U0001F600\U0001F6001234567\U0001F600x'"_s),
+              Value(u"\U0001F600\U0001F6001234567\U0001F600"_s));
+    const QString half = QString(QChar(0xD83D)) + u"123456789"_s;
+    EXPECT_EQ(assigned(u"OrdreStatus"_s, u'\'' + half + u"x'"_s), Value(half));
     EXPECT_EQ(compared(u"OrdreStatus"_s, u"'12345678901'"_s), Value(u"12345678901"_s));
 }
 
@@ -172,6 +175,12 @@ TEST(Literals, TextAndNumbersBecomeDates)
     EXPECT_EQ(errorOfAssigned(u"OrdreDato"_s, u"''"_s), errors::kTypeMismatch);
     EXPECT_EQ(assigned(u"OrdreDato"_s, u"0"_s), day(1899, 12, 30));
     EXPECT_EQ(assigned(u"OrdreDato"_s, u"41707.5"_s), day(2014, 3, 9, QTime(12, 0)));
+    EXPECT_EQ(assigned(u"OrdreDato"_s, u"-1.25"_s), day(1899, 12, 29, QTime(6, 0)));
+    EXPECT_EQ(assigned(u"OrdreDato"_s, u"41707.999999"_s), day(2014, 3, 10));
+    EXPECT_EQ(assigned(u"OrdreDato"_s, u"2958465.99998"_s), day(9999, 12, 31, QTime(23, 59, 58)));
+    EXPECT_EQ(errorOfAssigned(u"OrdreDato"_s, u"2958465.9999999"_s), errors::kOutOfRange);
+    EXPECT_EQ(assigned(u"OrdreDato"_s, u"-657434"_s), day(100, 1, 1));
+    EXPECT_EQ(errorOfAssigned(u"OrdreDato"_s, u"-657435"_s), errors::kOutOfRange);
     EXPECT_EQ(errorOfAssigned(u"OrdreDato"_s, u"3000000"_s), errors::kOutOfRange);
     EXPECT_EQ(errorOfAssigned(u"OrdreDato"_s, u"-700000"_s), errors::kOutOfRange);
 }

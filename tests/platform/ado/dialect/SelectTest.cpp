@@ -114,12 +114,14 @@ TEST(Select, ChainsOfJoinsNeedNoParentheses)
                     "P.PostNr) RIGHT OUTER JOIN OrdreLinjer L ON O.ID=L.OrdreID ORDER BY O.ID"_s),
               u"SELECT \"O\".\"ID\" FROM \"Ordre\" AS \"O\" LEFT JOIN \"Poststed\" AS \"P\" ON "
               "\"O\".\"OrdreStatus\" COLLATE NORSK = \"P\".\"PostNr\" RIGHT JOIN \"OrdreLinjer\" "
-              "AS \"L\" ON \"O\".\"ID\" = \"L\".\"OrdreID\" ORDER BY 1"_s);
+              "AS \"L\" ON \"O\".\"ID\" = \"L\".\"OrdreID\" ORDER BY 1, \"O\".\"ID\", "
+              "\"P\".\"PostNr\""_s);
     EXPECT_EQ(sqlOf(u"SELECT O.ID FROM Ordre O INNER JOIN (OrdreLinjer L INNER JOIN Poststed P ON "
                     "L.ProduktNr=P.PostNr) ON O.ID=L.OrdreID ORDER BY O.ID"_s),
               u"SELECT \"O\".\"ID\" FROM \"Ordre\" AS \"O\" INNER JOIN (\"OrdreLinjer\" AS \"L\" "
               "INNER JOIN \"Poststed\" AS \"P\" ON \"L\".\"ProduktNr\" COLLATE NORSK = "
-              "\"P\".\"PostNr\") ON \"O\".\"ID\" = \"L\".\"OrdreID\" ORDER BY 1"_s);
+              "\"P\".\"PostNr\") ON \"O\".\"ID\" = \"L\".\"OrdreID\" ORDER BY 1, \"O\".\"ID\", "
+              "\"L\".\"ID\""_s);
 }
 
 // Which table a database reads first is its own choice; the order of the rows is not.
@@ -139,6 +141,18 @@ TEST(Select, JoinedRowsComeByTheKeysOfAllTablesButTheLast)
     EXPECT_EQ(order(u"SELECT COUNT(*) FROM Ordre O, OrdreLinjer L GROUP BY MvaPst"_s),
               u"\"L\".\"MvaPst\""_s);
     EXPECT_EQ(order(u"SELECT COUNT(*) FROM Ordre O, OrdreLinjer L"_s), QString());
+}
+
+TEST(Select, DistinctRowsComeByTheirValues)
+{
+    EXPECT_EQ(sqlOf(u"SELECT DISTINCT PostNr,ID FROM Poststed, Ordre WHERE ID=1"_s)
+                  .section(u" ORDER BY "_s, 1),
+              u"1 COLLATE NORSK, 2"_s);
+    EXPECT_EQ(sqlOf(u"SELECT DISTINCT ID,OrdreNr,KlientNr FROM Ordre ORDER BY OrdreNr DESC,ID"_s)
+                  .section(u" ORDER BY "_s, 1),
+              u"2 DESC, 1, 2, 3"_s);
+    EXPECT_EQ(sqlOf(u"SELECT DISTINCT OrdreNr FROM Ordre"_s),
+              u"SELECT DISTINCT \"Ordre\".\"OrdreNr\" FROM \"Ordre\" ORDER BY 1"_s);
 }
 
 TEST(Select, AJoinSeesItsOwnTablesOnly)
@@ -198,7 +212,8 @@ TEST(Select, OrdersByTheNumberOfAResultColumnWherePossible)
               u"2, 2"_s);
     EXPECT_EQ(order(u"SELECT DISTINCT PostNr FROM Poststed ORDER BY PostNr ASC"_s),
               u"1 COLLATE NORSK"_s);
-    EXPECT_EQ(order(u"SELECT O.ID FROM Ordre O, OrdreLinjer L ORDER BY ID"_s), u"1"_s);
+    EXPECT_EQ(order(u"SELECT KlientNr FROM Ordre O, OrdreLinjer L ORDER BY KlientNr"_s),
+              u"1, \"O\".\"ID\""_s);
     EXPECT_EQ(order(u"SELECT ID FROM Ordre ORDER BY KlientNr+1"_s),
               u"(\"Ordre\".\"KlientNr\" + ?1)"_s);
     EXPECT_EQ(failureOf(u"SELECT O.ID, L.ID FROM Ordre O, OrdreLinjer L ORDER BY ID"_s).number,
@@ -295,7 +310,9 @@ TEST(Select, NumbersAreTurnedIntoWhatTheyMeet)
     EXPECT_EQ(whereOf(u"SumBrutto=KlientNr"_s),
               u"\"Ordre\".\"SumBrutto\" = (\"Ordre\".\"KlientNr\" * 10000)"_s);
     EXPECT_EQ(whereOf(u"KlientNr=OrdreNr"_s), u"\"Ordre\".\"KlientNr\" = \"Ordre\".\"OrdreNr\""_s);
-    EXPECT_EQ(whereOf(u"OrdreNr/2=1"_s), u"(CAST(\"Ordre\".\"OrdreNr\" AS REAL) / ?1) = ?2"_s);
+    EXPECT_EQ(whereOf(u"OrdreNr/2=1"_s),
+              u"(KVOTIENT(CAST(\"Ordre\".\"OrdreNr\" AS REAL), ?1)) = ?2"_s);
+    EXPECT_EQ(whereOf(u"SumBrutto+1=2"_s), u"(EKSAKT(\"Ordre\".\"SumBrutto\" + ?1)) = ?2"_s);
     EXPECT_EQ(whereOf(u"Betalt>-1"_s), u"(-(\"Ordre\".\"Betalt\")) > ?1"_s);
     EXPECT_EQ(whereOf(u"Betalt=True"_s), u"\"Ordre\".\"Betalt\" = 1"_s);
     EXPECT_EQ(whereOf(u"KlientNr=True"_s), u"\"Ordre\".\"KlientNr\" = (-(1))"_s);

@@ -77,7 +77,7 @@ TEST(Change, UnknownNamesAreErrors)
 TEST(Change, ATruthValueIsNeverNull)
 {
     EXPECT_EQ(sqlOf(u"UPDATE Ordre SET Betalt=Null,OrdreDato=Null"_s),
-              u"UPDATE \"Ordre\" SET \"Betalt\" = 0, \"OrdreDato\" = NULL"_s);
+              u"UPDATE \"Ordre\" SET \"Betalt\" = COALESCE(NULL, 0), \"OrdreDato\" = NULL"_s);
 }
 
 TEST(Change, ExpressionsAreTurnedIntoTheColumnsType)
@@ -85,7 +85,7 @@ TEST(Change, ExpressionsAreTurnedIntoTheColumnsType)
     EXPECT_EQ(sqlOf(u"UPDATE Ordre SET SumBrutto=OrdreNr"_s),
               u"UPDATE \"Ordre\" SET \"SumBrutto\" = (\"Ordre\".\"OrdreNr\" * 10000)"_s);
     EXPECT_EQ(sqlOf(u"UPDATE Ordre SET Betalt=OrdreNr"_s),
-              u"UPDATE \"Ordre\" SET \"Betalt\" = (\"Ordre\".\"OrdreNr\" <> 0)"_s);
+              u"UPDATE \"Ordre\" SET \"Betalt\" = COALESCE((\"Ordre\".\"OrdreNr\" <> 0), 0)"_s);
     EXPECT_EQ(sqlOf(u"UPDATE Poststed SET PostNr=PostSted"_s),
               u"UPDATE \"Poststed\" SET \"PostNr\" = substr(\"Poststed\".\"PostSted\", 1, 10)"_s);
     EXPECT_EQ(failureOf(u"UPDATE Ordre SET OrdreNr=OrdreStatus"_s).number, errors::kTypeMismatch);

@@ -35,6 +35,25 @@ TEST_F(PostgresCatalogTest, ListsNamesAsCreatedWithTypesAndWidths)
     EXPECT_EQ(rows.field(0).name, u"ProduktNavn"_s);
 }
 
+TEST_F(PostgresCatalogTest, RangeOfAnAmountIsNeitherColumnNorKey)
+{
+    Client client(m_database);
+    client.run(u"CREATE TABLE T (ID COUNTER CONSTRAINT ID PRIMARY KEY, Sum CURRENCY)"_s);
+    client.run(u"ALTER TABLE T ADD COLUMN Rest CURRENCY NOT NULL"_s);
+    EXPECT_EQ(listed(client), u"T.ID 3|T.Sum 6|T.Rest 6"_s);
+    EXPECT_EQ(stored(u"SELECT COUNT(*) FROM pg_constraint WHERE conrelid = '\"T\"'::regclass "
+                     "AND contype = 'c'"_s),
+              "2");
+    client.run(u"INSERT INTO T (Sum) VALUES (1)"_s);
+    Recordset keyless = client.rows(u"SELECT Sum,Rest FROM T"_s, LockType::Optimistic);
+    keyless.setValue(0, Value(2));
+    EXPECT_EQ(errorOf([&] { keyless.updateBatch(); }), errors::kSyntax);
+    client.run(u"ALTER TABLE T DROP COLUMN Sum"_s);
+    EXPECT_EQ(stored(u"SELECT COUNT(*) FROM pg_constraint WHERE conrelid = '\"T\"'::regclass "
+                     "AND contype = 'c'"_s),
+              "1");
+}
+
 TEST_F(PostgresCatalogTest, OtherSchemasAndViewsAreNotShown)
 {
     m_database.run(u"CREATE SCHEMA annen"_s);

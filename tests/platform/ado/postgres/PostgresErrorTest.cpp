@@ -23,18 +23,19 @@ PostgresFailure failure(const char *state, const QString &message = u"the server
 TEST(PostgresError, StatesHaveTheirNumbers)
 {
     const std::pair<const char *, int> expected[] = {
-        {"23505", errors::kIntegrity},    {"23503", errors::kIntegrity},
-        {"23502", errors::kIntegrity},    {"23514", errors::kIntegrity},
-        {"2BP01", errors::kIntegrity},    {"22003", errors::kOutOfRange},
-        {"22001", errors::kOutOfRange},   {"22P02", errors::kTypeMismatch},
-        {"22021", errors::kTypeMismatch}, {"42501", errors::kNoPermission},
-        {"25006", errors::kNoPermission}, {"42P01", errors::kNoSuchTable},
-        {"42703", errors::kNoSuchColumn}, {"42P07", errors::kTableExists},
-        {"42701", errors::kColumnExists}, {"42601", errors::kSyntax},
-        {"40P01", errors::kTimeout},      {"40001", errors::kTimeout},
-        {"55P03", errors::kTimeout},      {"57014", errors::kTimeout},
-        {"53100", errors::kUnspecified},  {"57P01", errors::kUnspecified},
-        {"XX000", errors::kUnspecified},  {"", errors::kUnspecified},
+        {"23505", errors::kIntegrity},        {"23503", errors::kIntegrity},
+        {"23502", errors::kIntegrity},        {"23514", errors::kIntegrity},
+        {"2BP01", errors::kIntegrity},        {"22003", errors::kOutOfRange},
+        {"22012", ::errors::kDivisionByZero}, {"22001", errors::kOutOfRange},
+        {"22P02", errors::kTypeMismatch},     {"22021", errors::kTypeMismatch},
+        {"42501", errors::kNoPermission},     {"25006", errors::kNoPermission},
+        {"42P01", errors::kNoSuchTable},      {"42703", errors::kNoSuchColumn},
+        {"42P07", errors::kTableExists},      {"42701", errors::kColumnExists},
+        {"42601", errors::kSyntax},           {"40P01", errors::kTimeout},
+        {"40001", errors::kTimeout},          {"55P03", errors::kTimeout},
+        {"57014", errors::kTimeout},          {"53100", errors::kUnspecified},
+        {"57P01", errors::kUnspecified},      {"XX000", errors::kUnspecified},
+        {"", errors::kUnspecified},
     };
     for (const auto &[state, number] : expected)
         EXPECT_EQ(postgresError(failure(state)).number(), number) << state;
@@ -46,6 +47,15 @@ TEST(PostgresError, TextIsNorwegianWithTheServersWordsBehind)
         postgresError(failure("53100", u"No space left on device"_s)).description(),
         u"Databasetjenerens disk er full; endringen er ikke lagret (No space left on device)."_s);
     EXPECT_TRUE(postgresError(failure("XX000")).description().contains(u"XX000"));
+}
+
+TEST(PostgresError, BrokenRangeIsAnOverflowOfItsColumn)
+{
+    PostgresFailure broken = failure("23514");
+    broken.constraint = u"Sum brutto range"_s;
+    EXPECT_EQ(postgresError(broken).number(), errors::kOutOfRange);
+    EXPECT_EQ(postgresError(broken).description(),
+              u"Tallet er for stort for feltet «Sum brutto»."_s);
 }
 
 TEST(PostgresError, CatalogueTouchedByTwoIsAMatterOfNames)

@@ -145,6 +145,25 @@ TEST_F(PostgresSessionTest, TablesMadeWithOtherTypesWorkAlike)
               "Øy|7.25|2015-12-24");
 }
 
+TEST_F(PostgresSessionTest, WhatIsNoNumberOfTheModulesSpoilsNoMoreThanItsColumn)
+{
+    m_database.run(u"CREATE TABLE t (a real, b double precision, c numeric(19,4), d timestamp, e "
+                   "integer)"_s);
+    m_database.run(u"INSERT INTO t VALUES ('Infinity', 'NaN', 'NaN', '-infinity', 7)"_s);
+    Client client(m_database);
+    for (const QString &column : {u"a"_s, u"b"_s, u"c"_s, u"d"_s}) {
+        const auto read = [&] { (void)client.value(u"SELECT %1 FROM t"_s.arg(column)); };
+        EXPECT_EQ(errorOf(read), errors::kTypeMismatch);
+        EXPECT_TRUE(textOf(read).contains(u"«%1»"_s.arg(column))) << column.toStdString();
+    }
+    EXPECT_EQ(client.value(u"SELECT e FROM t"_s), Value(qint32{7}));
+    // An amount from before its column kept to 64 bits.
+    m_database.run(u"UPDATE t SET c = 999999999999999"_s);
+    const auto amount = [&] { (void)client.value(u"SELECT c FROM t"_s); };
+    EXPECT_EQ(errorOf(amount), errors::kOutOfRange);
+    EXPECT_TRUE(textOf(amount).contains(u"«c»"));
+}
+
 TEST_F(PostgresSessionTest, RowsWithoutOrderComeByTheKey)
 {
     Client client(m_database);

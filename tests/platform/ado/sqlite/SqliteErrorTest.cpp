@@ -32,6 +32,7 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{SQLITE_ERROR, "table \"Ordre\" already exists", errors::kTableExists},
         ErrorCase{SQLITE_ERROR, "duplicate column name: Navn", errors::kColumnExists},
         ErrorCase{SQLITE_ERROR, "integer overflow", errors::kOutOfRange},
+        ErrorCase{SQLITE_ERROR, "division by zero", ::errors::kDivisionByZero},
         ErrorCase{SQLITE_CONSTRAINT_UNIQUE, "UNIQUE constraint failed: A.B", errors::kIntegrity},
         ErrorCase{SQLITE_CONSTRAINT_PRIMARYKEY, "UNIQUE constraint failed: A.B",
                   errors::kIntegrity},
@@ -48,6 +49,7 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{SQLITE_MISMATCH, "datatype mismatch", errors::kTypeMismatch},
         ErrorCase{SQLITE_BUSY, "database is locked", errors::kTimeout},
         ErrorCase{SQLITE_BUSY_SNAPSHOT, "database is locked", errors::kTimeout},
+        ErrorCase{SQLITE_BUSY_RECOVERY, "database is locked", errors::kTimeout},
         ErrorCase{SQLITE_LOCKED, "database table is locked", errors::kTimeout},
         ErrorCase{SQLITE_READONLY, "attempt to write a readonly database", errors::kNoPermission},
         ErrorCase{SQLITE_READONLY_DIRECTORY, "attempt to write a readonly database",
@@ -61,6 +63,12 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{SQLITE_CANTOPEN, "unable to open database file", errors::kUnspecified},
         ErrorCase{SQLITE_NOMEM, "out of memory", errors::kUnspecified},
         ErrorCase{SQLITE_INTERRUPT, "interrupted", errors::kUnspecified}));
+
+TEST(SqliteError, ASnapshotGrownOldIsNoLockOfAnother)
+{
+    EXPECT_NE(sqliteError(SQLITE_BUSY_SNAPSHOT, u"database is locked"_s).description(),
+              sqliteError(SQLITE_BUSY, u"database is locked"_s).description());
+}
 
 TEST(SqliteError, NamesTheColumnsOfTheConstraint)
 {

@@ -99,6 +99,32 @@ TEST_F(SqliteRows, NumberBeyondItsTypeOverflows)
     EXPECT_EQ(errorAt("Kroner"), errors::kTypeMismatch);
 }
 
+// A file may come from another tool, or from before columns kept their ranges.
+TEST_F(SqliteRows, NumberWithoutEndSpoilsNoMoreThanItsOwnColumn)
+{
+    Tool(m_file.path()).run("INSERT INTO T (Kort, Enkel, Dobbel) VALUES (7, 1e999, -1e999)");
+    EXPECT_EQ(errorAt("Enkel"), ::errors::kOverflow);
+    EXPECT_EQ(errorAt("Dobbel"), ::errors::kOverflow);
+    EXPECT_TRUE(textOf([&] { static_cast<void>(read("Dobbel")); }).contains(u"«Dobbel»"));
+    EXPECT_EQ(read("Kort"), Value(qint16{7}));
+    Opened(m_file).run(u"UPDATE T SET Enkel=1,Dobbel=2 WHERE Kort=7"_s);
+    EXPECT_EQ(read("Dobbel"), Value(2.0));
+}
+
+// The database goes on with a real number where 64 bits end, and it comes back without its øre.
+TEST_F(SqliteRows, AmountThatWasBeyondItsTypeOnTheWayIsNoResult)
+{
+    Opened connection(m_file);
+    connection.run(u"INSERT INTO T (Kroner) VALUES (900000000000000.0001)"_s);
+    for (const char16_t *statement :
+         {u"SELECT Kroner+Kroner-Kroner FROM T", u"SELECT Kroner*2-Kroner FROM T",
+          u"UPDATE T SET Kroner=Kroner+Kroner-Kroner"})
+        EXPECT_EQ(errorOf([&] { connection.run(QString::fromUtf16(statement)); }),
+                  errors::kOutOfRange);
+    EXPECT_EQ(connection.value(u"SELECT Kroner FROM T"_s),
+              Value(Currency::fromTenThousandths(9000000000000000001)));
+}
+
 TEST_F(SqliteRows, WholeNumberMayLieAsARealOne)
 {
     Tool tool(m_file.path());
