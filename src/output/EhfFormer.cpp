@@ -16,20 +16,17 @@ bool isEscaped(QChar c)
     return c > u'z';
 }
 
-QStringView takeBlock(QStringView &text)
+/// Narrows `block` to `out` and tells whether a character of it needs an escape instead. Without a
+/// branch, and in a sum as wide as a character, so that the compiler vectorises it.
+bool narrow(QStringView block, char *out)
 {
-    const QStringView block = text.first(std::min(kBlock, text.size()));
-    text = text.sliced(block.size());
-    return block;
-}
-
-/// Counts without a branch, in a sum as wide as a character, so that the compiler vectorises it.
-quint16 escapesIn(QStringView block)
-{
-    quint16 count = 0;
-    for (const QChar c : block)
-        count = static_cast<quint16>(count + (isEscaped(c) ? 1 : 0));
-    return count;
+    const char16_t *in = block.utf16();
+    quint16 escapes = 0;
+    for (qsizetype i = 0; i < block.size(); ++i) {
+        escapes = static_cast<quint16>(escapes + (isEscaped(in[i]) ? 1 : 0));
+        out[i] = static_cast<char>(in[i]);
+    }
+    return escapes != 0;
 }
 
 char *writeEscape(char *out, QChar c)
@@ -45,27 +42,30 @@ char *writeEscape(char *out, QChar c)
 
 QByteArray EhfTegn(QStringView text)
 {
+    // There is always room for what is left unescaped; a block with escapes makes more.
     constexpr qsizetype kEscapeLength = 8;
-    qsizetype escapes = 0;
-    for (QStringView rest = text; !rest.isEmpty();)
-        escapes += escapesIn(takeBlock(rest));
-
-    QByteArray result(text.size() + escapes * (kEscapeLength - 1), Qt::Uninitialized);
-    char *out = result.data();
-    const auto narrow = [](QChar c) { return static_cast<char>(c.unicode()); };
+    QByteArray result(text.size(), Qt::Uninitialized);
+    qsizetype written = 0;
     while (!text.isEmpty()) {
-        const QStringView block = takeBlock(text);
-        if (escapesIn(block) == 0) { // nearly every one: tags and digits
-            out = std::transform(block.begin(), block.end(), out, narrow);
+        const QStringView block = text.first(std::min(kBlock, text.size()));
+        text = text.sliced(block.size());
+        if (!narrow(block, result.data() + written)) { // nearly every one: tags and digits
+            written += block.size();
             continue;
         }
+        const qsizetype room = written + block.size() * kEscapeLength + text.size();
+        if (room > result.size())
+            result.resize(std::max(room, result.size() + result.size() / 8));
+        char *out = result.data() + written;
         for (const QChar c : block) {
             if (isEscaped(c))
                 out = writeEscape(out, c);
             else
-                *out++ = narrow(c);
+                *out++ = static_cast<char>(c.unicode());
         }
+        written = out - result.data();
     }
+    result.truncate(written);
     return result;
 }
 

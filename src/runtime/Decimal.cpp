@@ -120,6 +120,10 @@ Decimal Decimal::fromDouble(double number, int significant)
 {
     if (!std::isfinite(number))
         throw RunTimeError(errors::kOverflow);
+    // Most quantities and rates are whole, and one of no more digits than a single has is exact.
+    constexpr double kFewDigits = 1e6;
+    if (std::fabs(number) < kFewDigits && std::trunc(number) == number)
+        return fromInteger(static_cast<qint64>(number));
     // "d.ddde±xx"
     std::array<char, 40> buffer{};
     const char *end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(number),
@@ -259,32 +263,32 @@ QString Decimal::toText(int places, QChar decimalMark, bool zeroBeforeMark) cons
     if (isZero())
         return QStringLiteral("0");
 
-    QString text;
+    QVarLengthArray<QChar, 64> text;
     const auto appendDigits = [&](qsizetype from, qsizetype to) {
         for (qsizetype i = from; i < to; ++i)
-            text += i < digits.size() ? QLatin1Char(digits[i]) : QLatin1Char('0');
+            text.append(i < digits.size() ? QLatin1Char(digits[i]) : QLatin1Char('0'));
     };
+    const auto finished = [&text] { return QString(text.data(), text.size()); };
     const qsizetype decimals = std::max<qsizetype>(0, digits.size() - exponent);
     if (exponent > places || decimals > places) {
         appendDigits(0, 1);
         if (digits.size() > 1) {
-            text += decimalMark;
+            text.append(decimalMark);
             appendDigits(1, digits.size());
         }
         const int power = exponent - 1;
-        text += u'E';
-        text += power < 0 ? u'-' : u'+';
-        text += QString::number(std::abs(power)).rightJustified(2, u'0');
-        return text;
+        text.append(u'E');
+        text.append(power < 0 ? u'-' : u'+');
+        return finished() + QString::number(std::abs(power)).rightJustified(2, u'0');
     }
     if (exponent > 0)
         appendDigits(0, exponent);
     else if (zeroBeforeMark)
-        text += u'0';
+        text.append(u'0');
     if (decimals > 0) {
-        text += decimalMark;
-        text += QString(std::max(0, -exponent), u'0');
+        text.append(decimalMark);
+        text.resize(text.size() + std::max(0, -exponent), QChar(u'0'));
         appendDigits(std::max(0, exponent), digits.size());
     }
-    return text;
+    return finished();
 }
