@@ -2,8 +2,8 @@
 
 #include "data/clsAdoUtils.h"
 #include "platform/forms/Forms.h"
+#include "runtime/ComponentFolder.h"
 #include "runtime/Paths.h"
-#include "shell/ComponentFolder.h"
 #include "shell/frmRegningsdel.h"
 #include "state/SharedState.h"
 

@@ -1,4 +1,4 @@
-#include "shell/ComponentFolder.h"
+#include "runtime/ComponentFolder.h"
 
 #include "runtime/Paths.h"
 
