@@ -13,6 +13,8 @@ packages=(
     qt6-base-dev    # Qt 6: text, files, the plugin, windows, printing
     qt6-svg-dev     # the pictures of the screens
     fonts-dejavu-core # letters for the screens where there is no other font
+    fonts-liberation2 # letters of the reports
+    fonts-ocr-b     # the machine-read line of a giro slip
     libsqlite3-dev  # the embedded database
     libicu-dev      # Norwegian order of text
     libpq-dev       # the shared database: PostgreSQL's client library

@@ -60,8 +60,11 @@ frmTMsgBox::~frmTMsgBox() = default;
 
 void frmTMsgBox::setIconID(qint32 icon)
 {
-    if (icon != 0)
-        m_iconID = icon;
+    if (icon == 0)
+        return;
+    m_iconID = icon;
+    if (isVisible())
+        showPicture();
 }
 
 void frmTMsgBox::setText(const QString &text)
@@ -87,7 +90,7 @@ void frmTMsgBox::onActivate()
     const int textWidth = pixelsToTwips(m_ui->Label1->width());
     if (textWidth > kWidestAsDrawn)
         resize(twipsToPixels(textWidth + kRoomBesideText), height());
-    m_ui->Image1->setPicture(m_imageList1.icon(pictureKey(m_iconID)));
+    showPicture();
 }
 
 void frmTMsgBox::onResize()
@@ -105,6 +108,11 @@ void frmTMsgBox::onQueryUnload(bool &, UnloadMode mode)
 void frmTMsgBox::onUnload()
 {
     m_timer1->stop();
+}
+
+void frmTMsgBox::showPicture()
+{
+    m_ui->Image1->setPicture(m_imageList1.icon(pictureKey(m_iconID)));
 }
 
 void frmTMsgBox::tick()

@@ -20,9 +20,9 @@ public:
     ~frmTMsgBox() override;
 
     [[nodiscard]] qint32 IconID() const { return m_iconID; }
-    /// Chooses the picture that the note takes when it becomes active: -3 sad, -2 smile, -1 check,
-    /// 16 stop, 32 question, 48 exclamation, anything else info. 0 leaves an earlier choice as it
-    /// is.
+    /// Chooses the picture, which the note takes when it becomes active, or at once when it is up:
+    /// -3 sad, -2 smile, -1 check, 16 stop, 32 question, 48 exclamation, anything else info. 0
+    /// leaves an earlier choice as it is.
     void setIconID(qint32 icon);
     /// The note's text; nothing in it is markup.
     void setText(const QString &text);
@@ -36,6 +36,7 @@ protected:
     void onUnload() override;
 
 private:
+    void showPicture();
     void tick();
     void Command1_Click();
 

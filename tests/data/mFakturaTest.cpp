@@ -110,6 +110,7 @@ TEST(TilSql, GivesAPointOnAPointMachineToo)
 
 TEST(TilSql, TakesTheFormatGiven)
 {
+    const ScopedLocale machine(MachineLocale::norwegian());
     EXPECT_EQ(TallTilSql(u"12,25"_s, u"#0.0"), u"12.3"_s);
     EXPECT_EQ(TallTilSql(u"1234,5"_s, u"# ##0.00"), u"1 234.50"_s);
     EXPECT_EQ(TallTilSql(u"5"_s, u"finnes ikke"), QString());

@@ -70,6 +70,9 @@ TEST_F(SkjermTest, StoresTwipsAsDecimalText)
     form->setPlace(-300, 1500, 10635, 6870);
     LagreSkjermPlass(*form);
     EXPECT_EQ(storedPlace(), QStringList({u"-300"_s, u"1500"_s, u"10635"_s, u"6870"_s}));
+    EXPECT_EQ(settings.content(u"Brennmark AS/Strekkbok.ini"_s),
+              "[Regningsdel\\Forms\\frmProve]\n"
+              "FLeft=-300\nFTop=1500\nFWidth=10635\nFHeight=6870\n");
 }
 
 TEST_F(SkjermTest, AFormComesBackWhereItWasLeft)
@@ -149,6 +152,31 @@ TEST_F(SkjermTest, ThePlaceIsNotHeldAgainstTheScreen)
     store(u"FTop"_s, u"45000"_s);
     auto *form = new RecordingForm;
     EXPECT_EQ(placeFor(*form), QRect(60000, 45000, 6000, 3000));
+}
+
+TEST_F(SkjermTest, ASizeThatNoScreenHasIsCut)
+{
+    store(u"FWidth"_s, u"150000"_s);
+    store(u"FHeight"_s, u"120000"_s);
+    auto *form = new RecordingForm;
+    EXPECT_EQ(placeFor(*form).size(), QSize(150000, 120000));
+    // What a spoilt file asks for would take all of the machine's memory to show.
+    for (const QString &twips : {u"480000"_s, u"2000000000"_s}) {
+        store(u"FWidth"_s, twips);
+        store(u"FHeight"_s, twips);
+        EXPECT_EQ(placeFor(*form).size(), QSize(150000, 150000));
+    }
+}
+
+TEST_F(SkjermTest, AStoredPlaceOfNonsenseCanStillBeShown)
+{
+    for (const QString &key : {u"FLeft"_s, u"FTop"_s, u"FWidth"_s, u"FHeight"_s})
+        store(key, u"-2000000000"_s);
+    auto *form = new RecordingForm;
+    (void)placeFor(*form);
+    form->show();
+    runEvents();
+    EXPECT_TRUE(form->isVisible());
 }
 
 TEST_F(SkjermTest, AnUnwritableStoreIsPassedOver)

@@ -97,16 +97,15 @@ TEST_F(FrmTMsgBoxTest, ZeroIsNotStored)
     EXPECT_EQ(note->IconID(), -2147483647 - 1);
 }
 
-TEST_F(FrmTMsgBoxTest, ThePictureFollowsTheIconAtTheNextActivationOnly)
+TEST_F(FrmTMsgBoxTest, ANoteThatIsUpTakesTheNewPicture)
 {
     note->setIconID(16);
     show();
+    ASSERT_EQ(picture(), artwork(u"stop.svg"_s));
     note->setIconID(48);
     note->show();
-    EXPECT_EQ(picture(), artwork(u"stop.svg"_s));
-    auto *other = new RecordingForm(u"frmAnnet"_s);
-    other->show();
-    note->show();
+    EXPECT_EQ(picture(), artwork(u"exclamation.svg"_s));
+    note->setIconID(0);
     EXPECT_EQ(picture(), artwork(u"exclamation.svg"_s));
 }
 

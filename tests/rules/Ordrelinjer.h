@@ -9,7 +9,8 @@
 
 #include <utility>
 
-/// The line grid and the header fields as plain texts.
+/// The line grid and the header fields as plain texts. The tests write and read them with a decimal
+/// comma; the calculation meets the form of the machine's locale.
 class Ordrelinjer : public OrdreCeller, public OrdreSummer
 {
 public:
@@ -17,9 +18,9 @@ public:
     int add(const QString &antall, const QString &pris, const QString &mvaPst)
     {
         ++m_rows;
-        m_cells[{linjekolonne::kAntall, m_rows}] = antall;
-        m_cells[{linjekolonne::kPris, m_rows}] = pris;
-        m_cells[{linjekolonne::kMvaPst, m_rows}] = mvaPst;
+        m_cells[{linjekolonne::kAntall, m_rows}] = machineForm(antall);
+        m_cells[{linjekolonne::kPris, m_rows}] = machineForm(pris);
+        m_cells[{linjekolonne::kMvaPst, m_rows}] = machineForm(mvaPst);
         return m_rows;
     }
 
@@ -45,9 +46,15 @@ public:
         m_fields[felt] = text;
     }
 
-    [[nodiscard]] QString netto(int row) const { return text(linjekolonne::kSumNetto, row); }
-    [[nodiscard]] QString brutto(int row) const { return text(linjekolonne::kSumBrutto, row); }
-    [[nodiscard]] QString field(SumFelt felt) const { return m_fields.value(felt); }
+    [[nodiscard]] QString netto(int row) const
+    {
+        return machineForm(text(linjekolonne::kSumNetto, row));
+    }
+    [[nodiscard]] QString brutto(int row) const
+    {
+        return machineForm(text(linjekolonne::kSumBrutto, row));
+    }
+    [[nodiscard]] QString field(SumFelt felt) const { return machineForm(m_fields.value(felt)); }
     [[nodiscard]] const QList<SumFelt> &written() const { return m_written; }
 
     /// Every reading fails from now on.

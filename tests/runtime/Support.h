@@ -42,5 +42,16 @@ inline MachineLocale commaLocale()
     return MachineLocale::norwegian();
 }
 
+/// Number text with a decimal comma in the form of the machine's locale; from there it makes text
+/// with a comma again, in which a wrong mark shows as a point.
+inline QString machineForm(QString text)
+{
+    if (MachineLocale::current().decimalPoint == u'.') {
+        for (QChar &c : text)
+            c = c == u',' ? QChar(u'.') : c == u'.' ? QChar(u',') : c;
+    }
+    return text;
+}
+
 inline constexpr qint64 kLargestCount = 9223372036854775807;
 inline constexpr qint64 kSmallestCount = -kLargestCount - 1;

@@ -19,6 +19,7 @@ constexpr int kOutsideLimits = 35773;
 
 void dressCalendar(QCalendarWidget &calendar)
 {
+    calendar.setFirstDayOfWeek(Qt::Monday); // by itself that of the machine
     // By itself it makes its columns too narrow for the names of the days.
     constexpr int kDays = 7;
     constexpr int kColumnMargin = 14;

@@ -13,11 +13,15 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int kAlreadyDisplayed = 400;
+constexpr int kLongestSide = 150000; // twips, 10,000 pixels
 
 void clickIfPossible(QAbstractButton *button)
 {
@@ -144,7 +148,8 @@ QRect Form::place() const
 void Form::setPlace(int left, int top, int width, int height)
 {
     move(twipsToPixels(left), twipsToPixels(top));
-    resize(twipsToPixels(width), twipsToPixels(height));
+    resize(twipsToPixels(std::min(width, kLongestSide)),
+           twipsToPixels(std::min(height, kLongestSide)));
 }
 
 void Form::setMinimumTwips(int width, int height)

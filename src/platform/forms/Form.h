@@ -68,7 +68,8 @@ public:
 
     /// Place and size in twips.
     [[nodiscard]] QRect place() const;
-    /// Moves and sizes in one step; a size below the minimum becomes the minimum.
+    /// Moves and sizes in one step; a size below the minimum becomes the minimum, a side longer
+    /// than 150,000 twips (on no screen) becomes that.
     void setPlace(int left, int top, int width, int height);
     /// The smallest size in twips; a smaller window grows to it at once.
     void setMinimumTwips(int width, int height);

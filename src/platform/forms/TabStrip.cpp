@@ -3,6 +3,7 @@
 #include "runtime/RunTimeError.h"
 
 #include <QScopedValueRollback>
+#include <QStyleOptionTabWidgetFrame>
 #include <QTabBar>
 
 using namespace Qt::StringLiterals;
@@ -56,6 +57,10 @@ void TabStrip::clickNext()
 
 QRect TabStrip::clientArea() const
 {
-    const QWidget *page = currentWidget();
-    return page ? QRect(page->mapTo(this, QPoint(0, 0)) + pos(), page->size()) : geometry();
+    // Not the page's own place, which follows only when the strip is seen.
+    QStyleOptionTabWidgetFrame option;
+    initStyleOption(&option);
+    return style()
+        ->subElementRect(QStyle::SE_TabWidgetTabContents, &option, this)
+        .translated(pos());
 }

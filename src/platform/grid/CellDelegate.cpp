@@ -9,19 +9,36 @@
 #include <QPainter>
 #include <QValidator>
 
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr char kLoadedText[] = "loadedText";
+constexpr qsizetype kMostShown = 1000; ///< characters; more than that is far beyond any column
 
-/// Lets only such characters in as can stand in a number of the cell's type.
-class NumberCharacters : public QValidator
+/// Lets only such characters in as can stand in a cell of the type. Tabs and line ends part cells
+/// and rows: in text that comes from elsewhere they become blanks, and fall away at its end.
+class CellCharacters : public QValidator
 {
 public:
-    NumberCharacters(const CellType &type, QObject *parent) : QValidator(parent), m_type(type) {}
+    CellCharacters(const CellType &type, QObject *parent) : QValidator(parent), m_type(type) {}
 
-    State validate(QString &input, int &) const override
+    State validate(QString &input, int &cursor) const override
     {
-        for (const QChar c : input) {
+        while (input.endsWith(u'\n') || input.endsWith(u'\r'))
+            input.chop(1);
+        input.replace("\r\n"_L1, " "_L1);
+        for (QChar &c : input) {
+            if (c == u'\t' || c == u'\n' || c == u'\r')
+                c = u' ';
+        }
+        cursor = std::min(cursor, int(input.size()));
+        if (!m_type.isNumber())
+            return Acceptable;
+        for (const QChar c : std::as_const(input)) {
             if (!m_type.takesCharacter(c))
                 return Invalid;
         }
@@ -44,6 +61,8 @@ bool leavesCell(const QKeyEvent &key, const QWidget &editor)
         return true;
     case Qt::Key_Up:
     case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
         return qobject_cast<const QLineEdit *>(&editor) != nullptr;
     default:
         return false;
@@ -121,6 +140,8 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelInd
         option->text.clear();
     } else {
         option->text = cellType.shown(option->text);
+        option->text.truncate(kMostShown); // laying out a text takes as long as the text is
+        option->text.replace(QChar::LineSeparator, u' '); // a row has room for one line
     }
 }
 
@@ -165,13 +186,16 @@ QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
         const QStringList items =
             cellType.items.isEmpty() ? QStringList() : cellType.items.split(u'\t');
         auto *combo = new ComboEditor(items, cellType.editable, parent);
+        if (cellType.editable)
+            combo->setValidator(new CellCharacters(cellType, combo));
         connect(combo, &ComboEditor::listClosed, this, &CellDelegate::finish);
         editor = combo;
     } else {
         auto *box = new QLineEdit(parent);
         box->setFrame(false);
-        if (cellType.isNumber())
-            box->setValidator(new NumberCharacters(cellType, box));
+        box->setValidator(new CellCharacters(cellType, box));
+        // A text that the validator has altered would count as one that the program wrote.
+        connect(box, &QLineEdit::textEdited, box, [box] { box->setModified(true); });
         editor = box;
     }
     if (QLineEdit *box = textBox(editor))

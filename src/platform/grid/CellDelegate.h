@@ -36,7 +36,8 @@ public:
                               const QModelIndex &index) const override;
 
 Q_SIGNALS:
-    /// A key that leaves the cell ended an edit: Tab, Backtab, Return, Enter, Up or Down.
+    /// A key that leaves the cell ended an edit: Tab, Backtab, Return, Enter, or of a text
+    /// box Up, Down, PageUp or PageDown.
     void moveWanted(int key, Qt::KeyboardModifiers modifiers);
 
 protected:

@@ -169,6 +169,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void changeEvent(QEvent *event) override;
     void commitData(QWidget *editor) override;
@@ -259,5 +260,5 @@ private:
     std::optional<Cell> m_pressed; ///< where the mouse button went down
     unsigned m_programMoves = 0;   ///< how often the program has moved the active cell
     bool m_userChangedCell = false;
-    bool m_forwardingKey = false;
+    bool m_keyCameUp = false; ///< the key comes from a cell's editor that had no use for it
 };

@@ -266,17 +266,21 @@ void fpSpread::moveByKey(int key, Qt::KeyboardModifiers modifiers)
     focusNextPrevChild(key != Qt::Key_Backtab);
 }
 
+bool fpSpread::viewportEvent(QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress)
+        m_keyCameUp = true;
+    return QTableView::viewportEvent(event);
+}
+
 void fpSpread::keyPressEvent(QKeyEvent *event)
 {
     QWidget *editor = cellEditor();
-    if (editor != nullptr && !m_forwardingKey) {
-        const QPointer<fpSpread> self(this);
-        m_forwardingKey = true;
+    const bool cameUp = std::exchange(m_keyCameUp, false);
+    if (editor != nullptr && !cameUp) { // sent to the grid itself
         QApplication::sendEvent(editor, event);
-        if (self)
-            m_forwardingKey = false;
-    } else if (editor != nullptr // the editor has no use for the key
-               || (!clipboardKey(event) && !editKey(event) && !moveKey(event))) {
+        event->accept(); // a key that the editor does not want has come up through here by now
+    } else if (editor != nullptr || (!clipboardKey(event) && !editKey(event) && !moveKey(event))) {
         event->ignore();
     }
 }
@@ -473,9 +477,8 @@ void fpSpread::clearSelection()
     const CellRange block = selectedOrActive();
     for (int row = block.row; row <= block.row2; ++row) {
         for (int col = block.col; col <= block.col2; ++col) {
-            if (!colHidden(col))
-                m_model->setData(indexOf({col, row}), QString(), Qt::EditRole);
+            if (!colHidden(col) && m_model->setData(indexOf({col, row}), QString(), Qt::EditRole))
+                m_userChangedCell = true;
         }
     }
-    m_userChangedCell = true;
 }

@@ -18,14 +18,33 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString kPages = u"/hjelp"_s; // where the pages of the open file lie among the resources
-constexpr QSize kFirstSize{680, 640};
+const QString kPages = u"/hjelp"_s;   // where the pages of the open file lie among the resources
+constexpr QSize kFirstSize{780, 680}; // room for a picture of the widest screen
 constexpr int kMargin = 18;
+
+/// Takes the pictures of a page for the resolution of the screen: "x@2x.png" where "x.png" would be
+/// coarse.
+class Pages : public QTextBrowser
+{
+public:
+    using QTextBrowser::QTextBrowser;
+
+    QVariant loadResource(int type, const QUrl &name) override
+    {
+        if (type == QTextDocument::ImageResource && devicePixelRatioF() > 1) {
+            QString fine = u':' + source().resolved(name).path();
+            fine.replace(".png"_L1, "@2x.png"_L1);
+            if (QFile::exists(fine))
+                return QPixmap(fine);
+        }
+        return QTextBrowser::loadResource(type, name);
+    }
+};
 
 class HelpWindow : public QWidget
 {
 public:
-    HelpWindow() : m_pages(new QTextBrowser(this))
+    HelpWindow() : m_pages(new Pages(this))
     {
         setObjectName(u"HtmlHelp"_s);
         setWindowTitle(u"Hjelp"_s);

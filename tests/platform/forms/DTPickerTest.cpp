@@ -227,6 +227,17 @@ TEST_F(Picker, F4AndAltDownDropTheCalendarDown)
     }
 }
 
+TEST_F(Picker, TheCalendarBeginsOnMondayOnAnyMachine)
+{
+    const QLocale machine;
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    {
+        const DTPicker american;
+        EXPECT_EQ(american.calendarWidget()->firstDayOfWeek(), Qt::Monday);
+    }
+    QLocale::setDefault(machine);
+}
+
 TEST_F(Picker, TheCalendarKeepsToTheLimitsAndSpeaksNorwegian)
 {
     const QCalendarWidget *calendar = picker->calendarWidget();

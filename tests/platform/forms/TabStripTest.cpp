@@ -117,3 +117,14 @@ TEST_F(Strip, TheClientAreaLiesBelowTheTabsInsideTheStrip)
     EXPECT_GT(area.height(), strip->height() / 2);
     EXPECT_GT(area.width(), strip->width() * 9 / 10);
 }
+
+TEST_F(Strip, TheClientAreaIsKnownBeforeTheStripIsSeen)
+{
+    strip->setGeometry(10, 20, 300, 200);
+    const QRect shown = strip->clientArea();
+    TabStrip unseen;
+    unseen.addTab(strip->tabText(0), u"a"_s);
+    unseen.addTab(strip->tabText(1), u"b"_s);
+    unseen.setGeometry(10, 20, 300, 200);
+    EXPECT_EQ(unseen.clientArea(), shown);
+}

@@ -1,5 +1,7 @@
 #include "GridFixture.h"
 
+#include <QElapsedTimer>
+
 namespace {
 
 class CellPaint : public GridFixture
@@ -82,7 +84,7 @@ TEST_F(CellPaint, ANumberIsShownInTheCellsForm)
     CellType type = CellType::ofNumber(2);
     type.showThousands = true;
     setType(2, kAll, type);
-    fill(2, 2, u"1234,5"_s);
+    fill(2, 2, machineForm(u"1234,5"_s));
     fill(3, 2, u"1 234,50"_s);
     EXPECT_EQ(image(2, 2), image(3, 2));
 }
@@ -99,6 +101,27 @@ TEST_F(CellPaint, ANumberThatDoesNotFitIsNotCutShort)
         foundMarks = foundMarks || image(2, 2) == image(3, 2);
     }
     EXPECT_TRUE(foundMarks);
+}
+
+TEST_F(CellPaint, ATextOfSeveralLinesStandsInOne)
+{
+    fill(2, 2, u"Storgata 1\nOslo"_s);
+    fill(3, 2, u"Storgata 1 Oslo"_s);
+    EXPECT_EQ(image(2, 2), image(3, 2));
+}
+
+TEST_F(CellPaint, ATextFarLongerThanItsColumnCostsNoMore)
+{
+    const auto timeToPaint = [&](qsizetype length) {
+        fill(2, 2, QString(length, u'x'));
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < 10; ++i)
+            (void)image(2, 2);
+        return timer.nsecsElapsed() + 1;
+    };
+    (void)timeToPaint(10);
+    EXPECT_LT(timeToPaint(1000000), 100 * timeToPaint(2000)); // with the whole text, 500 times
 }
 
 TEST_F(CellPaint, RedrawOffKeepsThePictureUntilItIsOn)

@@ -1,8 +1,6 @@
 #include "platform/grid/CellType.h"
-#include "runtime/MachineLocale.h"
-#include "runtime/RunTimeError.h"
 
-#include <gtest/gtest.h>
+#include "runtime/Support.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,11 +11,6 @@ CellType amount()
     CellType type = CellType::ofNumber(2);
     type.showThousands = true;
     return type;
-}
-
-MachineLocale english()
-{
-    return MachineLocale::fromName(u"en_US.UTF-8"_s);
 }
 
 } // namespace
@@ -39,23 +32,23 @@ TEST(CellType, KnowsTheNumbersOfTheKinds)
 TEST(CellType, ShowsAFloatWithItsSignsAndDecimals)
 {
     const CellType type = amount();
-    EXPECT_EQ(type.shown(u"1234,5"_s), u"1 234,50");
-    EXPECT_EQ(type.shown(u" 100,00"_s), u"100,00");
-    EXPECT_EQ(type.shown(u"1234 567,00"_s), u"1 234 567,00");
-    EXPECT_EQ(type.shown(u"-1234,5"_s), u"-1 234,50");
-    EXPECT_EQ(type.shown(u"0,005"_s), u"0,01");
-    EXPECT_EQ(type.shown(u"-0,004"_s), u"0,00");
-    EXPECT_EQ(type.shown(u"922337203685477,5807"_s), u"922 337 203 685 477,58");
+    EXPECT_EQ(type.shown(machineForm(u"1234,5"_s)), u"1 234,50");
+    EXPECT_EQ(type.shown(machineForm(u" 100,00"_s)), u"100,00");
+    EXPECT_EQ(type.shown(machineForm(u"1234 567,00"_s)), u"1 234 567,00");
+    EXPECT_EQ(type.shown(machineForm(u"-1234,5"_s)), u"-1 234,50");
+    EXPECT_EQ(type.shown(machineForm(u"0,005"_s)), u"0,01");
+    EXPECT_EQ(type.shown(machineForm(u"-0,004"_s)), u"0,00");
+    EXPECT_EQ(type.shown(machineForm(u"922337203685477,5807"_s)), u"922 337 203 685 477,58");
 }
 
 TEST(CellType, ShowsWithoutThousandsAndWithOtherDecimalsWhenToldSo)
 {
     CellType type = CellType::ofNumber(2);
     type.decimals = 4;
-    EXPECT_EQ(type.shown(u"1234,5"_s), u"1234,5000");
+    EXPECT_EQ(type.shown(machineForm(u"1234,5"_s)), u"1234,5000");
     type.decimals = 0;
-    EXPECT_EQ(type.shown(u"1234,5"_s), u"1235");
-    EXPECT_EQ(CellType::ofNumber(3).shown(u"7,4"_s), u"7");
+    EXPECT_EQ(type.shown(machineForm(u"1234,5"_s)), u"1235");
+    EXPECT_EQ(CellType::ofNumber(3).shown(machineForm(u"7,4"_s)), u"7");
 }
 
 TEST(CellType, ShowsATextThatIsNoNumberAsItIs)
@@ -67,9 +60,9 @@ TEST(CellType, ShowsATextThatIsNoNumberAsItIs)
 
 TEST(CellType, TakesTypedNumbersInTheMachinesForm)
 {
-    EXPECT_EQ(amount().accepted(u"1234,5"_s), u"1 234,50");
-    EXPECT_EQ(amount().accepted(u"1 234"_s), u"1 234,00");
-    EXPECT_EQ(amount().accepted(u"-2"_s), u"-2,00");
+    EXPECT_EQ(amount().accepted(u"1234,5"_s), machineForm(u"1 234,50"_s));
+    EXPECT_EQ(amount().accepted(u"1 234"_s), machineForm(u"1 234,00"_s));
+    EXPECT_EQ(amount().accepted(u"-2"_s), machineForm(u"-2,00"_s));
     EXPECT_EQ(CellType::ofNumber(3).accepted(u"12"_s), u"12");
 }
 
@@ -88,7 +81,7 @@ TEST(CellType, AlwaysTakesAnEmptyText)
 
 TEST(CellType, KeepsNumbersReadableUnderAPointLocale)
 {
-    const ScopedLocale locale(english());
+    const ScopedLocale locale(pointLocale());
     EXPECT_EQ(amount().accepted(u"1234,5"_s), u"1 234.50");
     EXPECT_EQ(amount().shown(u"1 234.50"_s), u"1 234,50");
 }
@@ -104,6 +97,7 @@ TEST(CellType, LetsOnlyCharactersOfNumbersIn)
 
 TEST(CellType, TakesDatesWithinTheirRange)
 {
+    const ScopedLocale norwegian(commaLocale());
     CellType type = CellType::ofNumber(0);
     EXPECT_EQ(type.accepted(u"9.3.2014"_s), u"09.03.2014");
     EXPECT_FALSE(type.accepted(u"31.2.2014"_s));
@@ -120,7 +114,7 @@ TEST(CellType, HasARangeForDatesOnly)
     CellType type = amount();
     type.minimum = u"10"_s;
     type.maximum = u"20"_s;
-    EXPECT_EQ(type.accepted(u"99"_s), u"99,00");
+    EXPECT_EQ(type.accepted(u"99"_s), machineForm(u"99,00"_s));
 }
 
 TEST(CellType, TakesTimes)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/grid/fpSpread.h"
+#include "runtime/Support.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -10,7 +11,6 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QVBoxLayout>
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

@@ -119,7 +119,7 @@ TEST_F(fpSpreadEdit, ANumberIsTypedAndKeptInTheCellsForm)
     activate(3, 2);
     this->type(u"1234,5x.e"_s); // letters and points do not get in
     key(Qt::Key_Return);
-    EXPECT_EQ(at(3, 2), u"1 234,50");
+    EXPECT_EQ(at(3, 2), machineForm(u"1 234,50"_s));
 }
 
 TEST_F(fpSpreadEdit, AnUntouchedNumberKeepsTheTextThatTheProgramWrote)
@@ -353,6 +353,43 @@ TEST_F(fpSpreadEdit, KeysThatReachTheGridWhileEditingGoToTheEditor)
     EXPECT_FALSE(grid.editMode());
     EXPECT_EQ(at(1, 1), u"abc");
     EXPECT_EQ(active(), std::pair(2, 1));
+}
+
+TEST_F(fpSpreadEdit, AKeyThatTheEditorDoesNotWantReachesTheWindowOnce)
+{
+    struct Counter : QObject
+    {
+        int keys = 0;
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            keys += event->type() == QEvent::KeyPress ? 1 : 0;
+            return false;
+        }
+    } counter;
+    window.installEventFilter(&counter);
+    type(u"a"_s);
+    ASSERT_TRUE(grid.editMode());
+    key(Qt::Key_F9);
+    EXPECT_EQ(counter.keys, 1);
+    QTest::keyClick(&grid, Qt::Key_F9);
+    EXPECT_EQ(counter.keys, 2);
+    QTest::keyClicks(&grid, u"b"_s);
+    EXPECT_EQ(counter.keys, 2);
+    key(Qt::Key_Return);
+    EXPECT_EQ(at(1, 1), u"ab");
+}
+
+TEST_F(fpSpreadEdit, PageKeysEndAnEditAndMove)
+{
+    grid.setMaxRows(100);
+    type(u"a"_s);
+    key(Qt::Key_PageDown);
+    EXPECT_FALSE(grid.editMode());
+    EXPECT_EQ(at(1, 1), u"a");
+    EXPECT_GT(grid.activeRow(), 3);
+    type(u"b"_s);
+    key(Qt::Key_PageUp);
+    EXPECT_EQ(active(), std::pair(1, 1));
 }
 
 TEST_F(fpSpreadEdit, TheEditorIsNamedAfterItsColumn)

@@ -254,6 +254,23 @@ TEST_F(fpSpreadKeys, ACellEmptiedWithDeleteThatLosesTheFocusIsLeftOnce)
     EXPECT_EQ(events, (QStringList{u"LeaveCell 3 1 -1 -1"_s}));
 }
 
+TEST_F(fpSpreadKeys, DeleteInALockedCellChangesNothingAndLeavesNothing)
+{
+    fill(3, 1, u"2"_s);
+    activate(3, 1);
+    grid.setCurrent(kAll, kAll);
+    grid.setLock(true);
+    grid.setProtect(true);
+    for (const auto &[pressed, modifiers] : {std::pair(Qt::Key_Delete, Qt::NoModifier),
+                                             {Qt::Key_X, Qt::ControlModifier},
+                                             {Qt::Key_V, Qt::ControlModifier},
+                                             {Qt::Key_Backspace, Qt::NoModifier}})
+        key(pressed, modifiers);
+    button.setFocus();
+    EXPECT_EQ(at(3, 1), u"2");
+    EXPECT_TRUE(events.isEmpty());
+}
+
 TEST_F(fpSpreadKeys, KeysOfTheWindowAreLeftToIt)
 {
     for (const auto &[pressed, modifiers] : {std::pair(Qt::Key_Tab, Qt::ControlModifier),
@@ -317,6 +334,58 @@ TEST_F(fpSpreadKeys, PasteReplacesTheActiveCellsText)
     key(Qt::Key_V, Qt::ControlModifier);
     key(Qt::Key_Return);
     EXPECT_EQ(at(1, 1), u"limt");
+}
+
+TEST_F(fpSpreadKeys, PastedTabsAndLineEndsPartNothing)
+{
+    CellType list = CellType::ofNumber(8);
+    list.editable = true;
+    setType(2, 1, list);
+    for (const int col : {1, 2}) {
+        activate(col, 1);
+        QGuiApplication::clipboard()->setText(u"a\tb\r\nc\n"_s);
+        key(Qt::Key_V, Qt::ControlModifier);
+        key(Qt::Key_Return);
+        EXPECT_EQ(at(col, 1), u"a b c");
+    }
+    // A cell of a spreadsheet comes with a line end.
+    setType(3, 1, CellType::ofNumber(2));
+    activate(3, 1);
+    QGuiApplication::clipboard()->setText(u"1234\r\n"_s);
+    key(Qt::Key_F2);
+    key(Qt::Key_V, Qt::ControlModifier);
+    key(Qt::Key_Return);
+    EXPECT_EQ(at(3, 1).first(4), u"1234");
+}
+
+TEST_F(fpSpreadKeys, APastedTextThatIsNoNumberIsRefused)
+{
+    setType(3, 1, CellType::ofNumber(2));
+    fill(3, 1, u" 100,00"_s);
+    activate(3, 1);
+    for (const QString &text : {u"abc"_s, u"12 kr"_s, u"1e5"_s, QString(100000, u'9')}) {
+        QGuiApplication::clipboard()->setText(text);
+        key(Qt::Key_V, Qt::ControlModifier);
+        key(Qt::Key_Return);
+        EXPECT_EQ(at(3, 1), u" 100,00") << text.left(10).toStdString();
+        activate(3, 1);
+    }
+}
+
+TEST_F(fpSpreadKeys, AllOfALargeGridIsCopiedAndEmptied)
+{
+    constexpr int kRows = 100000;
+    grid.setRedraw(false);
+    grid.setMaxRows(kRows);
+    for (int row = 1; row <= kRows; ++row)
+        fill(2, row, u"x"_s);
+    grid.setRedraw(true);
+    key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(grid.selectedRowCount(), kRows);
+    key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"\tx\t\t\t\n"_s.repeated(kRows));
+    key(Qt::Key_Delete);
+    EXPECT_EQ(grid.dataRowCnt(), 0);
 }
 
 TEST_F(fpSpreadKeys, ControlASelectsAll)

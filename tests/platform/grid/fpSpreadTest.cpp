@@ -11,11 +11,6 @@ class fpSpreadTest : public GridFixture
 {
 };
 
-int errorOf(const std::function<void()> &statement)
-{
-    return passOver(statement);
-}
-
 } // namespace
 
 TEST_F(fpSpreadTest, ReadsAndWritesTheCurrentCell)

@@ -203,4 +203,28 @@ TEST_F(HtmlHelpTest, EveryLinkOnThePagesLeadsToAFile)
     EXPECT_GT(links, 20);
 }
 
+TEST_F(HtmlHelpTest, EveryPictureIsThereForFineScreensToo)
+{
+    const QDir folder(QStringLiteral(HELP_SOURCES "/html/bilder"));
+    int pairs = 0;
+    for (const QString &name : folder.entryList({u"*.png"_s})) {
+        if (name.endsWith("@2x.png"_L1))
+            continue;
+        const QImage picture(folder.filePath(name));
+        const QImage fine(folder.filePath(name.chopped(4) + "@2x.png"_L1));
+        EXPECT_FALSE(picture.isNull()) << name.toStdString();
+        EXPECT_EQ(fine.size(), picture.size() * 2) << name.toStdString();
+        ++pairs;
+    }
+    EXPECT_GE(pairs, 2);
+}
+
+TEST_F(HtmlHelpTest, ThePageShowsItsPicture)
+{
+    const QTextDocument *page = pages(show(kTopics[0]))->document();
+    const QVariant picture =
+        page->resource(QTextDocument::ImageResource, QUrl(u"bilder/hovedmeny.png"_s));
+    EXPECT_GT(picture.value<QPixmap>().width(), 400);
+}
+
 } // namespace

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Makes the pictures of the help pages anew from a tour of the screens. A page asks for a picture by
+# its name on the tour, as in <img src="bilder/hovedmeny.png">; for screens with more pixels there
+# is one of twice the size beside it.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
+
+pictures=$root/help/html/bilder
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+# take SCALE ENDING: goes on a tour at that scale and copies the pictures that the pages ask for.
+take() {
+    local name found
+    QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=$1 XDG_CONFIG_HOME=$scratch/settings$1 \
+        "$root/build/dev/bin/strekkbok-vert" --tur "$scratch/tur$1" >&2
+    for name in "${names[@]}"; do
+        found=$(find "$scratch/tur$1" -name "[0-9]*-$name.png" | sort | head -n 1)
+        [[ -n $found ]] || die "The tour has no picture called $name."
+        cp "$found" "$pictures/$name$2.png"
+    done
+}
+
+install_missing
+build dev strekkbok-vert Faktura
+mapfile -t names < <(grep -oh 'src="bilder/[^"]*\.png"' "$root"/help/html/*.htm |
+    sed 's|.*/||; s|\.png"||' | sort -u)
+mkdir -p "$pictures"
+take 1 ''
+take 2 @2x
+say "Pictures of the help pages: ${names[*]}"
