@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QImage>
+#include <QLineF>
+#include <QPointF>
+#include <QRectF>
+#include <QSizeF>
+#include <QString>
+
+#include <vector>
+
+/// A report that has been laid out: pages of draw commands. It is a value that needs no report
+/// file, no database and no printer any more. All lengths are millimetres from the paper's upper
+/// left corner, x to the right and y down; the type size is in points.
+namespace report {
+
+/// How text looks. `font` has its size in points and is the same for every device.
+struct TextStyle
+{
+    QString name; ///< as in the report file
+    QFont font;
+    QRgb color = 0xff000000;
+};
+
+/// One line of text.
+struct TextCommand
+{
+    QPointF baseline; ///< left end of the base line
+    double width = 0; ///< of the text as set, for finding and marking it
+    int style = 0;    ///< index in Document::styles
+    QString text;
+};
+
+struct LineCommand
+{
+    QLineF line;
+    double width = 0; ///< thickness
+    QRgb color = 0xff000000;
+    bool dashed = false;
+};
+
+struct BoxCommand
+{
+    QRectF rect;
+    double width = 0; ///< thickness of the frame, drawn inside `rect`; 0 for no frame
+    QRgb color = 0xff000000;
+    QRgb fill = 0;     ///< alpha 0 for none
+    double radius = 0; ///< of the corners
+};
+
+struct PictureCommand
+{
+    QRectF rect;
+    int picture = 0; ///< index in Document::pictures
+};
+
+/// What is drawn on one page, in this order: boxes, pictures, lines, texts; each in file order.
+struct Page
+{
+    std::vector<BoxCommand> boxes;
+    std::vector<PictureCommand> pictures;
+    std::vector<LineCommand> lines;
+    std::vector<TextCommand> texts;
+};
+
+/// Every page has the same paper, which is the report's own and not the printer's.
+struct Document
+{
+    QString title;
+    QSizeF paper; ///< A4 standing is 210 by 297
+    std::vector<TextStyle> styles;
+    std::vector<QImage> pictures;
+    std::vector<Page> pages;
+};
+
+} // namespace report

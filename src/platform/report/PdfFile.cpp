@@ -1,0 +1,53 @@
+#include "platform/report/PdfFile.h"
+
+#include "platform/report/Painter.h"
+#include "platform/report/ReportError.h"
+
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSaveFile>
+
+using namespace Qt::StringLiterals;
+
+namespace report {
+
+namespace {
+
+constexpr int kResolution = 1200; // dots per inch
+
+[[noreturn]] void raiseNotWritten(const QSaveFile &file)
+{
+    raise(errors::kOutput,
+          u"Kan ikke skrive PDF-filen %1: %2"_s.arg(file.fileName(), file.errorString()));
+}
+
+} // namespace
+
+void writePdf(const Document &document, const QString &path)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        raiseNotWritten(file);
+    {
+        QPdfWriter writer(&file);
+        writer.setTitle(document.title);
+        writer.setResolution(kResolution);
+        writer.setPageSize(
+            QPageSize(document.paper, QPageSize::Millimeter, {}, QPageSize::ExactMatch));
+        writer.setPageMargins({});
+        QPainter painter;
+        if (!painter.begin(&writer))
+            raiseNotWritten(file);
+        for (size_t page = 0; page < document.pages.size(); ++page) {
+            if (page > 0)
+                writer.newPage();
+            paintPage(painter, document, static_cast<int>(page), kResolution / 25.4);
+        }
+        if (!painter.end())
+            raiseNotWritten(file);
+    }
+    if (!file.commit())
+        raiseNotWritten(file);
+}
+
+} // namespace report

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/report/Document.h"
+
+namespace report {
+
+/// Writes all pages to a PDF file with the report's own paper size; a file of that name is
+/// replaced, and only once the new one is whole. `path` has the system's own form. kOutput when the
+/// file cannot be written.
+void writePdf(const Document &document, const QString &path);
+
+} // namespace report

@@ -1,0 +1,89 @@
+#include "platform/report/TextSetter.h"
+
+#include "platform/report/Typesetting.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace report {
+
+namespace {
+
+constexpr double kTolerance = 1e-6; // mm
+
+} // namespace
+
+TextSetter::TextSetter(const std::vector<TextStyle> &styles)
+{
+    m_fonts.reserve(styles.size());
+    for (const TextStyle &style : styles) {
+        const QFontMetricsF metrics(fontInUnits(style.font));
+        m_fonts.push_back(
+            {metrics, metrics.ascent() / kUnitsPerMm, metrics.lineSpacing() / kUnitsPerMm});
+    }
+}
+
+double TextSetter::width(int style, const QString &text) const
+{
+    return font(style).metrics.horizontalAdvance(text) / kUnitsPerMm;
+}
+
+/// How many characters from the start are no wider than `width`; at least one.
+qsizetype TextSetter::fitting(int style, QStringView text, double width) const
+{
+    qsizetype fits = 1;
+    qsizetype tooMany = text.size() + 1;
+    while (fits + 1 < tooMany) {
+        const qsizetype middle = (fits + tooMany) / 2;
+        if (this->width(style, text.first(middle).toString()) <= width + kTolerance)
+            fits = middle;
+        else
+            tooMany = middle;
+    }
+    if (fits < text.size() && text[fits - 1].isHighSurrogate())
+        fits += fits > 1 ? -1 : 1;
+    return fits;
+}
+
+void TextSetter::wrapLine(int style, QStringView line, double width, QStringList &lines) const
+{
+    while (!line.isEmpty()) {
+        qsizetype end = fitting(style, line, width);
+        if (end < line.size() && line[end] != u' ') {
+            const qsizetype blank = line.first(end).lastIndexOf(u' ');
+            if (blank > 0)
+                end = blank;
+        }
+        lines += line.first(end).toString();
+        line = line.sliced(end);
+        while (line.startsWith(u' '))
+            line = line.sliced(1);
+    }
+}
+
+QStringList TextSetter::wrapped(int style, const QString &text, double width) const
+{
+    QStringList lines;
+    for (const QString &line : text.split(u'\n')) {
+        const QString plain = line.endsWith(u'\r') ? line.chopped(1) : line;
+        if (this->width(style, plain) <= width + kTolerance)
+            lines += plain;
+        else
+            wrapLine(style, plain, width, lines);
+    }
+    return lines;
+}
+
+QString TextSetter::shortened(int style, const QString &text, double width) const
+{
+    if (text.isEmpty() || this->width(style, text) <= width + kTolerance)
+        return text;
+    const QString dots = u"…"_s;
+    const double room = width - this->width(style, dots);
+    if (room <= 0)
+        return dots;
+    return text.first(fitting(style, text, room)).trimmed() + dots;
+}
+
+} // namespace report

@@ -1,0 +1,91 @@
+#include "platform/report/Support.h"
+
+#include <QBuffer>
+#include <QImage>
+
+namespace report::test {
+
+namespace {
+
+class PictureTest : public ReportTest
+{
+protected:
+    PictureTest() { addOrder(1001, 2); }
+
+    static QByteArray picture(const QSize &size, const char *format)
+    {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::darkGreen);
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        EXPECT_TRUE(image.save(&buffer, format));
+        return bytes;
+    }
+
+    void storeLogo(const QByteArray &bytes)
+    {
+        ado::Recordset set;
+        set.setActiveConnection(dsn());
+        set.setCursorLocation(ado::CursorLocation::Client);
+        set.setLockType(ado::LockType::BatchOptimistic);
+        set.setSource(u"SELECT KlientNr, Logo FROM Klient WHERE KlientNr=1"_s);
+        set.open();
+        set.setValue(u"Logo", Value(bytes));
+        set.updateBatch();
+    }
+
+    [[nodiscard]] Document madeWith(const QByteArray &attributes) const
+    {
+        return made(lineReport("<detail height=\"30\"><picture x=\"10\" y=\"5\" width=\"40\" "
+                               "height=\"20\" " +
+                               attributes + "/></detail>"));
+    }
+};
+
+} // namespace
+
+TEST_F(PictureTest, AColumnsPictureIsScaledWithoutDistortion)
+{
+    storeLogo(picture({400, 100}, "PNG"));
+    const Document document = madeWith("value=\"{Klient.Logo}\"");
+    const Page &page = document.pages.front();
+    ASSERT_EQ(page.pictures.size(), 2u);
+    EXPECT_EQ(page.pictures[0].rect, QRectF(20, 15, 40, 10));
+    EXPECT_EQ(page.pictures[1].rect, QRectF(20, 45, 40, 10));
+    // Kept once, however often it is shown.
+    EXPECT_EQ(page.pictures[1].picture, page.pictures[0].picture);
+    ASSERT_EQ(document.pictures.size(), 1u);
+    EXPECT_EQ(document.pictures.front().size(), QSize(400, 100));
+}
+
+TEST_F(PictureTest, IsPlacedWithinItsBox)
+{
+    storeLogo(picture({100, 100}, "BMP"));
+    EXPECT_EQ(madeWith("value=\"{Klient.Logo}\"").pages[0].pictures[0].rect,
+              QRectF(20, 15, 20, 20));
+    EXPECT_EQ(madeWith("value=\"{Klient.Logo}\" align=\"center\"").pages[0].pictures[0].rect,
+              QRectF(30, 15, 20, 20));
+    EXPECT_EQ(madeWith("value=\"{Klient.Logo}\" align=\"right\"").pages[0].pictures[0].rect,
+              QRectF(40, 15, 20, 20));
+    storeLogo(picture({400, 100}, "JPG"));
+    EXPECT_EQ(madeWith("value=\"{Klient.Logo}\" valign=\"middle\"").pages[0].pictures[0].rect,
+              QRectF(20, 20, 40, 10));
+    EXPECT_EQ(madeWith("value=\"{Klient.Logo}\" valign=\"bottom\"").pages[0].pictures[0].rect,
+              QRectF(20, 25, 40, 10));
+}
+
+TEST_F(PictureTest, WhatIsNoPictureIsLeftOut)
+{
+    EXPECT_TRUE(madeWith("value=\"{Klient.Logo}\"").pages[0].pictures.empty());
+    storeLogo("ikke noe bilde");
+    EXPECT_TRUE(madeWith("value=\"{Klient.Logo}\"").pages[0].pictures.empty());
+    EXPECT_TRUE(madeWith("file=\"borte.png\"").pages[0].pictures.empty());
+}
+
+TEST_F(PictureTest, AFileLiesBesideTheReport)
+{
+    written(u"bilde.png"_s, picture({10, 20}, "PNG"));
+    EXPECT_EQ(madeWith("file=\"bilde.png\"").pages[0].pictures[0].rect, QRectF(20, 15, 10, 20));
+}
+
+} // namespace report::test
