@@ -1,0 +1,53 @@
+#include "order/OrdreFelter.h"
+
+#include <QLineEdit>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The organisation number's field shows our reference until a customer is picked.
+constexpr std::array<QStringView, ordrefelt::kAntall> kDatafelter{
+    u"KundeNavn",   u"FakAdresse1", u"FakAdresse2",
+    u"FakPostNr",   u"FakPostSted", u"LevAdresse1",
+    u"LevAdresse2", u"LevPostNr",   u"LevPostSted",
+    u"BetBet",      u"OrdreDato",   u"LevDato",
+    u"FakDato",     u"ForfallDato", u"EgenRef",
+    u"DeresRef",    u"OrdreNr",     u"OrdreStatus",
+    u"KundeNr",     u"KID",         u"SumNetto",
+    u"MvaKr",       u"SumBrutto",   u"Kontrollsiffer",
+    u"EgenRef",     u"Avrunding",   u"",
+};
+
+} // namespace
+
+OrdreFelter::OrdreFelter(const QWidget &skjerm)
+{
+    for (int nr = 0; nr < ordrefelt::kAntall; ++nr) {
+        m_felter[size_t(nr)] = skjerm.findChild<QLineEdit *>(u"txtFields_%1"_s.arg(nr));
+        Q_ASSERT(m_felter[size_t(nr)]);
+    }
+}
+
+QString OrdreFelter::text(int nr) const
+{
+    return (*this)[nr].text();
+}
+
+void OrdreFelter::setText(int nr, const QString &text) const
+{
+    (*this)[nr].setText(text);
+}
+
+int OrdreFelter::nrOf(const QObject *widget) const
+{
+    const auto found = std::find(m_felter.begin(), m_felter.end(), widget);
+    return found == m_felter.end() ? -1 : int(found - m_felter.begin());
+}
+
+QStringView OrdreFelter::datafelt(int nr)
+{
+    return kDatafelter.at(size_t(nr));
+}

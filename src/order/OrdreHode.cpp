@@ -1,0 +1,229 @@
+#include "order/OrdreHode.h"
+
+#include "data/mFaktura.h"
+#include "order/OrdreFelter.h"
+#include "order/OrdreTilstand.h"
+#include "platform/forms/OuterRim.h"
+#include "platform/forms/SendKeys.h"
+#include "rules/Forfall.h"
+#include "rules/Innstilling.h"
+#include "rules/Kid.h"
+#include "runtime/Conversions.h"
+#include "runtime/Format.h"
+#include "state/SharedState.h"
+#include "ui_frmOrdre.h"
+
+#include <QFocusEvent>
+
+using namespace Qt::StringLiterals;
+using namespace ordrefelt;
+
+namespace {
+
+struct Pickerfelt
+{
+    DTPicker *Ui::frmOrdre::*picker;
+    int nr;
+};
+
+constexpr Pickerfelt kPickers[] = {
+    {&Ui::frmOrdre::dtpOrdre, kOrdreDato},
+    {&Ui::frmOrdre::dtpLevDato, kLevDato},
+    {&Ui::frmOrdre::dtpFakDato, kFakDato},
+    {&Ui::frmOrdre::dtpForfall, kForfallDato},
+};
+
+constexpr int kInvalidPropertyValue = 380;
+
+int feltNr(KundeFelt felt)
+{
+    switch (felt) {
+    case KundeFelt::KundeNr:
+        return kKundeNr;
+    case KundeFelt::KundeNavn:
+        return kKundeNavn;
+    case KundeFelt::BetBet:
+        return kBetBet;
+    case KundeFelt::FakAdresse1:
+        return kFakAdresse1;
+    case KundeFelt::FakAdresse2:
+        return kFakAdresse2;
+    case KundeFelt::FakPostNr:
+        return kFakPostNr;
+    case KundeFelt::FakPostSted:
+        return kFakPostSted;
+    case KundeFelt::LevAdresse1:
+        return kLevAdresse1;
+    case KundeFelt::LevAdresse2:
+        return kLevAdresse2;
+    case KundeFelt::LevPostNr:
+        return kLevPostNr;
+    case KundeFelt::LevPostSted:
+        return kLevPostSted;
+    case KundeFelt::OrganisasjonsNr:
+        return kOrgNr;
+    case KundeFelt::ForfallDato:
+        return kForfallDato;
+    case KundeFelt::FakturaType:
+        return kFakturaType;
+    }
+    throw RunTimeError(errors::kInvalidCall);
+}
+
+/// The first field with an amount, which is shown as 0.00 when it is blank.
+constexpr int kFirstSum = kSumNetto;
+
+} // namespace
+
+OrdreHode::OrdreHode(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreFelter &felter)
+    : m_ui(ui), m_tilstand(tilstand), m_felter(felter)
+{
+    for (int nr = 0; nr < kAntall; ++nr)
+        m_felter[nr].installEventFilter(this);
+    for (const Pickerfelt &entry : kPickers)
+        wirePicker(*(m_ui.*entry.picker), entry.nr);
+}
+
+void OrdreHode::settGrenser()
+{
+    for (const Pickerfelt &entry : kPickers) {
+        passOver(
+            [&] { (m_ui.*entry.picker)->setLimits(QDate(gAar, 1, 1), QDate(gAar + 1, 12, 31)); });
+    }
+}
+
+void OrdreHode::tomFelter()
+{
+    for (int nr = 0; nr < kAntall; ++nr)
+        m_felter.setText(nr, nr < kFirstSum ? QString() : u"0.00"_s);
+    m_felter.setText(kBetBet, u"0"_s);
+    m_felter.setText(kOrdreNr, u"0"_s);
+    m_felter.setText(kOrgNr, QString());
+    m_ui.chkBetalt->setChecked(false);
+    m_ui.chkLevAdr->setChecked(false);
+}
+
+bool OrdreHode::erUtenforAar() const
+{
+    return toDate(m_felter.text(kOrdreDato)).date().year() != gAar;
+}
+
+void OrdreHode::setKundefelt(KundeFelt felt, const QString &text)
+{
+    m_felter.setText(feltNr(felt), text);
+}
+
+void OrdreHode::setSammeLevAdr(qint32 verdi)
+{
+    if (verdi < Qt::Unchecked || verdi > Qt::Checked)
+        throw RunTimeError(kInvalidPropertyValue);
+    // The numbers of the two other states are the other way round in Qt.
+    m_ui.chkLevAdr->setCheckState(verdi == 1   ? Qt::Checked
+                                  : verdi == 2 ? Qt::PartiallyChecked
+                                               : Qt::Unchecked);
+}
+
+QString OrdreHode::betBet() const
+{
+    return m_felter.text(kBetBet);
+}
+
+bool OrdreHode::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::FocusIn && event->type() != QEvent::FocusOut)
+        return false;
+    // A context menu takes the focus for a while without the field being left, and so does another
+    // window. One that comes back has to find a field that may hold the focus.
+    const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+    const int nr = m_felter.nrOf(watched);
+    if (nr < 0 || reason == Qt::PopupFocusReason)
+        return false;
+    if (event->type() == QEvent::FocusIn)
+        atOuterRim([&] { fikkFokus(nr, reason); });
+    else if (reason != Qt::ActiveWindowFocusReason)
+        atOuterRim([&] { mistetFokus(nr); });
+    return false;
+}
+
+/// Passes over.
+void OrdreHode::fikkFokus(int nr, Qt::FocusReason reason)
+{
+    switch (nr) {
+    case kFakPostSted:
+    case kLevPostSted:
+    case kOrdreNr:
+    case kOrdreStatus:
+    case kKID:
+        sendKeys(u"{TAB}"_s);
+        break;
+    case kOrdreDato:
+    case kLevDato:
+    case kFakDato:
+    case kForfallDato:
+        for (const Pickerfelt &entry : kPickers) {
+            if (entry.nr == nr) {
+                passOver([&] { (m_ui.*entry.picker)->setValue(toDate(m_felter.text(nr)).date()); });
+            }
+        }
+        m_felter[nr].selectAll();
+        // The press of the mouse that has brought the focus here sets the cursor afterwards.
+        if (reason == Qt::MouseFocusReason) {
+            QMetaObject::invokeMethod(&m_felter[nr], &QLineEdit::selectAll, Qt::QueuedConnection);
+        }
+        break;
+    default:
+        if (!m_tilstand.iModus())
+            sendKeys(u"{TAB}"_s);
+    }
+}
+
+/// Not trapped: days that are no number and dates that are none raise error 13.
+void OrdreHode::mistetFokus(int nr)
+{
+    const auto poststed = [this](int postNr) {
+        return HentFelt(u"PostSted"_s, u"Poststed"_s,
+                        u"PostNr='"_s + m_felter.text(postNr) + u"'"_s)
+            .toText();
+    };
+    switch (nr) {
+    case kFakPostNr:
+        m_felter.setText(kFakPostSted, poststed(kFakPostNr));
+        break;
+    case kLevPostNr:
+        m_felter.setText(kLevPostSted, poststed(kLevPostNr));
+        break;
+    case kBetBet:
+        settForfall();
+        break;
+    case kFakDato:
+        settForfall();
+        m_ui.vaSpread1->setFocus();
+        break;
+    case kKundeNr:
+        if (leadingNumber(LesInnstilling(u"KIDaktivert"_s, u"0"_s)) == 1) {
+            m_felter.setText(
+                kKID, LagKID(LesInnstilling, m_felter.text(kOrdreNr), m_felter.text(kKundeNr)));
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+void OrdreHode::settForfall()
+{
+    m_felter.setText(kForfallDato,
+                     ForfallsDato(toDate(m_felter.text(kFakDato)).date(), m_felter.text(kBetBet)));
+}
+
+void OrdreHode::wirePicker(DTPicker &picker, int nr)
+{
+    onEvent(&picker, &DTPicker::dateChosen, this, [this, &picker, nr] {
+        if (m_tilstand.iModus())
+            m_felter.setText(nr, Format(picker.value(), u"short date"));
+    });
+    onEvent(&picker, &DTPicker::entered, this, [this, &picker, nr] {
+        passOver([&] { picker.setValue(toDate(m_felter.text(nr)).date()); });
+        picker.update();
+    });
+}

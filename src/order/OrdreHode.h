@@ -1,0 +1,50 @@
+#pragma once
+
+#include "registers/KundeMottaker.h"
+
+#include <QObject>
+
+struct OrdreTilstand;
+class OrdreFelter;
+class DTPicker;
+namespace Ui {
+class frmOrdre;
+}
+
+/// The header of the order screen: what its fields do when they get and lose the focus, and the
+/// date pickers beside them. Outside the modes New and Change the fields are kept read-only by
+/// moving the focus on. A picked customer is written into the fields in any mode, without passing
+/// through their focus.
+class OrdreHode : public QObject, public KundeMottaker
+{
+    Q_OBJECT
+
+public:
+    /// All arguments are the screen's and outlive this object. Connects to the controls' events.
+    OrdreHode(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreFelter &felter);
+
+    /// Limits the date pickers to the accounting year and the one after it. Passes over.
+    void settGrenser();
+    /// Empties fields and check boxes.
+    void tomFelter();
+
+    /// Whether the order date is outside the accounting year. Error 13 when it is no date.
+    [[nodiscard]] bool erUtenforAar() const;
+
+    void setKundefelt(KundeFelt felt, const QString &text) override;
+    void setSammeLevAdr(qint32 verdi) override;
+    [[nodiscard]] QString betBet() const override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void fikkFokus(int nr, Qt::FocusReason reason);
+    void mistetFokus(int nr);
+    void settForfall();
+    void wirePicker(DTPicker &picker, int nr);
+
+    Ui::frmOrdre &m_ui;
+    OrdreTilstand &m_tilstand;
+    const OrdreFelter &m_felter;
+};

@@ -1,0 +1,280 @@
+#include "order/OrdreKommandoer.h"
+
+#include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
+#include "order/OrdreFelter.h"
+#include "order/OrdreHode.h"
+#include "order/OrdreKnapper.h"
+#include "order/OrdreLager.h"
+#include "order/OrdreLinjer.h"
+#include "order/OrdreTilstand.h"
+#include "platform/forms/Forms.h"
+#include "platform/forms/MsgBox.h"
+#include "registers/frmKunder.h"
+#include "rules/Forfall.h"
+#include "rules/Innstilling.h"
+#include "rules/Ordre.h"
+#include "rules/SjekkKlient.h"
+#include "runtime/Clock.h"
+#include "runtime/Conversions.h"
+#include "runtime/Format.h"
+#include "state/SharedState.h"
+#include "ui_frmOrdre.h"
+
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+using namespace ordrefelt;
+
+namespace {
+
+const QString kSeKundene = u"Klikk for å se kundene"_s;
+
+QString klientNr()
+{
+    return u"KlientNr="_s + numberToText(gKlient);
+}
+
+/// The number that a new order shows.
+QString visningsNr()
+{
+    qint32 forste = 0;
+    if (gDB->GetCount(u"Ordre"_s, klientNr()) == 0) {
+        passOver([&] { forste = HentFelt(u"FirstFakNr"_s, u"Klient"_s, klientNr()).toLong(); });
+    }
+    return QString::number(forste > 1 ? forste : NyttOrdreNr());
+}
+
+} // namespace
+
+OrdreKommandoer::OrdreKommandoer(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreRom &rom)
+    : m_ui(ui), m_tilstand(tilstand), m_rom(rom)
+{
+}
+
+void OrdreKommandoer::aktiver()
+{
+    if (m_tilstand.InnID < 1)
+        m_tilstand.InnID = 0;
+    m_rom.hode.settGrenser();
+    if (!m_tilstand.iModus()) {
+        const OrdreLinjer::FellesProduktliste felles(m_rom.linjer);
+        passOver([this] { m_rom.lager.LesOrdre(m_tilstand.InnID); });
+        passOver([this] { m_rom.lager.VisOrdre(); });
+        cmdLast_Click();
+    }
+    if (m_tilstand.InnID > 0) {
+        m_rom.knapper.SettNavigering(false);
+        for (PictureButton *button : {m_ui.cmdFirst, m_ui.cmdPrevious, m_ui.cmdNext, m_ui.cmdLast})
+            button->setVisible(false);
+    }
+    m_ui.btnCancel->setEnabled(false);
+
+    const bool avrunder =
+        enters([] { return leadingNumber(LesInnstilling(u"Avrunding"_s, u"0"_s)) != 0; });
+    QLineEdit &felt = m_rom.felter[kAvrunding];
+    m_ui.Label5->setEnabled(avrunder);
+    felt.setEnabled(avrunder);
+    QPalette colours;
+    if (!avrunder)
+        colours.setColor(QPalette::Base, felt.palette().color(QPalette::Button));
+    felt.setPalette(colours);
+}
+
+void OrdreKommandoer::btnNew_Click()
+{
+    m_tilstand.ErEndre = false;
+    m_tilstand.ErNy = true;
+    m_ui.cmdKunder->setToolTip(kSeKundene);
+    m_rom.knapper.SettNavigering(false);
+    m_rom.knapper.SettKnapper(false, false, false, false, true);
+    passOver([this] { TomSkjema(); });
+    passOver([this] { m_rom.felter.setText(kOrdreNr, visningsNr()); });
+    passOver([this] { settDagens(); });
+    m_ui.vaSpread1->setTabStop(true);
+    gridIBruk();
+    passOver([this] { visAarvarsel(); });
+    QString mangler;
+    passOver([&] { mangler = SjekkKlient(); });
+    if (!mangler.isEmpty()) {
+        MsgBox(u"Det er ufullstendig informasjon på klienten,\r\n"
+               "den bør rettes før ordre registreres:\r\n\r\n"_s +
+                   mangler + u"\r\n\r\nOppdateres i Klient ajourhold i Strekkbok.\r\n"_s,
+               msgbox::kExclamation);
+    }
+}
+
+void OrdreKommandoer::btnCopy_Click()
+{
+    if (m_tilstand.iModus())
+        return;
+    m_tilstand.ErNy = true;
+    m_rom.knapper.SettNavigering(false);
+    m_rom.knapper.SettKnapper(false, false, false, false, true);
+    m_rom.felter.setText(kOrdreNr, QString::number(NyttOrdreNr()));
+    settDagens();
+    tilKundeNr();
+}
+
+void OrdreKommandoer::btnChange_Click()
+{
+    if (!KanEndres(m_rom.felter.text(kOrdreStatus)))
+        return;
+    m_tilstand.ErEndre = true;
+    m_tilstand.ErNy = false;
+    m_ui.cmdKunder->setToolTip(kSeKundene);
+    for (int nr = 0; nr < kSumNetto; ++nr)
+        m_rom.felter[nr].setEnabled(true);
+    m_ui.vaSpread1->setTabStop(true);
+    tilKundeNr();
+    m_rom.knapper.SettNavigering(false);
+    m_rom.knapper.SettKnapper(false, false, false, false, true);
+    gridIBruk();
+    visAarvarsel();
+}
+
+void OrdreKommandoer::btnCancel_Click()
+{
+    if (m_tilstand.ErEndre) {
+        // The set is detached, so it needs a connection for the time of reading.
+        m_tilstand.rsOrdre->setActiveConnection(gDB->ConnectionString());
+        m_tilstand.rsOrdre->requery();
+        m_tilstand.rsOrdre->clearActiveConnection();
+        m_rom.lager.VisFelter();
+        m_rom.lager.VisOrdre();
+        tilKundeNr();
+        m_tilstand.ErEndre = false;
+    }
+    if (m_tilstand.ErNy) {
+        TomSkjema();
+        m_tilstand.ErNy = false;
+    }
+    m_rom.knapper.SettNavigering(false);
+    m_rom.knapper.SettKnapper(false, false, true, m_tilstand.AktivID > 0, false);
+    m_ui.btnCancel->setEnabled(false);
+}
+
+void OrdreKommandoer::btnPrint_Click(const UtskriftApner &apner)
+{
+    OrdreUtskrift utskrift;
+    passOver([&] { utskrift.ErKreditnota = leadingNumber(m_rom.felter.text(kSumBrutto)) < 0; });
+    utskrift.fakID = QString::number(m_tilstand.AktivID);
+    utskrift.fakNr = m_rom.felter.text(kOrdreNr);
+    utskrift.original =
+        m_rom.felter.text(kOrdreStatus) == ordrestatus::kOrdre || m_tilstand.TvingOriginal;
+    m_tilstand.TvingOriginal = false;
+    if (apner)
+        passOver([&] { apner(utskrift); });
+    m_ui.btnNew->setEnabled(true);
+}
+
+void OrdreKommandoer::chkBetalt_Click()
+{
+    if (!m_ui.chkBetalt->isChecked() || !KanMerkesBetalt(m_rom.felter.text(kOrdreStatus)))
+        return;
+    // The screen may be closed while the question is up.
+    const QPointer<QCheckBox> boks = m_ui.chkBetalt;
+    int svar = answer::kNo;
+    passOver([&] {
+        svar = MsgBox(u"Vil du merke denne fakturaen som Betalt?"_s,
+                      msgbox::kYesNo + msgbox::kQuestion + msgbox::kDefaultButton2);
+    });
+    if (svar != answer::kYes || !boks)
+        return;
+    passOver([this] {
+        if (!gDB->Execute(BetaltSql(m_tilstand.rsOrdre->integer(u"ID"))))
+            return;
+        m_rom.felter.setText(kOrdreStatus, ordrestatus::kBetalt.toString());
+        m_ui.chkBetalt->setEnabled(false);
+    });
+}
+
+void OrdreKommandoer::cmdFirst_Click()
+{
+    passOver([this] { m_tilstand.rsOrdre->moveFirst(); });
+    passOver([this] { m_tilstand.AktivID = m_tilstand.rsOrdre->integer(u"ID"); });
+    visPost();
+}
+
+void OrdreKommandoer::cmdLast_Click()
+{
+    passOver([this] { m_tilstand.rsOrdre->moveLast(); });
+    passOver([this] { m_tilstand.AktivID = m_tilstand.rsOrdre->integer(u"ID"); });
+    visPost();
+}
+
+void OrdreKommandoer::cmdNext_Click()
+{
+    if (enters([this] { return !m_tilstand.rsOrdre->eof(); }))
+        passOver([this] { m_tilstand.rsOrdre->moveNext(); });
+    visPost();
+}
+
+void OrdreKommandoer::cmdPrevious_Click()
+{
+    if (enters([this] { return !m_tilstand.rsOrdre->bof(); }))
+        passOver([this] { m_tilstand.rsOrdre->movePrevious(); });
+    visPost();
+}
+
+void OrdreKommandoer::cmdKunder_Click()
+{
+    if (!m_tilstand.iModus()) {
+        m_ui.cmdKunder->setToolTip(u"Du må stå i Ny eller Endre -modus for å se kundene"_s);
+        return;
+    }
+    m_ui.cmdKunder->setToolTip(kSeKundene);
+    SharedForm<frmKunder>::get().velgFor(m_rom.hode);
+}
+
+void OrdreKommandoer::imgAar_Click()
+{
+    if (!m_ui.imgAar->isVisible() || !enters([this] { return m_rom.hode.erUtenforAar(); }))
+        return;
+    m_ui.imgAar->setToolTip(u"Ordredato ligger utenfor aktivt regnskapsår ("_s +
+                            QString::number(gAar) + u") i Strekkbok!"_s);
+}
+
+void OrdreKommandoer::TomSkjema()
+{
+    m_rom.hode.tomFelter();
+    m_rom.linjer.InitLinjer();
+    tilKundeNr();
+}
+
+/// Shows the record to which the set has moved.
+void OrdreKommandoer::visPost()
+{
+    passOver([this] { m_rom.lager.VisFelter(); });
+    passOver([this] { m_rom.lager.VisOrdre(); });
+    tilKundeNr();
+    m_rom.knapper.SettNavigering(true);
+}
+
+/// What a new order and a copy start with. Error 13 when the days of payment are no number.
+void OrdreKommandoer::settDagens()
+{
+    const QDate today = Clock::current().today();
+    m_rom.felter.setText(kOrdreStatus, ordrestatus::kOrdre.toString());
+    for (const int nr : {kOrdreDato, kLevDato, kFakDato})
+        m_rom.felter.setText(nr, Format(today, u"dd.mm.yyyy"));
+    m_rom.felter.setText(kForfallDato, ForfallsDato(today, m_rom.felter.text(kBetBet)));
+}
+
+/// Error 13 when the order date is no date.
+void OrdreKommandoer::visAarvarsel()
+{
+    if (m_rom.hode.erUtenforAar())
+        m_ui.imgAar->setVisible(true);
+}
+
+void OrdreKommandoer::gridIBruk()
+{
+    m_ui.vaSpread1->setEditModeReplace(true);
+    m_ui.btnCancel->setEnabled(true);
+}
+
+void OrdreKommandoer::tilKundeNr()
+{
+    m_rom.felter[kKundeNr].setFocus();
+}

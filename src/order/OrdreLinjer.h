@@ -1,0 +1,70 @@
+#pragma once
+
+#include "rules/Beregning.h"
+
+#include <QObject>
+#include <QString>
+
+#include <optional>
+
+class OrdreFelter;
+class fpSpread;
+
+/// The columns of the line grid that the calculation has no use for, counted from 1.
+namespace linjekolonne {
+inline constexpr int kProduktNr = 1;
+inline constexpr int kProduktNavn = 2;
+inline constexpr int kRabatt = 5; ///< hidden
+inline constexpr int kID = 9;     ///< hidden
+inline constexpr int kPos = 10;   ///< hidden
+} // namespace linjekolonne
+
+/// The line grid of the order screen. Its cells are the working data of the lines; all that
+/// happens, happens when a cell is left.
+class OrdreLinjer : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Both arguments are the screen's and outlive this object. Gives the grid its columns and
+    /// connects to its events.
+    OrdreLinjer(fpSpread &grid, const OrdreFelter &felter);
+
+    /// Empties the grid and gives its columns their types and lists.
+    void InitLinjer();
+    /// The client's product numbers in the database's order, parted by tabs; empty after a failed
+    /// read.
+    [[nodiscard]] QString ProduktListe() const;
+
+    /// While one lives, the grid reads the product list once however often it is emptied: for
+    /// routines that show several orders in one go.
+    class FellesProduktliste
+    {
+    public:
+        explicit FellesProduktliste(OrdreLinjer &linjer) : m_linjer(linjer)
+        {
+            m_linjer.m_felles = true;
+        }
+        ~FellesProduktliste()
+        {
+            m_linjer.m_felles = false;
+            m_linjer.m_liste.reset();
+        }
+        FellesProduktliste(const FellesProduktliste &) = delete;
+        FellesProduktliste &operator=(const FellesProduktliste &) = delete;
+
+    private:
+        OrdreLinjer &m_linjer;
+    };
+
+private:
+    /// `gridIsLeft`: for another control.
+    void vaSpread1_LeaveCell(int col, int row, bool gridIsLeft);
+    void slaOppProdukt(int row);
+    void gaTilAntall(int row, bool gridIsLeft);
+
+    fpSpread &m_grid;
+    const OrdreFelter &m_felter;
+    bool m_felles = false;          ///< a FellesProduktliste lives
+    std::optional<QString> m_liste; ///< what it has read
+};

@@ -1,0 +1,160 @@
+#include "order/frmOrdre.h"
+
+#include "order/OrdreFelter.h"
+#include "order/OrdreHode.h"
+#include "order/OrdreKnapper.h"
+#include "order/OrdreKommandoer.h"
+#include "order/OrdreLager.h"
+#include "order/OrdreLagring.h"
+#include "order/OrdreLinjer.h"
+#include "order/OrdreTilstand.h"
+#include "platform/forms/Forms.h"
+#include "platform/forms/ImageList.h"
+#include "platform/forms/OuterRim.h"
+#include "platform/forms/SendKeys.h"
+#include "presentation/Skjerm.h"
+#include "ui_frmOrdre.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Twips.
+constexpr int kLeft = 200;
+constexpr int kTop = 200;
+constexpr int kWidth = 10635;
+constexpr int kHeight = 6870;
+constexpr int kLeastWidth = 10630;
+constexpr int kLeastHeight = 6430;
+
+UtskriftApner &utskriftApner()
+{
+    static UtskriftApner apner;
+    return apner;
+}
+
+} // namespace
+
+/// The rooms of the screen. Each sees those above it and none below.
+struct frmOrdre::Rom
+{
+    explicit Rom(frmOrdre &skjerm)
+        : felter(skjerm), knapper(*skjerm.m_ui, tilstand, felter),
+          hode(*skjerm.m_ui, tilstand, felter), linjer(*skjerm.m_ui->vaSpread1, felter),
+          lager(*skjerm.m_ui, tilstand, felter, knapper, linjer),
+          lagring(*skjerm.m_ui, tilstand, felter, knapper),
+          kommandoer(*skjerm.m_ui, tilstand, {felter, knapper, hode, linjer, lager})
+    {
+    }
+
+    OrdreTilstand tilstand;
+    OrdreFelter felter;
+    OrdreKnapper knapper;
+    OrdreHode hode;
+    OrdreLinjer linjer;
+    OrdreLager lager;
+    OrdreLagring lagring;
+    OrdreKommandoer kommandoer;
+};
+
+frmOrdre::frmOrdre() : Form(u"frmOrdre"_s), m_ui(std::make_unique<Ui::frmOrdre>())
+{
+    m_ui->setupUi(this);
+    setMinimumTwips(kLeastWidth, kLeastHeight);
+    for (QWidget *hidden : std::initializer_list<QWidget *>{m_ui->imgAar, m_ui->lblKontrollsiffer,
+                                                            m_ui->txtFields_23, m_ui->txtFields_26})
+        hidden->setVisible(false);
+    ImageList warning(m_ui->imgAar->minimumSize());
+    warning.add({}, u":/faktura/exclamation.svg"_s);
+    m_ui->imgAar->setPicture(warning.icon(1));
+    m_rom = std::make_unique<Rom>(*this);
+    connectCommands();
+}
+
+frmOrdre::~frmOrdre() = default;
+
+qint32 frmOrdre::InnID() const
+{
+    return m_rom->tilstand.InnID;
+}
+
+void frmOrdre::setInnID(qint32 id)
+{
+    if (id > 0)
+        m_rom->tilstand.InnID = id;
+}
+
+QString frmOrdre::SumBrutto() const
+{
+    return m_rom->felter.text(ordrefelt::kSumBrutto);
+}
+
+void frmOrdre::setUtskriftApner(UtskriftApner apner)
+{
+    utskriftApner() = std::move(apner);
+}
+
+void frmOrdre::connectCommands()
+{
+    const auto onClick = [this](auto *button, void (OrdreKommandoer::*command)()) {
+        onEvent(button, &QAbstractButton::clicked, this,
+                [this, command] { (m_rom->kommandoer.*command)(); });
+    };
+    onClick(m_ui->btnNew, &OrdreKommandoer::btnNew_Click);
+    onClick(m_ui->btnCopy, &OrdreKommandoer::btnCopy_Click);
+    onClick(m_ui->btnChange, &OrdreKommandoer::btnChange_Click);
+    onClick(m_ui->btnCancel, &OrdreKommandoer::btnCancel_Click);
+    onClick(m_ui->chkBetalt, &OrdreKommandoer::chkBetalt_Click);
+    onClick(m_ui->cmdFirst, &OrdreKommandoer::cmdFirst_Click);
+    onClick(m_ui->cmdPrevious, &OrdreKommandoer::cmdPrevious_Click);
+    onClick(m_ui->cmdNext, &OrdreKommandoer::cmdNext_Click);
+    onClick(m_ui->cmdLast, &OrdreKommandoer::cmdLast_Click);
+    onClick(m_ui->cmdKunder, &OrdreKommandoer::cmdKunder_Click);
+    onEvent(m_ui->btnPrint, &QAbstractButton::clicked, this,
+            [this] { m_rom->kommandoer.btnPrint_Click(utskriftApner()); });
+    onEvent(m_ui->btnSave, &QAbstractButton::clicked, this,
+            [this] { m_rom->lagring.btnSave_Click(); });
+    onEvent(m_ui->btnClose, &QAbstractButton::clicked, this, [this] { unload(); });
+    // A button that is pressed by its key takes the focus like one that is clicked, so that the
+    // field or cell being typed in is left ahead of the command.
+    for (QPushButton *button : findChildren<QPushButton *>())
+        onEvent(button, &QAbstractButton::pressed, button, [button] { button->setFocus(); });
+    onEvent(m_ui->imgAar, &Image::clicked, this, [this] { m_rom->kommandoer.imgAar_Click(); });
+    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKeys(u"{F1}"_s); });
+}
+
+void frmOrdre::onLoad()
+{
+    HentSkjermPlass(*this, kTop, kLeft, kWidth, kHeight);
+    VisHjelpBilde(*this);
+    m_rom->tilstand.ErNy = false;
+    m_rom->tilstand.ErEndre = false;
+}
+
+void frmOrdre::onActivate()
+{
+    m_rom->kommandoer.aktiver();
+}
+
+bool frmOrdre::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)
+{
+    if (shift.testFlag(Qt::ShiftModifier) && focusWidget() == m_ui->btnPrint)
+        m_rom->tilstand.TvingOriginal = true;
+    if (key == Qt::Key_F1)
+        VisHjelp(u"html\\ordre.htm"_s);
+    if (key == Qt::Key_Escape)
+        unload();
+    return false;
+}
+
+void frmOrdre::onQueryUnload(bool &, UnloadMode mode)
+{
+    if (mode == UnloadMode::LoggingOff)
+        unload();
+}
+
+void frmOrdre::onUnload()
+{
+    m_rom->tilstand.rsOrdre.reset();
+    LagreSkjermPlass(*this);
+}
