@@ -1,0 +1,474 @@
+#include "registers/frmKunder.h"
+
+#include "data/clsAdoUtils.h"
+#include "platform/forms/Forms.h"
+#include "platform/forms/TestApplication.h"
+#include "platform/grid/fpSpread.h"
+#include "presentation/StandingClock.h"
+#include "registers/KundeMottaker.h"
+#include "shell/Main.h"
+#include "state/SharedState.h"
+#include "support/ModuleTest.h"
+#include "support/SessionTap.h"
+
+#include <QHeaderView>
+#include <QMap>
+#include <QPushButton>
+#include <QRadioButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Notes what it is given, in order, as words.
+class Mottaker : public KundeMottaker
+{
+public:
+    void setKundefelt(KundeFelt felt, const QString &text) override
+    {
+        if (felt == refused)
+            throw RunTimeError(errors::kObjectNotSet);
+        given += felt;
+        texts[felt] = text;
+    }
+    void setSammeLevAdr(qint32 verdi) override
+    {
+        if (verdi > 2)
+            throw RunTimeError(errors::kInvalidCall);
+        sammeLevAdr = verdi;
+        givenBeforeSammeLevAdr = int(given.size());
+    }
+    QString betBet() const override { return readsBetBetAs.value_or(texts[KundeFelt::BetBet]); }
+
+    QList<KundeFelt> given;
+    QMap<KundeFelt, QString> texts;
+    int sammeLevAdr = -1;
+    int givenBeforeSammeLevAdr = -1;
+    std::optional<KundeFelt> refused;
+    std::optional<QString> readsBetBetAs;
+};
+
+/// The customer picker on a started module with a few customers.
+class FrmKunderTest : public ModuleTest
+{
+protected:
+    FrmKunderTest()
+    {
+        makeParentTables();
+        EXPECT_EQ(startModule(), 1);
+        run(u"INSERT INTO Poststed (PostNr,PostSted) VALUES ('0150','OSLO')"_s);
+        run(u"INSERT INTO Poststed (PostNr,PostSted) VALUES ('5003','BERGEN')"_s);
+    }
+    void TearDown() override
+    {
+        Unload();
+        runEvents();
+    }
+
+    void addCustomer(int number, const QString &name, const QString &betBet = u"14"_s)
+    {
+        run(u"INSERT INTO KundeLev (KlientNr,KundeNr,Navn,BetBet) VALUES (5,%1,%2,%3)"_s.arg(number)
+                .arg(name == u"Null" ? name : u'\'' + name + u'\'')
+                .arg(betBet));
+    }
+    /// A customer with everything filled in.
+    void addAnne()
+    {
+        run(u"INSERT INTO KundeLev (KlientNr,KundeNr,Navn,Adr1,Adr2,PostNr,BetBet,"_s
+            u"OrganisasjonsNr,LevAdr1,LevAdr2,LevPostNr,SammeLevAdr,FakturaType) VALUES "_s
+            u"(5,10001,'  Annes Transport ','Veien 1','Bakgården','0150',14,'987654321',"_s
+            u"'Kaia 2','1 etasje','5003',True,'EHF')"_s);
+    }
+
+    frmKunder &show()
+    {
+        auto &form = SharedForm<frmKunder>::get();
+        form.show();
+        runEvents();
+        return form;
+    }
+    static frmKunder *form() { return SharedForm<frmKunder>::existing(); }
+    template<class Control>
+    static Control *control(const QString &name)
+    {
+        auto *found = form()->findChild<Control *>(name);
+        EXPECT_NE(found, nullptr) << name.toStdString();
+        return found;
+    }
+    static fpSpread &grid() { return *control<fpSpread>(u"fpSpread1"_s); }
+    static QString cell(int col, int row)
+    {
+        grid().setCurrent(col, row);
+        return grid().text();
+    }
+    static QStringList column(int col)
+    {
+        QStringList texts;
+        for (int row = 1; row <= grid().dataRowCnt(); ++row)
+            texts += cell(col, row);
+        return texts;
+    }
+    static QStringList numbers() { return column(1); }
+    static QPoint middle(int col, int row)
+    {
+        return grid().visualRect(grid().model()->index(row - 1, col - 1)).center();
+    }
+    static void clickCell(int col, int row)
+    {
+        QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, middle(col, row));
+    }
+    static void doubleClickHeader(int col)
+    {
+        QHeaderView *header = grid().horizontalHeader();
+        const QPoint place(header->sectionViewportPosition(col - 1) + 10, header->height() / 2);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(header->viewport(), Qt::LeftButton, {}, place);
+    }
+    static void click(const QString &button)
+    {
+        QTest::mouseClick(control<QAbstractButton>(button), Qt::LeftButton);
+    }
+    /// Opens the picker for `receiver` and does something in it; returns once it is closed.
+    template<class Action>
+    void pick(Mottaker &receiver, Action action)
+    {
+        onNextModal<frmKunder>([&](frmKunder &) { action(); });
+        SharedForm<frmKunder>::get().velgFor(receiver);
+    }
+
+    StandingClock clock; // 9 March 2014
+    Mottaker mottaker;
+};
+
+TEST_F(FrmKunderTest, TheGridHasItsColumns)
+{
+    show();
+    EXPECT_EQ(form()->windowTitle(), u"Kundeliste"_s);
+    const QStringList headers{u"Kundenr."_s, u"Kundenavn"_s, u"BetBet"_s,      u"Adr1"_s,
+                              u"Adr2"_s,     u"PostNr"_s,    u"PostSted"_s,    u"LevAdr1"_s,
+                              u"LevAdr2"_s,  u"LevPostNr"_s, u"LevPostSted"_s, u"SammeAdr"_s,
+                              u"OrgNr"_s,    u"FakTyp"_s};
+    ASSERT_EQ(grid().maxCols(), headers.size());
+    for (int col = 1; col <= headers.size(); ++col) {
+        EXPECT_EQ(cell(col, 0), headers[col - 1]);
+        EXPECT_EQ(grid().colHidden(col), col > 2) << col;
+    }
+    EXPECT_EQ(grid().defaultColWidth(), 10.5);
+    EXPECT_EQ(grid().colWidth(1), 10.5);
+    EXPECT_EQ(grid().colWidth(2), 24.12);
+    EXPECT_EQ(control<QRadioButton>(u"optUtvalg_0"_s)->text(), u"Alle"_s);
+    EXPECT_EQ(control<QRadioButton>(u"optUtvalg_1"_s)->text(), u"Kunder"_s);
+    EXPECT_EQ(control<QPushButton>(u"OKButton"_s)->text(), u"OK"_s);
+    EXPECT_EQ(control<QPushButton>(u"CancelButton"_s)->text(), u"Cancel"_s);
+}
+
+TEST_F(FrmKunderTest, IsDesignedWithAHundredRows)
+{
+    SharedForm<frmKunder>::get().load();
+    EXPECT_EQ(grid().maxRows(), 100);
+}
+
+TEST_F(FrmKunderTest, TheStatementGoesOutWordForWord)
+{
+    SessionTap tap;
+    show();
+    EXPECT_TRUE(tap.statements().contains(
+        u"SELECT K.KundeNr,K.Navn,K.Adr1,K.Adr2,K.PostNr,P.PostSted,K.BetBet,K.LevAdr1,K.LevAdr2,"_s
+        u"K.LevPostNr,L.PostSted AS LevPostSted,SammeLevAdr,K.OrganisasjonsNr,K.FakturaType FROM "_s
+        u"(KundeLev AS K LEFT JOIN Poststed AS P ON K.PostNr=P.PostNr) LEFT JOIN Poststed AS L ON "_s
+        u"K.LevPostNr=L.PostNr WHERE KlientNr= 5AND K.KundeNr<50000 ORDER BY KundeNr"_s))
+        << tap.statements().join(u'\n').toStdString();
+}
+
+TEST_F(FrmKunderTest, OpeningShowsTheCustomersBelowFiftyThousand)
+{
+    addCustomer(50000, u"Leverandør"_s);
+    addCustomer(49999, u"Siste kunde"_s);
+    addCustomer(10002, u"Berit"_s);
+    run(u"INSERT INTO KundeLev (KlientNr,KundeNr,Navn,BetBet) VALUES (6,1,'Annen klient',1)"_s);
+    show();
+    EXPECT_TRUE(control<QRadioButton>(u"optUtvalg_1"_s)->isChecked());
+    EXPECT_EQ(numbers(), QStringList({u" 10002"_s, u" 49999"_s}));
+    click(u"optUtvalg_0"_s);
+    EXPECT_FALSE(control<QRadioButton>(u"optUtvalg_1"_s)->isChecked());
+    EXPECT_EQ(numbers(), QStringList({u" 10002"_s, u" 49999"_s, u" 50000"_s}));
+    click(u"optUtvalg_1"_s);
+    EXPECT_EQ(numbers(), QStringList({u" 10002"_s, u" 49999"_s}));
+}
+
+TEST_F(FrmKunderTest, BecomingActiveFillsAnew)
+{
+    show();
+    addCustomer(10001, u"Anne"_s);
+    click(u"optUtvalg_0"_s);
+    EXPECT_EQ(numbers().size(), 1);
+    addCustomer(10002, u"Berit"_s);
+    auto *other = new RecordingForm(u"frmAnnet"_s);
+    other->show();
+    form()->show();
+    EXPECT_EQ(numbers().size(), 2);
+    EXPECT_TRUE(control<QRadioButton>(u"optUtvalg_1"_s)->isChecked());
+}
+
+TEST_F(FrmKunderTest, IkkeVisTakesValuesAboveZeroAndKeepsTheGrid)
+{
+    auto &picker = SharedForm<frmKunder>::get();
+    picker.setIkkeVis(7);
+    picker.load();
+    EXPECT_EQ(picker.IkkeVis(), 0) << "loading sets it to 0";
+    picker.setIkkeVis(2);
+    picker.setIkkeVis(0);
+    picker.setIkkeVis(-1);
+    EXPECT_EQ(picker.IkkeVis(), 2);
+    addCustomer(10001, u"Anne"_s);
+    show();
+    EXPECT_TRUE(numbers().isEmpty());
+}
+
+TEST_F(FrmKunderTest, TheDeliveryAddressStandsTwiceInARow)
+{
+    addAnne();
+    show();
+    QStringList row;
+    for (int col = 1; col <= grid().maxCols(); ++col)
+        row += cell(col, 1);
+    EXPECT_EQ(row, QStringList({u" 10001"_s, u"Annes Transport"_s, u" 14"_s, u"Veien 1"_s,
+                                u"Bakgården"_s, u"0150"_s, u"OSLO"_s, u"Kaia 2"_s, u"1 etasje"_s,
+                                u"5003"_s, u"Kaia 2"_s, u"1 etasje"_s, u"5003"_s, u"BERGEN"_s}));
+}
+
+TEST_F(FrmKunderTest, ACustomerOfNullsOnlyBeyondTheThreeIsShown)
+{
+    addCustomer(10001, u"Anne"_s);
+    show();
+    QStringList row;
+    for (int col = 1; col <= grid().maxCols(); ++col)
+        row += cell(col, 1);
+    EXPECT_EQ(row.mid(0, 3), QStringList({u" 10001"_s, u"Anne"_s, u" 14"_s}));
+    EXPECT_EQ(row.mid(3).join(QString()), QString());
+}
+
+TEST_F(FrmKunderTest, ARowThatCannotBeComposedRepeatsTheOneBefore)
+{
+    addCustomer(10001, u"Null"_s); // nothing stands before it
+    addCustomer(10002, u"Berit"_s);
+    addCustomer(10003, u"Null"_s);
+    addCustomer(10004, u"Dina"_s, u"Null"_s);
+    addCustomer(10005, u"Eva"_s);
+    show();
+    EXPECT_EQ(numbers(), QStringList({u" 10002"_s, u" 10002"_s, u" 10002"_s, u" 10005"_s}));
+}
+
+TEST_F(FrmKunderTest, AnEmptyRegisterGivesTenRowsAndOkStillCloses)
+{
+    mottaker.texts[KundeFelt::KundeNavn] = u"Gammel"_s;
+    pick(mottaker, [&] {
+        EXPECT_EQ(grid().maxRows(), 10);
+        click(u"OKButton"_s);
+    });
+    EXPECT_EQ(form(), nullptr);
+    EXPECT_EQ(mottaker.texts[KundeFelt::KundeNavn], QString());
+    EXPECT_EQ(mottaker.texts[KundeFelt::OrganisasjonsNr].trimmed(), QString());
+    EXPECT_FALSE(mottaker.given.contains(KundeFelt::ForfallDato));
+    EXPECT_EQ(mottaker.given.last(), KundeFelt::FakturaType);
+}
+
+TEST_F(FrmKunderTest, TheGridGrowsByFive)
+{
+    for (int i = 1; i <= 7; ++i)
+        addCustomer(10000 + i, u"Kunde"_s);
+    show();
+    EXPECT_EQ(grid().maxRows(), 15);
+}
+
+TEST_F(FrmKunderTest, DoubleClickOnTheHeadersSorts)
+{
+    addCustomer(10001, u"Berit"_s);
+    addCustomer(10002, u"Anne"_s);
+    addCustomer(50001, u"Æsop"_s);
+    show();
+    SessionTap tap;
+    doubleClickHeader(1);
+    EXPECT_EQ(numbers(), QStringList({u" 50001"_s, u" 10002"_s, u" 10001"_s}))
+        << "the filter is not carried over";
+    EXPECT_TRUE(control<QRadioButton>(u"optUtvalg_1"_s)->isChecked());
+    doubleClickHeader(1);
+    EXPECT_EQ(numbers(), QStringList({u" 10001"_s, u" 10002"_s, u" 50001"_s}));
+    doubleClickHeader(2);
+    EXPECT_EQ(column(2), QStringList({u"Anne"_s, u"Berit"_s, u"Æsop"_s}));
+    doubleClickHeader(2);
+    EXPECT_EQ(column(2), QStringList({u"Æsop"_s, u"Berit"_s, u"Anne"_s}));
+    doubleClickHeader(1);
+    EXPECT_TRUE(tap.statements().last().endsWith(u" WHERE KlientNr= 5 ORDER BY KundeNr ASC"_s));
+    click(u"optUtvalg_1"_s);
+    EXPECT_EQ(numbers().size(), 2);
+    EXPECT_TRUE(tap.statements().last().endsWith(u"ORDER BY KundeNr"_s));
+    doubleClickHeader(1);
+    EXPECT_EQ(numbers().first(), u" 50001"_s) << "the options leave the sort clause alone";
+}
+
+TEST_F(FrmKunderTest, AHeaderWithoutAClauseLeavesTheFormUsable)
+{
+    addCustomer(10001, u"Anne"_s);
+    show();
+    grid().setColHidden(3, false);
+    doubleClickHeader(3);
+    EXPECT_EQ(grid().dataRowCnt(), 0);
+    EXPECT_TRUE(grid().redraw());
+    EXPECT_NE(gDB->LastError(), QString());
+    click(u"optUtvalg_0"_s);
+    EXPECT_EQ(numbers(), QStringList({u" 10001"_s}));
+}
+
+TEST_F(FrmKunderTest, ThePickArrivesInItsOrderAndShifted)
+{
+    addAnne();
+    pick(mottaker, [&] {
+        clickCell(2, 1);
+        click(u"OKButton"_s);
+    });
+    using enum KundeFelt;
+    EXPECT_EQ(mottaker.given,
+              QList<KundeFelt>({KundeNr, KundeNavn, BetBet, FakAdresse1, FakAdresse2, FakPostNr,
+                                FakPostSted, LevAdresse1, LevAdresse2, LevPostNr, LevPostSted,
+                                OrganisasjonsNr, ForfallDato, FakturaType}));
+    EXPECT_EQ(mottaker.givenBeforeSammeLevAdr, 12);
+    EXPECT_EQ(mottaker.texts[KundeNr], u" 10001"_s);
+    EXPECT_EQ(mottaker.texts[KundeNavn], u"Annes Transport"_s);
+    EXPECT_EQ(mottaker.texts[BetBet], u" 14"_s);
+    EXPECT_EQ(mottaker.texts[FakAdresse1], u"Veien 1"_s);
+    EXPECT_EQ(mottaker.texts[FakAdresse2], u"Bakgården"_s);
+    EXPECT_EQ(mottaker.texts[FakPostNr], u"0150"_s);
+    EXPECT_EQ(mottaker.texts[FakPostSted], u"OSLO"_s);
+    EXPECT_EQ(mottaker.texts[LevAdresse1], u"Kaia 2"_s);
+    EXPECT_EQ(mottaker.texts[LevAdresse2], u"1 etasje"_s);
+    EXPECT_EQ(mottaker.texts[LevPostNr], u"5003"_s);
+    EXPECT_EQ(mottaker.texts[LevPostSted], u"Kaia 2"_s);
+    EXPECT_EQ(mottaker.texts[OrganisasjonsNr], u"      5 003"_s);
+    EXPECT_EQ(mottaker.sammeLevAdr, 1);
+    EXPECT_EQ(mottaker.texts[ForfallDato], u"23.03.2014"_s);
+    EXPECT_EQ(mottaker.texts[FakturaType], u"BERGEN"_s);
+}
+
+TEST_F(FrmKunderTest, TheMarkIsTheWholeNumberThatLeadsTheSecondDeliveryLine)
+{
+    const std::pair<QString, int> lines[] = {
+        {u""_s, 0},    {u"Bakgården"_s, 0}, {u"-1 plan"_s, 1},
+        {u"1.5"_s, 2}, {u"0.5"_s, 0},       {u"12 B"_s, -1 /* refused, passed over */},
+    };
+    for (const auto &[line, mark] : lines) {
+        run(u"DELETE FROM KundeLev"_s);
+        addCustomer(10001, u"Anne"_s);
+        run(u"UPDATE KundeLev SET LevAdr2='"_s + line + u'\'');
+        Mottaker fresh;
+        pick(fresh, [&] { click(u"OKButton"_s); });
+        EXPECT_EQ(fresh.sammeLevAdr, mark) << line.toStdString();
+        EXPECT_EQ(fresh.given.last(), KundeFelt::FakturaType);
+    }
+}
+
+TEST_F(FrmKunderTest, TheDueDateGoesByTheDaysAsReadBack)
+{
+    addCustomer(10001, u"Anne"_s);
+    mottaker.readsBetBetAs = u"30"_s;
+    pick(mottaker, [&] { click(u"OKButton"_s); });
+    EXPECT_EQ(mottaker.texts[KundeFelt::ForfallDato], u"08.04.2014"_s);
+
+    Mottaker noNumber;
+    noNumber.readsBetBetAs = u"netto"_s;
+    pick(noNumber, [&] { click(u"OKButton"_s); });
+    EXPECT_FALSE(noNumber.given.contains(KundeFelt::ForfallDato));
+    EXPECT_TRUE(noNumber.given.contains(KundeFelt::FakturaType));
+}
+
+TEST_F(FrmKunderTest, ARefusedFieldDoesNotStopTheOthers)
+{
+    addCustomer(10001, u"Anne"_s);
+    mottaker.refused = KundeFelt::KundeNavn;
+    pick(mottaker, [&] { click(u"OKButton"_s); });
+    EXPECT_EQ(mottaker.given.size(), 13);
+    EXPECT_EQ(form(), nullptr);
+}
+
+TEST_F(FrmKunderTest, ADoubleClickOnARowPicksIt)
+{
+    addCustomer(10001, u"Anne"_s);
+    addCustomer(10002, u"Berit"_s);
+    pick(mottaker,
+         [&] { QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, middle(2, 2)); });
+    EXPECT_EQ(mottaker.texts[KundeFelt::KundeNr], u" 10002"_s);
+    EXPECT_EQ(form(), nullptr);
+}
+
+TEST_F(FrmKunderTest, ArrowKeysAndEnterPick)
+{
+    addCustomer(10001, u"Anne"_s);
+    addCustomer(10002, u"Berit"_s);
+    pick(mottaker, [&] {
+        runEvents();
+        ASSERT_EQ(form()->focusWidget(), &grid());
+        EXPECT_EQ(form()->defaultButton(), nullptr);
+        QTest::keyClick(&grid(), Qt::Key_Down);
+        EXPECT_EQ(form()->defaultButton(), control<QPushButton>(u"OKButton"_s));
+        QTest::keyClick(&grid(), Qt::Key_Return);
+    });
+    EXPECT_EQ(mottaker.texts[KundeFelt::KundeNavn], u"Berit"_s);
+    EXPECT_EQ(form(), nullptr);
+}
+
+TEST_F(FrmKunderTest, AClickMakesOkTheDefaultButton)
+{
+    addCustomer(10001, u"Anne"_s);
+    show();
+    EXPECT_EQ(form()->defaultButton(), nullptr);
+    clickCell(1, 1);
+    EXPECT_EQ(form()->defaultButton(), control<QPushButton>(u"OKButton"_s));
+}
+
+TEST_F(FrmKunderTest, NothingCanBeTypedInTheList)
+{
+    addCustomer(10001, u"Anne"_s);
+    show();
+    clickCell(2, 1);
+    QTest::keyClick(&grid(), 'x');
+    QTest::keyClick(&grid(), Qt::Key_F2);
+    QTest::keyClick(&grid(), Qt::Key_Delete);
+    EXPECT_FALSE(grid().editMode());
+    EXPECT_EQ(cell(2, 1), u"Anne"_s);
+}
+
+TEST_F(FrmKunderTest, CancelAndEscapeGiveNothing)
+{
+    addAnne();
+    pick(mottaker, [&] { click(u"CancelButton"_s); });
+    EXPECT_EQ(form(), nullptr);
+    pick(mottaker, [&] { QTest::keyClick(&grid(), Qt::Key_Escape); });
+    EXPECT_EQ(form(), nullptr);
+    EXPECT_TRUE(mottaker.given.isEmpty());
+}
+
+TEST_F(FrmKunderTest, NothingIsKeptBetweenOpenings)
+{
+    addCustomer(10001, u"Anne"_s);
+    addCustomer(50001, u"Berit"_s);
+    pick(mottaker, [&] {
+        doubleClickHeader(1);
+        click(u"CancelButton"_s);
+    });
+    runEvents();
+    pick(mottaker, [&] {
+        EXPECT_EQ(numbers(), QStringList({u" 10001"_s}));
+        doubleClickHeader(1);
+        EXPECT_EQ(numbers(), QStringList({u" 50001"_s, u" 10001"_s}));
+        click(u"CancelButton"_s);
+    });
+}
+
+TEST_F(FrmKunderTest, LogOffUnloads)
+{
+    show();
+    EXPECT_TRUE(Forms::instance().logOff());
+    EXPECT_EQ(form(), nullptr);
+}
+
+} // namespace
