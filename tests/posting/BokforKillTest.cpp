@@ -1,0 +1,213 @@
+#include "data/clsAdoUtils.h"
+#include "platform/ado/Connection.h"
+#include "posting/BokforTest.h"
+#include "shell/Main.h"
+#include "state/SharedState.h"
+#include "support/Child.h"
+
+#include <QElapsedTimer>
+
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kInvoices = 8;
+constexpr int kFirst = 101;
+constexpr int kLines = 4; // of a whole voucher: three rates and the customer
+
+/// Tells by a pipe how far the run is.
+class MeldendeSkjerm final : public NoterendeSkjerm
+{
+public:
+    explicit MeldendeSkjerm(int pipe) : m_pipe(pipe) {}
+    void framdrift(int, int) override
+    {
+        if (::write(m_pipe, ".", 1) != 1)
+            ::_exit(1);
+    }
+
+private:
+    int m_pipe;
+};
+
+/// Posting runs that are killed, and run again by whoever starts the program the next time.
+class BokforKillTest : public BokforTest
+{
+protected:
+    /// The invoices anew, none of them posted.
+    void prepare()
+    {
+        ado::Connection connection;
+        connection.open(connectionString());
+        connection.beginTrans();
+        for (const QString &table : {u"Bilag"_s, u"BilagLinjer"_s, u"OrdreLinjer"_s, u"Ordre"_s})
+            connection.execute(u"DELETE FROM "_s + table);
+        for (int nr = kFirst; nr < kFirst + kInvoices; ++nr) {
+            connection.execute(
+                u"INSERT INTO Ordre (KlientNr,OrdreNr,OrdreStatus,KundeNr,KundeNavn,FakDato,"
+                u"ForfallDato,SumBrutto,Avrunding) VALUES (5,%1,'Fakturert',10001,'Kunde %1',"
+                u"#03/09/2014#,#03/23/2014#,350,0)"_s.arg(nr));
+            ado::Recordset id;
+            id.setActiveConnection(connection);
+            id.setSource(u"SELECT @@IDENTITY"_s);
+            id.open();
+            for (const int rate : {10, 15, 25})
+                connection.execute(
+                    u"INSERT INTO OrdreLinjer (OrdreID,MvaPst,SumNetto,SumBrutto) VALUES "
+                    u"(%1,%2,100,%3)"_s.arg(id.integer(0))
+                        .arg(rate)
+                        .arg(100 + rate));
+        }
+        connection.commitTrans();
+    }
+    /// The list as the screen would load it, everything marked.
+    void loadList(NoterendeSkjerm &list)
+    {
+        for (const QString &row : rows(u"SELECT OrdreNr,KundeNavn,ID FROM Ordre WHERE "
+                                       u"OrdreStatus='Fakturert' ORDER BY OrdreNr"_s)) {
+            const QStringList cells = row.split(u'|');
+            list.rader.push_back({{{},
+                                   cells[0],
+                                   u"10001"_s,
+                                   cells[1],
+                                   u"09.03.2014"_s,
+                                   u"23.03.2014"_s,
+                                   {},
+                                   {},
+                                   cells[2]},
+                                  true});
+        }
+    }
+    /// As after a new start of the program.
+    void startAnew()
+    {
+        Main();
+        gKlient = gKlientInn = 5;
+        gAar = 2014;
+        gDB->setConnectionString(connectionString());
+    }
+    int count(const QString &tableAndCondition)
+    {
+        return rows(u"SELECT COUNT (*) FROM "_s + tableAndCondition).value(0).toInt();
+    }
+
+    /// What there is of an invoice.
+    struct Found
+    {
+        QStringList linesOfVouchers; ///< how many lines each of its vouchers has, in their order
+        int workRows;
+        bool posted;
+    };
+    Found found(int nr)
+    {
+        Found result{{},
+                     count(u"tmpTbl WHERE FakNr=%1"_s.arg(nr)),
+                     count(u"Ordre WHERE OrdreStatus='Bokført' AND OrdreNr=%1"_s.arg(nr)) == 1};
+        for (const QString &id :
+             rows(u"SELECT ID FROM Bilag WHERE Tekst='Faktura Kunde %1' ORDER BY ID"_s.arg(nr)))
+            result.linesOfVouchers += QString::number(count(u"BilagLinjer WHERE BilagID="_s + id));
+        return result;
+    }
+
+    /// Runs the posting in a process of its own and kills it once it has told `reports` times how
+    /// far it is and `pause` nanoseconds have gone by. How many invoices it told of.
+    int killAt(int reports, qint64 pause)
+    {
+        NoterendeSkjerm list;
+        loadList(list);
+        reload(); // nothing open is shared with the child
+        int pipe[2];
+        EXPECT_EQ(::pipe(pipe), 0);
+        Child child([&] {
+            ::close(pipe[0]);
+            startAnew();
+            MeldendeSkjerm screen(pipe[1]);
+            screen.rader = list.rader;
+            BokforMerkede(screen);
+            return 0;
+        });
+        ::close(pipe[1]);
+        char byte = 0;
+        int told = 0;
+        while (told < reports && ::read(pipe[0], &byte, 1) == 1)
+            ++told;
+        // Without a pause of the process: the moment is to be met within microseconds.
+        QElapsedTimer clock;
+        clock.start();
+        while (clock.nsecsElapsed() < pause) {
+        }
+        child.kill();
+        while (::read(pipe[0], &byte, 1) == 1)
+            ++told;
+        ::close(pipe[0]);
+        return told - 1; // the first one tells of the beginning
+    }
+};
+
+const QStringList kOneWhole{QString::number(kLines)};
+
+} // namespace
+
+TEST_F(BokforKillTest, AKilledRunCanBeRunAgain)
+{
+    prepare();
+    QElapsedTimer clock;
+    clock.start();
+    ASSERT_EQ(killAt(kInvoices + 1, 0), kInvoices);
+    const qint64 oneInvoice = clock.nsecsElapsed() / kInvoices;
+
+    std::mt19937 random(20140309);
+    int inTheMidst = 0;
+    for (int point = 0; point < underlag().randomPoints() && !HasFailure(); ++point) {
+        SCOPED_TRACE(point);
+        startAnew();
+        prepare();
+        const int reports = std::uniform_int_distribution(1, kInvoices)(random);
+        const int told =
+            killAt(reports, std::uniform_int_distribution<qint64>(0, oneInvoice)(random));
+        ASSERT_EQ(underlag().integrity(ModuleTest::connectionString()), u"ok"_s);
+        startAnew();
+
+        for (int i = 0; i < kInvoices; ++i) {
+            SCOPED_TRACE(kFirst + i);
+            const Found there = found(kFirst + i);
+            const int vouchers = int(there.linesOfVouchers.size());
+            if (i < told) { // what was told as done is there once
+                EXPECT_EQ(there.linesOfVouchers, kOneWhole);
+                EXPECT_EQ(there.workRows, 1);
+                EXPECT_TRUE(there.posted);
+            } else if (i > told) { // what was not begun is as it was
+                EXPECT_EQ(vouchers, 0);
+                EXPECT_EQ(there.workRows, 0);
+                EXPECT_FALSE(there.posted);
+            } else { // of the one under way the first statements, up to any of them
+                EXPECT_LE(vouchers, 1);
+                EXPECT_EQ(there.workRows, there.workRows == 0 ? 0 : 1);
+                EXPECT_TRUE(there.workRows == 0 || there.linesOfVouchers == kOneWhole);
+                EXPECT_TRUE(!there.posted || there.workRows == 1);
+                inTheMidst += vouchers == 1 && !there.posted ? 1 : 0;
+            }
+        }
+        const bool lastWasPosted = told < kInvoices && found(kFirst + told).posted;
+        const QStringList leftBehind =
+            told < kInvoices ? found(kFirst + told).linesOfVouchers : QStringList();
+
+        NoterendeSkjerm again;
+        loadList(again);
+        ASSERT_EQ(int(again.rader.size()), kInvoices - told - (lastWasPosted ? 1 : 0));
+        BokforMerkede(again);
+        for (int i = 0; i < kInvoices; ++i) {
+            SCOPED_TRACE(kFirst + i);
+            const Found there = found(kFirst + i);
+            EXPECT_TRUE(there.posted);
+            EXPECT_EQ(there.workRows, i < told || (i == told && lastWasPosted) ? 0 : 1);
+            // A voucher begun before the kill stays beside the whole one.
+            EXPECT_EQ(there.linesOfVouchers,
+                      i == told && !lastWasPosted ? leftBehind + kOneWhole : kOneWhole);
+        }
+        EXPECT_EQ(count(u"BilagLinjer WHERE BilagID=0"_s), 0);
+    }
+    EXPECT_GT(inTheMidst, underlag().randomPoints() / 4);
+}
