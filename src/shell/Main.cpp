@@ -24,7 +24,12 @@ void Main()
         if (qobject_cast<QApplication *>(QCoreApplication::instance()))
             MsgBox(text, style);
     });
-    gFaktura = Ref<clsFaktura>::make();
+    TakeUp(Ref<clsFaktura>::make());
+}
+
+void TakeUp(const Ref<clsFaktura> &instance)
+{
+    gFaktura = instance;
     gReg->setCompany(u"Brennmark AS"_s);
     gReg->setAppName(u"Strekkbok"_s);
     // In spite of its words the message ends nothing.

@@ -1,10 +1,13 @@
 #include "shell/frmRegningsdel.h"
 
+#include "order/frmOrdre.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/ImageList.h"
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/SendKeys.h"
+#include "posting/frmBokfor.h"
 #include "presentation/Skjerm.h"
+#include "registers/frmProdukt.h"
 #include "runtime/RunTimeError.h"
 #include "ui_frmRegningsdel.h"
 
@@ -32,11 +35,11 @@ struct MenuButton
 };
 
 constexpr MenuButton kButtons[] = {
-    {&Ui::frmRegningsdel::Command2, u"produkt", nullptr},
-    {&Ui::frmRegningsdel::Command3, u"ordre", nullptr},
+    {&Ui::frmRegningsdel::Command2, u"produkt", open<frmProdukt>},
+    {&Ui::frmRegningsdel::Command3, u"ordre", open<frmOrdre>},
     {&Ui::frmRegningsdel::Command5, u"oversikt", nullptr},
     {&Ui::frmRegningsdel::Command7, u"innstillinger", nullptr},
-    {&Ui::frmRegningsdel::Command8, u"bokfor", nullptr},
+    {&Ui::frmRegningsdel::Command8, u"bokfor", open<frmBokfor>},
 };
 
 /// The screens that close with the menu, in this order. The overview, the list printing and a note

@@ -40,7 +40,8 @@ QString connectionStringOf(const QString &dsn)
                         u"tilkoblingsstreng («dsn=…;…»)"_s,
                         HostError::kUsage);
     }
-    const bool isFileName = !dsn.contains(u'/') && !ado::odbcDataSource(dsn);
+    const bool isFileName =
+        !dsn.contains(u'/') && !ado::isServerAddress(dsn) && !ado::odbcDataSource(dsn);
     return (isFileName ? u"dsn=./"_s : u"dsn="_s) + dsn;
 }
 
@@ -86,14 +87,8 @@ database::Place database::locate(const QString &dsn)
         Place place;
         place.connectionString = connectionStringOf(dsn);
         place.source = ado::resolve(ado::ConnectionString(place.connectionString));
-        if (place.isFile()) {
-            // A misspelt address of a server is not to be shown as the name of a file.
-            if (dsn.contains("postgres"_L1, Qt::CaseInsensitive) && dsn.contains(u'@')) {
-                throw HostError(u"adressen til en databasetjener skrives postgresql://…"_s,
-                                HostError::kUsage);
-            }
+        if (place.isFile())
             place.connectionString = u"dsn="_s + place.source.location;
-        }
         place.name = nameOf(place.source);
         return place;
     } catch (const RunTimeError &error) {

@@ -4,23 +4,68 @@
 #include "vert/DemoTable.h"
 #include "vert/Insert.h"
 
+#include <initializer_list>
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// How a column of the demo company's data goes into the column of the same name.
+enum class Kind { Text, Number, Amount, Quantity };
+struct Column
+{
+    QStringView name;
+    Kind kind;
+};
+using enum Kind;
+
+/// The row as it stands, with the client's number unless the table knows no clients.
+QString insertion(QStringView table, std::optional<qint16> client, const DemoTable::Row &row,
+                  std::initializer_list<Column> columns)
+{
+    Insert insert(table);
+    if (client)
+        insert.number(u"KlientNr", *client);
+    for (const auto &[name, kind] : columns) {
+        switch (kind) {
+        case Text:
+            insert.text(name, row.text(name));
+            break;
+        case Number:
+            insert.number(name, row.integer(name));
+            break;
+        case Amount:
+            insert.amount(name, row.amount(name));
+            break;
+        case Quantity:
+            insert.quantity(name, row.amount(name));
+            break;
+        }
+    }
+    return insert.statement();
+}
+
+/// All rows of the data of that table.
+void enter(ado::Connection &connection, QStringView table, std::optional<qint16> client,
+           std::initializer_list<Column> columns)
+{
+    const DemoTable data(table.toString().toLower());
+    for (const auto &row : data.rows())
+        connection.execute(insertion(table, client, row, columns));
+}
 
 void fillAccounts(ado::Connection &connection, qint16 client, qint16 year)
 {
     const DemoTable accounts(u"kontoplan"_s);
     for (const auto &row : accounts.rows()) {
-        connection.execute(Insert(u"Kontoplan")
-                               .number(u"KlientNr", client)
-                               .number(u"KontoNr", row.integer(u"KontoNr"))
-                               .text(u"Navn", row.text(u"Navn"))
-                               .number(u"FastMvaKode", row.integer(u"FastMvaKode"))
-                               .number(u"Std", row.integer(u"Std"))
-                               .number(u"NaerSkjema2", row.integer(u"NaerSkjema2"))
-                               .number(u"KtoGruppe", row.integer(u"KtoGruppe"))
-                               .statement());
+        connection.execute(insertion(u"Kontoplan", client, row,
+                                     {{u"KontoNr", Number},
+                                      {u"Navn", Text},
+                                      {u"FastMvaKode", Number},
+                                      {u"Std", Number},
+                                      {u"NaerSkjema2", Number},
+                                      {u"KtoGruppe", Number}}));
         const auto openingBalance = [&](int balanceYear, QStringView column) {
             connection.execute(Insert(u"Hovedbok")
                                    .number(u"KlientNr", client)
@@ -38,68 +83,39 @@ void fillAccounts(ado::Connection &connection, qint16 client, qint16 year)
 
 void fillParentTables(ado::Connection &connection, qint16 client, qint16 year)
 {
-    const DemoTable places(u"poststed"_s);
-    for (const auto &row : places.rows()) {
-        connection.execute(Insert(u"Poststed")
-                               .text(u"PostNr", row.text(u"PostNr"))
-                               .text(u"PostSted", row.text(u"PostSted"))
-                               .statement());
-    }
-    const DemoTable firms(u"klient"_s);
-    for (const auto &row : firms.rows()) {
-        connection.execute(Insert(u"Klient")
-                               .number(u"KlientNr", client)
-                               .text(u"Navn", row.text(u"Navn"))
-                               .text(u"Adr1", row.text(u"Adr1"))
-                               .text(u"Adr2", row.text(u"Adr2"))
-                               .text(u"PostNr", row.text(u"PostNr"))
-                               .text(u"TlfArbeid", row.text(u"TlfArbeid"))
-                               .text(u"OrganisasjonsNr", row.text(u"OrganisasjonsNr"))
-                               .text(u"Giro1", row.text(u"Giro1"))
-                               .statement());
-    }
-    const DemoTable customers(u"kundelev"_s);
-    for (const auto &row : customers.rows()) {
-        connection.execute(Insert(u"KundeLev")
-                               .number(u"KlientNr", client)
-                               .number(u"KundeNr", row.integer(u"KundeNr"))
-                               .text(u"Navn", row.text(u"Navn"))
-                               .text(u"Adr1", row.text(u"Adr1"))
-                               .text(u"Adr2", row.text(u"Adr2"))
-                               .text(u"PostNr", row.text(u"PostNr"))
-                               .number(u"BetBet", row.integer(u"BetBet"))
-                               .text(u"OrganisasjonsNr", row.text(u"OrganisasjonsNr"))
-                               .statement());
-    }
-    const DemoTable vehicles(u"bil"_s);
-    for (const auto &row : vehicles.rows()) {
-        connection.execute(Insert(u"Bil")
-                               .number(u"KlientNr", client)
-                               .text(u"BilLoyve", row.text(u"BilLoyve"))
-                               .text(u"BilRegNr", row.text(u"BilRegNr"))
-                               .text(u"BilType", row.text(u"BilType"))
-                               .number(u"Passiv", row.integer(u"Passiv"))
-                               .statement());
-    }
+    enter(connection, u"Poststed", {}, {{u"PostNr", Text}, {u"PostSted", Text}});
+    enter(connection, u"Klient", client,
+          {{u"Navn", Text},
+           {u"Adr1", Text},
+           {u"Adr2", Text},
+           {u"PostNr", Text},
+           {u"TlfArbeid", Text},
+           {u"OrganisasjonsNr", Text},
+           {u"Giro1", Text}});
+    enter(connection, u"KundeLev", client,
+          {{u"KundeNr", Number},
+           {u"Navn", Text},
+           {u"Adr1", Text},
+           {u"Adr2", Text},
+           {u"PostNr", Text},
+           {u"BetBet", Number},
+           {u"OrganisasjonsNr", Text}});
+    enter(connection, u"Bil", client,
+          {{u"BilLoyve", Text}, {u"BilRegNr", Text}, {u"BilType", Text}, {u"Passiv", Number}});
     fillAccounts(connection, client, year);
 }
 
 void fillModuleRegisters(ado::Connection &connection, qint16 client)
 {
-    const DemoTable products(u"produkt"_s);
-    for (const auto &row : products.rows()) {
-        connection.execute(Insert(u"Produkt")
-                               .number(u"KlientNr", client)
-                               .text(u"ProduktNr", row.text(u"ProduktNr"))
-                               .text(u"ProduktNavn", row.text(u"ProduktNavn"))
-                               .text(u"ProduktGruppe", row.text(u"ProduktGruppe"))
-                               .text(u"Enhet", row.text(u"Enhet"))
-                               .amount(u"InnPris", row.amount(u"InnPris"))
-                               .amount(u"UtPris", row.amount(u"UtPris"))
-                               .quantity(u"MvaSats", row.amount(u"MvaSats"))
-                               .number(u"BruttoPris", row.integer(u"BruttoPris"))
-                               .statement());
-    }
+    enter(connection, u"Produkt", client,
+          {{u"ProduktNr", Text},
+           {u"ProduktNavn", Text},
+           {u"ProduktGruppe", Text},
+           {u"Enhet", Text},
+           {u"InnPris", Amount},
+           {u"UtPris", Amount},
+           {u"MvaSats", Quantity},
+           {u"BruttoPris", Number}});
     const DemoTable firms(u"klient"_s);
     for (const auto &row : firms.rows()) {
         connection.execute(u"UPDATE Klient SET FirstFakNr=%1,FakTekstBruk=1,FakTekst1=%2,"

@@ -13,6 +13,8 @@ public:
     static constexpr int kFailed = 1;
     /// Status 2: the options make no sense.
     static constexpr int kUsage = 2;
+    /// Status 3: no display answers, where windows are to be shown.
+    static constexpr int kNoDisplay = 3;
 
     explicit HostError(QString line, int status = kFailed)
         : m_line(std::move(line)), m_status(status)

@@ -203,6 +203,6 @@ QString helpText()
         text += u'\n';
     }
     text += u"\nStatus: 0 når alt gikk bra, 1 når noe ikke lot seg gjøre, 2 når valgene ikke gir "
-            u"mening.\n"_s;
+            u"mening,\n3 når ingen skjerm svarer der vinduer skal vises.\n"_s;
     return text;
 }

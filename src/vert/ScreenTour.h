@@ -8,9 +8,10 @@
 namespace screentour {
 
 /// Makes the demo company in "demo.db" in the folder of --tur (a database that is there is used),
-/// starts the module and goes through its screens. Each screen is saved as a numbered PNG file in
-/// the folder, over one of the same name, and told through `say`. Needs a QApplication. Raises
-/// HostError where the tour cannot go on.
+/// starts the module with settings of its own, in the folder "innstillinger" there, and goes
+/// through its screens. Each screen is saved as a numbered PNG file in the folder, over one of the
+/// same name, and told through `say`. Needs a QApplication. Raises HostError where the tour cannot
+/// go on.
 void run(Component &component, const Options &options, const tour::Say &say);
 
 } // namespace screentour

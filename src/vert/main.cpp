@@ -14,6 +14,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -102,24 +103,46 @@ void passOnMessage(QtMsgType, const QMessageLogContext &, const QString &text)
         std::fprintf(stderr, "%s\n", text.toUtf8().constData());
 }
 
+int fail(const QString &line, int status)
+{
+    std::fprintf(stderr, "strekkbok-vert: %s\n", line.toUtf8().constData());
+    return status;
+}
+
+/// Qt tells of a missing display in several lines and ends the program by a signal; here is the one
+/// line that a user gets, before anything is begun.
+void tellOfDisplay(QtMsgType type, const QMessageLogContext &, const QString &)
+{
+    if (type != QtFatalMsg)
+        return;
+    QStringList tried;
+    for (const char *name : {"DISPLAY", "QT_QPA_PLATFORM"}) {
+        if (!qEnvironmentVariableIsEmpty(name))
+            tried += QString::fromLatin1(name) + u'=' + qEnvironmentVariable(name);
+    }
+    std::_Exit(fail(u"ingen skjerm svarer (%1)"_s.arg(tried.join(u", "_s)), HostError::kNoDisplay));
+}
+
+std::unique_ptr<QCoreApplication> makeWindowsApplication(int &argc, char **argv,
+                                                         QtMessageHandler handler)
+{
+    qInstallMessageHandler(tellOfDisplay);
+    auto application = std::make_unique<QApplication>(argc, argv);
+    qInstallMessageHandler(handler);
+    return application;
+}
+
 /// With windows only where some will be shown: the other tasks run on any machine.
 std::unique_ptr<QCoreApplication> makeApplication(const Options &options, int &argc, char **argv)
 {
     if (options.task == Options::Task::Screens) {
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
-        qInstallMessageHandler(passOnMessage);
-        return std::make_unique<QApplication>(argc, argv);
+        return makeWindowsApplication(argc, argv, passOnMessage);
     }
     if (showsMenu(options))
-        return std::make_unique<QApplication>(argc, argv);
+        return makeWindowsApplication(argc, argv, nullptr);
     return std::make_unique<QCoreApplication>(argc, argv);
-}
-
-int fail(const QString &line, int status)
-{
-    std::fprintf(stderr, "strekkbok-vert: %s\n", line.toUtf8().constData());
-    return status;
 }
 
 } // namespace

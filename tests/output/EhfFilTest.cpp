@@ -71,6 +71,31 @@ TEST_F(EhfFilTest, WithoutVat)
     EXPECT_EQ(write(0, u"2003"_s).bytes, golden("uten-mva.xml"));
 }
 
+TEST_F(EhfFilTest, ANegativePriceIsWrittenWithoutItsSign)
+{
+    // The second line's VAT is -15.075, which is shown as 15.08.
+    enterOrder(2009, u"1099.50"_s, u"284.93"_s, u"1384"_s,
+               {{u"10"_s, u"'T1'"_s, u"'Kjøring'"_s, u"3"_s, u"400"_s, u"25"_s, u"1200"_s},
+                {u"20"_s, u"'S1'"_s, u"'Avslag'"_s, u"2"_s, u"-50.25"_s, u"15"_s, u"-100.50"_s}});
+    EXPECT_EQ(write(0, u"2009"_s).bytes, golden("negativ-pris.xml"));
+}
+
+TEST_F(EhfFilTest, AnInvoiceWithNegativeTotalsStaysAnInvoice)
+{
+    enterOrder(2010, u"-80"_s, u"-20"_s, u"-100"_s,
+               {{u"10"_s, u"'K1'"_s, u"'Grus'"_s, u"-1"_s, u"80"_s, u"25"_s, u"-80"_s}});
+    EXPECT_EQ(write(0, u"2010"_s).bytes, golden("negativ-faktura.xml"));
+}
+
+TEST_F(EhfFilTest, NegativePaymentTermsAreWrittenWithoutTheirSign)
+{
+    // 8333 / 333.33 is 24.99925, so 24.9992 as money, shown as 25.00.
+    enterOrder(2011, u"333.33"_s, u"83.33"_s, u"417"_s,
+               {{u"10"_s, u"'P1'"_s, u"'Pall'"_s, u"1"_s, u"333.33"_s, u"25"_s, u"333.33"_s}});
+    change(2011, u"BetBet=-30"_s);
+    EXPECT_EQ(write(0, u"2011"_s).bytes, golden("negativ-betalingsfrist.xml"));
+}
+
 TEST_F(EhfFilTest, CharactersOfTheCodePageAndBeyond)
 {
     enterOrder(2004, u"100"_s, u"25"_s, u"125"_s,

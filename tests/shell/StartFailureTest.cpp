@@ -36,6 +36,20 @@ protected:
         return module.ModuleInit();
     }
 
+    /// The three tables that an empty database lacks, then the columns from the first to the last,
+    /// then the sales account.
+    static void expectAllFour(const QStringList &statements)
+    {
+        constexpr int kColumns = 13; // one of the steps drops what is not there
+        ASSERT_GE(statements.size(), 3 + kColumns + 1);
+        EXPECT_TRUE(statements[0].startsWith(u"CREATE TABLE Ordre ("));
+        EXPECT_TRUE(statements[1].startsWith(u"CREATE TABLE Produkt ("));
+        EXPECT_TRUE(statements[2].startsWith(u"CREATE TABLE OrdreLinjer ("));
+        EXPECT_EQ(statements[3], u"ALTER TABLE KundeLev ADD COLUMN LevAdr1 TEXT(40)"_s);
+        EXPECT_EQ(statements[2 + kColumns], u"ALTER TABLE Klient ADD COLUMN FakTekst2 TEXT(255)"_s);
+        EXPECT_TRUE(statements[3 + kColumns].contains(u"Kontoplan"));
+    }
+
     QStringList boxes;
 };
 
@@ -84,15 +98,37 @@ TEST_F(StartFailureTest, WithAFileThatIsNoDatabase)
     EXPECT_EQ(file.readAll(), text);
 }
 
-TEST_F(StartFailureTest, AllFourTableOperationsAreTriedAfterAFailedOpen)
+TEST_F(StartFailureTest, AFailedOpenReachesNoSession)
 {
     SessionTap tap;
     tap.fail(u"open"_s);
     EXPECT_EQ(start(connectionString()), 0);
-    // gConn; then gDB without a connection string reaches no session at all.
+    // gConn's; gDB has no connection string.
     EXPECT_EQ(tap.calls(), QStringList(u"open"_s));
     EXPECT_EQ(gDB->ConnectionString(), QString());
     EXPECT_NE(gDB->LastError(), QString());
+}
+
+TEST_F(StartFailureTest, AllFourTableOperationsAreTriedAfterAFailedOpen)
+{
+    makeParentTables();
+    // By the picture of an empty database every table is made anew at each start of this load, and
+    // gDB goes on with the connection string that it has.
+    EXPECT_EQ(start(connectionString()), 1);
+    gConn = nullptr; // its session would be used again, and go past the tap
+    const SessionTap tap;
+    EXPECT_EQ(start(u"tull"_s), 0);
+    EXPECT_EQ(gConn->state(), ado::ObjectState::Closed);
+    expectAllFour(tap.statements());
+}
+
+TEST_F(StartFailureTest, AllFourTableOperationsAreTriedAfterARefusedFirstOne)
+{
+    makeParentTables();
+    SessionTap tap;
+    tap.fail(u"execute"_s);
+    EXPECT_EQ(start(connectionString()), 0);
+    expectAllFour(tap.statements());
 }
 
 TEST_F(StartFailureTest, AnErrorOutOfATableOperationFailsTheStartAndStopsNothing)

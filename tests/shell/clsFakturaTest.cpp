@@ -2,13 +2,18 @@
 
 #include "data/Schema.h"
 #include "data/clsAdoUtils.h"
+#include "output/mEHF.h"
+#include "rules/Ordre.h"
+#include "rules/SjekkKlient.h"
 #include "runtime/Paths.h"
 #include "shell/Main.h"
 #include "shell/clsRegSettings.h"
 #include "state/Messages.h"
 #include "state/SharedState.h"
 #include "support/ModuleTest.h"
+#include "support/SessionTap.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -21,7 +26,22 @@ class ClsFakturaTest : public ModuleTest
 protected:
     ClsFakturaTest()
     {
-        messages::setBox([this](const QString &text, int) { boxes += text; });
+        messages::setBox(
+            [this](const QString &text, int style) { boxes += u"%1: %2"_s.arg(style).arg(text); });
+    }
+
+    /// An up-to-date database beside the test's own, in which client 5 has one order of that
+    /// number; its connection string.
+    QString makeSecondDatabase(int ordreNr)
+    {
+        const QString second = folder() + u"/andre.db"_s;
+        makeParentTables();
+        EXPECT_EQ(startModule(), 1);
+        run(u"INSERT INTO Ordre (KlientNr,OrdreNr) VALUES (5,%1)"_s.arg(ordreNr));
+        reload();
+        EXPECT_TRUE(QFile::rename(path(), second));
+        EXPECT_TRUE(QFile(path()).open(QIODevice::WriteOnly));
+        return u"dsn="_s + second;
     }
 
     QStringList boxes;
@@ -40,6 +60,19 @@ TEST_F(ClsFakturaTest, MainFillsTheSharedState)
     EXPECT_EQ(boxes, QStringList());
     EXPECT_FALSE(gDB);
     EXPECT_FALSE(gConn);
+}
+
+TEST_F(ClsFakturaTest, AnInstanceThatIsNotReadyIsToldAndEndsNothing)
+{
+    const auto instance = Ref<clsFaktura>::make();
+    instance->setModuleInit(0);
+    TakeUp(instance);
+    EXPECT_EQ(boxes,
+              QStringList(u"16: Initiering av Regningsdel feilet!, - Programmet avslutter!"_s));
+    EXPECT_EQ(gFaktura.get(), instance.get());
+    EXPECT_EQ(gReg->AppName(), u"Strekkbok"_s);
+    EXPECT_EQ(QStringList({gMva0, gMva10, gMva15, gMva25}),
+              QStringList({u"0"_s, u"10"_s, u"15"_s, u"25"_s}));
 }
 
 TEST_F(ClsFakturaTest, UnloadLeavesEverythingAsBeforeLoad)
@@ -139,23 +172,48 @@ TEST_F(ClsFakturaTest, StartOpensTheSharedConnectionWithClientSideCursors)
 
 TEST_F(ClsFakturaTest, AConnectionStringSetAfterTheStartWaitsForTheNextOne)
 {
+    const QString second = makeSecondDatabase(41);
     makeParentTables();
     EXPECT_EQ(startModule(), 1);
+    reload();
+    EXPECT_EQ(startModule(), 1);
+    const Ref<ado::Connection> first = gConn;
+
     clsFaktura module;
-    module.setConnectStreng(u"dsn=annet"_s);
-    EXPECT_EQ(module.ConnectStreng(), u"dsn=annet"_s);
-    EXPECT_EQ(gDB->ConnectionString(), connectionString());
+    module.setConnectStreng(second);
+    EXPECT_EQ(module.ConnectStreng(), second);
+    EXPECT_EQ(gConn.get(), first.get());
     EXPECT_EQ(gConn->connectionString(), connectionString());
-    EXPECT_EQ(gDB->GetCount(u"Ordre"_s, QString()), 0);
+    EXPECT_EQ(gDB->ConnectionString(), connectionString());
+    EXPECT_EQ(NyttOrdreNr(), 1);
+
+    module.StartModul();
+    EXPECT_EQ(module.ModuleInit(), 1);
+    EXPECT_NE(gConn.get(), first.get());
+    EXPECT_EQ(gConn->connectionString(), second);
+    EXPECT_EQ(gDB->ConnectionString(), second);
+    EXPECT_EQ(NyttOrdreNr(), 42);
 }
 
-TEST_F(ClsFakturaTest, AClientSetAfterTheStartTakesEffectAtOnce)
+TEST_F(ClsFakturaTest, AClientSetAfterTheStartIsTheOneOfEveryLaterStatement)
 {
     makeParentTables();
     EXPECT_EQ(startModule(), 1);
     clsFaktura module;
     module.setKlient(6);
     EXPECT_EQ(gKlient, 6);
+
+    const SessionTap tap;
+    EXPECT_EQ(NyttOrdreNr(), 1);
+    (void)SjekkKlient();
+    (void)raised([] { (void)EhfDokument(0, u"1"_s); });
+    (void)EhfLinjer(0, u"1"_s);
+    const QStringList statements = tap.statements();
+    EXPECT_GE(statements.size(), 6);
+    for (const QString &statement : statements) {
+        EXPECT_TRUE(statement.contains(u"KlientNr= 6"_s)) << statement.toStdString();
+        EXPECT_FALSE(statement.contains(u"KlientNr= 5"_s)) << statement.toStdString();
+    }
 }
 
 TEST_F(ClsFakturaTest, OnlyTheStartedInstanceTellsOfAFailure)

@@ -8,6 +8,7 @@
 #include "platform/forms/TestApplication.h"
 #include "presentation/Skjerm.h"
 #include "shell/Main.h"
+#include "shell/clsFaktura.h"
 #include "state/Messages.h"
 #include "state/SharedState.h"
 #include "support/ModuleTest.h"
@@ -96,6 +97,50 @@ TEST_F(FrmRegningsdelTest, ASecondStartShowsTheSameMenuOnceMore)
     EXPECT_EQ(menu(), first);
     EXPECT_TRUE(menu()->isVisible());
     EXPECT_EQ(loadedForms().count(u"frmRegningsdel"_s), 1);
+}
+
+/// Counts the paintings of a widget.
+class PaintCount : public QObject
+{
+public:
+    explicit PaintCount(QWidget &widget) { widget.installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+    int count = 0;
+};
+
+TEST_F(FrmRegningsdelTest, TheStartHasPaintedTheMenuWhenItReturns)
+{
+    EXPECT_EQ(startModule(), 1);
+    reload();
+    EXPECT_EQ(startModule(), 1);
+    runEvents();
+    // What is shown already is painted once more, and not only when the parent's events go on.
+    const PaintCount paintings(*menu());
+    EXPECT_EQ(startModule(), 1);
+    EXPECT_GT(paintings.count, 0);
+}
+
+TEST_F(FrmRegningsdelTest, ThePrivateInstancesFailureIsACriticalBoxWithOkAlone)
+{
+    Main();
+    const auto instance = Ref<clsFaktura>::make();
+    instance->setModuleInit(0);
+    bool shown = false;
+    onNextModal<QMessageBox>([&](QMessageBox &box) {
+        shown = true;
+        EXPECT_EQ(box.text(), u"Initiering av Regningsdel feilet!, - Programmet avslutter!"_s);
+        EXPECT_EQ(box.icon(), QMessageBox::Critical);
+        EXPECT_EQ(box.windowTitle(), applicationTitle());
+        ASSERT_EQ(box.buttons().size(), 1);
+        EXPECT_EQ(box.buttons().constFirst()->text(), u"OK"_s);
+        box.buttons().constFirst()->click();
+    });
+    TakeUp(instance);
+    EXPECT_TRUE(shown);
 }
 
 TEST_F(FrmRegningsdelTest, UnloadingTheComponentTakesTheMenuDown)

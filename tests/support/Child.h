@@ -1,5 +1,6 @@
 #pragma once
 
+#include <csignal>
 #include <functional>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,6 +20,14 @@ public:
     ~Child() { wait(); }
     Child(const Child &) = delete;
     Child &operator=(const Child &) = delete;
+
+    /// Ends it at once, wherever it is in its work.
+    void kill()
+    {
+        if (m_id > 0)
+            ::kill(m_id, SIGKILL);
+        wait();
+    }
 
     /// What `work` returned, or -1 when the process died or was never made.
     int wait()

@@ -31,8 +31,11 @@ protected:
     ModuleTest();
     ~ModuleTest() override;
 
-    /// Of the test's database file.
-    [[nodiscard]] QString connectionString() const { return QStringLiteral("dsn=") + m_path; }
+    /// Of the test's database file; a fixture may stand on another database.
+    [[nodiscard]] virtual QString connectionString() const
+    {
+        return QStringLiteral("dsn=") + m_path;
+    }
     [[nodiscard]] const QString &path() const { return m_path; }
     [[nodiscard]] QString folder() const { return m_folder.path(); }
 

@@ -42,12 +42,12 @@ public:
     void execute(QStringView statement) override
     {
         check(*m_log, u"execute"_s, statement.toString());
-        m_session->execute(statement);
+        m_session->execute(passedOn(statement));
     }
     ado::RowSet query(QStringView statement) override
     {
         check(*m_log, u"query"_s, statement.toString());
-        return m_session->query(statement);
+        return m_session->query(passedOn(statement));
     }
     void writeBack(ado::RowSet &rows, const std::vector<int> &changedRows) override
     {
@@ -68,6 +68,12 @@ public:
     bool usable() noexcept override { return m_session->usable(); }
 
 private:
+    [[nodiscard]] QString passedOn(QStringView statement) const
+    {
+        const QString text = statement.toString();
+        return m_log->rewrite ? m_log->rewrite(text) : text;
+    }
+
     LogPointer m_log;
     std::unique_ptr<ado::Session> m_session;
 };

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 /// Stands between the module and its database sessions while it lives: it notes every call that
 /// reaches a session, and can make one kind of call fail.
 class SessionTap
@@ -24,11 +26,18 @@ public:
 
     /// Calls whose name is `call` raise error kUnspecified with the text "Nektet: " + name.
     void fail(const QString &call) { m_log->failing += call; }
+    /// The database gets what `rewrite` makes of each statement, after it has been noted. It may
+    /// raise a RunTimeError to have the statement fail.
+    void rewriteStatements(std::function<QString(const QString &statement)> rewrite)
+    {
+        m_log->rewrite = std::move(rewrite);
+    }
 
     struct Log
     {
         QStringList calls;
         QStringList failing;
+        std::function<QString(const QString &)> rewrite;
     };
 
 private:

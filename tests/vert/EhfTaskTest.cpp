@@ -22,6 +22,13 @@ protected:
                     more);
     }
 
+    /// What is in the folder, with links as such, also those that lead nowhere.
+    [[nodiscard]] QStringList links() const
+    {
+        return QDir(path(QString()))
+            .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    }
+
     /// Four lines ended by CR LF, 7-bit, and XML that a parser accepts.
     void expectDocument(const QString &name) const
     {
@@ -128,6 +135,22 @@ TEST_F(EhfTaskTest, PipeIsNoTarget)
     ASSERT_EQ(::mkfifo(path(u"rør"_s).toUtf8().constData(), 0600), 0);
     expectRefusal(ehf(u"1048"_s, u"rør"_s, {u"--erstatt"_s}), 1, u"rør er ingen vanlig fil"_s);
     EXPECT_FALSE(QFileInfo(path(u"rør"_s)).isFile());
+}
+
+TEST_F(EhfTaskTest, LinkThatLeadsNowhereIsNoTarget)
+{
+    const QString dangling = path(u"hengende.xml"_s);
+    const QString looping = path(u"ring.xml"_s);
+    ASSERT_TRUE(QFile::link(path(u"borte.xml"_s), dangling));
+    ASSERT_TRUE(QFile::link(looping, looping));
+    const QStringList before = links();
+    for (const QStringList &more : {QStringList{}, {u"--erstatt"_s}}) {
+        expectRefusal(ehf(u"1048"_s, u"hengende.xml"_s, more), 1,
+                      u"hengende.xml er ingen vanlig fil"_s);
+        expectRefusal(ehf(u"1048"_s, u"ring.xml"_s, more), 1, u"ring.xml er ingen vanlig fil"_s);
+    }
+    EXPECT_EQ(links(), before);
+    EXPECT_FALSE(QFileInfo::exists(path(u"borte.xml"_s)));
 }
 
 TEST_F(EhfTaskTest, UnreachableDatabaseIsTold)

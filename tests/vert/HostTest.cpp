@@ -4,19 +4,23 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QProcessEnvironment>
 
 #include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
-HostTest::HostTest() : m_folder(QDir::tempPath() + u"/vert prøve XXXXXX"_s)
+HostTest::HostTest()
+    : environment(QProcessEnvironment::systemEnvironment()),
+      m_folder(QDir::tempPath() + u"/vert prøve XXXXXX"_s)
 {
     static int argc = 1;
     static char name[] = "vert_test";
     static char *argv[] = {name, nullptr};
     static const QCoreApplication application(argc, argv); // QProcess wants one
     EXPECT_TRUE(m_folder.isValid());
+    environment.insert(u"XDG_CONFIG_HOME"_s, m_settings.path());
+    environment.remove(u"DISPLAY"_s);
+    environment.remove(u"QT_QPA_PLATFORM"_s);
 }
 
 QString HostTest::path(const QString &name) const
@@ -29,18 +33,22 @@ QString HostTest::programFile()
     return QStringLiteral(HOST_PROGRAM);
 }
 
+void HostTest::prepare(QProcess &process) const
+{
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(m_folder.path());
+}
+
 Outcome HostTest::start(const QString &program, const QStringList &arguments,
                         const QString &locale) const
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    // No window of the program shall come up where the tests run.
-    environment.remove(u"DISPLAY"_s);
-    environment.remove(u"QT_QPA_PLATFORM"_s);
-    if (!locale.isEmpty())
-        environment.insert(u"LC_ALL"_s, locale);
     QProcess process;
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(m_folder.path());
+    prepare(process);
+    if (!locale.isEmpty()) {
+        QProcessEnvironment other = environment;
+        other.insert(u"LC_ALL"_s, locale);
+        process.setProcessEnvironment(other);
+    }
     process.start(program, arguments);
     Outcome outcome;
     if (!process.waitForFinished(60'000)) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -9,6 +10,8 @@
 
 #include <ostream>
 #include <vector>
+
+class QProcess;
 
 inline void PrintTo(const QString &text, std::ostream *out)
 {
@@ -40,6 +43,12 @@ protected:
     [[nodiscard]] QString path(const QString &name) const;
     [[nodiscard]] static QString programFile();
 
+    /// What programs that the test starts find in their environment. No window of theirs comes up
+    /// where the tests run, and their settings are not those of who runs the tests.
+    QProcessEnvironment environment;
+
+    /// Gives a process that the test starts itself the test's folder and environment.
+    void prepare(QProcess &process) const;
     /// Runs a program with the test's folder as its current one; `locale` becomes its LC_ALL.
     [[nodiscard]] Outcome start(const QString &program, const QStringList &arguments,
                                 const QString &locale = {}) const;
@@ -73,4 +82,5 @@ protected:
 
 private:
     QTemporaryDir m_folder;
+    QTemporaryDir m_settings;
 };

@@ -82,7 +82,7 @@ TEST_F(ServerTest, ModuleStartsByUriNameAndConnectionString)
               .arg(PostgresCluster::shared().port())
               .arg(m_database.name())
               .toUtf8());
-    qputenv("ODBCINI", path(u"odbc.ini"_s).toUtf8());
+    environment.insert(u"ODBCINI"_s, path(u"odbc.ini"_s));
     for (const QString &dsn : {uri(), u"Firma"_s, u"dsn=firma"_s, u"uid=postgres;dsn=Firma"_s,
                                u"dsn="_s + tcpUri(u"x"_s) + u";uid=postgres;pwd="_s +
                                    QString::fromLatin1(PostgresCluster::kPassword)}) {
@@ -91,7 +91,6 @@ TEST_F(ServerTest, ModuleStartsByUriNameAndConnectionString)
         EXPECT_TRUE(outcome.out.contains("ModuleInit 1"));
     }
     expectRefusal(host({u"--dsn"_s, u"dsn=Ukjent"_s}), 1, u"«Ukjent»"_s);
-    qunsetenv("ODBCINI");
 }
 
 TEST_F(ServerTest, DemoRefusesADatabaseWithTables)

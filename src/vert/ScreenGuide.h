@@ -1,0 +1,102 @@
+#pragma once
+
+#include "vert/Tour.h"
+
+#include <QKeyCombination>
+#include <QStringList>
+#include <QWidget>
+
+#include <functional>
+
+namespace screentour {
+
+/// The hands and eyes of the tour: what a user does to a screen, on widgets that are found by name.
+///
+/// A stop of the tour (vert/tour/Stops.h) gets the guide and looks like this:
+///
+///     QWidget &menu = guide.window(u"frmRegningsdel"_s);
+///     guide.click(guide.control(menu, u"Command2"_s));
+///     QWidget &screen = guide.window(u"frmProdukt"_s);
+///     guide.type(guide.control(screen, u"txtFields_1"_s), u"Kjøring"_s);
+///     guide.picture(screen, u"produkt"_s, u"Produktregisteret"_s);
+///     guide.answer(u"Ja"_s, [&] { guide.click(guide.control(screen, u"btnDelete"_s)); });
+///     guide.close(screen);
+///
+/// The screens belong to the component, which has classes of its own: a stop knows their names and
+/// Qt's classes, and includes nothing of the module. Everything here raises HostError with one
+/// Norwegian line when the screen is not as the stop expects it. References to widgets hold as long
+/// as the screen that they are in.
+class Guide
+{
+public:
+    using Action = std::function<void()>;
+
+    /// Pictures are saved in `folder`, which is there, and told through `say`, which must outlive
+    /// the guide.
+    Guide(QString folder, const tour::Say &say);
+
+    // --- What is on the screen
+
+    /// Waits for the visible window of that name.
+    [[nodiscard]] static QWidget &window(const QString &name);
+    /// The visible control of that name in the window. A control on a page that is not in front is
+    /// not visible.
+    [[nodiscard]] static QWidget &control(const QWidget &window, const QString &name);
+    /// The text of a grid's cell; rows and columns count from 1, as in the module.
+    [[nodiscard]] static QString cell(const QWidget &grid, int row, int col);
+    /// The first row of a grid whose cell in that column has that text.
+    [[nodiscard]] static int rowOf(const QWidget &grid, int col, const QString &text);
+
+    // --- What a user does
+
+    /// Clicks in the middle of a control, or on the mark of a check box or option, and brings its
+    /// window to the front. A control that is disabled ends the tour, here and below.
+    void click(QWidget &control);
+    void doubleClick(QWidget &control);
+    /// Presses and releases a key in a control, as Qt::Key_F1 or Qt::CTRL | Qt::Key_S.
+    void key(QWidget &control, QKeyCombination key);
+    /// Clicks in a field, marks what stands there and types over it. Another field gets the focus,
+    /// and the screen its look-ups and checks, by key(control, Qt::Key_Tab).
+    void type(QWidget &control, const QString &text);
+    /// Picks the item of that text from the list of a combo box.
+    void choose(QWidget &combo, const QString &text);
+    /// Brings a page of a tab strip to the front by a click on its tab.
+    void chooseTab(QWidget &tabs, const QString &text);
+    /// Clicks in a grid's cell, which is scrolled into view.
+    void clickCell(QWidget &grid, int row, int col);
+    void doubleClickCell(QWidget &grid, int row, int col);
+    /// Types over a cell and leaves it with Enter.
+    void typeInCell(QWidget &grid, int row, int col, const QString &text);
+    /// Picks the item of that text from the list of a combo cell and leaves the cell with Enter.
+    void chooseInCell(QWidget &grid, int row, int col, const QString &text);
+    /// Closes a window as its close box does, and waits for it to be gone.
+    void close(QWidget &window);
+    /// Waits for a window to be gone.
+    static void expectClosed(const QString &name);
+
+    // --- Windows that must be answered first
+
+    /// Does what brings up a window that the module waits for (a picker, a dialog), and has
+    /// `answers` deal with it, which must end with the window closed.
+    void modal(const QString &name, const Action &opens,
+               const std::function<void(QWidget &)> &answers);
+    /// The same for a message box: presses its button of that text ("OK", "Ja", "Nei", "Avbryt").
+    /// Returns what the box says. With a `picture` name the box is pictured first.
+    QString answer(const QString &button, const Action &opens, const QString &picture = {});
+
+    // --- What is left of it
+
+    /// Saves what the window shows now as the next numbered PNG file, "NN-name.png", and tells it.
+    void picture(QWidget &window, const QString &name, const QString &told);
+
+private:
+    void perform(const Action &action);
+    void typeText(const QString &text);
+
+    const QString m_folder;
+    const tour::Say &m_say;
+    int m_pictures = 0;
+    QStringList m_expected; ///< the windows that modal() waits for or deals with
+};
+
+} // namespace screentour

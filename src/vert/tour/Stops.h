@@ -1,0 +1,22 @@
+#pragma once
+
+namespace screentour {
+
+class Guide;
+
+/// The stops of the tour, one function a screen, each in a file of its own beside this one. The
+/// main menu is open at each of them, and a stop leaves the screens closed that it has opened. The
+/// database may have seen earlier tours, so a stop that changes data must find something to change
+/// each time. The order of the tour stands in ScreenTour.cpp, and that of its pictures in the test.
+
+void visitMenu(Guide &guide);
+void visitProducts(Guide &guide);
+/// The price form, which no screen of the component opens: the host shows its own copy.
+void visitPriceForm(Guide &guide);
+/// Posts one invoice and shows its voucher.
+void visitPosting(Guide &guide);
+/// The timed note. It comes from the host's own copy of it until a screen of the tour saves
+/// something.
+void visitNote(Guide &guide);
+
+} // namespace screentour
