@@ -1,16 +1,12 @@
 // How fast whole EHF documents come out of the database, beside a plain loop on the database's own
 // interface that reads the same rows and does nothing with them.
 
+#include "benchmarks/ModuleDatabase.h"
 #include "benchmarks/Report.h"
-#include "data/clsAdoUtils.h"
 #include "output/EhfFil.h"
 #include "shell/Main.h"
-#include "shell/clsFaktura.h"
-#include "state/SharedState.h"
-#include "vert/ParentTables.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <sqlite3.h>
@@ -31,28 +27,12 @@ constexpr int kRounds = 9;
 /// A parent's database with the module started on it and `kDocuments` orders of `kLines` lines.
 void makeDatabase(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        qFatal("cannot make the database file");
-    file.close();
-    {
-        ado::Connection connection;
-        connection.open(u"dsn="_s + path);
-        createParentTables(connection);
-        connection.execute(
-            u"INSERT INTO Klient (KlientNr,Navn,Adr1,Adr2,PostNr,OrganisasjonsNr,Giro1) VALUES "
-            u"(5,'Fjell Frakt AS','Postboks 1','Åsveien 2','2317','912345678','15034012345')"_s);
-        connection.execute(u"INSERT INTO Poststed (PostNr,PostSted) VALUES ('2317','Hamar')"_s);
-    }
-    clsFaktura module;
-    module.setConnectStreng(u"dsn="_s + path);
-    module.setKlient(kClient);
-    module.setCurrentYear(2014);
-    module.StartModul();
-    if (module.ModuleInit() == 0)
-        qFatal("the module did not start: %s", qPrintable(gDB->LastError()));
-
+    bench::startModuleOnNewDatabase(path);
     gConn->beginTrans();
+    gConn->execute(
+        u"INSERT INTO Klient (KlientNr,Navn,Adr1,Adr2,PostNr,OrganisasjonsNr,Giro1) VALUES "
+        u"(5,'Fjell Frakt AS','Postboks 1','Åsveien 2','2317','912345678','15034012345')"_s);
+    gConn->execute(u"INSERT INTO Poststed (PostNr,PostSted) VALUES ('2317','Hamar')"_s);
     for (int product = 1; product <= kProducts; ++product)
         gConn->execute(u"INSERT INTO Produkt (KlientNr,ProduktNr,ProduktNavn,Enhet) VALUES "
                        u"(5,'P%1','Kjøring %1','%2')"_s.arg(product)

@@ -184,7 +184,7 @@ TEST_F(BokforKillTest, AKilledRunCanBeRunAgain)
                 EXPECT_FALSE(there.posted);
             } else { // of the one under way the first statements, up to any of them
                 EXPECT_LE(vouchers, 1);
-                EXPECT_EQ(there.workRows, there.workRows == 0 ? 0 : 1);
+                EXPECT_LE(there.workRows, 1);
                 EXPECT_TRUE(there.workRows == 0 || there.linesOfVouchers == kOneWhole);
                 EXPECT_TRUE(!there.posted || there.workRows == 1);
                 inTheMidst += vouchers == 1 && !there.posted ? 1 : 0;
