@@ -23,7 +23,7 @@ namespace {
 
 constexpr int kMinsteSide = 4000; // twips
 constexpr int kRaderIUtformingen = 10;
-constexpr double kNavnebredde = 20.12; // column units
+constexpr double kNavnebredde = 20.12;  // column units
 constexpr int kHoyrestilt = 1;
 constexpr int kAvkryssing = 10;     // the check cell's type
 constexpr qint32 kKontoliste = 150; // pixels
@@ -130,6 +130,10 @@ frmBokfor::frmBokfor() : Form(u"frmBokfor"_s), m_ui(std::make_unique<Ui::frmBokf
     setMinimumTwips(kMinsteSide, kMinsteSide);
 
     fpSpread &grid = *m_ui->fpSpread1;
+    // Smaller text, and with it narrower columns: they leave the name room at the default width.
+    QFont skrift = grid.font();
+    skrift.setPointSizeF(skrift.pointSizeF() - 1);
+    grid.setFont(skrift);
     grid.setColHeaders({u"Faktura nr."_s, u"Kunde nr."_s, u"Navn"_s, u"Fak. dato"_s, u"Forfall"_s,
                         u"Beløp"_s, u"Bokfør"_s});
     grid.setColWidth(kKundeNavn, kNavnebredde);

@@ -30,7 +30,7 @@ void Component::load()
     m_instance.reset(instance);
 }
 
-Component::~Component()
+void Component::unload()
 {
     m_instance.reset(); // its code goes with the library
     m_loader.unload();

@@ -15,7 +15,7 @@ class Component
 {
 public:
     explicit Component(const QString &file);
-    ~Component();
+    ~Component() { unload(); }
     Component(const Component &) = delete;
     Component &operator=(const Component &) = delete;
 
@@ -23,6 +23,9 @@ public:
     /// returns `ModuleInit`: 1 ready, 0 failed. Raises HostError when the file is no such
     /// component.
     int start(const QString &connectionString, qint16 client, qint16 year);
+    /// Lets go of the component, and its screens and all that it has shared are gone. The next
+    /// start loads it anew.
+    void unload();
 
 private:
     void load();

@@ -169,6 +169,9 @@ protected:
             klikk(u"cmdKunder"_s);
             return;
         }
+        // What a field says when it is left comes ahead of the list.
+        control(u"cmdKunder"_s)->setFocus();
+        roFokus();
         const QString button = velg({u"OKButton"_s, u"CancelButton"_s});
         onNextModal<Form>([button](Form &kunder) {
             QTest::mouseClick(kunder.findChild<QWidget *>(button), Qt::LeftButton);

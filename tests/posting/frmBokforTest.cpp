@@ -581,6 +581,24 @@ TEST_F(FrmBokforTest, VoucherNumbersCanBeAskedOfTheScreen)
     SharedForm<frmBokfor>::get().unload();
 }
 
+TEST_F(FrmBokforTest, TheMainMenuOpensIt)
+{
+    startModule();
+    auto *menu = Forms::byName(u"frmRegningsdel"_s);
+    ASSERT_NE(menu, nullptr);
+    click(menu->findChild<QWidget *>(u"Command8"_s));
+    ASSERT_NE(form(), nullptr);
+    EXPECT_TRUE(form()->isVisible());
+    click(menu->findChild<QWidget *>(u"Command8"_s));
+    const auto forms = Forms::loaded();
+    EXPECT_EQ(
+        std::count_if(forms.begin(), forms.end(),
+                      [](const auto &loaded) { return loaded->objectName() == u"frmBokfor"_s; }),
+        1);
+    menu->close();
+    EXPECT_EQ(form(), nullptr);
+}
+
 // --- Keys, place and size
 
 TEST_F(FrmBokforTest, EscapeClosesFromAnyControl)

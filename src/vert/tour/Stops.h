@@ -13,10 +13,11 @@ void visitMenu(Guide &guide);
 void visitProducts(Guide &guide);
 /// The price form, which no screen of the component opens: the host shows its own copy.
 void visitPriceForm(Guide &guide);
+/// Enters an order with the customer picker, saves it, and begins a credit note of it.
+void visitOrders(Guide &guide);
 /// Posts one invoice and shows its voucher.
 void visitPosting(Guide &guide);
-/// The timed note. It comes from the host's own copy of it until a screen of the tour saves
-/// something.
+/// The timed note, from the host's own copy of it.
 void visitNote(Guide &guide);
 
 } // namespace screentour

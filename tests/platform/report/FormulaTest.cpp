@@ -17,11 +17,23 @@ namespace {
 class Row : public Names, public Environment
 {
 public:
+    Row()
+    {
+        add(u"Nr"_s, Type::Number, Value(qint32(7)));
+        add(u"Sum"_s, Type::Money, Value(Currency::fromTenThousandths(12345000)));
+        add(u"Enkel"_s, Type::Number, Value(0.1f));
+        add(u"Dato"_s, Type::Date, Value(QDateTime(QDate(2014, 3, 9), QTime(0, 0), Qt::UTC)));
+        add(u"Tekst"_s, Type::Text, Value(u"Åsen"_s));
+        add(u"Ja"_s, Type::Truth, Value(true));
+        add(u"Tom"_s, Type::Text, Value());
+        add(u"Bilde"_s, Type::Bytes, Value(QByteArray("x")));
+    }
+
     FieldInfo field(QStringView name) const override
     {
         for (size_t i = 0; i < m_columns.size(); ++i) {
-            if (m_columns[i].first == name)
-                return {static_cast<int>(i), m_types[i]};
+            if (m_columns[i].name == name)
+                return {static_cast<int>(i), m_columns[i].type};
         }
         return {};
     }
@@ -31,25 +43,26 @@ public:
         const auto found = m_formulas.find(name.toString());
         return found == m_formulas.end() ? nullptr : found->second.get();
     }
-    Value field(int column) override { return m_columns[static_cast<size_t>(column)].second; }
+    Value field(int column) override { return m_columns[static_cast<size_t>(column)].value; }
     Value aggregate(const Expr &) override { return Value(1.0); }
     Value special(Special) override { return Value(4.0); }
 
     void declare(const QString &name, QStringView text) { m_formulas[name] = parseFormula(text); }
 
 private:
-    std::vector<std::pair<QString, Value>> m_columns{
-        {u"Nr"_s, Value(qint32(7))},
-        {u"Sum"_s, Value(Currency::fromTenThousandths(12345000))},
-        {u"Enkel"_s, Value(0.1f)},
-        {u"Dato"_s, Value(QDateTime(QDate(2014, 3, 9), QTime(0, 0), Qt::UTC))},
-        {u"Tekst"_s, Value(u"Åsen"_s)},
-        {u"Ja"_s, Value(true)},
-        {u"Tom"_s, Value()},
-        {u"Bilde"_s, Value(QByteArray("x"))},
+    struct Column
+    {
+        QString name;
+        Value value;
+        Type type;
     };
-    std::vector<Type> m_types{Type::Number, Type::Money, Type::Number, Type::Date,
-                              Type::Text,   Type::Truth, Type::Text,   Type::Bytes};
+
+    void add(const QString &name, Type type, const Value &value)
+    {
+        m_columns.push_back({name, value, type});
+    }
+
+    std::vector<Column> m_columns;
     std::map<QString, ExprPtr> m_formulas;
 };
 
