@@ -3,6 +3,8 @@
 #include "runtime/CodePage.h"
 #include "runtime/Format.h"
 
+#include <QStringBuilder>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -81,11 +83,11 @@ QString EhfProsent(float prosent)
 
 QString EhfHeltall(qint32 tall)
 {
-    return Format(qAbs(qint64{tall}), u"#0");
+    return QString::number(qAbs(qint64{tall}));
 }
 
 QString EhfDato(QDate dato)
 {
-    return Format(dato.year(), u"0000") + u'-' + Format(dato.month(), u"00") + u'-' +
+    return Format(dato.year(), u"0000") % u'-' % Format(dato.month(), u"00") % u'-' %
            Format(dato.day(), u"00");
 }

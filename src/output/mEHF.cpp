@@ -6,6 +6,8 @@
 #include "runtime/Format.h"
 #include "state/SharedState.h"
 
+#include <QStringBuilder>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -71,7 +73,7 @@ Selger lesSelger()
     const Ref<ado::Recordset> rs =
         gDB->GetRS(u"SELECT K.Navn,K.Adr1,K.Adr2,K.PostNr,P.PostSted,K.OrganisasjonsNr,K.Giro1 "
                    u"FROM Klient K LEFT JOIN Poststed P ON K.PostNr=P.PostNr "
-                   u"WHERE K.KlientNr="_s +
+                   u"WHERE K.KlientNr="_s %
                        numberToText(gKlient),
                    true);
     Selger selger;
@@ -116,8 +118,8 @@ Ordrehode lesOrdre(const QString &ordreNr)
         u"FakPoststed,BetBet,KID,"
         u"LevAdresse1,LevAdresse2,LevPostNr,LevPoststed,FakDato,ForfallDato,LevDato,SumNetto,"
         u"MvaKr,SumBrutto "
-        u"FROM Ordre WHERE KlientNr="_s +
-            numberToText(gKlient) + u" AND OrdreNr="_s + ordreNr,
+        u"FROM Ordre WHERE KlientNr="_s %
+            numberToText(gKlient) % u" AND OrdreNr="_s % ordreNr,
         true);
     Ordrehode ordre;
     if (!gDB->EmptyRS(rs)) {
@@ -429,8 +431,8 @@ QString EhfLinjer(int kreditnota, const QString &ordreNr)
         u"L.MvaPst,L.SumNetto,L.SumBrutto "
         u"FROM (Ordre O INNER JOIN OrdreLinjer L ON O.ID=L.OrdreID) "
         u"LEFT JOIN Produkt P ON L.ProduktNr=P.ProduktNr "
-        u"WHERE O.KlientNr="_s +
-            klient + u" AND P.KlientNr="_s + klient + u" AND O.OrdreNr="_s + ordreNr,
+        u"WHERE O.KlientNr="_s %
+            klient % u" AND P.KlientNr="_s % klient % u" AND O.OrdreNr="_s % ordreNr,
         true);
     if (gDB->EmptyRS(rs))
         return {};

@@ -3,6 +3,8 @@
 #include "runtime/Decimal.h"
 #include "runtime/MachineLocale.h"
 
+#include <QStringBuilder>
+
 #include <array>
 #include <cmath>
 #include <limits>
@@ -16,7 +18,7 @@ namespace {
 
 QString withSignPlace(const Decimal &number, int places)
 {
-    return (number.negative ? u'-' : u' ') + number.toText(places, u'.', false);
+    return QChar(number.negative ? u'-' : u' ') % number.toText(places, u'.', false);
 }
 
 Decimal readNumber(QStringView text)
@@ -156,7 +158,8 @@ QDateTime readDate(QStringView text)
 
 QString numberToText(qint64 number)
 {
-    return withSignPlace(Decimal::fromInteger(number), kExactDigits);
+    const QString text = QString::number(number);
+    return number < 0 ? text : u' ' % text;
 }
 
 QString numberToText(float number)
