@@ -73,7 +73,8 @@ public:
     }
     Value special(Special special) override
     {
-        return special == Special::TotalPages ? Value(u"5"_s) : Value(3.0);
+        const bool text = special == Special::TotalPages || special == Special::TimeOfDay;
+        return text ? Value(u"5"_s) : Value(3.0);
     }
 
 private:

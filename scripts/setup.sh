@@ -15,6 +15,8 @@ packages=(
     fonts-dejavu-core # letters for the screens where there is no other font
     fonts-liberation2 # letters of the reports
     fonts-ocr-b     # the machine-read line of a giro slip
+    libwmf-bin      # draws logos that are metafiles (WMF)
+    fonts-urw-base35 # without which libwmf draws nothing
     libsqlite3-dev  # the embedded database
     libicu-dev      # Norwegian order of text
     libpq-dev       # the shared database: PostgreSQL's client library

@@ -1,5 +1,7 @@
 #include "order/OrdreFelter.h"
 
+#include "platform/forms/OneLine.h"
+
 #include <QLineEdit>
 
 #include <algorithm>
@@ -28,6 +30,7 @@ OrdreFelter::OrdreFelter(const QWidget &skjerm)
     for (int nr = 0; nr < ordrefelt::kAntall; ++nr) {
         m_felter[size_t(nr)] = skjerm.findChild<QLineEdit *>(u"txtFields_%1"_s.arg(nr));
         Q_ASSERT(m_felter[size_t(nr)]);
+        holdOneLine(*m_felter[size_t(nr)]);
     }
 }
 
@@ -38,7 +41,9 @@ QString OrdreFelter::text(int nr) const
 
 void OrdreFelter::setText(int nr, const QString &text) const
 {
-    (*this)[nr].setText(text);
+    QLineEdit &felt = (*this)[nr];
+    felt.setText(text);
+    felt.home(false);
 }
 
 int OrdreFelter::nrOf(const QObject *widget) const

@@ -141,7 +141,7 @@ bool OrdreHode::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::FocusIn)
         atOuterRim([&] { fikkFokus(nr, reason); });
     else if (reason != Qt::ActiveWindowFocusReason)
-        atOuterRim([&] { mistetFokus(nr); });
+        atOuterRim([&] { forlatFelt(nr); });
     return false;
 }
 
@@ -174,6 +174,18 @@ void OrdreHode::fikkFokus(int nr, Qt::FocusReason reason)
     default:
         if (!m_tilstand.iModus())
             sendKeys(u"{TAB}"_s);
+    }
+}
+
+/// Tells of a failure once the focus has come to rest. A message that came up while it moves could
+/// outlive the screen, and with it the fields between which it moves.
+void OrdreHode::forlatFelt(int nr)
+{
+    try {
+        mistetFokus(nr);
+    } catch (const RunTimeError &error) {
+        QMetaObject::invokeMethod(
+            this, [error] { showUntrapped(error); }, Qt::QueuedConnection);
     }
 }
 

@@ -40,6 +40,7 @@ protected:
 
 private:
     void fikkFokus(int nr, Qt::FocusReason reason);
+    void forlatFelt(int nr);
     void mistetFokus(int nr);
     void settForfall();
     void wirePicker(DTPicker &picker, int nr);

@@ -12,6 +12,8 @@
 
 #include <QLineEdit>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace linjekolonne;
 
@@ -110,6 +112,12 @@ OrdreLinjer::OrdreLinjer(fpSpread &grid, const OrdreFelter &felter) : m_grid(gri
     onEvent(&grid, &fpSpread::LeaveCell, this, [this](int col, int row, int newCol, int, bool *) {
         vaSpread1_LeaveCell(col, row, newCol == kAll);
     });
+}
+
+void OrdreLinjer::brukPlass(int twips)
+{
+    m_grid.setColWidth(kProduktNavn,
+                       kProduktNavnWidth + m_grid.twipsToColWidth(std::max(0, twips)));
 }
 
 void OrdreLinjer::InitLinjer()

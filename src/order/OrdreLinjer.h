@@ -30,6 +30,8 @@ public:
     /// connects to its events.
     OrdreLinjer(fpSpread &grid, const OrdreFelter &felter);
 
+    /// Gives the product's name the room, in twips, that the screen has beyond its first width.
+    void brukPlass(int twips);
     /// Empties the grid and gives its columns their types and lists.
     void InitLinjer();
     /// The client's product numbers in the database's order, parted by tabs; empty after a failed

@@ -64,6 +64,10 @@ frmOrdre::frmOrdre() : Form(u"frmOrdre"_s), m_ui(std::make_unique<Ui::frmOrdre>(
     for (QWidget *hidden : std::initializer_list<QWidget *>{m_ui->imgAar, m_ui->lblKontrollsiffer,
                                                             m_ui->txtFields_23, m_ui->txtFields_26})
         hidden->setVisible(false);
+    // The header stays where it is when the warning comes.
+    QSizePolicy held = m_ui->imgAar->sizePolicy();
+    held.setRetainSizeWhenHidden(true);
+    m_ui->imgAar->setSizePolicy(held);
     ImageList warning(m_ui->imgAar->minimumSize());
     warning.add({}, u":/faktura/exclamation.svg"_s);
     m_ui->imgAar->setPicture(warning.icon(1));
@@ -134,6 +138,11 @@ void frmOrdre::onLoad()
 void frmOrdre::onActivate()
 {
     m_rom->kommandoer.aktiver();
+}
+
+void frmOrdre::onResize()
+{
+    m_rom->linjer.brukPlass(place().width() - kWidth);
 }
 
 bool frmOrdre::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)

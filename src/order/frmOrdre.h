@@ -34,6 +34,7 @@ public:
 protected:
     void onLoad() override;
     void onActivate() override;
+    void onResize() override;
     bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
     void onQueryUnload(bool &cancel, UnloadMode mode) override;
     void onUnload() override;

@@ -23,7 +23,7 @@ namespace {
 
 constexpr int kMinsteSide = 4000; // twips
 constexpr int kRaderIUtformingen = 10;
-constexpr double kNavnebredde = 20.12;  // column units
+constexpr double kNavnebredde = 20.12; // column units
 constexpr int kHoyrestilt = 1;
 constexpr int kAvkryssing = 10;     // the check cell's type
 constexpr qint32 kKontoliste = 150; // pixels
@@ -143,6 +143,8 @@ frmBokfor::frmBokfor() : Form(u"frmBokfor"_s), m_ui(std::make_unique<Ui::frmBokf
     SpreadSetCellType(grid, kBokfor, -1, kAvkryssing, false, {}, {});
     grid.setLock(false); // the one column that the user edits
 
+    tilpassValg();
+
     // What is typed stays as it is typed.
     for (QComboBox *boks : {m_ui->cmbKonto, m_ui->cmbLoyve})
         boks->setCompleter(nullptr);
@@ -249,6 +251,15 @@ void frmBokfor::Check1_Click()
     }
     grid.setRedraw(true);
     m_ui->Check1->setText(merk ? u"Fjern merking"_s : u"Merk alle"_s);
+    tilpassValg();
+}
+
+/// In a narrow window the buttons keep their place: the choices beside them are cut off, not
+/// pressed together.
+void frmBokfor::tilpassValg()
+{
+    m_ui->valg->adjustSize();
+    m_ui->venstre->setMaximumWidth(m_ui->valg->width());
 }
 
 void frmBokfor::fpSpread1_ButtonClicked()

@@ -44,6 +44,7 @@ private:
     void Check1_Click();
     void fpSpread1_ButtonClicked();
     void btnTransfer_Click();
+    void tilpassValg();
 
     [[nodiscard]] bool erMerket(int row) const;
 

@@ -3,6 +3,7 @@
 #include "platform/forms/CommonDialog.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/Image.h"
+#include "platform/report/CrystalReport.h"
 
 /// A form that is never shown. It holds what the other screens share.
 class frmInvisible : public Form
@@ -18,6 +19,8 @@ public:
     Image *const imgURL;
     /// The file and printer dialogs. A caller sets every property it relies on.
     CommonDialog CommonDialog1;
+    /// The report control.
+    CrystalReport CrystalReport1;
 
 protected:
     void onQueryUnload(bool &cancel, UnloadMode mode) override;

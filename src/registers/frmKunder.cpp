@@ -11,6 +11,7 @@
 #include "state/SharedState.h"
 #include "ui_frmKunder.h"
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -39,6 +40,7 @@ enum Kolonne {
 
 constexpr int kDesignedRows = 100;
 constexpr double kNavnWidth = 24.12; // grid units
+constexpr int kWidth = 4770;         // twips, of the window as it is designed
 
 /// A column of the statement; empty when it is Null.
 QString joined(const ado::Recordset &rs, QStringView column)
@@ -132,6 +134,14 @@ void frmKunder::onActivate()
         optUtvalg_Click(kKunder);
 }
 
+void frmKunder::onResize()
+{
+    // The name takes what the window has become wider by.
+    fpSpread &grid = *m_ui->fpSpread1;
+    const int bredere = std::max(0, place().width() - kWidth);
+    grid.setColWidth(kNavn, kNavnWidth + grid.twipsToColWidth(bredere));
+}
+
 void frmKunder::onQueryUnload(bool &, UnloadMode mode)
 {
     if (mode == UnloadMode::LoggingOff)
@@ -178,6 +188,9 @@ void frmKunder::SkrivGrid(const QString &sFilter, const QString &sSortering)
             passOver([&] { SpreadAddRow(grid, text); });
         }
     }
+    // The row that OK takes, where the user has chosen none.
+    SpreadSelectRows(grid, grid.activeRow(), grid.activeRow(), true);
+    grid.setBlockMode(false);
     grid.setRedraw(true);
 }
 

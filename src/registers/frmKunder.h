@@ -36,6 +36,7 @@ public:
 protected:
     void onLoad() override;
     void onActivate() override;
+    void onResize() override;
     void onQueryUnload(bool &cancel, UnloadMode mode) override;
     void onUnload() override;
 

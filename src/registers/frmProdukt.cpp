@@ -1,6 +1,7 @@
 #include "registers/frmProdukt.h"
 
 #include "data/clsAdoUtils.h"
+#include "platform/forms/OneLine.h"
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/SendKeys.h"
 #include "platform/forms/Twips.h"
@@ -120,8 +121,11 @@ void frmProdukt::connectControls()
                 vaSpread1_LeaveCell(col, row, newCol, newRow);
             });
 
-    for (QLineEdit *field : m_txtFields)
+    for (QLineEdit *field : m_txtFields) {
         field->installEventFilter(this);
+        holdOneLine(*field);
+    }
+    holdOneLine(*m_ui->cmbMvaSats->lineEdit());
     m_ui->cmbMvaSats->installEventFilter(this);
     m_ui->chkBruttoPris->installEventFilter(this);
 }
@@ -393,7 +397,8 @@ bool frmProdukt::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
     case QEvent::FocusIn:
-        if (!isMove(event))
+        // A menu over a browsed field takes the key that sends the focus on, and gives it back.
+        if (!isMove(event) && isEditing())
             break;
         gotFocus(watched, event);
         return true;

@@ -17,9 +17,10 @@ class frmProdukt;
 /// the fields of one product. A product is stored by btnSave alone; what a user changes in the grid
 /// stands on the screen until the next fill and then is gone.
 ///
-/// The screen is in browse mode unless `m_bEndre` (change) or `m_bNy` (new) is true; these two are
-/// never true together. In browse mode a field sends the focus on as soon as it gets it, and that
-/// is all that protects it.
+/// The screen is in browse mode unless `m_bEndre` (change) or `m_bNy` (new) is true. Only saving
+/// and cancelling end a mode, so one that was left open by a change of tab stays on beside the
+/// next, and then the change is what is saved. In browse mode a field sends the focus on as soon as
+/// it gets it, and that is all that protects it.
 class frmProdukt : public Form
 {
     Q_OBJECT

@@ -1,6 +1,9 @@
 #include "shell/Main.h"
 
 #include "data/Schema.h"
+#include "order/frmOrdre.h"
+#include "output/RapportUtgang.h"
+#include "output/frmUtskrift.h"
 #include "platform/ado/SessionPool.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/MsgBox.h"
@@ -24,6 +27,7 @@ void Main()
         if (qobject_cast<QApplication *>(QCoreApplication::instance()))
             MsgBox(text, style);
     });
+    frmOrdre::setUtskriftApner(frmUtskrift::apne);
     TakeUp(Ref<clsFaktura>::make());
 }
 
@@ -45,6 +49,7 @@ void TakeUp(const Ref<clsFaktura> &instance)
 void Unload()
 {
     HtmlHelpA(nullptr, {}, HH_CLOSE_ALL, {});
+    RapportUtgang::instance().lukkAlle();
     Forms::deleteAll();
     releaseSharedState();
     gSchema.clear();

@@ -1,12 +1,15 @@
 #include "shell/frmRegningsdel.h"
 
 #include "order/frmOrdre.h"
+#include "output/frmOversikt.h"
+#include "output/mUtskrift.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/ImageList.h"
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/SendKeys.h"
 #include "posting/frmBokfor.h"
 #include "presentation/Skjerm.h"
+#include "presentation/frmOptions.h"
 #include "registers/frmProdukt.h"
 #include "runtime/RunTimeError.h"
 #include "ui_frmRegningsdel.h"
@@ -26,7 +29,15 @@ void open()
     SharedForm<Screen>::get().show();
 }
 
-/// A menu button with its picture and what it opens; null for a screen that is not there yet.
+/// The posting screen, which prints its journals by the runner of reports.
+void openPosting()
+{
+    frmBokfor &screen = SharedForm<frmBokfor>::get();
+    screen.setRapport(SkrivRapport);
+    screen.show();
+}
+
+/// A menu button with its picture and what it opens.
 struct MenuButton
 {
     PictureButton *Ui::frmRegningsdel::*button;
@@ -37,9 +48,9 @@ struct MenuButton
 constexpr MenuButton kButtons[] = {
     {&Ui::frmRegningsdel::Command2, u"produkt", open<frmProdukt>},
     {&Ui::frmRegningsdel::Command3, u"ordre", open<frmOrdre>},
-    {&Ui::frmRegningsdel::Command5, u"oversikt", nullptr},
-    {&Ui::frmRegningsdel::Command7, u"innstillinger", nullptr},
-    {&Ui::frmRegningsdel::Command8, u"bokfor", open<frmBokfor>},
+    {&Ui::frmRegningsdel::Command5, u"oversikt", open<frmOversikt>},
+    {&Ui::frmRegningsdel::Command7, u"innstillinger", open<frmOptions>},
+    {&Ui::frmRegningsdel::Command8, u"bokfor", openPosting},
 };
 
 /// The screens that close with the menu, in this order. The overview, the list printing and a note
@@ -66,8 +77,6 @@ frmRegningsdel::frmRegningsdel()
     for (const MenuButton &entry : kButtons) {
         PictureButton *button = m_ui.get()->*entry.button;
         button->setPicture(picture(entry.picture, kButtonPicture), kButtonPicture);
-        if (!entry.opener)
-            continue;
         onEvent(button, &PictureButton::clicked, this, [this, opener = entry.opener] {
             opener();
             // The menu stays within reach above what it has opened.

@@ -18,7 +18,8 @@ namespace {
 /// In the order of the tour.
 constexpr void (*kStops[])(screentour::Guide &) = {
     screentour::visitMenu,   screentour::visitProducts, screentour::visitPriceForm,
-    screentour::visitOrders, screentour::visitPosting,  screentour::visitNote,
+    screentour::visitOrders, screentour::visitPosting,  screentour::visitOverview,
+    screentour::visitNote,
 };
 
 } // namespace

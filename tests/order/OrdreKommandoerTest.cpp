@@ -1,35 +1,15 @@
-#include "order/OrdreSkjerm.h"
+#include "order/OrdreMedKommandoer.h"
 
-#include "platform/forms/Forms.h"
-#include "platform/forms/MsgBox.h"
-#include "platform/grid/fpSpread.h"
+#include "state/SharedState.h"
+#include "support/SessionTap.h"
 
-#include <QCheckBox>
 #include <QMessageBox>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList kBrowse{u"btnPrint"_s, u"btnCopy"_s, u"btnNew"_s, u"btnChange"_s};
-const QStringList kEditing{u"btnSave"_s, u"btnCancel"_s};
-
-class OrdreKommandoerTest : public OrdreSkjerm
+/// The modes of the order screen: browsing, New, Copy and Change.
+class OrdreKommandoerTest : public OrdreMedKommandoer
 {
-protected:
-    OrdreKommandoerTest()
-    {
-        frmOrdre::setUtskriftApner([this](const OrdreUtskrift &u) { utskrifter.push_back(u); });
-    }
-    static fpSpread *grid() { return control<fpSpread>(u"vaSpread1"_s); }
-    static QCheckBox *betalt() { return control<QCheckBox>(u"chkBetalt"_s); }
-    static QString verktoytips(const QString &name) { return control(name)->toolTip(); }
-    QString status(int id)
-    {
-        return rows(u"SELECT OrdreStatus FROM Ordre WHERE ID=%1"_s.arg(id)).value(0);
-    }
-
-    std::vector<OrdreUtskrift> utskrifter;
 };
 
 // --- Browsing
@@ -196,6 +176,22 @@ TEST_F(OrdreKommandoerTest, ACompleteClientGivesNoWarning)
     EXPECT_EQ(meldinger.tekster, QStringList());
 }
 
+TEST_F(OrdreKommandoerTest, NewGoesOnWhenTheDatabaseCannotBeRead)
+{
+    leggOrdre({.ordreNr = 7});
+    apne();
+    SessionTap tap;
+    ado::SessionPool::shared().clear();
+    tap.fail(u"query"_s);
+    klikk(u"btnNew"_s);
+    EXPECT_EQ(tekst(16), u"0"_s) << "there is no number to be had";
+    EXPECT_EQ(tekst(17), u"Ordre"_s);
+    EXPECT_EQ(tekst(13), u"09.03.2014"_s);
+    EXPECT_EQ(knapperPaa(), kEditing);
+    ASSERT_EQ(meldinger.tekster.size(), 1) << "all of the client's data count as missing";
+    EXPECT_TRUE(meldinger.ta()[0].contains(u"Bankkonto mangler\tMå rettes"_s));
+}
+
 TEST_F(OrdreKommandoerTest, NewEndsChangeMode)
 {
     leggOrdre({});
@@ -248,6 +244,18 @@ TEST_F(OrdreKommandoerTest, CopyTakesTheOrderAsANewOne)
     EXPECT_FALSE(grid()->editModeReplace());
 }
 
+TEST_F(OrdreKommandoerTest, CopyLeavesTheYearsWarningAndTheTipAlone)
+{
+    leggOrdre({.ordreNr = 7});
+    gAar = 2015;
+    apne();
+    klikk(u"cmdKunder"_s);
+    const QString tip = verktoytips(u"cmdKunder"_s);
+    klikk(u"btnCopy"_s);
+    EXPECT_FALSE(control(u"imgAar"_s)->isVisible());
+    EXPECT_EQ(verktoytips(u"cmdKunder"_s), tip);
+}
+
 TEST_F(OrdreKommandoerTest, CopyDoesNothingInAMode)
 {
     leggOrdre({.ordreNr = 7});
@@ -291,6 +299,8 @@ TEST_F(OrdreKommandoerTest, ChangeOpensTheOrder)
 {
     leggOrdre({.ordreNr = 7});
     apne();
+    for (int nr = 0; nr < 23; ++nr)
+        felt(nr)->setEnabled(false);
     klikk(u"btnChange"_s);
     EXPECT_EQ(tekst(16), u"7"_s);
     EXPECT_EQ(tekst(10), u"01.03.2014"_s);
@@ -299,8 +309,8 @@ TEST_F(OrdreKommandoerTest, ChangeOpensTheOrder)
     EXPECT_TRUE(grid()->tabStop());
     EXPECT_TRUE(grid()->editModeReplace());
     EXPECT_EQ(verktoytips(u"cmdKunder"_s), u"Klikk for å se kundene"_s);
-    for (int nr = 0; nr < 20; ++nr)
-        EXPECT_TRUE(felt(nr)->isEnabled()) << nr;
+    for (int nr = 0; nr < 23; ++nr)
+        EXPECT_EQ(felt(nr)->isEnabled(), nr < 20) << nr;
 }
 
 TEST_F(OrdreKommandoerTest, OnlyAnOrderCanBeChanged)
@@ -350,6 +360,29 @@ TEST_F(OrdreKommandoerTest, CancelOfAChangeBringsTheStoredOrderBack)
     EXPECT_FALSE(grid()->tabStop());
 }
 
+TEST_F(OrdreKommandoerTest, ChangeOfAnOrderWithoutADateIsARunTimeErrorAtItsEnd)
+{
+    run(u"UPDATE Ordre SET OrdreDato=Null WHERE ID=%1"_s.arg(leggOrdre({.ordreNr = 7})));
+    apne();
+    klikk(u"btnChange"_s);
+    EXPECT_EQ(meldinger.ta(), QStringList{u"Kjørefeil 13:\n\nTypene stemmer ikke overens"_s});
+    EXPECT_EQ(knapperPaa(), kEditing);
+    EXPECT_TRUE(grid()->editModeReplace());
+    EXPECT_FALSE(control(u"imgAar"_s)->isVisible());
+}
+
+TEST_F(OrdreKommandoerTest, CancelOfAChangeStandsOnTheFirstOrder)
+{
+    leggOrdre({.ordreNr = 1, .kundeNavn = u"Forste AS"_s});
+    leggOrdre({.ordreNr = 2, .kundeNavn = u"Siste AS"_s});
+    apne();
+    klikk(u"btnChange"_s);
+    klikk(u"btnCancel"_s);
+    EXPECT_EQ(tekst(0), u"Forste AS"_s) << "the orders have been read again from their beginning";
+    klikk(u"cmdNext"_s);
+    EXPECT_EQ(tekst(0), u"Siste AS"_s);
+}
+
 TEST_F(OrdreKommandoerTest, CancelOfAChangeReadsWhatOthersHaveWritten)
 {
     const int id = leggOrdre({.ordreNr = 7});
@@ -373,244 +406,6 @@ TEST_F(OrdreKommandoerTest, ACancelThatCannotReadIsARunTimeErrorAndChangesNothin
     EXPECT_EQ(knapperPaa(), kEditing);
     gaTil(0);
     EXPECT_EQ(fokus(), u"txtFields_0"_s);
-}
-
-// --- Print
-
-TEST_F(OrdreKommandoerTest, PrintTellsTheDialogOfTheOrder)
-{
-    const int id = leggOrdre({.ordreNr = 1031});
-    apne();
-    klikk(u"btnPrint"_s);
-    ASSERT_EQ(utskrifter.size(), 1u);
-    EXPECT_FALSE(utskrifter[0].ErKreditnota);
-    EXPECT_EQ(utskrifter[0].fakID, QString::number(id));
-    EXPECT_EQ(utskrifter[0].fakNr, u"1031"_s);
-    EXPECT_TRUE(utskrifter[0].original);
-}
-
-TEST_F(OrdreKommandoerTest, ANegativeSumIsACreditNote)
-{
-    const std::pair<QString, bool> sums[] = {{u"-125"_s, true},
-                                             {u"-1"_s, true},
-                                             {u"-0.5"_s, false},
-                                             {u"0.5"_s, false},
-                                             {u"125"_s, false}};
-    int nr = 0;
-    for (const auto &[sum, isCreditNote] : sums)
-        leggOrdre({.ordreNr = ++nr, .sumBrutto = sum});
-    apne();
-    klikk(u"cmdFirst"_s);
-    for (const auto &[sum, isCreditNote] : sums) {
-        klikk(u"btnPrint"_s);
-        EXPECT_EQ(utskrifter.back().ErKreditnota, isCreditNote) << sum.toStdString();
-        klikk(u"cmdNext"_s);
-    }
-}
-
-TEST_F(OrdreKommandoerTest, WhatIsNoOrderAnyMorePrintsAsCopy)
-{
-    for (const QString &other : {u"Fakturert"_s, u"Bokført"_s, u"Betalt"_s}) {
-        run(u"DELETE FROM OrdreLinjer"_s);
-        run(u"DELETE FROM Ordre"_s);
-        leggOrdre({.status = other});
-        apne();
-        klikk(u"btnPrint"_s);
-        EXPECT_FALSE(utskrifter.back().original) << other.toStdString();
-        skjerm()->unload();
-        runEvents();
-    }
-}
-
-TEST_F(OrdreKommandoerTest, AKeyWithShiftOnPrintForcesAnOriginalOnce)
-{
-    leggOrdre({.status = u"Fakturert"_s});
-    apne();
-    control(u"btnPrint"_s)->setFocus();
-    tast(Qt::Key_Space, Qt::ShiftModifier);
-    ASSERT_EQ(utskrifter.size(), 1u);
-    EXPECT_TRUE(utskrifter[0].original);
-    tast(Qt::Key_Space);
-    ASSERT_EQ(utskrifter.size(), 2u);
-    EXPECT_FALSE(utskrifter[1].original);
-    // Shift elsewhere, and keys without it, force nothing.
-    control(u"btnCopy"_s)->setFocus();
-    tast(Qt::Key_F5, Qt::ShiftModifier);
-    control(u"btnPrint"_s)->setFocus();
-    tast(Qt::Key_F5);
-    tast(Qt::Key_Space);
-    EXPECT_FALSE(utskrifter[2].original);
-}
-
-TEST_F(OrdreKommandoerTest, AMoveForgetsTheForcedOriginal)
-{
-    leggOrdre({.status = u"Fakturert"_s});
-    apne();
-    control(u"btnPrint"_s)->setFocus();
-    tast(Qt::Key_F5, Qt::ShiftModifier);
-    klikk(u"cmdLast"_s);
-    klikk(u"btnPrint"_s);
-    EXPECT_FALSE(utskrifter[0].original);
-}
-
-TEST_F(OrdreKommandoerTest, PrintTurnsNewOn)
-{
-    leggOrdre({});
-    apne();
-    control(u"btnNew"_s)->setEnabled(false);
-    klikk(u"btnPrint"_s);
-    EXPECT_TRUE(erPaa(u"btnNew"_s));
-}
-
-TEST_F(OrdreKommandoerTest, ComingBackFromThePrintStandsOnTheLastOrder)
-{
-    leggOrdre({.ordreNr = 1});
-    leggOrdre({.ordreNr = 2});
-    apne();
-    klikk(u"cmdFirst"_s);
-    frmOrdre::setUtskriftApner(
-        [](const OrdreUtskrift &) { (new RecordingForm(u"frmUtskrift"_s))->show(); });
-    klikk(u"btnPrint"_s);
-    EXPECT_EQ(tekst(16), u"1"_s);
-    run(u"UPDATE Ordre SET OrdreStatus='Fakturert' WHERE OrdreNr=2"_s);
-    Forms::byName(u"frmUtskrift"_s)->unload();
-    runEvents();
-    EXPECT_EQ(tekst(16), u"2"_s);
-    EXPECT_EQ(tekst(17), u"Fakturert"_s);
-    EXPECT_EQ(knapperPaa(), QStringList({u"btnPrint"_s, u"btnCopy"_s, u"btnNew"_s}));
-}
-
-// --- Paid
-
-TEST_F(OrdreKommandoerTest, YesMarksTheInvoiceAsPaid)
-{
-    for (const QString &from : {u"Fakturert"_s, u"Bokført"_s}) {
-        run(u"DELETE FROM OrdreLinjer"_s);
-        run(u"DELETE FROM Ordre"_s);
-        const int other = leggOrdre({.ordreNr = 1, .status = from});
-        const int id = leggOrdre({.ordreNr = 2, .status = from});
-        apne();
-        ASSERT_TRUE(betalt()->isEnabled());
-        meldinger.svar = answer::kYes;
-        klikk(u"chkBetalt"_s);
-        EXPECT_EQ(meldinger.ta(), QStringList{u"Vil du merke denne fakturaen som Betalt?"_s});
-        EXPECT_EQ(status(id), u"Betalt"_s);
-        EXPECT_EQ(status(other), from);
-        EXPECT_EQ(tekst(17), u"Betalt"_s);
-        EXPECT_FALSE(betalt()->isEnabled());
-        EXPECT_TRUE(betalt()->isChecked());
-        // The column Betalt is not written.
-        EXPECT_EQ(rows(u"SELECT Betalt FROM Ordre WHERE ID=%1"_s.arg(id)), QStringList{u"False"_s});
-        skjerm()->unload();
-        runEvents();
-        // So the box is empty when the invoice is read again.
-        apne();
-        EXPECT_EQ(tekst(17), u"Betalt"_s);
-        EXPECT_FALSE(betalt()->isChecked());
-        skjerm()->unload();
-        runEvents();
-    }
-    EXPECT_EQ(meldinger.ikoner[0], int(QMessageBox::Question));
-    EXPECT_EQ(meldinger.standardknapper[0], u"button7"_s);
-}
-
-TEST_F(OrdreKommandoerTest, NoLeavesTheBoxCheckedAndStoresNothing)
-{
-    const int id = leggOrdre({.status = u"Fakturert"_s});
-    apne();
-    meldinger.svar = answer::kNo;
-    klikk(u"chkBetalt"_s);
-    EXPECT_EQ(meldinger.ta().size(), 1);
-    EXPECT_TRUE(betalt()->isChecked());
-    EXPECT_TRUE(betalt()->isEnabled());
-    EXPECT_EQ(status(id), u"Fakturert"_s);
-    EXPECT_EQ(tekst(17), u"Fakturert"_s);
-    // Taking the mark away asks nothing.
-    klikk(u"chkBetalt"_s);
-    EXPECT_EQ(meldinger.tekster, QStringList());
-    EXPECT_FALSE(betalt()->isChecked());
-}
-
-TEST_F(OrdreKommandoerTest, AnOrderIsNotPaid)
-{
-    const int id = leggOrdre({.status = u"Ordre"_s});
-    apne();
-    EXPECT_FALSE(betalt()->isEnabled());
-    betalt()->setEnabled(true);
-    klikk(u"chkBetalt"_s);
-    EXPECT_TRUE(betalt()->isChecked());
-    EXPECT_EQ(meldinger.tekster, QStringList());
-    EXPECT_EQ(status(id), u"Ordre"_s);
-}
-
-TEST_F(OrdreKommandoerTest, APaymentThatCannotBeStoredChangesNothing)
-{
-    leggOrdre({.status = u"Fakturert"_s});
-    apne();
-    run(u"DROP TABLE OrdreLinjer"_s);
-    run(u"DROP TABLE Ordre"_s);
-    meldinger.svar = answer::kYes;
-    klikk(u"chkBetalt"_s);
-    EXPECT_EQ(meldinger.ta().size(), 1);
-    EXPECT_EQ(tekst(17), u"Fakturert"_s);
-    EXPECT_TRUE(betalt()->isEnabled());
-}
-
-// --- The customers
-
-TEST_F(OrdreKommandoerTest, TheCustomersOpenInAModeOnly)
-{
-    leggOrdre({});
-    apne();
-    klikk(u"cmdKunder"_s);
-    EXPECT_EQ(verktoytips(u"cmdKunder"_s), u"Du må stå i Ny eller Endre -modus for å se kundene"_s);
-    EXPECT_EQ(Forms::byName(u"frmKunder"_s), nullptr);
-    for (const QString &mode : {u"btnNew"_s, u"btnChange"_s}) {
-        klikk(mode);
-        control(u"cmdKunder"_s)->setToolTip({});
-        bool opened = false;
-        onNextModal<Form>([&](Form &kunder) {
-            opened = kunder.objectName() == u"frmKunder"_s && kunder.isModal();
-            EXPECT_EQ(verktoytips(u"cmdKunder"_s), u"Klikk for å se kundene"_s);
-            kunder.unload();
-        });
-        QTest::mouseClick(control(u"cmdKunder"_s), Qt::LeftButton);
-        roFokus();
-        EXPECT_TRUE(opened) << mode.toStdString();
-        // Coming back is an activation.
-        EXPECT_EQ(knapperPaa(), QStringList{u"btnSave"_s});
-        klikk(u"cmdLast"_s);
-        klikk(u"btnCancel"_s);
-        klikk(u"cmdLast"_s);
-    }
-}
-
-TEST_F(OrdreKommandoerTest, APickedCustomerFillsTheFields)
-{
-    run(u"UPDATE KundeLev SET LevAdr1='Kai 3', LevAdr2='2 tr', LevPostNr='7010', "
-        u"OrganisasjonsNr='987654321', FakturaType='EHF' WHERE KundeNr=10001"_s);
-    apne();
-    klikk(u"btnNew"_s);
-    onNextModal<Form>([](Form &kunder) {
-        QTest::mouseClick(kunder.findChild<QWidget *>(u"OKButton"_s), Qt::LeftButton);
-    });
-    QTest::mouseClick(control(u"cmdKunder"_s), Qt::LeftButton);
-    roFokus();
-    EXPECT_EQ(tekst(18).trimmed(), u"10001"_s);
-    EXPECT_EQ(tekst(0), u"Kunde AS"_s);
-    EXPECT_EQ(tekst(9).trimmed(), u"14"_s);
-    EXPECT_EQ(tekst(1), u"Gate 1"_s);
-    EXPECT_EQ(tekst(2), u"Bakgården"_s);
-    EXPECT_EQ(tekst(3), u"0150"_s);
-    EXPECT_EQ(tekst(4), u"OSLO"_s);
-    EXPECT_EQ(tekst(5), u"Kai 3"_s);
-    EXPECT_EQ(tekst(6), u"2 tr"_s);
-    EXPECT_EQ(tekst(7), u"7010"_s);
-    EXPECT_EQ(tekst(8), u"Kai 3"_s);
-    EXPECT_EQ(tekst(24), u"      7 010"_s);
-    EXPECT_EQ(tekst(13), u"23.03.2014"_s);
-    EXPECT_EQ(tekst(26), u"TRONDHEIM"_s);
-    EXPECT_EQ(knapperPaa(), QStringList{u"btnSave"_s});
 }
 
 } // namespace

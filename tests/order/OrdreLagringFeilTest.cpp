@@ -144,6 +144,46 @@ TEST_F(OrdreLagringFeilTest, AFailedChangeLeavesTheStoredOrder)
     EXPECT_EQ(headers(), QStringList({u"1|OBrien"_s}));
 }
 
+TEST_F(OrdreLagringFeilTest, AChangeOfAnOrderThatWasNeverStoredStoresNothing)
+{
+    nyOrdre();
+    skriv(hode::kKundeNavn, u"O'Brien"_s);
+    lagre();
+    EXPECT_EQ(meldinger.ta(), QStringList({feilet}));
+    klikk(u"btnChange"_s); // on by the state after a save, with no order behind it
+    skriv(hode::kKundeNavn, u"OBrien"_s);
+    SessionTap tap;
+    koblePaaNytt();
+    lagre();
+    EXPECT_EQ(meldinger.ta(), QStringList({feilet}));
+    EXPECT_EQ(tap.statements().filter(u" WHERE ID= 0"_s).size(), 1);
+    EXPECT_EQ(tap.statements().filter(u"OrdreLinjer"_s), QStringList());
+    EXPECT_EQ(tap.calls().filter(u"rollback"_s), QStringList()) << "committed all the same";
+    EXPECT_EQ(headers(), QStringList());
+    EXPECT_EQ(knapperPaa(), knapperEtterLagring);
+}
+
+TEST_F(OrdreLagringFeilTest, AnOrderDeletedMeanwhileIsReportedAsSavedAndIsNot)
+{
+    endreOrdre();
+    run(u"DELETE FROM OrdreLinjer"_s);
+    run(u"DELETE FROM Ordre"_s);
+    lagre();
+    EXPECT_EQ(notat(), u"Posten er lagret."_s) << "an update that hits no row is no error";
+    EXPECT_EQ(headers(), QStringList());
+    EXPECT_EQ(lines(), QStringList()) << "its lines have nothing to belong to";
+    EXPECT_NE(gDB->LastError(), QString());
+}
+
+TEST_F(OrdreLagringFeilTest, DaysOfPaymentBeyondTheirColumnAreAFailure)
+{
+    nyOrdre();
+    skriv(hode::kBetBet, u"32768"_s);
+    lagre();
+    EXPECT_EQ(meldinger.ta(), QStringList({feilet}));
+    EXPECT_EQ(headers(), QStringList());
+}
+
 TEST_F(OrdreLagringFeilTest, AClearedDateIsAFailure)
 {
     nyOrdre();

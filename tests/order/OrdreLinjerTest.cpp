@@ -51,6 +51,37 @@ TEST_F(OrdreLinjerTest, TheColumnsStandInTheirOrder)
     }
 }
 
+TEST_F(OrdreLinjerTest, IsDesignedWithFiftyRows)
+{
+    SharedForm<frmOrdre>::get().load();
+    EXPECT_EQ(grid().maxRows(), 50);
+}
+
+TEST_F(OrdreLinjerTest, AProductOfAnotherClientIsNone)
+{
+    run(u"INSERT INTO Produkt (KlientNr,ProduktNr,ProduktNavn,UtPris,MvaSats,BruttoPris) "
+        u"VALUES (6,'F1','Fremmed',10,25,0)"_s);
+    run(u"INSERT INTO OrdreLinjer (OrdreID,PosNr,ProduktNr) VALUES (%1,10,'F1')"_s.arg(
+        leggOrdre({.medLinje = false})));
+    apne();
+    staaI(kProduktNr, 1);
+    gridtast(Qt::Key_Tab);
+    EXPECT_EQ(rad(1, 1, 4), QStringList({u"F1"_s, u""_s, u""_s, u""_s}));
+    EXPECT_EQ(aktiv(), std::pair(kAntall, 1));
+}
+
+TEST_F(OrdreLinjerTest, WhileBrowsingAProductFillsItsLineToo)
+{
+    leggProdukt(u"P2"_s, u"Lasting"_s, u"10"_s, u"15"_s);
+    leggLinje(leggOrdre({.medLinje = false}), 10, u"P2"_s, u"1"_s, u"99"_s);
+    apne();
+    EXPECT_EQ(rad(1, 1, 4), QStringList({u"P2"_s, u"Frakt"_s, u"1,0"_s, u" 99,00"_s}));
+    staaI(kProduktNr, 1);
+    gridtast(Qt::Key_Tab);
+    EXPECT_EQ(rad(1, 1, 4), QStringList({u"P2"_s, u"Lasting"_s, u"1,0"_s, u" 10,00"_s}));
+    EXPECT_EQ(celle(kMvaPst, 1), u"15,0"_s);
+}
+
 TEST_F(OrdreLinjerTest, TheCellsHaveTheirTypes)
 {
     leggProdukt(u"A0"_s, u"Lasting"_s, u"10"_s, u"25"_s);

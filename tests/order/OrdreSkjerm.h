@@ -43,8 +43,9 @@ struct Ordrerad
     bool medLinje = true; ///< one line: product P1, 1 piece of 100 with 25 percent
 };
 
-/// The order screen in a started module of client 5 in 2014, on the database of this test program: customers 10001 and 10002, product P1,
-/// postal codes 0150 and 7010. The clock stands at 9 March 2014.
+/// The order screen in a started module of client 5 in 2014, on the database of this test program:
+/// customers 10001 and 10002, product P1, postal codes 0150 and 7010. The clock stands at 9 March
+/// 2014.
 class OrdreSkjerm : public ModuleTest
 {
 protected:

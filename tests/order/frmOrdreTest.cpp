@@ -5,6 +5,7 @@
 #include "platform/forms/Image.h"
 #include "platform/forms/ImageList.h"
 #include "platform/forms/PictureButton.h"
+#include "platform/grid/fpSpread.h"
 #include "rules/Innstilling.h"
 #include "shell/clsRegSettings.h"
 #include "state/SharedState.h"
@@ -193,6 +194,46 @@ TEST_F(FrmOrdreTest, TheGridTakesTheRoomOfALargerWindow)
     runEvents();
     EXPECT_EQ(control(u"vaSpread1"_s)->size(), before + QSize(200, 150));
     EXPECT_EQ(felt(0)->y(), header);
+}
+
+TEST_F(FrmOrdreTest, TheProductsNameTakesTheRoomOfALargerWindow)
+{
+    apne();
+    auto *grid = control<fpSpread>(u"vaSpread1"_s);
+    EXPECT_EQ(grid->colWidth(2), 16.25);
+    const int first = skjerm()->width();
+    skjerm()->resize(first + 300, skjerm()->height());
+    runEvents();
+    EXPECT_DOUBLE_EQ(grid->colWidth(2), 16.25 + grid->twipsToColWidth(300 * 15));
+    EXPECT_EQ(grid->colWidth(1), 11.0);
+    skjerm()->resize(first, skjerm()->height());
+    runEvents();
+    EXPECT_EQ(grid->colWidth(2), 16.25);
+}
+
+TEST_F(FrmOrdreTest, SumsOfMillionsAreShownWholeInTheLeastWindow)
+{
+    apne();
+    skjerm()->setPlace(0, 0, 0, 0);
+    runEvents();
+    constexpr int kFrameAndMargins = 10;
+    for (const int nr : {20, 21, 22}) {
+        EXPECT_GE(felt(nr)->width(),
+                  felt(nr)->fontMetrics().horizontalAdvance(u"12345 678,00"_s) + kFrameAndMargins)
+            << nr;
+    }
+    EXPECT_GE(felt(25)->width(),
+              felt(25)->fontMetrics().horizontalAdvance(u"-0,50"_s) + kFrameAndMargins);
+}
+
+TEST_F(FrmOrdreTest, TheWarningMovesNothing)
+{
+    gAar = 2015;
+    apne();
+    const QRect before = felt(0)->geometry();
+    klikk(u"btnNew"_s);
+    ASSERT_TRUE(control(u"imgAar"_s)->isVisible());
+    EXPECT_EQ(felt(0)->geometry(), before);
 }
 
 TEST_F(FrmOrdreTest, EscapeClosesSilentlyAnywhere)
@@ -449,6 +490,16 @@ TEST_F(FrmOrdreTest, TheSameYearWarnsOfNothing)
     klikk(u"btnCancel"_s);
     klikk(u"btnNew"_s);
     EXPECT_FALSE(control(u"imgAar"_s)->isVisible());
+}
+
+TEST_F(FrmOrdreTest, ATextThatIsNoDateIsOutsideTheYear)
+{
+    gAar = 2015;
+    apne();
+    klikk(u"btnNew"_s);
+    skriv(10, u"snart"_s);
+    klikkBilde(u"imgAar"_s);
+    EXPECT_NE(control(u"imgAar"_s)->toolTip(), QString());
 }
 
 TEST_F(FrmOrdreTest, TheWarningLooksAtTheDateOfTheMoment)

@@ -99,6 +99,16 @@ TEST_F(BokforingTest, AnInvoiceAfterACreditNoteIsWrittenAsOne)
     expectGolden("kreditnota-saa-faktura");
 }
 
+TEST_F(BokforingTest, GroupsOfTheOtherSignKeepItOnAnInvoiceAndLoseItOnACreditNote)
+{
+    legg({.nr = 101, .linjer = {{u"25"_s, u"200"_s}, {u"10"_s, u"-50"_s}}, .brutto = u"150"_s});
+    // The order's own sum makes a credit note of the voucher, the sum of the groups one of the work
+    // row.
+    legg({.nr = 102, .linjer = {{u"25"_s, u"-100"_s}}, .brutto = u"10"_s});
+    legg({.nr = 103, .linjer = {{u"25"_s, u"-200"_s}, {u"10"_s, u"50"_s}}, .brutto = u"-150"_s});
+    expectGolden("blandet-fortegn");
+}
+
 TEST_F(BokforingTest, RoundingGrowsThroughTheRun)
 {
     legg({.nr = 101,
@@ -176,6 +186,92 @@ TEST_F(BokforingTest, ADueDateThatIsNoneCostsTheCustomerLineAndTheWorkRow)
 {
     legg({.nr = 101, .linjer = {v25}, .forfall = u"Null"_s});
     expectGolden("uten-forfall");
+}
+
+TEST_F(BokforingTest, NamesNumbersAndDatesAreThoseOfTheListAndAmountsThoseOfTheOrder)
+{
+    NoterendeSkjerm::Rad &rad = legg({.nr = 101, .linjer = {v25}, .avrunding = u"0.25"_s});
+    rad.celler[bokforkolonne::kFakNr] = u"901"_s;
+    rad.celler[bokforkolonne::kKundeNr] = u"19999"_s;
+    rad.celler[bokforkolonne::kKundeNavn] = u"Gammelt Navn"_s;
+    rad.celler[bokforkolonne::kFakDato] = u"01.02.2014"_s;
+    rad.celler[bokforkolonne::kForfall] = u"15.02.2014"_s;
+    rad.celler[bokforkolonne::kBelop] = u"7 777,00"_s;
+    kjor();
+    EXPECT_EQ(rows(u"SELECT BilagDato,Tekst FROM Bilag"_s),
+              QStringList(u"01.02.2014|Faktura Gammelt Navn"_s));
+    EXPECT_EQ(rows(u"SELECT Tekst,LevNr,Debet,FaktDato,FaktForfall,cFaktNr FROM BilagLinjer "
+                   u"WHERE Konto=1500"_s),
+              QStringList(u"Kundefaktura 901|19999|125,25|01.02.2014|15.02.2014|F901"_s));
+    EXPECT_EQ(rows(u"SELECT FakNr,KndNr,FakDto,Forfall,Belop FROM tmpTbl"_s),
+              QStringList(u"901|19999|01.02.2014|15.02.2014|125,25"_s));
+    EXPECT_EQ(rows(u"SELECT OrdreNr,OrdreStatus FROM Ordre"_s), QStringList(u"101|Bokført"_s));
+}
+
+TEST_F(BokforingTest, BlanksAroundTheChoiceOfNoPermitDoNotCount)
+{
+    const auto permitFor = [this](const QString &choice) {
+        static int nr = 100;
+        run(u"DELETE FROM BilagLinjer"_s);
+        skjerm.rader.clear();
+        skjerm.kontoTekst = u" 3020 Frakt "_s;
+        skjerm.loyveTekst = choice;
+        legg({.nr = ++nr, .linjer = {v25}});
+        kjor();
+        return rows(u"SELECT Konto,Loyve FROM BilagLinjer ORDER BY ID"_s);
+    };
+    EXPECT_EQ(permitFor(u" <nei> "_s), QStringList({u"3020|"_s, u"1500|"_s}));
+    for (const QString &other : {u""_s, u"<Nei>"_s, u"L-117"_s})
+        EXPECT_EQ(permitFor(other), QStringList({u"3020|3020 Frakt"_s, u"1500|3020 Frakt"_s}));
+}
+
+TEST_F(BokforingTest, AnApostropheInThePermitCostsTheLinesThatCarryIt)
+{
+    skjerm.kontoTekst = u"3020'"_s;
+    skjerm.loyveTekst = u"L-117"_s;
+    legg({.nr = 101, .linjer = {v25}, .avrunding = u"0.25"_s});
+    kjor();
+    EXPECT_EQ(rows(u"SELECT BilagNr FROM Bilag"_s), QStringList(u"1"_s));
+    EXPECT_EQ(rows(u"SELECT Konto FROM BilagLinjer"_s), QStringList(u"7395"_s));
+    EXPECT_EQ(rows(u"SELECT Belop FROM tmpTbl"_s), QStringList(u"125,25"_s));
+    EXPECT_EQ(rows(u"SELECT OrdreStatus FROM Ordre"_s), QStringList(u"Bokført"_s));
+}
+
+TEST_F(BokforingTest, AnInvoiceThatIsPrintedAgainGetsASecondVoucher)
+{
+    legg({.nr = 101, .linjer = {v25}});
+    kjor();
+    run(u"UPDATE Ordre SET OrdreStatus='Fakturert' WHERE OrdreNr=101"_s);
+    kjor();
+    EXPECT_EQ(rows(u"SELECT BilagNr FROM Bilag ORDER BY ID"_s), QStringList({u"1"_s, u"2"_s}));
+    EXPECT_EQ(rows(u"SELECT BilagNr FROM tmpTbl"_s), QStringList(u"2"_s));
+}
+
+TEST_F(BokforingTest, TheWorkTableOutlivesTheModuleUntilTheNextRun)
+{
+    legg({.nr = 101, .linjer = {v25}});
+    kjor();
+    reload();
+    gAar = 2014;
+    EXPECT_EQ(startModule(), 1);
+    EXPECT_EQ(rows(u"SELECT FakNr FROM tmpTbl"_s), QStringList(u"101"_s));
+    skjerm.rader.clear();
+    kjor();
+    EXPECT_TRUE(rows(u"SELECT FakNr FROM tmpTbl"_s).isEmpty());
+}
+
+TEST_F(BokforingTest, AnOrderThatCannotBeReadIsLeftWithoutAWord)
+{
+    nekt = [](const QString &statement) {
+        if (statement.startsWith(u"SELECT * FROM Ordre") && statement.endsWith(u"ID=1"))
+            throw RunTimeError(ado::errors::kUnspecified);
+    };
+    legg({.nr = 101, .linjer = {v25}});
+    legg({.nr = 102, .linjer = {v25}}).celler[bokforkolonne::kOrdreId].clear();
+    kjor();
+    EXPECT_EQ(skjerm.hendelser, QStringList({u"framdrift 0 av 2"_s, u"framdrift 1 av 2"_s,
+                                             u"framdrift 2 av 2"_s, u"les fakturaer"_s}));
+    EXPECT_TRUE(rows(u"SELECT ID FROM Bilag"_s).isEmpty());
 }
 
 TEST_F(BokforingTest, TheStatusIsTriedTwice)

@@ -214,6 +214,61 @@ TEST_F(FrmBokforTest, TheRowsFollowTheInvoices)
     EXPECT_EQ(grid().dataRowCnt(), 11);
 }
 
+TEST_F(FrmBokforTest, RowsThatCameLaterAreMarkedLikeTheFirstOnes)
+{
+    enterMany(13);
+    open();
+    for (const int row : {11, 13})
+        clickCell(kBokfor, row);
+    EXPECT_EQ(transfer(), (Boks{u" 2 fakturaer er bokført."_s, kInfo}));
+    EXPECT_EQ(grid().maxRows(), 12);
+    EXPECT_EQ(grid().dataRowCnt(), 11);
+    EXPECT_EQ(at(kFakNr, 11), u"112"_s);
+    for (int row = 1; row <= 12; ++row)
+        EXPECT_EQ(at(kBokfor, row), QString()) << row;
+    clickCell(kBokfor, 11);
+    EXPECT_EQ(at(kBokfor, 11), u"1"_s);
+    clickCell(kFakNr, 11);
+    QTest::keyClicks(&grid(), u"7"_s);
+    EXPECT_FALSE(grid().editMode());
+    // Down to a list that fits the design.
+    clickCell(kBokfor, 10);
+    transfer();
+    EXPECT_EQ(grid().maxRows(), 10);
+    EXPECT_EQ(grid().dataRowCnt(), 9);
+}
+
+TEST_F(FrmBokforTest, AnInvoiceOfLaterIsNotInTheListUntilItIsLoadedAnew)
+{
+    enterMany(1);
+    open();
+    enter({.nr = 200, .linjer = {}});
+    click(control<QCheckBox>(u"Check1"_s));
+    clickCell(kBokfor, 1);
+    clickCell(kBokfor, 1);
+    EXPECT_EQ(grid().dataRowCnt(), 1);
+    transfer(); // loads it
+    EXPECT_EQ(grid().dataRowCnt(), 1);
+    EXPECT_EQ(at(kFakNr, 1), u"200"_s);
+}
+
+TEST_F(FrmBokforTest, WhatTheDatabaseRefusesLeavesItsListEmptyWithoutAWord)
+{
+    run(u"DROP TABLE Bil"_s);
+    run(u"DROP TABLE Kontoplan"_s);
+    enterMany(1);
+    nekt = [](const QString &statement) {
+        if (statement.contains(u"FROM Ordre"))
+            throw RunTimeError(errors::kInvalidCall);
+    };
+    open();
+    EXPECT_EQ(grid().dataRowCnt(), 0);
+    EXPECT_EQ(box(u"cmbKonto"_s)->count(), 0);
+    EXPECT_EQ(box(u"cmbKonto"_s)->currentText(), u"3000"_s);
+    EXPECT_EQ(box(u"cmbLoyve"_s)->count(), 1);
+    EXPECT_EQ(box(u"cmbLoyve"_s)->currentText(), u"<nei>"_s);
+}
+
 TEST_F(FrmBokforTest, WithoutInvoicesNothingCanBePosted)
 {
     open();
@@ -364,6 +419,9 @@ TEST_F(FrmBokforTest, MarkAllMarksTheInvoicesAndLeavesTheButton)
     auto *check = control<QCheckBox>(u"Check1"_s);
     click(check);
     EXPECT_EQ(check->text(), u"Fjern merking"_s);
+    runEvents();
+    EXPECT_EQ(check->visibleRegion().boundingRect(), check->rect());
+    EXPECT_GE(check->width(), check->sizeHint().width());
     EXPECT_EQ(at(kBokfor, 1) + at(kBokfor, 2) + at(kBokfor, 3), u"11"_s);
     EXPECT_FALSE(canTransfer());
 
@@ -377,6 +435,44 @@ TEST_F(FrmBokforTest, MarkAllMarksTheInvoicesAndLeavesTheButton)
     clickCell(kBokfor, 1); // on
     clickCell(kBokfor, 1); // off
     EXPECT_FALSE(canTransfer());
+}
+
+TEST_F(FrmBokforTest, MarkAllPassesByRowsWhoseNumberIsNotAboveZero)
+{
+    enter({.nr = 0, .linjer = {}});
+    enter({.nr = -3, .linjer = {}});
+    enterMany(1);
+    open();
+    click(control<QCheckBox>(u"Check1"_s));
+    EXPECT_EQ(at(kBokfor, 1) + u'|' + at(kBokfor, 2) + u'|' + at(kBokfor, 3), u"||1"_s);
+}
+
+TEST_F(FrmBokforTest, OnlyAClickTurnsAMarkOver)
+{
+    enterMany(2);
+    open();
+    clickCell(kBokfor, 1);
+    for (const int key : {Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_0, Qt::Key_X, Qt::Key_F2})
+        QTest::keyClick(&grid(), Qt::Key(key));
+    for (const int key : {Qt::Key_V, Qt::Key_X})
+        QTest::keyClick(&grid(), Qt::Key(key), Qt::ControlModifier);
+    QTest::keyClick(&grid(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&grid(), Qt::Key_Delete);
+    EXPECT_EQ(at(kBokfor, 1), u"1"_s);
+    EXPECT_EQ(at(kBokfor, 2), QString());
+    EXPECT_TRUE(canTransfer());
+    EXPECT_EQ(grid().dataRowCnt(), 2);
+}
+
+TEST_F(FrmBokforTest, ADoubleClickIsTwoClicks)
+{
+    enterMany(1);
+    open();
+    clickCell(kBokfor, 1);
+    EXPECT_TRUE(canTransfer());
+    QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, middleOf(kBokfor, 1));
+    EXPECT_EQ(at(kBokfor, 1), u"1"_s);
+    EXPECT_TRUE(canTransfer());
 }
 
 // --- The run
@@ -401,6 +497,44 @@ TEST_F(FrmBokforTest, PostsTheMarkedInvoices)
     EXPECT_EQ(grid().dataRowCnt(), 1);
     EXPECT_EQ(at(kFakNr, 1), u"102"_s);
     EXPECT_EQ(at(kBokfor, 1), QString());
+}
+
+TEST_F(FrmBokforTest, PostsOnTheTypedAccount)
+{
+    enterMany(1);
+    open();
+    QComboBox *list = box(u"cmbKonto"_s);
+    list->lineEdit()->selectAll();
+    QTest::keyClicks(list, u" 31 5x"_s);
+    clickCell(kBokfor, 1);
+    transfer();
+    EXPECT_EQ(rows(u"SELECT Konto,Loyve FROM BilagLinjer ORDER BY ID"_s),
+              QStringList({u"315|"_s, u"1500|"_s}));
+}
+
+TEST_F(FrmBokforTest, AStaleListIsPassedOverAndLoadedAnew)
+{
+    enterMany(2);
+    open();
+    clickCell(kBokfor, 1);
+    clickCell(kBokfor, 2);
+    run(u"UPDATE Ordre SET OrdreStatus='Bokført' WHERE OrdreNr=101"_s);
+    EXPECT_EQ(transfer(), (Boks{u" 1 faktura er bokført."_s, kInfo}));
+    EXPECT_EQ(rows(u"SELECT Tekst FROM BilagLinjer WHERE Konto=1500"_s),
+              QStringList(u"Kundefaktura 102"_s));
+    EXPECT_EQ(grid().dataRowCnt(), 0);
+}
+
+TEST_F(FrmBokforTest, AListOfTheClientBeforeIsPassedOver)
+{
+    enterMany(1);
+    enter({.nr = 601, .linjer = {}, .klient = 6});
+    open();
+    clickCell(kBokfor, 1);
+    gKlient = 6;
+    click(button(u"btnTransfer"_s));
+    EXPECT_EQ(rows(u"SELECT COUNT (*) FROM Bilag"_s), QStringList(u"0"_s));
+    EXPECT_EQ(at(kFakNr, 1), u"601"_s);
 }
 
 TEST_F(FrmBokforTest, TheButtonIsNotResetAndThenRunsForNothing)
@@ -442,6 +576,8 @@ TEST_F(FrmBokforTest, TheFootTellsHowFarTheRunIs)
     clickCell(kBokfor, 3);
     const auto *foot = control<QLabel>(u"lblFramdrift"_s);
     EXPECT_EQ(foot->text(), QString());
+    runEvents();
+    EXPECT_GE(foot->width(), foot->fontMetrics().horizontalAdvance(u"1000 av 1000"_s));
     QStringList seen;
     nekt = [&](const QString &statement) {
         if (!statement.startsWith(u"SELECT * FROM Ordre") || !statement.contains(u"ID="))
@@ -656,7 +792,8 @@ TEST_F(FrmBokforTest, OpensAtItsDefaultPlaceAndComesBackWhereItWasLeft)
 TEST_F(FrmBokforTest, TheGridTakesWhatTheWindowOffers)
 {
     open();
-    for (const QSize size : {QSize(9345, 4755), QSize(15000, 9000), QSize(7500, 4500)}) {
+    for (const QSize size :
+         {QSize(9345, 4755), QSize(15000, 9000), QSize(7500, 4500), QSize(4005, 4005)}) {
         form()->setPlace(200, 200, size.width(), size.height());
         runEvents();
         const QRect place = grid().geometry();
@@ -673,7 +810,10 @@ TEST_F(FrmBokforTest, TheGridTakesWhatTheWindowOffers)
         // The buttons stay at the right, and the line follows the panel.
         const QWidget *frame = control<QWidget>(u"ramme"_s);
         const QWidget *panel = control<QWidget>(u"panel"_s);
-        EXPECT_GE(frame->mapTo(panel, frame->rect().topRight()).x(), panel->width() - 16);
+        const int right = frame->mapTo(panel, frame->rect().topRight()).x();
+        EXPECT_GE(right, panel->width() - 16);
+        EXPECT_LT(right, panel->width());
+        EXPECT_GE(frame->width(), frame->sizeHint().width());
         EXPECT_EQ(control<QWidget>(u"linje"_s)->width(), panel->width());
     }
 }

@@ -162,6 +162,34 @@ TEST_F(FrmKunderTest, TheGridHasItsColumns)
     EXPECT_EQ(control<QPushButton>(u"CancelButton"_s)->text(), u"Cancel"_s);
 }
 
+TEST_F(FrmKunderTest, TheNameTakesTheRoomOfALargerWindow)
+{
+    show();
+    const QSize first = form()->size();
+    form()->resize(first.width() + 200, first.height());
+    runEvents();
+    EXPECT_DOUBLE_EQ(grid().colWidth(2), 24.12 + grid().twipsToColWidth(200 * 15));
+    form()->resize(first.width() - 50, first.height());
+    runEvents();
+    EXPECT_EQ(grid().colWidth(2), 24.12);
+}
+
+TEST_F(FrmKunderTest, TheRowThatOkTakesIsMarked)
+{
+    addCustomer(10001, u"Anne"_s);
+    addCustomer(10002, u"Berit"_s);
+    pick(mottaker, [&] {
+        EXPECT_EQ(grid().firstSelectedRow(), 1);
+        EXPECT_EQ(grid().selectedRowCount(), 1);
+        QTest::keyClick(&grid(), Qt::Key_Down);
+        doubleClickHeader(1); // falling, on the same row
+        EXPECT_EQ(grid().firstSelectedRow(), 2);
+        EXPECT_EQ(grid().activeRow(), 2);
+        click(u"OKButton"_s);
+    });
+    EXPECT_EQ(mottaker.texts[KundeFelt::KundeNavn], u"Anne"_s);
+}
+
 TEST_F(FrmKunderTest, IsDesignedWithAHundredRows)
 {
     SharedForm<frmKunder>::get().load();

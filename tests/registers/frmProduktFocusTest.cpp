@@ -1,6 +1,7 @@
 #include "registers/ProduktFixture.h"
 
 #include <QAbstractItemView>
+#include <QContextMenuEvent>
 
 // What protects the details outside the edit modes, and what the two amounts do with the focus.
 
@@ -42,6 +43,40 @@ TEST_F(FrmProduktFocusTest, TabIntoTheFirstFieldPassesStraightOn)
     EXPECT_NE(focused(), u"txtFields_0"_s);
     settle();
     EXPECT_EQ(focused(), u"btnNew"_s);
+}
+
+TEST_F(FrmProduktFocusTest, AMenuOverABrowsedFieldGivesTheFocusBackToBeSentOn)
+{
+    doubleClickCell(1, 1);
+    for (QWidget *each : {static_cast<QWidget *>(&field(1)), static_cast<QWidget *>(&field(4))}) {
+        each->setFocus(Qt::MouseFocusReason);
+        const QPoint place(5, 5);
+        QContextMenuEvent asked(QContextMenuEvent::Mouse, place, each->mapToGlobal(place));
+        QApplication::sendEvent(each, &asked);
+        settle(); // the sent key has gone to the menu
+        QWidget *menu = QApplication::activePopupWidget();
+        ASSERT_NE(menu, nullptr);
+        ASSERT_EQ(focused(), each->objectName());
+        QTest::keyClick(menu, Qt::Key_Escape);
+        settle();
+        EXPECT_EQ(focused(), u"btnNew"_s) << each->objectName().toStdString();
+    }
+}
+
+TEST_F(FrmProduktFocusTest, AMenuOverAnEditedAmountLeavesItAsItIs)
+{
+    changeFirst();
+    type(field(4), u"12"_s);
+    field(4).setCursorPosition(1);
+    const QPoint place(5, 5);
+    QContextMenuEvent asked(QContextMenuEvent::Mouse, place, field(4).mapToGlobal(place));
+    QApplication::sendEvent(&field(4), &asked);
+    settle();
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    settle();
+    EXPECT_EQ(focused(), u"txtFields_4"_s);
+    EXPECT_EQ(field(4).text(), u"12"_s);
+    EXPECT_FALSE(field(4).hasSelectedText());
 }
 
 TEST_F(FrmProduktFocusTest, TheTabsTakeTheFocusOfAPageThatGoes)

@@ -1,6 +1,8 @@
 #include "platform/forms/MsgBox.h"
 #include "registers/ProduktFixture.h"
 
+#include <QClipboard>
+
 // Saving a product: the statements to the letter, and what the user is told.
 
 namespace {
@@ -205,6 +207,44 @@ TEST_F(FrmProduktLagreTest, WithoutAnIdNoRowIsChangedAndItIsReportedAsSaved)
     EXPECT_EQ(products(), QStringList({kOlje}));
 }
 
+TEST_F(FrmProduktLagreTest, AKeyOfManyDigitsIsKept)
+{
+    run(u"INSERT INTO Produkt (ID,KlientNr,ProduktNr,ProduktNavn) VALUES (2147483647,5,'Z9','Sist')"_s);
+    clickTab(1);
+    EXPECT_EQ(at(9, 2), u"2147483647"_s);
+    doubleClickCell(1, 2);
+    press(u"btnChange"_s);
+    type(field(1), u"Aller sist"_s);
+    press(u"btnSave"_s);
+    EXPECT_EQ(rows(u"SELECT ProduktNavn FROM Produkt WHERE ID=2147483647"_s),
+              QStringList({u"Aller sist"_s}));
+}
+
+TEST_F(FrmProduktLagreTest, AChangeThatWasLeftOpenGoesAheadOfANewProduct)
+{
+    changeFirst();
+    clickTab(1); // neither saved nor cancelled
+    newProduct();
+    fillIn({u"B2"_s, u"Filter"_s});
+    const SessionTap tap;
+    const QStringList statements = savedBy(tap);
+    ASSERT_EQ(statements.size(), 1);
+    EXPECT_TRUE(statements[0].startsWith(u"UPDATE Produkt SET "_s));
+    EXPECT_TRUE(statements[0].endsWith(u" WHERE ID=0"_s));
+    EXPECT_EQ(products(), QStringList({kOlje}));
+    EXPECT_FALSE(control<QPushButton>(u"btnSave"_s).isEnabled()) << "both modes have ended";
+}
+
+TEST_F(FrmProduktLagreTest, ANewProductThatWasLeftOpenBecomesAChangeOfTheChosenOne)
+{
+    newProduct();
+    clickTab(1);
+    changeFirst();
+    type(field(1), u"Motorolje"_s);
+    press(u"btnSave"_s);
+    EXPECT_EQ(products(), QStringList({u"5|A1|Motorolje|Diverse|stk|10|20|25|False"_s}));
+}
+
 // --- Values
 
 TEST_F(FrmProduktLagreTest, AmountsGoAsTheLocaleReadsThem)
@@ -254,6 +294,22 @@ TEST_F(FrmProduktLagreTest, TextsGoAsTheyStand)
     const SessionTap tap;
     press(u"btnSave"_s);
     EXPECT_TRUE(tap.statements().value(0).contains(u"VALUES ( 5,' B2 ','  Æøå  ','','',"_s));
+}
+
+TEST_F(FrmProduktLagreTest, PastedLinesAreStoredAsOne)
+{
+    newProduct();
+    const auto paste = [](QLineEdit &into, const QString &text) {
+        QGuiApplication::clipboard()->setText(text);
+        into.setFocus();
+        into.selectAll();
+        QTest::keyClick(&into, Qt::Key_V, Qt::ControlModifier);
+    };
+    paste(field(0), u"B2\r\n"_s); // as a spreadsheet gives a cell
+    paste(field(1), u"Filter\r\nstort\tgrønt"_s);
+    paste(*rate().lineEdit(), u"15\n"_s);
+    press(u"btnSave"_s);
+    EXPECT_EQ(products().value(1), u"5|B2|Filter stort grønt|||0|0|15|False"_s);
 }
 
 TEST_F(FrmProduktLagreTest, ATextBeyondItsColumnIsCutByTheDatabase)

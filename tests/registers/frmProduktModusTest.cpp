@@ -42,6 +42,18 @@ TEST_F(FrmProduktModusTest, TheDetailsShowTheFirstSelectedRow)
     EXPECT_EQ(enabledButtons(), u"Ny Endre Avslutt"_s);
 }
 
+TEST_F(FrmProduktModusTest, OfASelectionDrawnUpwardsTheDetailsShowTheUppermostRow)
+{
+    addThreeProducts();
+    openScreen();
+    clickCell(1, 3);
+    QTest::mouseClick(grid().viewport(), Qt::LeftButton, Qt::ShiftModifier, middle(1, 2));
+    runEvents();
+    EXPECT_EQ(details()[1], u"Pære"_s) << "the list's current row while out of sight";
+    clickTab(2);
+    EXPECT_EQ(details()[1], u"Filter"_s);
+}
+
 TEST_F(FrmProduktModusTest, TheListIsReadAnewWithItsTab)
 {
     openScreen();
@@ -175,14 +187,35 @@ TEST_F(FrmProduktModusTest, AProductThatIsGoneKeepsThePage)
 TEST_F(FrmProduktModusTest, NyEmptiesThePageAndTurnsToIt)
 {
     addThreeProducts();
+    run(u"UPDATE Produkt SET BruttoPris=1 WHERE ID=1"_s);
     openScreen();
     doubleClickCell(1, 1);
+    ASSERT_TRUE(gross().isChecked());
     press(u"btnNew"_s);
     EXPECT_EQ(details(), QStringList({QString(), QString(), QString(), QString(), u"0.00"_s,
                                       u"0.00"_s, u"25"_s, u"-"_s, QString()}));
     EXPECT_EQ(rate().currentIndex(), 0);
     EXPECT_EQ(enabledButtons(), u"Lagre Avbryt Avslutt"_s);
     EXPECT_EQ(selectedTab(), 2);
+}
+
+TEST_F(FrmProduktModusTest, NyGoesToTheNameToo)
+{
+    openScreen();
+    newProduct();
+    EXPECT_EQ(focused(), u"txtFields_1"_s)
+        << "the first field gets the focus while the page is still for reading, and sends it on";
+}
+
+TEST_F(FrmProduktModusTest, NyPutsTheFirstRateInPlaceOfATypedOne)
+{
+    openScreen();
+    newProduct();
+    type(*rate().lineEdit(), u"12"_s);
+    press(u"btnCancel"_s);
+    EXPECT_EQ(rate().currentText(), u"12"_s);
+    press(u"btnNew"_s);
+    EXPECT_EQ(rate().currentText(), u"25"_s);
 }
 
 TEST_F(FrmProduktModusTest, NyWritesNothing)
@@ -235,6 +268,9 @@ TEST_F(FrmProduktModusTest, AvbrytAfterNyLeavesThePageEmpty)
     EXPECT_EQ(details()[0], QString());
     EXPECT_EQ(field(11).text(), QString());
     EXPECT_EQ(enabledButtons(), u"Ny Endre Avbryt Avslutt"_s);
+    field(1).setFocus();
+    settle();
+    EXPECT_NE(focused(), u"txtFields_1"_s) << "the page is for reading again";
 }
 
 } // namespace

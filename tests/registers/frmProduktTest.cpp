@@ -1,5 +1,6 @@
 #include "platform/forms/Image.h"
 #include "platform/forms/Twips.h"
+#include "presentation/mVASpread.h"
 #include "registers/ProduktFixture.h"
 #include "shell/clsRegSettings.h"
 
@@ -272,6 +273,22 @@ TEST_F(FrmProduktTest, OppfriskReadsAnew)
     EXPECT_EQ(grid().selectedRowCount(), 0);
 }
 
+TEST_F(FrmProduktTest, InitGridAndAReadUnlockTheGrid)
+{
+    openScreen();
+    const auto isLocked = [] {
+        grid().setCurrent(1, 1);
+        return grid().lock() || grid().protect();
+    };
+    SpreadLockAll(grid(), true);
+    ASSERT_TRUE(isLocked());
+    screen()->InitGrid();
+    EXPECT_FALSE(isLocked());
+    SpreadLockAll(grid(), true);
+    clickTab(1);
+    EXPECT_FALSE(isLocked());
+}
+
 TEST_F(FrmProduktTest, AnotherClientComesWithTheNextRead)
 {
     addProduct(u"A1"_s, u"Olje"_s);
@@ -397,6 +414,18 @@ TEST_F(FrmProduktTest, TheNameTakesTheSpareWidth)
     for (const int col : {1, 2, 4, 5, 6, 7, 8})
         sum += grid().colWidth(col) + (col == 2 ? 0 : 0.03);
     EXPECT_NEAR(sum, grid().twipsToColWidth(grid().widthInTwips() - 330), 0.001);
+}
+
+TEST_F(FrmProduktTest, TheListTakesASizeThatWasGivenOnTheDetails)
+{
+    openScreen();
+    const double before = grid().colWidth(2);
+    clickTab(2);
+    screen()->setPlace(200, 200, 15000, 9000);
+    runEvents();
+    EXPECT_EQ(grid().colWidth(2), before) << "only the list's own page is laid out anew";
+    clickTab(1);
+    EXPECT_GT(grid().colWidth(2), before);
 }
 
 TEST_F(FrmProduktTest, TheDetailsTakeASizeThatWasGivenOnTheList)

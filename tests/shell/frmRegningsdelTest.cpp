@@ -185,6 +185,72 @@ TEST_F(FrmRegningsdelTest, TabGoesThroughTheButtonsInOrder)
                                   u"Command8"_s}));
 }
 
+/// Notes which forms come up, and in which order they are put on top.
+class StackOrder : public QObject
+{
+public:
+    StackOrder() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (qobject_cast<Form *>(watched) == nullptr)
+            return false;
+        if (event->type() == QEvent::Show)
+            seen += u"vis "_s + watched->objectName();
+        else if (event->type() == QEvent::ZOrderChange)
+            seen += u"øverst "_s + watched->objectName();
+        return false;
+    }
+    QStringList seen;
+};
+
+const std::pair<QString, QString> kScreens[] = {
+    {u"Command2"_s, u"frmProdukt"_s},  {u"Command3"_s, u"frmOrdre"_s},
+    {u"Command5"_s, u"frmOversikt"_s}, {u"Command7"_s, u"frmOptions"_s},
+    {u"Command7"_s, u"frmOptions"_s},  {u"Command8"_s, u"frmBokfor"_s}};
+
+TEST_F(FrmRegningsdelTest, AButtonOpensItsScreenAndTheMenuStaysAboveIt)
+{
+    startModule();
+    for (const auto &[name, screen] : kScreens) {
+        SCOPED_TRACE(screen.toStdString());
+        const StackOrder order;
+        QTest::mouseClick(button(name), Qt::LeftButton);
+        Form *opened = Forms::byName(screen);
+        ASSERT_NE(opened, nullptr);
+        EXPECT_TRUE(opened->isVisible());
+        EXPECT_FALSE(opened->isModal());
+        EXPECT_EQ(opened->parentWidget(), nullptr);
+        EXPECT_LT(order.seen.indexOf(u"vis "_s + screen), order.seen.size() - 1);
+        EXPECT_EQ(order.seen.last(), u"øverst frmRegningsdel"_s);
+        runEvents();
+        EXPECT_EQ(QApplication::activeWindow(), opened) << "on top, but without the focus";
+    }
+}
+
+TEST_F(FrmRegningsdelTest, AButtonPressedTwiceBringsTheSameScreenUpAgain)
+{
+    startModule();
+    for (const auto &[name, screen] : kScreens) {
+        SCOPED_TRACE(screen.toStdString());
+        QTest::mouseClick(button(name), Qt::LeftButton);
+        const QPointer<Form> first = Forms::byName(screen);
+        first->setState(FormState::Minimised);
+        const StackOrder order;
+        QTest::mouseClick(button(name), Qt::LeftButton);
+        EXPECT_EQ(Forms::byName(screen), first);
+        EXPECT_EQ(loadedForms().count(screen), 1);
+        EXPECT_EQ(first->state(), FormState::Normal);
+        EXPECT_EQ(order.seen.filter(u"øverst"_s),
+                  QStringList({u"øverst "_s + screen, u"øverst frmRegningsdel"_s}));
+        // A closed one is made anew.
+        first->unload();
+        runEvents();
+        QTest::mouseClick(button(name), Qt::LeftButton);
+        EXPECT_EQ(loadedForms().count(screen), 1);
+        EXPECT_TRUE(Forms::byName(screen)->isVisible());
+    }
+}
+
 TEST_F(FrmRegningsdelTest, TheBuildTextIsTheThirdPartOfTheVersion)
 {
     startModule();

@@ -20,18 +20,22 @@ constexpr int kHighestPixelRatio = 3;
 
 } // namespace
 
-void ImageList::add(const QString &key, const QString &svgFile)
+void ImageList::add(const QString &key, const QString &file)
 {
-    QFile file(svgFile);
-    if (!file.open(QIODevice::ReadOnly))
+    QFile source(file);
+    if (!source.open(QIODevice::ReadOnly))
         throw RunTimeError(errors::kFileNotFound);
-    QByteArray svg = file.readAll();
-    if (!QSvgRenderer(svg).isValid())
-        throw RunTimeError(kInvalidPicture, u"Ugyldig bilde"_s);
+    const QByteArray bytes = source.readAll();
+    Picture picture{key, {}, {}};
+    const bool isSvg = bytes.trimmed().startsWith('<');
+    if (isSvg)
+        picture.svg = bytes;
+    if (isSvg ? !QSvgRenderer(bytes).isValid() : !picture.image.loadFromData(bytes))
+        throw RunTimeError(kInvalidPicture);
     if (!key.isEmpty() &&
         std::ranges::any_of(m_pictures, [&](const Picture &other) { return other.key == key; }))
         throw RunTimeError(kKeyNotUnique, u"Nøkkelen finnes fra før i samlingen"_s);
-    m_pictures.push_back({key, std::move(svg)});
+    m_pictures.push_back(std::move(picture));
 }
 
 QPixmap ImageList::picture(int index, qreal pixelRatio) const
@@ -40,10 +44,19 @@ QPixmap ImageList::picture(int index, qreal pixelRatio) const
         throw RunTimeError(kIndexOutOfBounds, u"Indeksen er utenfor samlingen"_s);
     QPixmap pixmap((QSizeF(m_size) * pixelRatio).toSize());
     pixmap.fill(Qt::transparent);
-    QSvgRenderer renderer(m_pictures[size_t(index - 1)].svg);
-    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
     QPainter painter(&pixmap);
-    renderer.render(&painter, QRectF(pixmap.rect()));
+    const Picture &picture = m_pictures[size_t(index - 1)];
+    if (picture.image.isNull()) {
+        QSvgRenderer renderer(picture.svg);
+        renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+        renderer.render(&painter, QRectF(pixmap.rect()));
+    } else {
+        const QImage scaled =
+            picture.image.scaled(pixmap.size(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        QRect place = scaled.rect();
+        place.moveCenter(pixmap.rect().center());
+        painter.drawImage(place, scaled);
+    }
     painter.end();
     pixmap.setDevicePixelRatio(pixelRatio);
     return pixmap;

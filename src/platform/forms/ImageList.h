@@ -1,15 +1,17 @@
 #pragma once
 
 #include <QIcon>
+#include <QImage>
 #include <QPixmap>
 #include <QSize>
 #include <QString>
 
 #include <vector>
 
-/// A list of pictures of one size, drawn from SVG files, found by their key or by their index from
-/// 1 in the order in which they were added. Pictures are drawn for the resolution of the screen, so
-/// they are crisp at any scale.
+/// A list of pictures of one size, found by their key or by their index from 1 in the order in which
+/// they were added. Pictures from SVG files are drawn for the resolution of the screen, so they are
+/// crisp at any scale; those from other files should hold three pixels to the device-independent
+/// one.
 class ImageList
 {
 public:
@@ -17,9 +19,9 @@ public:
     /// centred in it.
     explicit ImageList(QSize size) : m_size(size) {}
 
-    /// Adds a picture; `key` may be empty. `svgFile` is a file or resource path. Error 53 when it
-    /// cannot be read, 481 when it is no SVG picture, 35602 when the key is taken.
-    void add(const QString &key, const QString &svgFile);
+    /// Adds a picture; `key` may be empty. `file` is a file or resource path. Error 53 when it
+    /// cannot be read, 481 when it is no picture, 35602 when the key is taken.
+    void add(const QString &key, const QString &file);
 
     [[nodiscard]] int count() const { return int(m_pictures.size()); }
     [[nodiscard]] QSize size() const { return m_size; }
@@ -39,6 +41,7 @@ private:
     {
         QString key;
         QByteArray svg;
+        QImage image; ///< instead, where the file is no SVG picture
     };
 
     [[nodiscard]] int indexOf(const QString &key) const;

@@ -14,6 +14,9 @@ public:
     ComboEditor(const QStringList &items, bool editable, QWidget *parent) : QComboBox(parent)
     {
         setFrame(false);
+        // Without a frame it draws nothing between text and arrow, and the cell would show through.
+        setBackgroundRole(QPalette::Base);
+        setAutoFillBackground(true);
         setEditable(editable);
         setInsertPolicy(NoInsert);
         if (editable)

@@ -477,7 +477,10 @@ void fpSpread::clearSelection()
     const CellRange block = selectedOrActive();
     for (int row = block.row; row <= block.row2; ++row) {
         for (int col = block.col; col <= block.col2; ++col) {
-            if (!colHidden(col) && m_model->setData(indexOf({col, row}), QString(), Qt::EditRole))
+            // A mark is turned over, and ButtonClicked tells of it; it cannot be emptied.
+            if (colHidden(col) || m_sheet.type(col, row).kind == CellKind::CheckBox)
+                continue;
+            if (m_model->setData(indexOf({col, row}), QString(), Qt::EditRole))
                 m_userChangedCell = true;
         }
     }

@@ -56,7 +56,7 @@ enum class Operator {
 }
 
 enum class Aggregate { Sum, Count, Min, Max, Average, RunningSum, RunningCount };
-enum class Special { PageNumber, TotalPages, RecordNumber, Today };
+enum class Special { PageNumber, TotalPages, RecordNumber, Today, TimeOfDay };
 
 struct Function;
 struct Expr;
@@ -68,6 +68,7 @@ struct Expr
     int position = 0; ///< of the token that names it, in UTF-16 units from the text's start
     Value constant;   ///< of Constant; a number as double, a date, a text, a truth value
     QString name; ///< of Field and FormulaName; of Aggregate the group, empty for the band's own
+    QString once; ///< of Aggregate: the group of which only the first row counts; may be empty
     Operator op = Operator::And;
     Aggregate aggregate = Aggregate::Sum;
     Special special = Special::PageNumber;
@@ -80,6 +81,7 @@ struct Expr
     int column = -1;               ///< of Field
     const Expr *formula = nullptr; ///< of FormulaName; not owned
     int scope = -1;                ///< of Aggregate: the group's number, kWholeReport or kOwnScope
+    int onceScope = -1;            ///< of Aggregate with `once`: that group's number
     int slot = -1;                 ///< of Aggregate: its own number within the report
 };
 

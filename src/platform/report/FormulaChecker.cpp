@@ -98,6 +98,8 @@ Type FormulaChecker::typeOfNode(Expr &expr, Use use)
     }
     if (expr.special == Special::Today)
         return Type::Date;
+    if (expr.special == Special::TimeOfDay)
+        return Type::Text;
     if (use == Use::RowOnly)
         raiseAt(expr.position, u"sidetall og radnummer kan ikke brukes her"_s);
     return expr.special == Special::TotalPages ? Type::Text : Type::Number;
@@ -187,6 +189,10 @@ Type FormulaChecker::typeOfAggregate(Expr &expr)
     expr.scope = expr.name.isEmpty() ? kOwnScope : m_names.group(expr.name);
     if (expr.scope == kOwnScope && !expr.name.isEmpty())
         raiseAt(expr.position, u"gruppen «%1» finnes ikke"_s.arg(expr.name));
+    if (!expr.once.isEmpty())
+        expr.onceScope = m_names.group(expr.once);
+    if (!expr.once.isEmpty() && expr.onceScope < 0)
+        raiseAt(expr.position, u"gruppen «%1» finnes ikke"_s.arg(expr.once));
     if (expr.slot < 0)
         expr.slot = m_slots++;
     if (expr.aggregate == Aggregate::Count || expr.aggregate == Aggregate::RunningCount)

@@ -43,10 +43,9 @@ constexpr Named kAggregates[] = {
 };
 
 constexpr Named kSpecials[] = {
-    {u"PageNumber", int(Special::PageNumber)},
-    {u"TotalPages", int(Special::TotalPages)},
-    {u"RecordNumber", int(Special::RecordNumber)},
-    {u"Today", int(Special::Today)},
+    {u"PageNumber", int(Special::PageNumber)},     {u"TotalPages", int(Special::TotalPages)},
+    {u"RecordNumber", int(Special::RecordNumber)}, {u"Today", int(Special::Today)},
+    {u"TimeOfDay", int(Special::TimeOfDay)},
 };
 
 std::optional<Operator> comparisonOf(TokenKind kind)
@@ -386,7 +385,19 @@ private:
         return expr;
     }
 
-    /// Name(expression[, 'group']); the counts may do without the expression.
+    /// A group's name behind a comma, if there is one.
+    QString groupName()
+    {
+        if (!accept(TokenKind::Comma))
+            return {};
+        if (!at(TokenKind::Text))
+            raiseAt(m_token.position, u"her skal gruppens navn stå i hermetegn"_s);
+        const QString name = unquoted(m_token.text);
+        advance();
+        return name;
+    }
+
+    /// Name(expression[, 'group'[, 'group']]); the counts may do without the expression.
     ExprPtr aggregateCall(const Token &name, Aggregate aggregate)
     {
         ExprPtr expr = node(ExprKind::Aggregate, name.position);
@@ -395,12 +406,8 @@ private:
         const bool counts = aggregate == Aggregate::Count || aggregate == Aggregate::RunningCount;
         if (!(counts && at(TokenKind::RightParen))) {
             add(*expr, expression());
-            if (accept(TokenKind::Comma)) {
-                if (!at(TokenKind::Text))
-                    raiseAt(m_token.position, u"her skal gruppens navn stå i hermetegn"_s);
-                expr->name = unquoted(m_token.text);
-                advance();
-            }
+            expr->name = groupName();
+            expr->once = groupName();
         }
         expect(TokenKind::RightParen);
         return expr;

@@ -10,8 +10,10 @@ struct Span
 {
     int first = 0;
     int end = 0;
-    const std::vector<int> *picked = nullptr; ///< in rising order; not owned
-    int serial = 0;                           ///< tells one set of picked rows from the next
+    const std::vector<int> *picked = nullptr; ///< not owned
+    /// What running sums are over: the picked rows and those picked before them. Not owned.
+    const std::vector<int> *running = nullptr;
+    int serial = 0; ///< tells one set of picked rows from the next
 };
 
 /// Where the groups of a report begin. Group 0 is the outermost; a group that begins lets all
@@ -31,7 +33,7 @@ public:
     [[nodiscard]] int levelAt(int row) const;
     /// The rows of group `group` to which `row` belongs.
     [[nodiscard]] Span span(int group, int row) const;
-    [[nodiscard]] Span whole() const { return {0, m_rows, nullptr, 0}; }
+    [[nodiscard]] Span whole() const { return {0, m_rows, nullptr, nullptr, 0}; }
 
 private:
     std::vector<std::vector<int>> m_starts; // first rows, by group

@@ -78,21 +78,21 @@ void PageFiller::addForEach(Pieces &pieces, const Band &band, const Span &span)
     for (int i = span.first; i < span.end; ++i) {
         m_environment.setRow(i);
         Value value = valueOf(band.each, m_environment);
+        if (value.isNull())
+            continue;
         const auto at = std::lower_bound(values.begin(), values.end(), value,
                                          [](const Picked &picked, const Value &wanted) {
-                                             if (picked.value.isNull() || wanted.isNull())
-                                                 return picked.value.isNull() && !wanted.isNull();
                                              return compare(picked.value, wanted) < 0;
                                          });
-        const bool known = at != values.end() && at->value.isNull() == value.isNull() &&
-                           (value.isNull() || compare(at->value, value) == 0);
-        if (known)
+        if (at != values.end() && compare(at->value, value) == 0)
             at->rows.push_back(i);
         else
             values.insert(at, Picked{std::move(value), {i}});
     }
+    std::vector<int> running;
     for (const Picked &picked : values) {
-        enter(picked.rows.front(), {span.first, span.end, &picked.rows, ++m_serial});
+        running.insert(running.end(), picked.rows.begin(), picked.rows.end());
+        enter(picked.rows.front(), {span.first, span.end, &picked.rows, &running, ++m_serial});
         pieces.push_back(m_setter.set(band));
     }
     enter(row, span);

@@ -172,6 +172,31 @@ Groups groupsOf(const ReportFile &file, Rows &rows)
     return groups;
 }
 
+/// Whether the expression has the same value on every row and page.
+bool isConstant(const Expr &expr)
+{
+    switch (expr.kind) {
+    case ExprKind::Field:
+    case ExprKind::Aggregate:
+    case ExprKind::Special:
+        return false;
+    case ExprKind::FormulaName:
+        return isConstant(*expr.formula);
+    default:
+        return std::all_of(expr.arguments.begin(), expr.arguments.end(),
+                           [](const ExprPtr &argument) { return isConstant(*argument); });
+    }
+}
+
+/// Page footers keep their room where they are not shown, but not those that never are.
+void dropUnshownFooters(ReportFile &file, RowEnvironment &environment)
+{
+    std::erase_if(file.pageFooters, [&](const Band &band) {
+        return band.visible && isConstant(*band.visible.expr) &&
+               !isShown(band.visible, environment);
+    });
+}
+
 QString statementFor(const Query &query, const QString &selection)
 {
     try {
@@ -197,6 +222,7 @@ Document makeReport(const Request &request)
 
     const Groups groups = groupsOf(file, rows);
     RowEnvironment environment(rows, groups, slotCount);
+    dropUnshownFooters(file, environment);
     Pictures pictures;
     Document document;
     document.title = file.title;

@@ -30,7 +30,7 @@ Value average(const Value &sum, int count)
 
 RowEnvironment::RowEnvironment(Rows &rows, const Groups &groups, int slotCount)
     : m_rows(rows), m_groups(groups), m_totals(static_cast<size_t>(slotCount)),
-      m_own(groups.whole()), m_today(Clock::current().today())
+      m_own(groups.whole()), m_now(Clock::current().now())
 {
 }
 
@@ -43,10 +43,12 @@ Value RowEnvironment::special(Special special)
         return Value(QString(kTotalPagesMark));
     case Special::RecordNumber:
         return Value(static_cast<double>(m_row + 1));
+    case Special::TimeOfDay:
+        return Value(m_now.time().toString(u"HH:mm"));
     case Special::Today:
         break;
     }
-    return Value(QDateTime(m_today, QTime(0, 0), Qt::UTC));
+    return Value(QDateTime(m_now.date(), QTime(0, 0), Qt::UTC));
 }
 
 Value RowEnvironment::aggregate(const Expr &expr)
@@ -57,12 +59,11 @@ Value RowEnvironment::aggregate(const Expr &expr)
     else if (expr.scope != kOwnScope)
         span = m_groups.span(expr.scope, m_row);
 
+    if (isRunning(expr) && span.picked)
+        span.picked = span.running;
     int end = span.picked ? static_cast<int>(span.picked->size()) : span.end;
-    if (isRunning(expr))
-        end = span.picked ? static_cast<int>(
-                                std::upper_bound(span.picked->begin(), span.picked->end(), m_row) -
-                                span.picked->begin())
-                          : std::min(end, m_row + 1);
+    if (isRunning(expr) && !span.picked)
+        end = std::min(end, m_row + 1);
 
     Total &total = m_totals[static_cast<size_t>(expr.slot)];
     if (!isSame(total.span, span) || total.next > end)
@@ -86,7 +87,8 @@ void RowEnvironment::advance(Total &total, const Expr &expr, int end)
     for (; total.next < end; ++total.next) {
         m_row =
             total.span.picked ? (*total.span.picked)[static_cast<size_t>(total.next)] : total.next;
-        take(total, expr);
+        if (expr.once.isEmpty() || m_groups.span(expr.onceScope, m_row).first == m_row)
+            take(total, expr);
     }
     m_row = row;
 }

@@ -4,7 +4,7 @@
 #include "platform/report/Groups.h"
 #include "platform/report/Rows.h"
 
-#include <QDate>
+#include <QDateTime>
 
 namespace report {
 
@@ -52,7 +52,7 @@ private:
     Span m_own;
     int m_row = 0;
     int m_page = 1;
-    QDate m_today;
+    QDateTime m_now; // of the report
 };
 
 } // namespace report

@@ -1,9 +1,11 @@
 #include "data/clsAdoUtils.h"
 #include "runtime/Format.h"
 #include "state/SharedState.h"
+#include "vert/HostError.h"
 #include "vert/ScreenGuide.h"
 #include "vert/tour/Stops.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QTableWidget>
 
@@ -29,6 +31,8 @@ int firstInvoice(const QWidget &grid)
 void pictureVoucher(screentour::Guide &guide)
 {
     const auto voucher = gDB->GetRS(u"SELECT ID,BilagNr,Tekst FROM Bilag ORDER BY ID DESC"_s, true);
+    if (gDB->EmptyRS(voucher))
+        throw HostError(u"Det er ingen bilag i regnskapet."_s);
     const auto lines = gDB->GetRS(u"SELECT Konto,Tekst,Debet,Kredit,MVAkode FROM BilagLinjer WHERE "
                                   u"BilagID="_s +
                                       voucher->text(u"ID") + u" ORDER BY ID"_s,
@@ -56,6 +60,16 @@ void pictureVoucher(screentour::Guide &guide)
     guide.picture(table, u"bilag"_s, u"Bilaget i regnskapet, med bruttobeløp for hver mva-sats"_s);
 }
 
+/// The run has left its two journals open.
+void closeJournals()
+{
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == u"Forhandsvisning"_s)
+            window->close();
+    }
+    screentour::Guide::expectClosed(u"Forhandsvisning"_s);
+}
+
 } // namespace
 
 void screentour::visitPosting(Guide &guide)
@@ -71,6 +85,7 @@ void screentour::visitPosting(Guide &guide)
     if (row != 0)
         guide.answer(
             u"OK"_s, [&] { guide.click(guide.control(screen, u"btnTransfer"_s)); }, u"bokfort"_s);
+    closeJournals();
     guide.close(screen);
     pictureVoucher(guide);
 }

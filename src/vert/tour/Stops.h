@@ -17,6 +17,8 @@ void visitPriceForm(Guide &guide);
 void visitOrders(Guide &guide);
 /// Posts one invoice and shows its voucher.
 void visitPosting(Guide &guide);
+/// Surveys all orders, opens one of them, and runs the two list reports into their preview.
+void visitOverview(Guide &guide);
 /// The timed note, from the host's own copy of it.
 void visitNote(Guide &guide);
 

@@ -87,6 +87,22 @@ TEST_F(Pictures, WrongIndexesAndKeysAreErrors)
     EXPECT_EQ(passOver([&] { (void)list.icon(u"Smile"_s); }), 35601);
 }
 
+TEST_F(Pictures, FromOtherFilesAreScaledIntoTheSize)
+{
+    QImage image(192, 96, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    ASSERT_TRUE(image.save(folder.filePath(u"r.png"_s)));
+    list.add(u"Rød"_s, folder.filePath(u"r.png"_s));
+    EXPECT_EQ(list.picture(1).size(), QSize(32, 32));
+    EXPECT_EQ(colourAt(list.picture(1), 16, 16), QColor(Qt::red));
+    // Twice as wide as high, so in the middle of the height.
+    EXPECT_EQ(colourAt(list.picture(1), 16, 6).alpha(), 0);
+    EXPECT_EQ(colourAt(list.picture(1), 16, 10), QColor(Qt::red));
+    const QPixmap twice = list.picture(u"Rød"_s, 2);
+    EXPECT_EQ(twice.size(), QSize(64, 64));
+    EXPECT_EQ(colourAt(twice, 0, 32), QColor(Qt::red));
+}
+
 TEST_F(Pictures, AddingWhatCannotBeShownIsAnError)
 {
     const QString good = svg(u"b.svg"_s, u"#0000ff"_s);

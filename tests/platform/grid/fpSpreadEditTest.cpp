@@ -330,6 +330,8 @@ TEST_F(fpSpreadEdit, SpaceTurnsAMarkOver)
     type(u"7"_s);
     EXPECT_FALSE(grid.editMode());
     EXPECT_EQ(at(2, 1), u"0");
+    key(Qt::Key_Delete);
+    EXPECT_EQ(at(2, 1), u"0") << "nobody would be told of it";
 }
 
 TEST_F(fpSpreadEdit, ALockedMarkStays)

@@ -244,6 +244,10 @@ TEST_F(FormulaTest, AFaultTellsItsPlace)
     EXPECT_EQ(error(u"{Ukjent}"), "Feil i formel ved tegn 1: feltet {Ukjent} finnes ikke");
     EXPECT_EQ(error(u"1 in 2"), "Feil i formel ved tegn 7: her mangler «to»");
     EXPECT_EQ(error(u"Sum({Nr},'Annen')"), "Feil i formel ved tegn 1: gruppen «Annen» finnes ikke");
+    EXPECT_EQ(error(u"Sum({Nr},'Gruppe','Annen')"),
+              "Feil i formel ved tegn 1: gruppen «Annen» finnes ikke");
+    EXPECT_EQ(error(u"Sum({Nr},'Gruppe',1)"),
+              "Feil i formel ved tegn 19: her skal gruppens navn stå i hermetegn");
     EXPECT_EQ(error(u""), "Feil i formel ved tegn 1: uttrykket slutter for tidlig");
     EXPECT_EQ(error(u"Kari's"), "Feil i formel ved tegn 1: «Kari» hører ikke hjemme her");
 }

@@ -197,6 +197,23 @@ TEST_F(LayoutTest, AHeaderIsNotLeftAlone)
     EXPECT_EQ(textsOf(document.pages[1]), (QStringList{u"ordre 1002"_s, u"Vare 1"_s}));
 }
 
+TEST_F(LayoutTest, AFooterThatTheCallerTurnsOffTakesNoRoom)
+{
+    addOrder(1001, 54);
+    const QByteArray report =
+        lineReport("<formula name=\"Slipp\">True</formula>"
+                   "<formula name=\"Vises\">{@Slipp} and 1 &lt; 2</formula>" +
+                   band("detail", 5, "{OrdreLinjer.ProduktNavn}") +
+                   band("pageFooter", 100, "'slipp'", "on=\"last\" visible=\"{@Vises}\"") +
+                   band("pageFooter", 5, "'fot'"));
+    EXPECT_EQ(made(report).pages.size(), 2u);
+    const Document without = made(report, {}, {u"Slipp=False"_s});
+    ASSERT_EQ(without.pages.size(), 1u);
+    EXPECT_EQ(without.pages[0].texts.size(), 55u);
+    EXPECT_EQ(without.pages[0].texts.back().text, u"fot"_s);
+    EXPECT_NEAR(topOf(without.pages[0], u"fot"_s), 282, 0.01);
+}
+
 TEST_F(LayoutTest, AGroupIsKeptTogether)
 {
     addOrder(1001, 40);

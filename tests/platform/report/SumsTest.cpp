@@ -1,4 +1,5 @@
 #include "platform/report/Support.h"
+#include "runtime/Clock.h"
 
 namespace report::test {
 
@@ -45,6 +46,20 @@ TEST_F(SumsTest, SumsAreExactAndLeaveNothingOut)
               QStringList{u"250 230,00 300,20"_s});
 }
 
+TEST_F(SumsTest, AReportKnowsWhenItWasMade)
+{
+    class Afternoon : public Clock
+    {
+        QDateTime now() const override { return {QDate(2014, 9, 1), QTime(15, 7, 59)}; }
+    };
+    Afternoon clock;
+    const ScopedClock scope(clock);
+    EXPECT_EQ(textsOfReport("<reportFooter height=\"5\">" +
+                            text("'Laget ' &amp; Today &amp; ' kl. ' &amp; TimeOfDay") +
+                            "</reportFooter>"),
+              QStringList{u"Laget 01.09.2014 kl. 15:07"_s});
+}
+
 TEST_F(SumsTest, ManySmallAmountsAddUpToTheOre)
 {
     addOrder(1003, 1000);
@@ -63,6 +78,24 @@ TEST_F(SumsTest, AHeaderKnowsItsGroup)
                                          "Sum({OrdreLinjer.SumNetto}) &amp; ' ' &amp; Count()") +
                                     "</header>")),
               (QStringList{u"1001: 200,10 3"_s, u"1002: 100,10 2"_s}));
+}
+
+TEST_F(SumsTest, ARowOfEachGroupCountsOnce)
+{
+    run({u"UPDATE Ordre SET SumBrutto=100.10 WHERE OrdreNr=1001"_s,
+         u"UPDATE Ordre SET SumBrutto=-20 WHERE OrdreNr=1002"_s});
+    const QByteArray once = "'report', 'Ordre') ";
+    EXPECT_EQ(textsOfReport(grouped({}) + "<reportFooter height=\"5\">" +
+                            text("Sum({Ordre.SumBrutto}, " + once +
+                                 "&amp; ' ' &amp; Count({Ordre.OrdreNr}, " + once +
+                                 "&amp; ' ' &amp; Max({Ordre.SumBrutto}, " + once +
+                                 "&amp; ' ' &amp; Sum({Ordre.SumBrutto})") +
+                            "</reportFooter>"),
+              QStringList{u"80,10 2 100,10 260,30"_s});
+    EXPECT_EQ(
+        textsOfReport(grouped({}, "<detail height=\"5\">" +
+                                      text("RunningSum({Ordre.SumBrutto}, " + once) + "</detail>")),
+        (QStringList{u"100,10"_s, u"100,10"_s, u"100,10"_s, u"80,10"_s, u"80,10"_s}));
 }
 
 TEST_F(SumsTest, EmptyValuesAreNotCounted)
@@ -108,6 +141,26 @@ TEST_F(SumsTest, ABandForEachValue)
                                     "</footer>")),
               (QStringList{u"1001 15 %: 0,10 av 200,10"_s, u"1001 25 %: 200,00 av 200,10"_s,
                            u"1002 15 %: 0,10 av 100,10"_s, u"1002 25 %: 100,00 av 100,10"_s}));
+}
+
+TEST_F(SumsTest, RunningSumsGoOnFromValueToValue)
+{
+    EXPECT_EQ(textsOfReport(grouped("<footer height=\"5\" each=\"{OrdreLinjer.PosNr}\">" +
+                                    text("{Ordre.OrdreNr} &amp; ' ' &amp; {OrdreLinjer.PosNr} "
+                                         "&amp; ': ' &amp; RunningCount() &amp; ' ' &amp; "
+                                         "RunningSum({OrdreLinjer.SumNetto})") +
+                                    "</footer>")),
+              (QStringList{u"1001 10: 1 100,00"_s, u"1001 20: 2 100,10"_s, u"1001 30: 3 200,10"_s,
+                           u"1002 10: 1 100,00"_s, u"1002 20: 2 100,10"_s}));
+}
+
+TEST_F(SumsTest, AnEmptyValueHasNoBandOfItsOwn)
+{
+    EXPECT_EQ(textsOfReport("<reportFooter height=\"5\" each=\"if {OrdreLinjer.MvaPst}=15 then "
+                            "{OrdreLinjer.MvaPst}\">" +
+                            text("{OrdreLinjer.MvaPst} &amp; ' ' &amp; Count()") +
+                            "</reportFooter>"),
+              QStringList{u"15 2"_s});
 }
 
 TEST_F(SumsTest, ASumOfWhatAFormulaPicks)

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/report/Document.h"
+
+#include <QRectF>
+#include <QString>
+
+#include <vector>
+
+/// A place where a text was found.
+struct Treff
+{
+    int side = 0;     ///< from 0
+    int tekst = 0;    ///< index in Page::texts
+    qsizetype fra = 0; ///< first character in that text
+    qsizetype lengde = 0;
+
+    friend bool operator==(const Treff &, const Treff &) = default;
+};
+
+/// All places where `sokt` stands on the pages, whatever the case of its letters, in reading order:
+/// from the top of each page, and from the left within a line. Empty for an empty text.
+[[nodiscard]] std::vector<Treff> finnTekst(const report::Document &document, const QString &sokt);
+
+/// Where the found text stands on its page, in millimetres.
+[[nodiscard]] QRectF plassAv(const report::Document &document, const Treff &treff);

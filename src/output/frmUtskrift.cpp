@@ -1,0 +1,188 @@
+#include "output/frmUtskrift.h"
+
+#include "data/clsAdoUtils.h"
+#include "order/frmOrdre.h"
+#include "output/EhfFil.h"
+#include "output/Skriver.h"
+#include "output/mUtskrift.h"
+#include "platform/forms/Forms.h"
+#include "platform/forms/OuterRim.h"
+#include "presentation/frmInvisible.h"
+#include "rules/Innstilling.h"
+#include "rules/Ordre.h"
+#include "runtime/Conversions.h"
+#include "runtime/RunTimeError.h"
+#include "state/SharedState.h"
+#include "ui_frmUtskrift.h"
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint16 kForhandsvis = 0;
+constexpr qint16 kTilSkriver = 1;
+
+/// The stored text without the store's closing zero character.
+QString tekstinnstilling(const QString &key, const QString &standard)
+{
+    return LesInnstilling(key, standard).remove(QChar(u'\0'));
+}
+
+QString rapportnavn(double blankett)
+{
+    if (blankett == 1)
+        return u"Fak-mgiro-mlogo.rpt"_s;
+    if (blankett == 2)
+        return u"Fak-ugiro-ulogo.rpt"_s;
+    if (blankett == 3)
+        return u"Fak-ugiro-mlogo.rpt"_s;
+    return u"Fak-mgiro-ulogo.rpt"_s;
+}
+
+/// The invoice text of the settings as a formula of the report. An apostrophe in it stays single.
+QString merknad()
+{
+    if (tekstinnstilling(u"BrukTekst1"_s, u"0"_s) != u"1")
+        return {};
+    return u"Note='"_s + tekstinnstilling(u"FakturaTekst1"_s, {}) + u'\'';
+}
+
+/// Prepares the dialog of the hidden form and shows it. The form may go while it is up, so what is
+/// shown is a copy, which becomes the form's own afterwards.
+template<class Forbered>
+CommonDialog vis(void (CommonDialog::*dialogtype)(), Forbered forbered)
+{
+    const QPointer<frmInvisible> skjult = &SharedForm<frmInvisible>::get();
+    skjult->load();
+    forbered(skjult->CommonDialog1);
+    CommonDialog dialog = skjult->CommonDialog1;
+    (dialog.*dialogtype)();
+    if (skjult)
+        skjult->CommonDialog1 = dialog;
+    return dialog;
+}
+
+} // namespace
+
+frmUtskrift::frmUtskrift() : Form(u"frmUtskrift"_s), m_ui(std::make_unique<Ui::frmUtskrift>())
+{
+    m_ui->setupUi(this);
+    setDefaultButton(m_ui->OKButton);
+    setCancelButton(m_ui->CancelButton);
+    onEvent(m_ui->OKButton, &QAbstractButton::clicked, this, [this] { OKButton_Click(); });
+    onEvent(m_ui->CancelButton, &QAbstractButton::clicked, this, [this] { unload(); });
+}
+
+frmUtskrift::~frmUtskrift() = default;
+
+void frmUtskrift::apne(const OrdreUtskrift &utskrift)
+{
+    if (frmUtskrift *forrige = SharedForm<frmUtskrift>::existing())
+        forrige->unload();
+    frmUtskrift &skjerm = SharedForm<frmUtskrift>::get();
+    skjerm.setErKreditnota(utskrift.ErKreditnota);
+    skjerm.m_ui->txtFakID->setText(utskrift.fakID);
+    skjerm.m_ui->txtFakNr->setText(utskrift.fakNr);
+    skjerm.m_ui->optType_1->setChecked(utskrift.original);
+    skjerm.m_ui->optType_0->setChecked(!utskrift.original);
+    skjerm.m_ui->optType_1->setEnabled(utskrift.original);
+    skjerm.show();
+}
+
+void frmUtskrift::onLoad()
+{
+    m_rapport = rapportnavn(leadingNumber(LesInnstilling(u"Fakturablankett"_s, u"0"_s)));
+    adjustSize();
+    centreOnScreen();
+}
+
+void frmUtskrift::onQueryUnload(bool &, UnloadMode mode)
+{
+    if (mode == UnloadMode::LoggingOff)
+        unload();
+}
+
+void frmUtskrift::OKButton_Click()
+{
+    if (m_ui->chkEHF->isChecked())
+        skrivEhf();
+    else
+        skrivRapport();
+}
+
+void frmUtskrift::skrivEhf()
+{
+    const QPointer<frmUtskrift> dette = this;
+    const QString fakNr = m_ui->txtFakNr->text();
+    const QString fakID = m_ui->txtFakID->text();
+    const int kreditnota = m_erKreditnota ? 1 : 0;
+    // From the dialog on any error ends the command, and what is in the file by then stays.
+    passOver([&] {
+        const CommonDialog dialog = vis(&CommonDialog::showSave, [&](CommonDialog &d) {
+            d.cancelError = true;
+            d.flags = dialogflags::kOverwritePrompt | dialogflags::kHideReadOnly;
+            d.filter = u"EHF Format (*.xml)|*.xml|All Files (*.*)|*.*"_s;
+            d.filterIndex = 1;
+            d.fileName =
+                (kreditnota == 1 ? u"Kreditnota-"_s : u"Faktura-"_s) + trimBlanks(fakNr) + u".xml"_s;
+            d.defaultExt = u"xml"_s;
+        });
+        QFile fil(dialog.fileName);
+        if (!fil.open(QIODevice::WriteOnly))
+            throw RunTimeError(errors::kPathAccess);
+        SkrivEhfFil(fil, kreditnota, fakNr);
+        fil.close();
+        gDB->Execute(FakturertSql(fakID));
+        if (dette)
+            dette->unload();
+    });
+}
+
+void frmUtskrift::skrivRapport()
+{
+    const QPointer<frmUtskrift> dette = this;
+    const QString fakNr = m_ui->txtFakNr->text();
+    const QString rapport = m_rapport;
+    const QString utvalg =
+        u"{Ordre.KlientNr}="_s + numberToText(gKlient) + u" and {Ordre.OrdreNr}="_s + fakNr;
+    const QString type = fakType();
+    QString note;
+    passOver([&] { note = merknad(); });
+
+    const auto bliFakturert = [&] {
+        gDB->Execute(FakturertSqlForOrdreNr(fakNr));
+        if (dette)
+            dette->unload();
+    };
+    if (enters([] { return leadingNumber(LesInnstilling(u"PrintVis"_s, u"0"_s)) == 1; })) {
+        SkrivRapport(rapport, kForhandsvis, utvalg, type, note);
+        passOver(bliFakturert);
+        return;
+    }
+    passOver([&] {
+        const CommonDialog dialog = vis(&CommonDialog::showPrinter, [](CommonDialog &d) {
+            d.cancelError = true;
+            d.flags = dialogflags::kPrinterHidePrintToFile | dialogflags::kPrinterNoPageNumbers |
+                      dialogflags::kPrinterNoSelection;
+            d.copies = 1;
+        });
+        const ValgtSkriver valgt(dialog);
+        for (int kopi = 0; kopi < dialog.copies; ++kopi)
+            SkrivRapport(rapport, kTilSkriver, utvalg, type, note);
+        bliFakturert();
+    });
+}
+
+/// What the printout is, by the option and by the amount that the order screen shows now.
+QString frmUtskrift::fakType() const
+{
+    const bool original = m_ui->optType_1->isChecked();
+    bool kreditnota = false;
+    if (const frmOrdre *ordre = SharedForm<frmOrdre>::existing())
+        passOver([&] { kreditnota = leadingNumber(ordre->SumBrutto()) < 0; });
+    if (kreditnota)
+        return original ? u"FakType=-1"_s : u"FakType=-2"_s;
+    return original ? u"FakType=1"_s : u"FakType=0"_s;
+}

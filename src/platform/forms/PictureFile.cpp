@@ -1,0 +1,101 @@
+#include "platform/forms/PictureFile.h"
+
+#include "platform/forms/Metafile.h"
+#include "runtime/RunTimeError.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QPainter>
+#include <QtEndian>
+
+namespace {
+
+constexpr int kInvalidPropertyValue = 380;
+constexpr int kInvalidPicture = 481;
+
+/// What `reader` finds at its place; a null image where that is no picture or too large a one.
+QImage readBounded(QImageReader &reader)
+{
+    const QSize size = reader.size();
+    if (!size.isValid() || qint64{size.width()} * size.height() > kMostPixels)
+        return {};
+    reader.setAutoTransform(true);
+    return reader.read();
+}
+
+constexpr qsizetype kFileHeader = 14; // the letters BM, the file's size, the place of the rows
+constexpr qsizetype kInfoHeader = 40;
+
+/// Whether the uncompressed rows of a bitmap, whose info header stands at `info`, go beyond the end
+/// of the file. Qt's reader does not mind and leaves the rest of the picture to chance.
+bool isCutBitmap(QFile &file, qsizetype info)
+{
+    const QByteArray header = file.peek(info + kInfoHeader);
+    if (header.size() < info + kInfoHeader)
+        return true;
+    const auto at = [&](qsizetype place) {
+        return qFromLittleEndian<qint32>(header.constData() + info + place);
+    };
+    const qint64 bits = qFromLittleEndian<quint16>(header.constData() + info + 14);
+    const bool isCompressed = at(16) != 0;
+    if (at(0) < kInfoHeader || isCompressed)
+        return false;
+    const qint64 rowBytes = (qAbs(qint64{at(4)}) * bits + 31) / 32 * 4;
+    qint64 rows = at(0);
+    if (info == kFileHeader)
+        rows = qFromLittleEndian<quint32>(header.constData() + 10);
+    else if (bits <= 8)
+        rows += 4 * (at(32) > 0 ? qint64{at(32)} : qint64{1} << bits);
+    return rows + rowBytes * qAbs(qint64{at(8)}) > file.size();
+}
+
+} // namespace
+
+QImage loadPicture(const QString &systemPath)
+{
+    if (systemPath.isEmpty())
+        return {};
+    QFile file(systemPath);
+    // Not a folder, and nothing that would be waited for.
+    if (!QFileInfo(systemPath).isFile() || !file.open(QIODevice::ReadOnly))
+        throw RunTimeError(errors::kFileNotFound);
+    if (isMetafile(file.peek(kFileHeader))) {
+        const QImage drawing = drawMetafile(systemPath);
+        if (drawing.isNull())
+            throw RunTimeError(kInvalidPicture);
+        return drawing;
+    }
+    QImage picture;
+    if (!file.peek(2).startsWith("BM") || !isCutBitmap(file, kFileHeader)) {
+        QImageReader reader(&file);
+        reader.setDecideFormatFromContent(true);
+        picture = readBounded(reader);
+    }
+    if (picture.isNull() && file.seek(0) && !isCutBitmap(file, 0)) {
+        QImageReader reader(&file, "dib");
+        reader.setAutoDetectImageFormat(false);
+        picture = readBounded(reader);
+    }
+    if (picture.isNull())
+        throw RunTimeError(kInvalidPicture);
+    return picture;
+}
+
+void savePicture(const QImage &picture, const QString &systemPath)
+{
+    using namespace Qt::StringLiterals;
+    if (picture.isNull())
+        throw RunTimeError(kInvalidPropertyValue, u"Ugyldig egenskapsverdi"_s);
+    QImage onPaper = picture;
+    if (picture.hasAlphaChannel()) {
+        onPaper = QImage(picture.size(), QImage::Format_RGB32);
+        onPaper.fill(Qt::white);
+        QPainter(&onPaper).drawImage(0, 0, picture);
+    } else if (picture.format() != QImage::Format_RGB32) {
+        onPaper = picture.convertToFormat(QImage::Format_RGB32);
+    }
+    onPaper.setDevicePixelRatio(1);
+    if (!onPaper.save(systemPath, "BMP"))
+        throw RunTimeError(errors::kPathAccess);
+}

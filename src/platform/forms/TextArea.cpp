@@ -1,0 +1,36 @@
+#include "platform/forms/TextArea.h"
+
+using namespace Qt::StringLiterals;
+
+TextArea::TextArea(QWidget *parent) : QPlainTextEdit(parent)
+{
+    setTabChangesFocus(true);
+    connect(this, &QPlainTextEdit::textChanged, this, [this] { cutToLength(); });
+}
+
+QString TextArea::text() const
+{
+    return toPlainText().replace(u'\n', u"\r\n"_s);
+}
+
+void TextArea::cutToLength()
+{
+    qsizetype excess = text().size() - m_maxLength;
+    if (excess <= 0)
+        return;
+    // What was typed or pasted ends at the cursor, and its end is what there is no room for; a
+    // text that was set leaves the cursor at the beginning.
+    QTextCursor cursor = textCursor();
+    if (cursor.atStart())
+        cursor.movePosition(QTextCursor::End);
+    const QString characters = toPlainText();
+    int from = cursor.position();
+    while (from > 0 && (excess > 0 || characters[from].isLowSurrogate()))
+        excess -= characters[--from] == u'\n' ? 2 : 1;
+
+    const QSignalBlocker quiet(this);
+    cursor.joinPreviousEditBlock();
+    cursor.setPosition(from, QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    cursor.endEditBlock();
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "platform/forms/Form.h"
+#include "platform/forms/ImageList.h"
+
+#include <array>
+#include <memory>
+
+class QFrame;
+class QRadioButton;
+namespace Ui {
+class frmOptions;
+}
+
+/// The module's settings, on three pages. Those of the machine's user lie in the section
+/// "Regningsdel" of the settings store, those of the active client in its row of Klient. The screen
+/// reads them once, when it opens, and stores all of them at each save; until then a change is on
+/// the screen alone.
+///
+/// Both opening and saving pass over: a setting that cannot be read leaves its control as designed,
+/// and one that cannot be stored hinders none of the others.
+class frmOptions : public Form
+{
+    Q_OBJECT
+
+public:
+    frmOptions();
+    ~frmOptions() override;
+
+protected:
+    void onLoad() override;
+    void onResize() override;
+    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
+    void onQueryUnload(bool &cancel, UnloadMode mode) override;
+
+private:
+    void connectControls();
+    void setSmallestSize();
+
+    // Opening.
+    void visKID();
+    void visBlankett();
+    void visForsteFakturanr(const QString &vilkar);
+    void visFakturatekster(const QString &vilkar);
+
+    // Saving.
+    void lagreKID();
+    void lagreKlient();
+
+    // Events of the controls.
+    void Check1_Click();
+    void optLogo_Click(qint16 Index);
+    void cmdLogoInn_Click();
+    void cmdLogoSlett_Click();
+    void tbsOptions_Click();
+    void cmdApply_Click();
+    void cmdOK_Click();
+
+    std::unique_ptr<Ui::frmOptions> m_ui;
+    std::array<QFrame *, 3> m_picOptions; ///< the pages of tab 1 to tab 3
+    std::array<QRadioButton *, 4> m_optLogo;
+    std::array<QRadioButton *, 3> m_optAvrunding;
+    ImageList m_ilBlankett; ///< the forms in the order of optLogo
+};

@@ -1,0 +1,82 @@
+#include "presentation/mPicture.h"
+
+#include "data/clsAdoUtils.h"
+#include "platform/forms/MsgBox.h"
+#include "platform/forms/PictureBox.h"
+#include "platform/forms/PictureFile.h"
+#include "runtime/Conversions.h"
+#include "runtime/Paths.h"
+#include "state/SharedState.h"
+
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString logoFile()
+{
+    return TempMappe() + u"output.bin"_s;
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(paths::toSystem(path));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
+        throw RunTimeError(errors::kPathAccess);
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile file(paths::toSystem(path));
+    if (!file.open(QIODevice::ReadOnly))
+        throw RunTimeError(errors::kPathAccess);
+    return file.readAll();
+}
+
+} // namespace
+
+QString TempMappe()
+{
+    const QString folder = QDir::tempPath();
+    return folder.isEmpty() ? QString() : paths::toTold(folder) + u'\\';
+}
+
+QString LesLogo()
+{
+    Ref<ado::Recordset> rs;
+    passOver([&] {
+        rs = gDB->GetRS(u"SELECT Logo FROM Klient WHERE KlientNr="_s + numberToText(gKlient),
+                        false);
+    });
+    QString path;
+    if (enters([&] { return !rs->eof(); })) {
+        path = logoFile();
+        QFile::remove(paths::toSystem(path));
+        QByteArray stream;
+        passOver([&] { stream = rs->value(u"Logo").toBytes(); });
+        passOver([&] { writeFile(path, stream); });
+        passOver([&] { rs->close(); });
+    }
+    return path;
+}
+
+void SkrivLogo(const PictureBox &box)
+{
+    QString failure;
+    try {
+        const Ref<ado::Recordset> rs = gDB->GetRS(
+            u"SELECT KlientNr,Logo FROM Klient WHERE KlientNr="_s + numberToText(gKlient), false);
+        const QString path = logoFile();
+        savePicture(box.picture(), paths::toSystem(path));
+        rs->setValue(u"Logo", Value(readFile(path)));
+        if (gDB->PutRS(rs))
+            return;
+    } catch (const RunTimeError &error) {
+        failure = QString::number(error.number()) + u' ' + error.description();
+    }
+    (void)gDB->LastError();
+    if (!failure.isEmpty())
+        MsgBox(u"Feil ved lagring av logo: "_s + failure, msgbox::kInformation);
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+class PictureBox;
+
+/// The client's logo on its way between the column Klient.Logo and a picture on the screen. Both
+/// ways lead through one temporary file of a fixed name, which stays behind; two programs of one
+/// user that move a logo at the same time overwrite each other's.
+
+/// The system's temporary folder in the told form with its closing backslash; empty when there is
+/// none.
+[[nodiscard]] QString TempMappe();
+
+/// Writes the stored logo of the active client to the temporary file, over an earlier one, and
+/// returns its path in the told form; empty when the client has no row. The file is empty when no
+/// logo is stored or the row cannot be read. Passes over.
+[[nodiscard]] QString LesLogo();
+
+/// Stores the box's picture as the active client's logo, in the form in which pictures are saved.
+/// A raised error is told in a message box; a refused write is not told.
+void SkrivLogo(const PictureBox &box);

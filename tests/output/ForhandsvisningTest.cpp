@@ -1,0 +1,471 @@
+#include "output/Forhandsvisning.h"
+
+#include "output/RapportUtgang.h"
+#include "output/UtskriftTest.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QLabel>
+#include <QMessageBox>
+#include <QScrollBar>
+#include <QSpinBox>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The preview window of a list of orders, six to the page.
+class ForhandsvisningTest : public UtskriftTest
+{
+protected:
+    void vis(int ordrer) { m_vindu = visListe(ordrer); }
+
+    template<class Control>
+    Control *i(const QString &name)
+    {
+        auto *found = m_vindu->findChild<Control *>(name);
+        if (!found)
+            qFatal("no control %s", qPrintable(name));
+        return found;
+    }
+    void klikkI(const QString &name)
+    {
+        QTest::mouseClick(i<QToolButton>(name), Qt::LeftButton);
+        runEvents();
+    }
+    void taste(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(m_vindu->focusWidget(), key, modifiers);
+        runEvents();
+    }
+    bool erPaa(const QString &name) { return i<QToolButton>(name)->isEnabled(); }
+    Sidevisning &visning() { return *sider(m_vindu); }
+    /// As the user reads it, from 1.
+    int side() { return i<QSpinBox>(u"txtSide"_s)->value(); }
+    QString zoom() { return i<QComboBox>(u"cmbZoom"_s)->currentText(); }
+    QString treff() { return i<QLabel>(u"lblTreff"_s)->text(); }
+    void sok(const QString &tekst)
+    {
+        taste(Qt::Key_F, Qt::ControlModifier);
+        EXPECT_EQ(m_vindu->focusWidget(), i<QLineEdit>(u"txtSok"_s));
+        QTest::keyClicks(m_vindu->focusWidget(), tekst);
+        runEvents();
+    }
+    void hjul(int hakk, Qt::KeyboardModifiers modifiers)
+    {
+        const QPointF midt = visning().viewport()->rect().center();
+        QWheelEvent event(midt, visning().viewport()->mapToGlobal(midt), {}, QPoint(0, 120 * hakk),
+                          Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(visning().viewport(), &event);
+        runEvents();
+    }
+    /// The number of pixels of that colour in view.
+    int piksler(QRgb farge)
+    {
+        const QImage bilde = visning().viewport()->grab().toImage();
+        int antall = 0;
+        for (int y = 0; y < bilde.height(); ++y) {
+            for (int x = 0; x < bilde.width(); ++x)
+                antall += bilde.pixel(x, y) == farge;
+        }
+        return antall;
+    }
+
+    QPointer<Forhandsvisning> m_vindu;
+};
+
+constexpr QRgb kMerket = 0xfffff0a0;
+constexpr QRgb kValgt = 0xffffb84d;
+
+} // namespace
+
+TEST_F(ForhandsvisningTest, ThePageAndTheirNumberAreTold)
+{
+    vis(14);
+    EXPECT_EQ(visning().antallSider(), 3);
+    EXPECT_EQ(side(), 1);
+    EXPECT_EQ(i<QLabel>(u"lblAntallSider"_s)->text().trimmed(), u"av 3"_s);
+    EXPECT_EQ(zoom(), u"100 %"_s);
+}
+
+TEST_F(ForhandsvisningTest, TheButtonsTurnThePages)
+{
+    vis(14);
+    EXPECT_FALSE(erPaa(u"cmdForste"_s));
+    EXPECT_FALSE(erPaa(u"cmdForrige"_s));
+    klikkI(u"cmdNeste"_s);
+    EXPECT_EQ(side(), 2);
+    EXPECT_EQ(visning().sideplass(1).top(), 14);
+    EXPECT_TRUE(erPaa(u"cmdForste"_s));
+    klikkI(u"cmdSiste"_s);
+    EXPECT_EQ(side(), 3);
+    EXPECT_FALSE(erPaa(u"cmdNeste"_s));
+    EXPECT_FALSE(erPaa(u"cmdSiste"_s));
+    klikkI(u"cmdForrige"_s);
+    EXPECT_EQ(side(), 2);
+    klikkI(u"cmdForste"_s);
+    EXPECT_EQ(side(), 1);
+}
+
+TEST_F(ForhandsvisningTest, TheKeysTurnThePages)
+{
+    vis(14);
+    taste(Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_EQ(side(), 2);
+    taste(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(side(), 3);
+    taste(Qt::Key_PageUp, Qt::ControlModifier);
+    EXPECT_EQ(side(), 2);
+    taste(Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_EQ(side(), 1);
+    taste(Qt::Key_End);
+    EXPECT_EQ(side(), 3);
+    EXPECT_EQ(visning().verticalScrollBar()->value(), visning().verticalScrollBar()->maximum());
+    taste(Qt::Key_Home);
+    EXPECT_EQ(side(), 1);
+    EXPECT_EQ(visning().verticalScrollBar()->value(), 0);
+    taste(Qt::Key_Space);
+    const int enSkjerm = visning().verticalScrollBar()->value();
+    EXPECT_GT(enSkjerm, 500);
+    taste(Qt::Key_Space, Qt::ShiftModifier);
+    EXPECT_EQ(visning().verticalScrollBar()->value(), 0);
+    taste(Qt::Key_PageDown);
+    EXPECT_EQ(visning().verticalScrollBar()->value(), enSkjerm);
+    taste(Qt::Key_Down);
+    EXPECT_EQ(visning().verticalScrollBar()->value(), enSkjerm + 40);
+}
+
+TEST_F(ForhandsvisningTest, APageNumberCanBeTyped)
+{
+    vis(14);
+    auto *felt = i<QSpinBox>(u"txtSide"_s);
+    felt->setFocus();
+    felt->selectAll();
+    QTest::keyClicks(felt, u"3"_s);
+    EXPECT_EQ(visning().side(), 0) << "not while it is being typed";
+    QTest::keyClick(felt, Qt::Key_Return);
+    EXPECT_EQ(visning().side(), 2);
+}
+
+TEST_F(ForhandsvisningTest, ScrollingTellsThePage)
+{
+    vis(14);
+    visning().verticalScrollBar()->setValue(900);
+    EXPECT_EQ(side(), 2);
+    hjul(20, Qt::NoModifier);
+    EXPECT_EQ(side(), 1);
+}
+
+TEST_F(ForhandsvisningTest, AllPagesCanBeReachedWhenSeveralFitTheWindow)
+{
+    vis(14);
+    visning().settZoom(20);
+    QList<int> lest{side()};
+    while (erPaa(u"cmdNeste"_s)) {
+        klikkI(u"cmdNeste"_s);
+        lest += side();
+        ASSERT_LE(lest.size(), 3);
+    }
+    EXPECT_EQ(lest, QList<int>({1, 2, 3}));
+}
+
+TEST_F(ForhandsvisningTest, ZoomByButtonsAndKeys)
+{
+    vis(1);
+    klikkI(u"cmdZoomInn"_s);
+    EXPECT_EQ(zoom(), u"110 %"_s);
+    EXPECT_EQ(visning().sideplass(0).width(), 873);
+    klikkI(u"cmdZoomUt"_s);
+    klikkI(u"cmdZoomUt"_s);
+    EXPECT_EQ(zoom(), u"90 %"_s);
+    taste(Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_EQ(zoom(), u"100 %"_s);
+    taste(Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_EQ(zoom(), u"90 %"_s);
+    taste(Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(zoom(), u"100 %"_s);
+}
+
+TEST_F(ForhandsvisningTest, ZoomHasEnds)
+{
+    vis(1);
+    for (int n = 0; n < 30; ++n)
+        klikkI(u"cmdZoomInn"_s);
+    EXPECT_EQ(zoom(), u"500 %"_s);
+    for (int n = 0; n < 30; ++n)
+        klikkI(u"cmdZoomUt"_s);
+    EXPECT_EQ(zoom(), u"10 %"_s);
+    hjul(-40, Qt::ControlModifier);
+    EXPECT_EQ(zoom(), u"10 %"_s);
+    hjul(100, Qt::ControlModifier);
+    EXPECT_EQ(zoom(), u"500 %"_s);
+}
+
+TEST_F(ForhandsvisningTest, CtrlAndTheWheelZoomAroundThePointer)
+{
+    vis(14);
+    visning().verticalScrollBar()->setValue(300);
+    const QPoint peker = visning().viewport()->rect().center();
+    const auto papirpunkt = [&] {
+        const QRect plass = visning().sideplass(0);
+        return QPointF(peker - plass.topLeft()) / plass.width();
+    };
+    const QPointF foer = papirpunkt();
+    hjul(3, Qt::ControlModifier);
+    EXPECT_EQ(zoom(), u"133 %"_s);
+    EXPECT_NEAR(papirpunkt().x(), foer.x(), 0.01);
+    EXPECT_NEAR(papirpunkt().y(), foer.y(), 0.01);
+    hjul(-3, Qt::ControlModifier);
+    EXPECT_EQ(zoom(), u"100 %"_s);
+    EXPECT_NEAR(papirpunkt().y(), foer.y(), 0.01);
+}
+
+TEST_F(ForhandsvisningTest, ZoomByChoice)
+{
+    vis(1);
+    auto *valg = i<QComboBox>(u"cmbZoom"_s);
+    const auto velg = [&](const QString &tekst) {
+        valg->showPopup();
+        valg->view()->setCurrentIndex(valg->model()->index(valg->findText(tekst), 0));
+        QTest::keyClick(valg->view(), Qt::Key_Return);
+        runEvents();
+    };
+    velg(u"200 %"_s);
+    EXPECT_EQ(visning().zoom(), 200);
+    velg(u"Sidebredde"_s);
+    EXPECT_NEAR(visning().sideplass(0).width(), visning().viewport()->width() - 28, 20);
+    velg(u"Hel side"_s);
+    EXPECT_GE(visning().viewport()->height(), visning().sideplass(0).bottom());
+    EXPECT_NEAR(visning().sideplass(0).height(), visning().viewport()->height() - 28, 2);
+    // It goes on fitting when the window grows.
+    m_vindu->resize(1100, 900);
+    runEvents();
+    EXPECT_NEAR(visning().sideplass(0).height(), visning().viewport()->height() - 28, 2);
+    EXPECT_EQ(zoom(), QString::number(visning().zoom()) + u" %"_s);
+}
+
+TEST_F(ForhandsvisningTest, AZoomCanBeTyped)
+{
+    vis(1);
+    auto *felt = i<QComboBox>(u"cmbZoom"_s)->lineEdit();
+    const auto skriv = [&](const QString &tekst) {
+        felt->setFocus();
+        felt->selectAll();
+        QTest::keyClicks(felt, tekst);
+        QTest::keyClick(felt, Qt::Key_Return);
+        return zoom();
+    };
+    EXPECT_EQ(skriv(u"85"_s), u"85 %"_s);
+    EXPECT_EQ(skriv(u"120 %"_s), u"120 %"_s);
+    EXPECT_EQ(skriv(u"9999"_s), u"500 %"_s);
+    EXPECT_EQ(skriv(u"mye"_s), u"500 %"_s);
+}
+
+TEST_F(ForhandsvisningTest, TheMousePullsThePaper)
+{
+    vis(14);
+    QWidget *flate = visning().viewport();
+    QTest::mousePress(flate, Qt::LeftButton, {}, QPoint(400, 500));
+    EXPECT_EQ(flate->cursor().shape(), Qt::ClosedHandCursor);
+    QMouseEvent flytt(QEvent::MouseMove, QPointF(400, 380), flate->mapToGlobal(QPointF(400, 380)),
+                      Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(flate, &flytt);
+    QTest::mouseRelease(flate, Qt::LeftButton, {}, QPoint(400, 380));
+    EXPECT_EQ(visning().verticalScrollBar()->value(), 120);
+    EXPECT_EQ(flate->cursor().shape(), Qt::OpenHandCursor);
+}
+
+// --- Search
+
+TEST_F(ForhandsvisningTest, FindsMarksAndScrolls)
+{
+    vis(14);
+    EXPECT_EQ(piksler(kMerket) + piksler(kValgt), 0);
+    sok(u"SLUTTORD"_s);
+    EXPECT_EQ(treff(), u"1 av 14"_s);
+    EXPECT_GT(piksler(kValgt), 100);
+    EXPECT_GT(piksler(kMerket), 100);
+    for (int nr = 2; nr <= 14; ++nr) {
+        taste(Qt::Key_F3);
+        EXPECT_EQ(treff(), u"%1 av 14"_s.arg(nr));
+        EXPECT_EQ(side(), (nr + 5) / 6);
+        EXPECT_GT(piksler(kValgt), 100) << "in view";
+    }
+    taste(Qt::Key_F3);
+    EXPECT_EQ(treff(), u"1 av 14"_s) << "round to the first";
+    taste(Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(treff(), u"14 av 14"_s);
+    klikkI(u"cmdNesteTreff"_s);
+    EXPECT_EQ(treff(), u"1 av 14"_s);
+    klikkI(u"cmdForrigeTreff"_s);
+    EXPECT_EQ(treff(), u"14 av 14"_s);
+}
+
+TEST_F(ForhandsvisningTest, EnterGoesOnInTheSearchField)
+{
+    vis(14);
+    sok(u"kunde"_s);
+    taste(Qt::Key_Return);
+    EXPECT_EQ(treff(), u"2 av 14"_s);
+    taste(Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(treff(), u"1 av 14"_s);
+}
+
+TEST_F(ForhandsvisningTest, TheSearchBeginsOnThePageInView)
+{
+    vis(14);
+    klikkI(u"cmdSiste"_s);
+    sok(u"ordre 1"_s); // 1, 10, 11, 12, 13, 14
+    EXPECT_EQ(treff(), u"5 av 6"_s);
+    EXPECT_EQ(side(), 3);
+}
+
+TEST_F(ForhandsvisningTest, WhatIsNotThereIsTold)
+{
+    vis(1);
+    sok(u"finnes ikke"_s);
+    EXPECT_EQ(treff(), u"Ingen treff"_s);
+    EXPECT_FALSE(erPaa(u"cmdNesteTreff"_s));
+    taste(Qt::Key_F3);
+    i<QLineEdit>(u"txtSok"_s)->clear();
+    runEvents();
+    EXPECT_EQ(treff(), QString());
+    EXPECT_EQ(piksler(kMerket) + piksler(kValgt), 0);
+}
+
+TEST_F(ForhandsvisningTest, AHitInTheMiddleOfATextIsMarkedThere)
+{
+    report::Document document;
+    document.paper = {210, 297};
+    report::TextStyle stil;
+    stil.font.setFamily(u"Liberation Sans"_s);
+    stil.font.setPointSizeF(10);
+    document.styles.push_back(stil);
+    document.pages.resize(2);
+    document.pages[1].texts.push_back({QPointF(100, 60), 50, 0, u"abc ABC xabc"_s});
+    document.pages[1].texts.push_back({QPointF(20, 60), 50, 0, u"abc"_s});
+    document.pages[1].texts.push_back({QPointF(20, 40), 50, 0, u"ABCABC"_s});
+    const std::vector<Treff> funnet = finnTekst(document, u"abc"_s);
+    EXPECT_EQ(funnet, (std::vector<Treff>{{1, 2, 0, 3}, {1, 2, 3, 3}, {1, 1, 0, 3}, {1, 0, 0, 3},
+                                          {1, 0, 4, 3}, {1, 0, 9, 3}}));
+    const QRectF forste = plassAv(document, funnet[2]);
+    EXPECT_NEAR(forste.left(), 20, 0.01);
+    EXPECT_LT(forste.top(), 60);
+    EXPECT_GT(forste.bottom(), 60);
+    EXPECT_GT(forste.width(), 4);
+    const QRectF siste = plassAv(document, funnet[5]);
+    EXPECT_NEAR(siste.width(), forste.width(), 0.1);
+    EXPECT_GT(siste.left(), 113);
+    EXPECT_TRUE(finnTekst(document, {}).empty());
+}
+
+// --- Printing and saving
+
+TEST_F(ForhandsvisningTest, PrintsOnTheChosenPrinter)
+{
+    vis(14);
+    onNextModal<QDialog>([](QDialog &d) { svarMedSkriver(d, u"Kontor"_s, 2); });
+    klikkI(u"cmdSkriv"_s);
+    ASSERT_EQ(utskrifter().size(), 1);
+    EXPECT_EQ(antallSider(utskrifter()[0]), 6) << "two copies";
+    onNextModal<QDialog>([](QDialog &d) { d.reject(); });
+    taste(Qt::Key_P, Qt::ControlModifier);
+    EXPECT_EQ(utskrifter().size(), 1);
+}
+
+TEST_F(ForhandsvisningTest, APrinterThatRefusesIsTold)
+{
+    vis(1);
+    onNextModal<QDialog>([](QDialog &d) { svarMedSkriver(d, u"Nekter"_s); });
+    klikkI(u"cmdSkriv"_s);
+    EXPECT_EQ(meldinger.ta().size(), 1);
+    EXPECT_EQ(meldinger.ikoner, QList<int>{QMessageBox::Warning});
+    EXPECT_TRUE(m_vindu);
+}
+
+TEST_F(ForhandsvisningTest, SavesAsPdf)
+{
+    vis(14);
+    onNextModal<QFileDialog>([this](QFileDialog &d) {
+        EXPECT_EQ(d.windowTitle(), u"Lagre som PDF"_s);
+        EXPECT_EQ(d.findChild<QLineEdit *>(u"fileNameEdit"_s)->text(), u"Liste.pdf"_s);
+        svarMedFil(d, fil(u"liste"_s));
+    });
+    klikkI(u"cmdPdf"_s);
+    EXPECT_EQ(antallSider(innhold(u"liste.pdf"_s)), 3);
+    onNextModal<QFileDialog>([](QFileDialog &d) { d.reject(); });
+    taste(Qt::Key_S, Qt::ControlModifier);
+}
+
+TEST_F(ForhandsvisningTest, TheWindowMayGoWhileADialogIsUp)
+{
+    vis(1);
+    onNextModal<QFileDialog>([this](QFileDialog &d) {
+        delete m_vindu.data();
+        svarMedFil(d, fil(u"l.pdf"_s));
+    });
+    QMetaObject::invokeMethod(m_vindu->findChild<QAction *>(u"cmdPdf"_s), "trigger");
+    EXPECT_EQ(antallSider(innhold(u"l.pdf"_s)), 1);
+}
+
+// --- The window
+
+TEST_F(ForhandsvisningTest, EscapeClosesFromEverywhere)
+{
+    leggOrdre({});
+    for (const QString &name : {u"sider"_s, u"txtSok"_s, u"txtSide"_s, u"cmbZoom"_s}) {
+        vis(0);
+        i<QWidget>(name)->setFocus();
+        taste(Qt::Key_Escape);
+        EXPECT_TRUE(m_vindu.isNull()) << name.toStdString();
+    }
+    EXPECT_TRUE(vinduer().isEmpty());
+}
+
+TEST_F(ForhandsvisningTest, EveryCommandHasAKeyInItsTip)
+{
+    vis(1);
+    for (const QString &name : {u"cmdForste"_s, u"cmdForrige"_s, u"cmdNeste"_s, u"cmdSiste"_s,
+                                u"cmdZoomUt"_s, u"cmdZoomInn"_s, u"cmdSkriv"_s, u"cmdPdf"_s,
+                                u"cmdForrigeTreff"_s, u"cmdNesteTreff"_s}) {
+        EXPECT_TRUE(i<QToolButton>(name)->toolTip().endsWith(u")"_s)) << name.toStdString();
+        EXPECT_FALSE(i<QToolButton>(name)->icon().isNull());
+    }
+}
+
+TEST_F(ForhandsvisningTest, WithoutControlsOnlyThePagesShow)
+{
+    vis(1);
+    report::WindowSettings valg;
+    valg.controls = false;
+    valg.width = 400;
+    valg.height = 300;
+    RapportUtgang::instance().show(m_vindu->document(), valg);
+    Forhandsvisning *uten = vindu();
+    ASSERT_NE(uten, m_vindu);
+    EXPECT_EQ(uten->findChild<QWidget *>(u"verktoy"_s), nullptr);
+    EXPECT_EQ(sider(uten)->size(), QSize(400, 300));
+    QTest::keyClick(sider(uten), Qt::Key_End);
+    QTest::keyClick(sider(uten), Qt::Key_Return);
+    QTest::keyClick(sider(uten), Qt::Key_Escape);
+    runEvents();
+    EXPECT_EQ(vinduer().size(), 1);
+}
+
+TEST_F(ForhandsvisningTest, AThousandPagesAreNoHeavierToShow)
+{
+    vis(1);
+    auto stor = std::make_shared<report::Document>(*m_vindu->document());
+    stor->pages.resize(1000, stor->pages[0]);
+    RapportUtgang::instance().show(stor, {});
+    m_vindu = vindu();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(m_vindu));
+    runEvents();
+    EXPECT_EQ(visning().antallSider(), 1000);
+    taste(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(side(), 1000);
+    EXPECT_TRUE(visning().viewport()->rect().intersects(visning().sideplass(999)));
+    sok(u"Sluttord"_s);
+    EXPECT_EQ(treff(), u"1000 av 1000"_s);
+}

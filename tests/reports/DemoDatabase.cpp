@@ -1,0 +1,56 @@
+#include "reports/DemoDatabase.h"
+
+#include "platform/ado/Connection.h"
+#include "platform/ado/Recordset.h"
+#include "shell/clsFaktura.h"
+#include "vert/DemoCompany.h"
+#include "vert/DemoOrders.h"
+#include "vert/ParentTables.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint16 kClient = 1;
+constexpr qint16 kYear = 2014;
+
+template<class Fill>
+void inTransaction(const QString &connectionString, Fill &&fill)
+{
+    ado::Connection connection;
+    connection.open(connectionString);
+    connection.beginTrans();
+    fill(connection);
+    connection.commitTrans();
+}
+
+} // namespace
+
+void makeDemoDatabase(const QString &connectionString)
+{
+    inTransaction(connectionString, [](ado::Connection &connection) {
+        createParentTables(connection);
+        fillParentTables(connection, kClient, kYear);
+    });
+    clsFaktura module;
+    module.setConnectStreng(connectionString);
+    module.setKlient(kClient);
+    module.setCurrentYear(kYear);
+    module.StartModul();
+    inTransaction(connectionString, [](ado::Connection &connection) {
+        fillModuleRegisters(connection, kClient);
+        fillOrders(connection, kClient, kYear);
+    });
+}
+
+void storeDemoLogo(const QString &connectionString, const QByteArray &bytes)
+{
+    ado::Recordset set;
+    set.setActiveConnection(connectionString);
+    set.setCursorLocation(ado::CursorLocation::Client);
+    set.setLockType(ado::LockType::BatchOptimistic);
+    set.setSource(u"SELECT KlientNr, Logo FROM Klient WHERE KlientNr=%1"_s.arg(kClient));
+    set.open();
+    set.setValue(u"Logo", Value(bytes));
+    set.updateBatch();
+}

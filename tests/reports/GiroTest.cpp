@@ -1,0 +1,221 @@
+#include "reports/InvoiceTest.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kTolerance = 0.6; // mm, that of the measured form
+constexpr double kPitch = 2.54;    // of the machine-read line
+
+class GiroTest : public InvoiceTest
+{
+protected:
+    GiroTest() : m_order(enterOrder(hours(1))) {}
+
+    report::Page slip(int fakType = faktype::kFaktura)
+    {
+        return print(m_order, fakType).pages.back();
+    }
+    /// The texts of the machine-read line, from left to right.
+    static std::vector<report::TextCommand> codeLine(const report::Document &document)
+    {
+        std::vector<report::TextCommand> found;
+        for (const report::TextCommand &text : document.pages.back().texts) {
+            if (document.styles[static_cast<size_t>(text.style)].name == u"ocr"_s)
+                found.push_back(text);
+        }
+        return found;
+    }
+    QStringList codeTexts()
+    {
+        QStringList texts;
+        for (const report::TextCommand &text : codeLine(print(m_order)))
+            texts += text.text;
+        return texts;
+    }
+    /// Makes the order's sum another one.
+    void setSum(const QString &sum) { change(m_order, u"SumBrutto="_s + sum); }
+
+    const int m_order;
+};
+
+} // namespace
+
+TEST_F(GiroTest, LabelsAndValuesStandAtTheirPlaces)
+{
+    struct Place
+    {
+        QString text;
+        double x;      // left edge, mm
+        double height; // of the base line above the paper's lower edge, mm
+    };
+    const std::vector<Place> places{
+        {u"Kvittering"_s, 14.6, 117.5},
+        {u"Innbetalt til konto"_s, 14.4, 112.3},
+        {u"Beløp"_s, 81.7, 112},
+        {u"Betalerens kontonummer"_s, 128.6, 112},
+        {u"Betalingsinformasjon"_s, 14.5, 97},
+        {u"GIRO"_s, 110.9, 94.7},
+        {u"Underskrift ved girering"_s, 112.7, 88.4},
+        {u"Betalt av"_s, 14.5, 65.8},
+        {u"Betalt til"_s, 113.5, 65.6},
+        {u"Belast"_s, 31, 38.3},
+        {u"Kundeidentifikasjon (KID)"_s, 9.5, 29.1},
+        {u"Kroner"_s, 80.5, 29.1},
+        {u"Øre"_s, 105.7, 29.1},
+    };
+    const report::Page page = slip();
+    for (const Place &place : places) {
+        SCOPED_TRACE(place.text.toStdString());
+        // "Beløp" heads the lines' amounts, too; the slip's texts are below.
+        report::TextCommand found;
+        for (const report::TextCommand &text : page.texts) {
+            if (text.text == place.text && text.baseline.y() > 297 - 122.6) {
+                found = text;
+                break;
+            }
+        }
+        EXPECT_NEAR(found.baseline.x(), place.x, kTolerance);
+        EXPECT_NEAR(297 - found.baseline.y(), place.height, kTolerance);
+    }
+}
+
+TEST_F(GiroTest, TellsWhoPaysWhomWhatAndWhen)
+{
+    const report::Page page = slip();
+    const auto below = [&](const QString &label) {
+        const report::TextCommand head = textOn(page, label);
+        QStringList texts;
+        for (const report::TextCommand &text : page.texts) {
+            const QPointF at = text.baseline - head.baseline;
+            if (at.y() > 1 && at.y() < 24 && at.x() > -4 && at.x() < 30)
+                texts += QString(text.text).replace(u'\u00a0', u' ');
+        }
+        return texts;
+    };
+    EXPECT_EQ(below(u"Betalt av"_s), (QStringList{u"Bjørkåsen Trelast AS"_s, u"Postboks 12"_s,
+                                                  u"Sagvegen 4"_s, u"2406 Elverum"_s}));
+    EXPECT_EQ(below(u"Betalt til"_s), (QStringList{u"Gråbein Bilfrakt AS"_s, u"Postboks 41"_s,
+                                                   u"Terminalvegen 7"_s, u"2815 Gjøvik"_s}));
+    EXPECT_EQ(
+        below(u"Betalingsinformasjon"_s).first(3),
+        (QStringList{u"Fakturanr.  5001"_s, u"Kundenr.  10001"_s, u"Fakturadato  09.03.2014"_s}));
+    EXPECT_EQ(below(u"Innbetalt til konto"_s).value(0), u"9999.12.34566"_s);
+    int dueDates = 0;
+    for (const report::TextCommand &text : page.texts) {
+        if (text.text != u"23.03.2014"_s || text.baseline.y() < 297 - 122.6)
+            continue;
+        ++dueDates;
+        EXPECT_NEAR(text.baseline.x(), 169, kTolerance);
+        EXPECT_NEAR(297 - text.baseline.y(), 95, kTolerance);
+    }
+    EXPECT_EQ(dueDates, 1);
+}
+
+TEST_F(GiroTest, FieldsAndBandsStandAtTheirPlaces)
+{
+    struct Field
+    {
+        double x0, x1, y0, y1; // mm from the paper's lower left corner
+    };
+    const std::vector<Field> fields{
+        {0, 210, 101.6, 122.4},     {78.9, 115.9, 103.4, 111.9}, {125.8, 166.7, 103.4, 111.9},
+        {169, 199.7, 103.2, 111.8}, {0, 210, 33.6, 41.9},        {42, 47.2, 34.5, 41.1},
+        {101.8, 107, 34.5, 41.1},   {191.9, 197.1, 34.5, 41},    {0, 210, 14.4, 16.3}};
+    const report::Page page = slip();
+    for (const Field &field : fields) {
+        int found = 0;
+        for (const report::BoxCommand &box : page.boxes) {
+            if (std::abs(box.rect.left() - field.x0) < 0.2 &&
+                std::abs(box.rect.right() - field.x1) < 0.2 &&
+                std::abs(297 - box.rect.bottom() - field.y0) < 0.25 &&
+                std::abs(297 - box.rect.top() - field.y1) < 0.25)
+                ++found;
+        }
+        EXPECT_EQ(found, 1) << field.x0 << " " << field.y0;
+    }
+    // Nothing is printed around the machine-read line.
+    for (const report::BoxCommand &box : page.boxes)
+        EXPECT_FALSE(297 - box.rect.bottom() < 33 && 297 - box.rect.top() > 17);
+}
+
+TEST_F(GiroTest, TheMachineReadLineIsSetInCells)
+{
+    const report::Document document = print(m_order);
+    const std::vector<report::TextCommand> line = codeLine(document);
+    ASSERT_EQ(line.size(), 8u);
+    const double starts[] = {2.1, 0, 0, 107, 113.5, 118.58, 123.66, 131.4};
+    for (size_t i = 0; i < line.size(); ++i) {
+        SCOPED_TRACE(line[i].text.toStdString());
+        EXPECT_NEAR(297 - line[i].baseline.y(), 21.17, 0.05);
+        EXPECT_NEAR(line[i].width, kPitch * static_cast<double>(line[i].text.size()), 0.02);
+        if (starts[i] > 0) {
+            EXPECT_NEAR(line[i].baseline.x(), starts[i], 0.01);
+        }
+    }
+    EXPECT_NEAR(line[1].baseline.x() + line[1].width, 75.1, 0.01);
+    EXPECT_NEAR(line[2].baseline.x() + line[2].width, 107 - 2 * kPitch, 0.01);
+    EXPECT_EQ(document.styles[static_cast<size_t>(line[0].style)].font.family(), u"OCR B"_s);
+}
+
+TEST_F(GiroTest, TheMachineReadLineHoldsKidAmountCheckDigitAndAccount)
+{
+    EXPECT_EQ(codeTexts(), (QStringList{u"H"_s, u"0100010050019"_s, u"1437"_s, u"50"_s, u"<"_s,
+                                        u"8"_s, u">"_s, u"9999 12 34566"_s}));
+}
+
+TEST_F(GiroTest, TheAmountsCheckDigit)
+{
+    // Digit sums by weights 2, 1, 2 … from the right; a sum of whole tens gives 0.
+    const auto amount = [&](const QString &sum) {
+        setSum(sum);
+        return codeTexts().mid(2, 4).join(u' ');
+    };
+    EXPECT_EQ(amount(u"12.34"_s), u"12 34 < 4"_s);
+    EXPECT_EQ(amount(u"0.05"_s), u"0 05 < 9"_s);
+    EXPECT_EQ(amount(u"0.91"_s), u"0 91 < 9"_s);
+    EXPECT_EQ(amount(u"0.59"_s), u"0 59 < 6"_s);
+    EXPECT_EQ(amount(u"0.18"_s), u"0 18 < 2"_s);
+    EXPECT_EQ(amount(u"0.19"_s), u"0 19 < 0"_s);
+    EXPECT_EQ(amount(u"99999999.99"_s), u"99999999 99 < 0"_s);
+}
+
+TEST_F(GiroTest, WhatHasNoRoomOrIsNotPaidIsLeftToThePayer)
+{
+    const QStringList without{u"H"_s, u"0100010050019"_s, u"9999 12 34566"_s};
+    setSum(u"100000000"_s);
+    EXPECT_EQ(codeTexts(), without);
+    setSum(u"-100"_s);
+    EXPECT_EQ(codeTexts(), without);
+}
+
+TEST_F(GiroTest, KidsOfAllKinds)
+{
+    const auto kid = [&](const QString &value) {
+        change(m_order, u"KID="_s + value);
+        const std::vector<report::TextCommand> line = codeLine(print(m_order));
+        EXPECT_GT(line[1].baseline.x(), 11.3);
+        return line[1].text;
+    };
+    EXPECT_EQ(kid(u"'1234567890123456789012345'"_s), u"1234567890123456789012345"_s);
+    EXPECT_EQ(kid(u"'1000005-'"_s), u"1000005-"_s);
+    EXPECT_EQ(kid(u"' 12344 '"_s), u"12344"_s);
+    EXPECT_EQ(kid(u"Null"_s), u"1437"_s); // the line goes on with the amount
+    EXPECT_EQ(kid(u"''"_s), u"1437"_s);
+}
+
+TEST_F(GiroTest, ACopyIsPaidLikeTheOriginal)
+{
+    EXPECT_EQ(textsOf(slip(faktype::kFakturakopi)).count(u"GIRO"_s), 1);
+}
+
+TEST_F(GiroTest, OnlyTheFormsWithSlipHaveOne)
+{
+    for (const QString &form : {u"Fak-ugiro-ulogo.rpt"_s, u"Fak-ugiro-mlogo.rpt"_s}) {
+        const report::Page page = print(form, m_order).pages.back();
+        EXPECT_FALSE(textsOf(page).contains(u"Kvittering"_s));
+        EXPECT_GT(textOn(page, u"Side 1 av 1"_s).baseline.y(), 280);
+    }
+    EXPECT_TRUE(
+        textsOf(print(u"Fak-mgiro-mlogo.rpt"_s, m_order).pages.back()).contains(u"Kvittering"_s));
+}

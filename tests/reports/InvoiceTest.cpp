@@ -1,0 +1,161 @@
+#include "reports/InvoiceTest.h"
+
+#include "platform/report/Report.h"
+#include "rules/Kid.h"
+#include "vert/DemoLines.h"
+#include "vert/Insert.h"
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+using namespace linjekolonne;
+
+namespace {
+
+/// The demo company's agreement with its bank: customer number, invoice number and MOD10.
+QString kidSetting(const QString &key, const QString &standard)
+{
+    return key == u"KIDaktivert"_s || key == u"KIDoppbygning"_s ? u"1"_s : standard;
+}
+
+Currency amountOf(const QString &text)
+{
+    return Currency::fromDouble(text.toDouble());
+}
+
+} // namespace
+
+InvoiceTest::InvoiceTest()
+{
+    makeDemoDatabase(connectionString());
+}
+
+std::vector<InvoiceTest::Line> InvoiceTest::hours(int count)
+{
+    std::vector<Line> lines;
+    for (int i = 1; i <= count; ++i)
+        lines.push_back({u"T100"_s, u"Kjøring uke %1"_s.arg(i), QString::number(i), u"1150"_s});
+    return lines;
+}
+
+int InvoiceTest::enterOrder(const std::vector<Line> &lines, const QString &rounding)
+{
+    DemoLines cells;
+    for (const Line &line : lines) {
+        if (line.number.isEmpty())
+            cells.addText(line.name);
+        else
+            cells.addProduct(line.number, line.name, amountOf(line.quantity), amountOf(line.price),
+                             amountOf(line.rate));
+    }
+    cells.sumUp(rounding);
+    const int order = ++m_lastOrder;
+    run(Insert(u"Ordre")
+            .number(u"KlientNr", 1)
+            .number(u"OrdreNr", order)
+            .text(u"OrdreStatus", u"Ordre"_s)
+            .text(u"EgenRef", u"Åse Fjellstad"_s)
+            .text(u"DeresRef", u"Prosjekt 414"_s)
+            .number(u"KundeNr", 10001)
+            .text(u"KundeNavn", u"Bjørkåsen Trelast AS"_s)
+            .text(u"FakAdresse1", u"Postboks 12"_s)
+            .text(u"FakAdresse2", u"Sagvegen 4"_s)
+            .text(u"FakPostNr", u"2406"_s)
+            .text(u"FakPoststed", u"Elverum"_s)
+            .text(u"LevAdresse1", u"Byggeplass Øvre Ål"_s)
+            .text(u"LevAdresse2", u"Tomt 4"_s)
+            .text(u"LevPostNr", u"3570"_s)
+            .text(u"LevPoststed", u"Ål"_s)
+            .text(u"KID", LagKID(kidSetting, QString::number(order), u"10001"_s))
+            .number(u"BetBet", 14)
+            .date(u"FakDato", QDate(2014, 3, 9))
+            .date(u"ForfallDato", QDate(2014, 3, 23))
+            .date(u"LevDato", QDate(2014, 3, 7))
+            .amount(u"MvaKr", cells.sum(SumFelt::MvaKr))
+            .amount(u"SumNetto", cells.sum(SumFelt::SumNetto))
+            .amount(u"SumBrutto", cells.sum(SumFelt::SumBrutto))
+            .amount(u"Avrunding", cells.sum(SumFelt::Avrunding))
+            .statement());
+    const int id =
+        rows(u"SELECT ID FROM Ordre WHERE KlientNr=1 AND OrdreNr=%1"_s.arg(order)).value(0).toInt();
+    for (int row = 1; row <= cells.antallRader(); ++row)
+        run(Insert(u"OrdreLinjer")
+                .number(u"OrdreID", id)
+                .number(u"PosNr", row * 10)
+                .text(u"ProduktNr", cells.text(DemoLines::kProduktNr, row))
+                .text(u"ProduktNavn", cells.text(DemoLines::kProduktNavn, row))
+                .quantity(u"Antall", cells.amount(kAntall, row))
+                .amount(u"Pris", cells.amount(kPris, row))
+                .quantity(u"MvaPst", cells.amount(kMvaPst, row))
+                .amount(u"SumNetto", cells.amount(kSumNetto, row))
+                .amount(u"SumBrutto", cells.amount(kSumBrutto, row))
+                .statement());
+    return order;
+}
+
+void InvoiceTest::change(int order, const QString &assignments)
+{
+    run(u"UPDATE Ordre SET %1 WHERE KlientNr=1 AND OrdreNr=%2"_s.arg(assignments).arg(order));
+}
+
+report::Document InvoiceTest::print(const QString &form, int order, int fakType,
+                                    const QString &note)
+{
+    std::vector<QString> formulas{u"FakType=%1"_s.arg(fakType)};
+    if (!note.isEmpty())
+        formulas.push_back(u"Note='%1'"_s.arg(note));
+    return report::makeReport({QStringLiteral(REPORT_FOLDER "/") + form, connectionString(),
+                               u"{Ordre.KlientNr}= 1 and {Ordre.OrdreNr}=%1"_s.arg(order),
+                               formulas});
+}
+
+report::Document InvoiceTest::print(int order, int fakType, const QString &note)
+{
+    return print(u"Fak-mgiro-ulogo.rpt"_s, order, fakType, note);
+}
+
+QStringList textsOf(const report::Page &page)
+{
+    QStringList texts;
+    for (const report::TextCommand &text : page.texts)
+        texts += QString(text.text).replace(u'\u00a0', u' ');
+    return texts;
+}
+
+report::TextCommand textOn(const report::Page &page, const QString &text)
+{
+    const qsizetype index = textsOf(page).indexOf(text);
+    if (index < 0) {
+        ADD_FAILURE() << "no text " << text.toStdString();
+        return {};
+    }
+    return page.texts[static_cast<size_t>(index)];
+}
+
+QStringList rowAt(const report::Page &page, double baseline)
+{
+    constexpr double kSameLine = 0.5; // mm
+    std::vector<report::TextCommand> found;
+    for (const report::TextCommand &command : page.texts) {
+        if (std::abs(command.baseline.y() - baseline) < kSameLine)
+            found.push_back(command);
+    }
+    std::sort(found.begin(), found.end(),
+              [](const auto &a, const auto &b) { return a.baseline.x() < b.baseline.x(); });
+    QStringList texts;
+    for (const report::TextCommand &command : found)
+        texts += QString(command.text).replace(u'\u00a0', u' ');
+    return texts;
+}
+
+QStringList rowOf(const report::Page &page, const QString &text)
+{
+    return rowAt(page, textOn(page, text).baseline.y());
+}
+
+QString factOn(const report::Page &page, const QString &label)
+{
+    const QStringList row = rowOf(page, label);
+    return row.value(row.indexOf(label) + 1);
+}
