@@ -81,6 +81,11 @@ Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> documen
         visZoom();
         visTreff();
     }
+    lesSidene();
+}
+
+void Forhandsvisning::lesSidene()
+{
     m_sider->setFocus();
 }
 
@@ -99,8 +104,8 @@ QAction *Forhandsvisning::handling(const QString &navn, const QString &tekst, co
     action->setIcon(bilder.icon(1));
     action->setObjectName(navn);
     action->setShortcuts(taster);
-    action->setToolTip(u"%1 (%2)"_s.arg(
-        tekst, taster.constFirst().toString(QKeySequence::NativeText)));
+    action->setToolTip(
+        u"%1 (%2)"_s.arg(tekst, taster.constFirst().toString(QKeySequence::NativeText)));
     onEvent(action, &QAction::triggered, this, std::move(utfor));
     addAction(action);
     return action;
@@ -119,9 +124,14 @@ QToolBar *Forhandsvisning::lagVerktoylinje()
     linje->addSeparator();
     lagSok(*linje);
     for (QAction *action : linje->actions()) {
-        if (QWidget *knapp = linje->widgetForAction(action); knapp && !action->objectName().isEmpty())
+        if (QWidget *knapp = linje->widgetForAction(action);
+            knapp && !action->objectName().isEmpty())
             knapp->setObjectName(action->objectName());
     }
+    // The order screen sends the key Tab to move its own focus on, and the key may land here, where
+    // it must not take the keyboard from the pages. Every command has a key of its own.
+    for (QWidget *felt : std::initializer_list<QWidget *>{m_sidenr, m_zoom, m_sokt})
+        felt->setFocusPolicy(Qt::ClickFocus);
     // A narrower window would hide the search field.
     linje->setMinimumWidth(std::min(linje->sizeHint().width(), kStorrelse.width()));
     return linje;
@@ -129,13 +139,12 @@ QToolBar *Forhandsvisning::lagVerktoylinje()
 
 void Forhandsvisning::lagSidevalg(QToolBar &linje)
 {
-    m_forste = handling(u"cmdForste"_s, u"Første side"_s, u"forste"_s,
-                        {Qt::CTRL | Qt::Key_Home}, [this] { m_sider->visSide(0); });
-    m_forrige = handling(u"cmdForrige"_s, u"Forrige side"_s, u"forrige"_s,
-                         {Qt::CTRL | Qt::Key_PageUp},
-                         [this] { m_sider->visSide(m_sider->side() - 1); });
-    m_neste = handling(u"cmdNeste"_s, u"Neste side"_s, u"neste"_s,
-                       {Qt::CTRL | Qt::Key_PageDown},
+    m_forste = handling(u"cmdForste"_s, u"Første side"_s, u"forste"_s, {Qt::CTRL | Qt::Key_Home},
+                        [this] { m_sider->visSide(0); });
+    m_forrige =
+        handling(u"cmdForrige"_s, u"Forrige side"_s, u"forrige"_s, {Qt::CTRL | Qt::Key_PageUp},
+                 [this] { m_sider->visSide(m_sider->side() - 1); });
+    m_neste = handling(u"cmdNeste"_s, u"Neste side"_s, u"neste"_s, {Qt::CTRL | Qt::Key_PageDown},
                        [this] { m_sider->visSide(m_sider->side() + 1); });
     m_siste = handling(u"cmdSiste"_s, u"Siste side"_s, u"siste"_s, {Qt::CTRL | Qt::Key_End},
                        [this] { m_sider->visSide(m_sider->antallSider() - 1); });
@@ -176,8 +185,8 @@ void Forhandsvisning::lagZoomvalg(QToolBar &linje)
     onEvent(m_zoom, &QComboBox::activated, this, [this] { velgZoom(); });
     onEvent(m_zoom->lineEdit(), &QLineEdit::editingFinished, this, [this] { velgZoom(); });
 
-    linje.addAction(handling(u"cmdZoomUt"_s, u"Mindre"_s, u"zoomut"_s,
-                             {Qt::CTRL | Qt::Key_Minus}, [this] { m_sider->zoomTrinn(-1); }));
+    linje.addAction(handling(u"cmdZoomUt"_s, u"Mindre"_s, u"zoomut"_s, {Qt::CTRL | Qt::Key_Minus},
+                             [this] { m_sider->zoomTrinn(-1); }));
     linje.addWidget(m_zoom);
     linje.addAction(handling(u"cmdZoomInn"_s, u"Større"_s, u"zoominn"_s,
                              {Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal},
@@ -190,8 +199,8 @@ void Forhandsvisning::lagZoomvalg(QToolBar &linje)
 
 void Forhandsvisning::lagUtskriftsvalg(QToolBar &linje)
 {
-    QAction *skriv = handling(u"cmdSkriv"_s, u"Skriv ut"_s, u"skriver"_s,
-                              {Qt::CTRL | Qt::Key_P}, [this] { skrivUt(); });
+    QAction *skriv = handling(u"cmdSkriv"_s, u"Skriv ut"_s, u"skriver"_s, {Qt::CTRL | Qt::Key_P},
+                              [this] { skrivUt(); });
     QAction *lagre = handling(u"cmdPdf"_s, u"Lagre som PDF"_s, u"pdf"_s, {Qt::CTRL | Qt::Key_S},
                               [this] { lagrePdf(); });
     for (QAction *action : {skriv, lagre}) {
@@ -276,10 +285,9 @@ void Forhandsvisning::sok()
     const auto forste = std::find_if(m_treff.begin(), m_treff.end(), [this](const Treff &treff) {
         return treff.side >= m_sider->side();
     });
-    m_valgtTreff = m_treff.empty() ? -1
-                   : forste == m_treff.end()
-                       ? 0
-                       : static_cast<int>(forste - m_treff.begin());
+    m_valgtTreff = m_treff.empty()           ? -1
+                   : forste == m_treff.end() ? 0
+                                             : static_cast<int>(forste - m_treff.begin());
     visTreff();
 }
 

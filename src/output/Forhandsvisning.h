@@ -28,6 +28,8 @@ public:
                     const report::WindowSettings &vindu);
 
     [[nodiscard]] std::shared_ptr<const report::Document> document() const { return m_document; }
+    /// Gives the pages the keyboard.
+    void lesSidene();
     /// In per cent of the paper's own size.
     void setZoom(int percent);
 

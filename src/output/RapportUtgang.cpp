@@ -53,6 +53,7 @@ void RapportUtgang::bringToFront()
     const auto iForgrunnen = [vindu = m_siste.data()] {
         vindu->raise();
         vindu->activateWindow();
+        vindu->lesSidene();
     };
     iForgrunnen();
     // Once more when the events at hand are through: a dialog that shows a report and closes hands

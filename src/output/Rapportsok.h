@@ -10,8 +10,8 @@
 /// A place where a text was found.
 struct Treff
 {
-    int side = 0;     ///< from 0
-    int tekst = 0;    ///< index in Page::texts
+    int side = 0;      ///< from 0
+    int tekst = 0;     ///< index in Page::texts
     qsizetype fra = 0; ///< first character in that text
     qsizetype lengde = 0;
 

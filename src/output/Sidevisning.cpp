@@ -16,8 +16,8 @@ constexpr double kPikslerPrMm = 96 / 25.4; // at 100 per cent
 constexpr int kMellomrom = 14;             // pixels around the pages
 constexpr int kLinje = 40;                 // pixels for an arrow key
 constexpr int kLuftVedTreff = 60;          // pixels between a hit and the window's edge
-constexpr double kTrinn[] = {10, 15, 25, 33, 50, 67, 75, 90, 100, 110, 125, 150, 175, 200,
-                             250, 300, 400, 500};
+constexpr double kTrinn[] = {10,  15,  25,  33,  50,  67,  75,  90,  100,
+                             110, 125, 150, 175, 200, 250, 300, 400, 500};
 constexpr QRgb kBakgrunn = 0xff8a929c;
 constexpr QRgb kKant = 0xff5d646d;
 constexpr QRgb kSkygge = 0x40000000;
@@ -132,8 +132,8 @@ double Sidevisning::tilpassetZoom() const
     if (m_tilpasning == Tilpasning::Prosent)
         return m_zoom;
     // Without the scroll bar's coming and going, which would change the answer.
-    const double bredde = maximumViewportSize().width() - verticalScrollBar()->sizeHint().width() -
-                          2.0 * kMellomrom;
+    const double bredde =
+        maximumViewportSize().width() - verticalScrollBar()->sizeHint().width() - 2.0 * kMellomrom;
     const double hoyde = maximumViewportSize().height() - 2.0 * kMellomrom;
     const double iBredden = bredde / (m_document->paper.width() * kPikslerPrMm);
     const double iHoyden = hoyde / (m_document->paper.height() * kPikslerPrMm);
@@ -149,8 +149,7 @@ void Sidevisning::bruk(double prosent, const QPoint &fast)
     const bool endret = std::exchange(m_zoom, prosent) != prosent;
     m_folgerRulling = false;
     leggUt();
-    const QPoint flytting =
-        (sideplass(side).topLeft() + punkt * pikslerPrMm()).toPoint() - fast;
+    const QPoint flytting = (sideplass(side).topLeft() + punkt * pikslerPrMm()).toPoint() - fast;
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() + flytting.x());
     verticalScrollBar()->setValue(verticalScrollBar()->value() + flytting.y());
     m_folgerRulling = true;
@@ -231,9 +230,8 @@ void Sidevisning::tegnTreff(QPainter &painter, int side) const
     for (auto treff = forste; treff != m_treff.end() && treff->side == side; ++treff) {
         const QRectF plass = plassAv(*m_document, *treff);
         const bool valgt = treff - m_treff.begin() == m_valgt;
-        painter.fillRect(
-            QRectF(plass.topLeft() * pikslerPrMm(), plass.size() * pikslerPrMm()),
-            QColor::fromRgb(valgt ? kValgtTreff : kTreff));
+        painter.fillRect(QRectF(plass.topLeft() * pikslerPrMm(), plass.size() * pikslerPrMm()),
+                         QColor::fromRgb(valgt ? kValgtTreff : kTreff));
     }
 }
 
@@ -265,8 +263,7 @@ void Sidevisning::wheelEvent(QWheelEvent *event)
     constexpr double kHakk = 120;   // angle of a notch, in eighths of a degree
     constexpr double kFaktor = 1.1; // of a notch
     m_tilpasning = Tilpasning::Prosent;
-    bruk(m_zoom * std::pow(kFaktor, event->angleDelta().y() / kHakk),
-         event->position().toPoint());
+    bruk(m_zoom * std::pow(kFaktor, event->angleDelta().y() / kHakk), event->position().toPoint());
     event->accept();
 }
 

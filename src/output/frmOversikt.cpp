@@ -14,6 +14,8 @@
 #include "state/SharedState.h"
 #include "ui_frmOversikt.h"
 
+#include <string>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -39,9 +41,9 @@ public:
 
     /// The current row's eight columns, parted by tabs. A Null is an empty one. Valid until the
     /// next call.
-    [[nodiscard]] const QString &rad()
+    [[nodiscard]] QStringView rad()
     {
-        m_tekst.truncate(0); // keeps its memory
+        m_tekst.clear(); // keeps its memory
         heltall(m_ordreNr);
         heltall(m_kundeNr);
         tekst(m_kundeNavn);
@@ -50,7 +52,7 @@ public:
         belop(m_sumBrutto);
         tekst(m_status);
         heltall(m_id);
-        m_tekst.chop(1);
+        m_tekst.pop_back();
         return m_tekst;
     }
 
@@ -59,9 +61,10 @@ private:
     void leggTil(int felt, Verdi verdi)
     {
         if (!m_rs.isNull(felt))
-            m_tekst += verdi();
+            legg(verdi());
         m_tekst += u'\t';
     }
+    void legg(QStringView verdi) { m_tekst.append(verdi.utf16(), size_t(verdi.size())); }
     void tekst(int felt)
     {
         leggTil(felt, [&] { return m_rs.text(felt); });
@@ -88,7 +91,7 @@ private:
     const int m_sumBrutto;
     const int m_status;
     const int m_id;
-    QString m_tekst;
+    std::u16string m_tekst;
 };
 
 } // namespace

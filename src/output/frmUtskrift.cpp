@@ -125,8 +125,8 @@ void frmUtskrift::skrivEhf()
             d.flags = dialogflags::kOverwritePrompt | dialogflags::kHideReadOnly;
             d.filter = u"EHF Format (*.xml)|*.xml|All Files (*.*)|*.*"_s;
             d.filterIndex = 1;
-            d.fileName =
-                (kreditnota == 1 ? u"Kreditnota-"_s : u"Faktura-"_s) + trimBlanks(fakNr) + u".xml"_s;
+            d.fileName = (kreditnota == 1 ? u"Kreditnota-"_s : u"Faktura-"_s) + trimBlanks(fakNr) +
+                         u".xml"_s;
             d.defaultExt = u"xml"_s;
         });
         QFile fil(dialog.fileName);

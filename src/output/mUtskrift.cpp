@@ -75,8 +75,7 @@ void meldFeil(const RunTimeError &feil, const QString &rapport)
     switch (feil.number()) {
     case report::errors::kFileNotFound:
         MsgBox(u"Beklager! Finner ikke den rapporten du forsøker å starte ("_s + gRptPath +
-                   rapport +
-                   u")!\r\n\r\nSjekk https://www.strekkbok.example/ for oppdateringer."_s,
+                   rapport + u")!\r\n\r\nSjekk https://www.strekkbok.example/ for oppdateringer."_s,
                msgbox::kInformation);
         return;
     case report::errors::kNoData:

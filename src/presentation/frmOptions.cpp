@@ -329,8 +329,8 @@ void frmOptions::optLogo_Click(qint16 Index)
     const bool utenLogo = Index == 0 || Index == 2;
     const bool medLogo = Index == 1 || Index == 3;
     if (utenLogo || medLogo) {
-        for (QWidget *control : std::initializer_list<QWidget *>{
-                 m_ui->frLogo, m_ui->cmdLogoInn, m_ui->cmdLogoSlett})
+        for (QWidget *control :
+             std::initializer_list<QWidget *>{m_ui->frLogo, m_ui->cmdLogoInn, m_ui->cmdLogoSlett})
             control->setEnabled(medLogo);
     }
     m_ui->imgBlankett->setPicture(m_ilBlankett.icon(Index + 1));

@@ -47,8 +47,8 @@ QString LesLogo()
 {
     Ref<ado::Recordset> rs;
     passOver([&] {
-        rs = gDB->GetRS(u"SELECT Logo FROM Klient WHERE KlientNr="_s + numberToText(gKlient),
-                        false);
+        rs =
+            gDB->GetRS(u"SELECT Logo FROM Klient WHERE KlientNr="_s + numberToText(gKlient), false);
     });
     QString path;
     if (enters([&] { return !rs->eof(); })) {

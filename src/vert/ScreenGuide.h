@@ -35,6 +35,9 @@ public:
     /// the guide.
     Guide(QString folder, const tour::Say &say);
 
+    /// Where the tour leaves its pictures and files.
+    [[nodiscard]] const QString &folder() const { return m_folder; }
+
     // --- What is on the screen
 
     /// Waits for the visible window of that name.

@@ -17,9 +17,9 @@ namespace {
 
 /// In the order of the tour.
 constexpr void (*kStops[])(screentour::Guide &) = {
-    screentour::visitMenu,   screentour::visitProducts, screentour::visitPriceForm,
-    screentour::visitOrders, screentour::visitPosting,  screentour::visitOverview,
-    screentour::visitNote,
+    screentour::visitMenu,     screentour::visitProducts, screentour::visitPriceForm,
+    screentour::visitOrders,   screentour::visitPrinting, screentour::visitPosting,
+    screentour::visitOverview, screentour::visitOptions,  screentour::visitNote,
 };
 
 } // namespace

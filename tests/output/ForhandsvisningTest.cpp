@@ -347,8 +347,10 @@ TEST_F(ForhandsvisningTest, AHitInTheMiddleOfATextIsMarkedThere)
     document.pages[1].texts.push_back({QPointF(20, 60), 50, 0, u"abc"_s});
     document.pages[1].texts.push_back({QPointF(20, 40), 50, 0, u"ABCABC"_s});
     const std::vector<Treff> funnet = finnTekst(document, u"abc"_s);
-    EXPECT_EQ(funnet, (std::vector<Treff>{{1, 2, 0, 3}, {1, 2, 3, 3}, {1, 1, 0, 3}, {1, 0, 0, 3},
-                                          {1, 0, 4, 3}, {1, 0, 9, 3}}));
+    EXPECT_EQ(
+        funnet,
+        (std::vector<Treff>{
+            {1, 2, 0, 3}, {1, 2, 3, 3}, {1, 1, 0, 3}, {1, 0, 0, 3}, {1, 0, 4, 3}, {1, 0, 9, 3}}));
     const QRectF forste = plassAv(document, funnet[2]);
     EXPECT_NEAR(forste.left(), 20, 0.01);
     EXPECT_LT(forste.top(), 60);
@@ -426,9 +428,9 @@ TEST_F(ForhandsvisningTest, EscapeClosesFromEverywhere)
 TEST_F(ForhandsvisningTest, EveryCommandHasAKeyInItsTip)
 {
     vis(1);
-    for (const QString &name : {u"cmdForste"_s, u"cmdForrige"_s, u"cmdNeste"_s, u"cmdSiste"_s,
-                                u"cmdZoomUt"_s, u"cmdZoomInn"_s, u"cmdSkriv"_s, u"cmdPdf"_s,
-                                u"cmdForrigeTreff"_s, u"cmdNesteTreff"_s}) {
+    for (const QString &name :
+         {u"cmdForste"_s, u"cmdForrige"_s, u"cmdNeste"_s, u"cmdSiste"_s, u"cmdZoomUt"_s,
+          u"cmdZoomInn"_s, u"cmdSkriv"_s, u"cmdPdf"_s, u"cmdForrigeTreff"_s, u"cmdNesteTreff"_s}) {
         EXPECT_TRUE(i<QToolButton>(name)->toolTip().endsWith(u")"_s)) << name.toStdString();
         EXPECT_FALSE(i<QToolButton>(name)->icon().isNull());
     }

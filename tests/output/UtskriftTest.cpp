@@ -20,9 +20,8 @@ std::unique_ptr<QPrinter> Proveskrivere::lag(const QString &navn) const
         return Skrivere::lag(navn);
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     printer->setOutputFormat(QPrinter::PdfFormat);
-    printer->setOutputFileName(navn == u"Nekter"
-                                   ? m_mappe + u"/finnes/ikke.pdf"_s
-                                   : u"%1/%2.pdf"_s.arg(m_mappe).arg(brukt.size()));
+    printer->setOutputFileName(navn == u"Nekter" ? m_mappe + u"/finnes/ikke.pdf"_s
+                                                 : u"%1/%2.pdf"_s.arg(m_mappe).arg(brukt.size()));
     if (navn == u"Etikett")
         printer->setPageSize(QPageSize(QSizeF(62, 29), QPageSize::Millimeter));
     if (navn == u"Liggende")

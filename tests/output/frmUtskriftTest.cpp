@@ -327,10 +327,11 @@ TEST_F(FrmUtskriftTest, ThePreviewShowsTheInvoiceAndMakesItFakturert)
     EXPECT_EQ(sql, QStringList(u"UPDATE Ordre SET OrdreStatus='Fakturert' WHERE OrdreNr=1031"_s));
     EXPECT_EQ(dialog(), nullptr);
     ASSERT_EQ(vinduer().size(), 1);
-    EXPECT_EQ(tekster(vindu()), QStringList({u"Nr 1031 for Kunde AS"_s, u"Type 1"_s, u"Note Takk"_s,
-                                             u"125,00"_s}));
+    EXPECT_EQ(tekster(vindu()),
+              QStringList({u"Nr 1031 for Kunde AS"_s, u"Type 1"_s, u"Note Takk"_s, u"125,00"_s}));
     EXPECT_EQ(statuser(), QStringList({u"5|1030|Ordre"_s, u"5|1031|Fakturert"_s}));
     EXPECT_TRUE(QTest::qWaitForWindowActive(vindu())) << "in front of the order screen";
+    EXPECT_EQ(vindu()->focusWidget(), sider(vindu()));
     EXPECT_TRUE(utskrifter().isEmpty());
 }
 
@@ -523,8 +524,7 @@ TEST_F(FrmUtskriftTest, APrintoutHitsTheNumberUnderEveryClient)
     run(u"INSERT INTO Ordre (KlientNr,OrdreNr,OrdreStatus) VALUES (6,8,'Betalt')"_s);
     aapne();
     skrivUt();
-    EXPECT_EQ(statuser(),
-              QStringList({u"5|7|Fakturert"_s, u"6|7|Fakturert"_s, u"6|8|Betalt"_s}));
+    EXPECT_EQ(statuser(), QStringList({u"5|7|Fakturert"_s, u"6|7|Fakturert"_s, u"6|8|Betalt"_s}));
     EXPECT_EQ(antallSider(utskrifter().value(0)), 1) << "on paper it is the client's own";
 }
 

@@ -87,8 +87,8 @@ TEST_F(MUtskriftTest, ShowsTheReportInAWindowOfItsOwn)
     EXPECT_EQ(vist->windowState() & ~Qt::WindowActive, Qt::WindowNoState);
     EXPECT_EQ(sider(vist)->zoom(), 100);
     EXPECT_TRUE(QTest::qWaitForWindowActive(vist));
-    EXPECT_EQ(tekster(vist), QStringList({u"Nr 1031 for Kunde AS"_s, u"Type 99"_s, u"Note ingen"_s,
-                                          u"125,00"_s}));
+    EXPECT_EQ(tekster(vist),
+              QStringList({u"Nr 1031 for Kunde AS"_s, u"Type 99"_s, u"Note ingen"_s, u"125,00"_s}));
     EXPECT_FALSE(timeglass());
 }
 

@@ -233,7 +233,7 @@ TEST_F(FrmOptionsLogoTest, EveryOfferedFormatIsStoredAsABitmap)
         {writeFile(u"logo.dib"_s, content(bitmap).mid(14)), QSize(40, 20)},
         {writeFile(u"logo.gif"_s, kGif), QSize(1, 1)},
         {writePicture(u"logo.jpg"_s, "JPG", QSize(30, 10), Qt::darkBlue), QSize(30, 10)},
-        {writeFile(u"logo.wmf"_s, kMetafile), QSize(1200, 384)}};
+        {writeFile(u"logo.wmf"_s, kMetafile), QSize(1200, 386)}};
     openOnLogo();
     for (const auto &[path, size] : offered) {
         insertLogo(path);
@@ -278,7 +278,8 @@ TEST_F(FrmOptionsLogoTest, AFileThatWillNotLoadChangesNothing)
     ASSERT_TRUE(huge.resize(54 + 20000ll * 10000 * 4));
     for (const QString &path :
          {writeFile(u"brev.bmp"_s, "dette er et brev"), writeFile(u"tom.jpg"_s, QByteArray()),
-          writeFile(u"kuttet.bmp"_s, whole.left(whole.size() / 2)), file(u"finnes-ikke.gif"_s), huge.fileName()}) {
+          writeFile(u"kuttet.bmp"_s, whole.left(whole.size() / 2)), file(u"finnes-ikke.gif"_s),
+          huge.fileName()}) {
         insertLogo(path);
         EXPECT_EQ(logo(), before) << path.toStdString();
         EXPECT_EQ(QApplication::activeModalWidget(), nullptr);

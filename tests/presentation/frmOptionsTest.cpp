@@ -10,10 +10,7 @@ namespace {
 class FrmOptionsTest : public OptionsFixture
 {
 protected:
-    static QString textOf(const QString &name)
-    {
-        return control(name).property("text").toString();
-    }
+    static QString textOf(const QString &name) { return control(name).property("text").toString(); }
     static QString titleOf(const QString &name)
     {
         return control(name).property("title").toString();
@@ -22,8 +19,9 @@ protected:
 
 const QStringList kOfKid{u"optMOD_0"_s, u"optMOD_1"_s, u"optKID_0"_s, u"optKID_1"_s,
                          u"Text1"_s,    u"Text2"_s,    u"Text3"_s};
-const QString kRente = u"Etter forfall beregnes maksimal rente i hht. bestemmelsene i Lov om renter "
-                       u"ved forsinket betaling."_s;
+const QString kRente =
+    u"Etter forfall beregnes maksimal rente i hht. bestemmelsene i Lov om renter "
+    u"ved forsinket betaling."_s;
 
 // --- As designed
 
@@ -195,22 +193,26 @@ TEST_F(FrmOptionsTest, ReadsTheClientsRowInItsOrder)
     addOrder();
     const SessionTap tap;
     openScreen();
-    EXPECT_EQ(tap.statements(),
-              QStringList({u"SELECT Logo FROM Klient WHERE KlientNr= 5"_s,
-                           u"SELECT COUNT (*) FROM Ordre WHERE KlientNr= 5"_s,
-                           u"SELECT FirstFakNr FROM Klient WHERE KlientNr= 5"_s,
-                           u"SELECT FakTekstBruk FROM Klient WHERE KlientNr= 5"_s,
-                           u"SELECT FakTekst1 FROM Klient WHERE KlientNr= 5"_s,
-                           u"SELECT FakTekst2 FROM Klient WHERE KlientNr= 5"_s}));
+    EXPECT_EQ(tap.statements(), QStringList({u"SELECT Logo FROM Klient WHERE KlientNr= 5"_s,
+                                             u"SELECT COUNT (*) FROM Ordre WHERE KlientNr= 5"_s,
+                                             u"SELECT FirstFakNr FROM Klient WHERE KlientNr= 5"_s,
+                                             u"SELECT FakTekstBruk FROM Klient WHERE KlientNr= 5"_s,
+                                             u"SELECT FakTekst1 FROM Klient WHERE KlientNr= 5"_s,
+                                             u"SELECT FakTekst2 FROM Klient WHERE KlientNr= 5"_s}));
 }
 
 // --- Page KID
 
 TEST_F(FrmOptionsTest, KidIsOnForExactlyOne)
 {
-    for (const auto &[value, on] : std::vector<std::pair<QString, bool>>{
-             {u"1"_s, true}, {u"1,9"_s, true}, {u"0"_s, false}, {u"2"_s, false}, {u"-1"_s, false},
-             {u"1.5"_s, false}, {u"ja"_s, false}, {QString(), false}}) {
+    for (const auto &[value, on] : std::vector<std::pair<QString, bool>>{{u"1"_s, true},
+                                                                         {u"1,9"_s, true},
+                                                                         {u"0"_s, false},
+                                                                         {u"2"_s, false},
+                                                                         {u"-1"_s, false},
+                                                                         {u"1.5"_s, false},
+                                                                         {u"ja"_s, false},
+                                                                         {QString(), false}}) {
         store(u"KIDaktivert"_s, value);
         openScreen();
         EXPECT_EQ(check(u"Check1"_s).isChecked(), on) << value.toStdString();
@@ -252,8 +254,8 @@ TEST_F(FrmOptionsTest, TickingKidTurnsItsChoicesOnAndOff)
 
 TEST_F(FrmOptionsTest, TheStructureIsOneForExactlyOne)
 {
-    for (const auto &[value, structure] : std::vector<std::pair<QString, int>>{
-             {u"1"_s, 1}, {u"0"_s, 0}, {u"2"_s, 0}, {u"x"_s, 0}}) {
+    for (const auto &[value, structure] :
+         std::vector<std::pair<QString, int>>{{u"1"_s, 1}, {u"0"_s, 0}, {u"2"_s, 0}, {u"x"_s, 0}}) {
         store(u"KIDoppbygning"_s, value);
         openScreen();
         EXPECT_EQ(chosen(u"optKID"_s), structure) << value.toStdString();
@@ -350,9 +352,14 @@ TEST_F(FrmOptionsTest, ACountThatFailsCountsAsNoOrder)
 
 TEST_F(FrmOptionsTest, TheTextsInUseAreTicked)
 {
-    for (const auto &[value, first, second] : std::vector<std::tuple<int, bool, bool>>{
-             {0, false, false}, {1, true, false}, {2, false, true}, {3, true, true},
-             {4, false, false}, {5, false, false}, {-1, false, false}}) {
+    for (const auto &[value, first, second] :
+         std::vector<std::tuple<int, bool, bool>>{{0, false, false},
+                                                  {1, true, false},
+                                                  {2, false, true},
+                                                  {3, true, true},
+                                                  {4, false, false},
+                                                  {5, false, false},
+                                                  {-1, false, false}}) {
         run(u"UPDATE Klient SET FakTekstBruk=%1 WHERE KlientNr=5"_s.arg(value));
         openScreen();
         EXPECT_EQ(check(u"chkTxt1"_s).isChecked(), first) << value;

@@ -143,7 +143,8 @@ TEST_F(MPictureTest, APictureIsStoredAsTheSavedFile)
     m_box.setPicture(picture(QSize(30, 20), Qt::darkRed));
     const SessionTap tap;
     EXPECT_EQ(said(m_box), QString());
-    EXPECT_EQ(tap.statements(), QStringList{u"SELECT KlientNr,Logo FROM Klient WHERE KlientNr= 5"_s});
+    EXPECT_EQ(tap.statements(),
+              QStringList{u"SELECT KlientNr,Logo FROM Klient WHERE KlientNr= 5"_s});
     EXPECT_TRUE(tap.calls().contains(u"writeBack"_s));
     const QByteArray bytes = storedLogo();
     EXPECT_EQ(bytes, content(logoFile()));
@@ -201,8 +202,7 @@ TEST_F(MPictureTest, AFileThatCannotBeSavedIsTold)
 {
     QDir().mkpath(logoFile() + u"/mappe"_s);
     m_box.setPicture(picture(QSize(3, 2), Qt::blue));
-    EXPECT_EQ(said(m_box),
-              u"Feil ved lagring av logo: 75 Feil ved tilgang til bane eller fil"_s);
+    EXPECT_EQ(said(m_box), u"Feil ved lagring av logo: 75 Feil ved tilgang til bane eller fil"_s);
     EXPECT_TRUE(storedLogo().isNull());
 }
 

@@ -23,12 +23,31 @@ protected:
 /// The pictures in the order of the tour.
 QStringList expectedPictures()
 {
-    QStringList names{
-        u"hovedmeny"_s,    u"hjelp"_s,         u"produkt-oversikt"_s, u"produkt-detaljer"_s,
-        u"kalkyle"_s,      u"ordre-visning"_s, u"kunder"_s,           u"ordre-ny"_s,
-        u"ordre-lagret"_s, u"kreditnota"_s,    u"bokfor"_s,           u"bokfort"_s,
-        u"bilag"_s,        u"oversikt"_s,      u"ordreskriv"_s,       u"ordreliste"_s,
-        u"purreliste"_s,   u"melding"_s};
+    QStringList names{u"hovedmeny"_s,
+                      u"hjelp"_s,
+                      u"produkt-oversikt"_s,
+                      u"produkt-detaljer"_s,
+                      u"kalkyle"_s,
+                      u"ordre-visning"_s,
+                      u"kunder"_s,
+                      u"ordre-ny"_s,
+                      u"ordre-lagret"_s,
+                      u"kreditnota"_s,
+                      u"utskrift"_s,
+                      u"forhandsvisning"_s,
+                      u"faktura"_s,
+                      u"utskrift-ehf"_s,
+                      u"bokfor"_s,
+                      u"bokfort"_s,
+                      u"bilag"_s,
+                      u"oversikt"_s,
+                      u"ordreskriv"_s,
+                      u"ordreliste"_s,
+                      u"purreliste"_s,
+                      u"innstillinger-kid"_s,
+                      u"innstillinger-logo"_s,
+                      u"innstillinger-faktura"_s,
+                      u"melding"_s};
     for (qsizetype i = 0; i < names.size(); ++i)
         names[i] = u"%1-%2.png"_s.arg(i + 1, 2, 10, QChar(u'0')).arg(names[i]);
     return names;

@@ -8,10 +8,10 @@
 
 #include <vector>
 
-/// A list of pictures of one size, found by their key or by their index from 1 in the order in which
-/// they were added. Pictures from SVG files are drawn for the resolution of the screen, so they are
-/// crisp at any scale; those from other files should hold three pixels to the device-independent
-/// one.
+/// A list of pictures of one size, found by their key or by their index from 1 in the order in
+/// which they were added. Pictures from SVG files are drawn for the resolution of the screen, so
+/// they are crisp at any scale; those from other files should hold three pixels to the
+/// device-independent one.
 class ImageList
 {
 public:

@@ -10,9 +10,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kLongerSide = 1200;             // pixels
-constexpr int kPatience = 10'000;             // milliseconds
-constexpr rlim_t kMostMemory = 256ull << 20;  // bytes
+constexpr int kLongerSide = 1200;              // pixels
+constexpr int kPatience = 10'000;              // milliseconds
+constexpr rlim_t kMostMemory = 256ull << 20;   // bytes
 constexpr rlim_t kMostTime = kPatience / 1000; // seconds
 
 void setLimits()

@@ -15,10 +15,14 @@ void visitProducts(Guide &guide);
 void visitPriceForm(Guide &guide);
 /// Enters an order with the customer picker, saves it, and begins a credit note of it.
 void visitOrders(Guide &guide);
+/// Prints the last order into the preview and to a PDF file, and writes it as an EHF file.
+void visitPrinting(Guide &guide);
 /// Posts one invoice and shows its voucher.
 void visitPosting(Guide &guide);
 /// Surveys all orders, opens one of them, and runs the two list reports into their preview.
 void visitOverview(Guide &guide);
+/// The three pages of the settings; nothing is stored.
+void visitOptions(Guide &guide);
 /// The timed note, from the host's own copy of it.
 void visitNote(Guide &guide);
 

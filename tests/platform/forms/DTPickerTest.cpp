@@ -132,6 +132,154 @@ TEST_F(Picker, DatesAreTypedWithOrWithoutMarksAndWithShortParts)
     }
 }
 
+TEST_F(Picker, ATypedDayWaitsForItsMonthAndItsYear)
+{
+    picker->setLimits(QDate(2010, 1, 1), QDate(2027, 12, 31));
+    const std::tuple<QDate, QString, QDate> dates[] = {
+        {QDate(2014, 4, 9), u"31.12.2014"_s, QDate(2014, 12, 31)},
+        {QDate(2014, 4, 9), u"31122014"_s, QDate(2014, 12, 31)},
+        {QDate(2014, 2, 9), u"31-1-15"_s, QDate(2015, 1, 31)},
+        {QDate(2015, 5, 10), u"29.02.2016"_s, QDate(2016, 2, 29)},
+        {QDate(2015, 5, 10), u"29.2.16"_s, QDate(2016, 2, 29)},
+        {QDate(2016, 2, 29), u"31.03.2015"_s, QDate(2015, 3, 31)},
+    };
+    for (const auto &[before_, typed, date] : dates) {
+        picker->setValue(before_);
+        chosen->clear();
+        type(typed);
+        QTest::keyClick(picker, Qt::Key_Return);
+        EXPECT_EQ(picker->value().toString(Qt::ISODate), date.toString(Qt::ISODate))
+            << typed.toStdString();
+        EXPECT_EQ(picker->text(), date.toString(u"dd.MM.yyyy"_s));
+        EXPECT_EQ(chosen->count(), 1);
+    }
+}
+
+TEST_F(Picker, ATypedDayIsCutAtTheEndWhenItsMonthIsTooShort)
+{
+    type(u"31.02.2027"_s);
+    EXPECT_EQ(picker->text(), u"31.02.2027"_s);
+    QTest::keyClick(picker, Qt::Key_Return);
+    EXPECT_EQ(picker->value(), QDate(2027, 2, 28));
+    EXPECT_EQ(picker->text(), u"28.02.2027"_s);
+
+    picker->setValue(QDate(2026, 4, 9));
+    type(u"31"_s);
+    before->setFocus();
+    EXPECT_EQ(picker->value(), QDate(2026, 4, 30)) << "the month that stands is the last word";
+    EXPECT_EQ(picker->text(), u"30.04.2026"_s);
+}
+
+TEST_F(Picker, NothingIsToldWhileADateIsTyped)
+{
+    for (const QString &date : {u"1.2.2027"_s, u"31.4.2027"_s, u"5-6-26"_s}) {
+        picker->setValue(QDate(2026, 5, 17));
+        type(date);
+        EXPECT_EQ(chosen->count(), 0) << date.toStdString();
+        EXPECT_EQ(picker->value(), QDate(2026, 5, 17)) << date.toStdString();
+        QTest::keyClick(picker, Qt::Key_Return);
+        EXPECT_EQ(chosen->count(), 1) << date.toStdString();
+        chosen->clear();
+    }
+}
+
+TEST_F(Picker, MovingAboutInATypedDateChangesNothingOfIt)
+{
+    picker->setValue(QDate(2026, 4, 9));
+    type(u"31"_s);
+    for (const Qt::Key key : {Qt::Key_End, Qt::Key_Home, Qt::Key_Right, Qt::Key_Right,
+                              Qt::Key_Right, Qt::Key_Right, Qt::Key_Left})
+        QTest::keyClick(picker, key);
+    EXPECT_EQ(picker->text(), u"31.04.2026"_s);
+    EXPECT_EQ(chosen->count(), 0);
+    picker->setSelectedSection(QDateTimeEdit::MonthSection);
+    QTest::keyClicks(picker, u"12"_s);
+    before->setFocus();
+    EXPECT_EQ(picker->value(), QDate(2026, 12, 31));
+    EXPECT_EQ(chosen->count(), 1);
+}
+
+TEST_F(Picker, ATypedPartMayBeTakenBack)
+{
+    picker->setValue(QDate(2026, 4, 9));
+    type(u"31"_s);
+    QTest::keyClick(picker, Qt::Key_Backspace);
+    EXPECT_EQ(picker->text(), u"31..2026"_s);
+    QTest::keyClick(picker, Qt::Key_Backspace);
+    EXPECT_EQ(picker->text(), u"31..2026"_s) << "the marks stay";
+    QTest::keyClicks(picker, u"13"_s);
+    EXPECT_EQ(picker->text(), u"31.1.2026"_s) << "there is no such month";
+    QTest::keyClicks(picker, u"2"_s);
+    QTest::keyClick(picker, Qt::Key_Return);
+    EXPECT_EQ(picker->value(), QDate(2026, 12, 31));
+}
+
+TEST_F(Picker, APartThatIsLeftEmptyRefusesTheDate)
+{
+    type(u"31"_s);
+    QTest::keyClick(picker, Qt::Key_Delete);
+    before->setFocus();
+    EXPECT_EQ(picker->value(), QDate(2026, 5, 17));
+    EXPECT_EQ(picker->text(), u"17.05.2026"_s);
+    EXPECT_EQ(chosen->count(), 0);
+}
+
+TEST_F(Picker, EscapeDropsWhatIsTypedAndGoesOnToTheForm)
+{
+    type(u"31.12"_s);
+    form->takeEvents();
+    QTest::keyClick(picker, Qt::Key_Escape);
+    EXPECT_EQ(form->takeEvents(), QStringList{u"key"_s});
+    EXPECT_EQ(picker->text(), u"17.05.2026"_s);
+    before->setFocus();
+    EXPECT_EQ(picker->value(), QDate(2026, 5, 17));
+    EXPECT_EQ(chosen->count(), 0);
+}
+
+TEST_F(Picker, AnArrowKeyStepsFromTheTypedDate)
+{
+    picker->setValue(QDate(2026, 4, 9));
+    type(u"31.12"_s);
+    QTest::keyClick(picker, Qt::Key_Up);
+    EXPECT_EQ(picker->value(), QDate(2027, 12, 31)) << "the year is next";
+    EXPECT_EQ(picker->text(), u"31.12.2027"_s);
+}
+
+TEST_F(Picker, ADateIsTypedThroughDatesOutsideTheLimits)
+{
+    picker->setLimits(QDate(2026, 3, 10), QDate(2026, 11, 20));
+    picker->setValue(QDate(2026, 3, 15));
+    type(u"05.11.2026"_s);
+    QTest::keyClick(picker, Qt::Key_Return);
+    EXPECT_EQ(picker->value(), QDate(2026, 11, 5));
+    type(u"25.04.2026"_s);
+    QTest::keyClick(picker, Qt::Key_Return);
+    EXPECT_EQ(picker->value(), QDate(2026, 4, 25));
+}
+
+TEST_F(Picker, TheProgramsDateTakesTheTypedOnesPlace)
+{
+    type(u"31.12"_s);
+    picker->setValue(QDate(2027, 3, 8));
+    EXPECT_EQ(picker->text(), u"08.03.2027"_s);
+    before->setFocus();
+    EXPECT_EQ(picker->value(), QDate(2027, 3, 8));
+    EXPECT_EQ(chosen->count(), 0);
+}
+
+TEST_F(Picker, TheCalendarOpensOnTheTypedDate)
+{
+    picker->setValue(QDate(2026, 4, 9));
+    type(u"31.12"_s);
+    QTest::keyClick(picker, Qt::Key_F4);
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    EXPECT_EQ(chosen->count(), 1);
+    EXPECT_EQ(picker->calendarWidget()->selectedDate(), QDate(2026, 12, 31));
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    runEvents();
+    EXPECT_EQ(picker->text(), u"31.12.2026"_s);
+}
+
 TEST_F(Picker, ATypedDateOutsideTheLimitsIsRefused)
 {
     for (const QString &date : {u"31.12.2025"_s, u"01.01.2028"_s, u"24.12.30"_s}) {

@@ -190,8 +190,8 @@ TEST_F(PictureFiles, WhatIsNoPictureIsRefused)
 TEST_F(PictureFiles, ACutPictureIsRefused)
 {
     const QByteArray whole = bitmap(60, 60);
-    for (const qsizetype length : {qsizetype{20}, qsizetype{53}, qsizetype{54}, whole.size() / 2,
-                                   whole.size() - 1})
+    for (const qsizetype length :
+         {qsizetype{20}, qsizetype{53}, qsizetype{54}, whole.size() / 2, whole.size() - 1})
         EXPECT_EQ(refusal(write(u"kuttet.bmp"_s, whole.left(length))), 481) << length;
     for (const qsizetype length : {qsizetype{39}, qsizetype{40}, whole.size() - 15})
         EXPECT_EQ(refusal(write(u"kuttet.dib"_s, whole.mid(14, length))), 481) << length;
