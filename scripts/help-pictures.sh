@@ -15,7 +15,7 @@ take() {
     QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=$1 XDG_CONFIG_HOME=$scratch/settings$1 \
         "$root/build/dev/bin/strekkbok-vert" --tur "$scratch/tur$1" >&2
     for name in "${names[@]}"; do
-        found=$(find "$scratch/tur$1" -name "[0-9]*-$name.png" | sort | head -n 1)
+        found=$(find "$scratch/tur$1" -name "[0-9][0-9]-$name.png")
         [[ -n $found ]] || die "The tour has no picture called $name."
         cp "$found" "$pictures/$name$2.png"
     done

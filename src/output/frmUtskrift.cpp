@@ -133,6 +133,8 @@ void frmUtskrift::skrivEhf()
         if (!fil.open(QIODevice::WriteOnly))
             throw RunTimeError(errors::kPathAccess);
         SkrivEhfFil(fil, kreditnota, fakNr);
+        if (!fil.flush()) // a full disk may not show before
+            throw RunTimeError(errors::kPathAccess);
         fil.close();
         gDB->Execute(FakturertSql(fakID));
         if (dette)

@@ -15,8 +15,6 @@
 #include "state/SharedState.h"
 #include "ui_frmOptions.h"
 
-#include <QTabBar>
-
 #include <algorithm>
 
 using namespace Qt::StringLiterals;

@@ -7,8 +7,12 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTabWidget>
@@ -224,6 +228,12 @@ void Guide::doubleClickCell(QWidget &grid, int row, int col)
 void Guide::typeInCell(QWidget &grid, int row, int col, const QString &text)
 {
     clickCell(grid, row, col);
+    perform([&] {
+        // A click may have begun the editing already.
+        if (!qobject_cast<QLineEdit *>(QApplication::focusWidget()))
+            QTest::keyClick(&focused(grid), Qt::Key_F2);
+        QTest::keyClick(&focused(grid), Qt::Key_A, Qt::ControlModifier);
+    });
     typeText(text);
     perform([&] { QTest::keyClick(&focused(grid), Qt::Key_Return); });
 }
@@ -317,6 +327,25 @@ QString Guide::answer(const QString &button, const Action &opens, const QString 
         stop(u"meldingen har ikke knappen %1: %2"_s.arg(button, said.simplified()));
     });
     return said;
+}
+
+void Guide::saveAs(QWidget &button, const QString &name)
+{
+    QFile::remove(m_folder + u'/' + name);
+    modal(
+        u"CommonDialog"_s, [&] { click(button); },
+        [&](QWidget &window) {
+            auto &dialog = as<QFileDialog>(window, u"en fildialog"_s);
+            dialog.setDirectory(m_folder);
+            type(control(dialog, u"fileNameEdit"_s), name);
+            for (QPushButton *choice : dialog.findChildren<QPushButton *>()) {
+                if (choice->isDefault()) {
+                    click(*choice);
+                    return;
+                }
+            }
+            stop(u"fildialogen har ingen lagreknapp"_s);
+        });
 }
 
 void Guide::picture(QWidget &window, const QString &name, const QString &told)

@@ -68,7 +68,7 @@ public:
     /// Clicks in a grid's cell, which is scrolled into view.
     void clickCell(QWidget &grid, int row, int col);
     void doubleClickCell(QWidget &grid, int row, int col);
-    /// Types over a cell and leaves it with Enter.
+    /// Edits a cell with F2, types over all that stands there and leaves it with Enter.
     void typeInCell(QWidget &grid, int row, int col, const QString &text);
     /// Picks the item of that text from the list of a combo cell and leaves the cell with Enter.
     void chooseInCell(QWidget &grid, int row, int col, const QString &text);
@@ -86,6 +86,10 @@ public:
     /// The same for a message box: presses its button of that text ("OK", "Ja", "Nei", "Avbryt").
     /// Returns what the box says. With a `picture` name the box is pictured first.
     QString answer(const QString &button, const Action &opens, const QString &picture = {});
+
+    /// Presses a button that asks for a file's name, and answers with a name in the folder of the
+    /// tour. A file of an earlier tour makes room.
+    void saveAs(QWidget &button, const QString &name);
 
     // --- What is left of it
 

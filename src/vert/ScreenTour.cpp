@@ -1,5 +1,7 @@
 #include "vert/ScreenTour.h"
 
+#include "shell/clsRegSettings.h"
+#include "state/SharedState.h"
 #include "vert/Component.h"
 #include "vert/Database.h"
 #include "vert/HostError.h"
@@ -11,16 +13,33 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 /// In the order of the tour.
 constexpr void (*kStops[])(screentour::Guide &) = {
-    screentour::visitMenu,     screentour::visitProducts, screentour::visitPriceForm,
-    screentour::visitOrders,   screentour::visitPrinting, screentour::visitPosting,
-    screentour::visitOverview, screentour::visitOptions,  screentour::visitNote,
+    screentour::visitMenu,     screentour::visitProducts,  screentour::visitOrders,
+    screentour::visitPrinting, screentour::visitOverview,  screentour::visitPosting,
+    screentour::visitOptions,  screentour::visitPriceForm, screentour::visitNote,
+    screentour::visitHelp,
 };
+
+/// The settings of a firm that has payments with KID and reads its invoices before it prints them.
+void makeSettings()
+{
+    gReg->setCompany(u"Brennmark AS"_s);
+    gReg->setAppName(u"Strekkbok"_s);
+    const std::pair<QString, QString> settings[] = {
+        {u"KIDaktivert"_s, u"1"_s},      {u"KIDoppbygning"_s, u"1"_s},
+        {u"KIDlengdeKundenr"_s, u"6"_s}, {u"KIDlengdeFakturanr"_s, u"6"_s},
+        {u"PrintVis"_s, u"1"_s},
+    };
+    for (const auto &[name, value] : settings)
+        gReg->SaveSetting(u"Regningsdel"_s, name, value);
+}
 
 } // namespace
 
@@ -45,6 +64,7 @@ void screentour::run(Component &component, const Options &options, const tour::S
     }
 
     tour::useDatabase(place, options);
+    makeSettings();
     Guide guide(folder, say);
     for (const auto visit : kStops)
         visit(guide);

@@ -189,6 +189,34 @@ TEST_F(GiroTest, WhatHasNoRoomOrIsNotPaidIsLeftToThePayer)
     EXPECT_EQ(codeTexts(), without);
 }
 
+TEST_F(GiroTest, AnAccountThatNoMachineReadsIsLeftOutOfTheLine)
+{
+    run(u"UPDATE Klient SET Giro1='NO93 8601 1117 947' WHERE KlientNr=1"_s);
+    EXPECT_EQ(codeTexts().last(), u">"_s);
+    const report::Page page = slip();
+    EXPECT_EQ(factOn(page, u"Til konto"_s), u"NO93 8601 1117 947"_s);
+    EXPECT_TRUE(textsOf(page).contains(u"NO93 8601 1117 947"_s));
+}
+
+TEST_F(GiroTest, LongNamesAreWholeOnTheSlip)
+{
+    change(m_order, u"KundeNavn='SØRLANDETS TRANSPORT OG MASKINUTLEIE AS'"_s);
+    run(u"UPDATE Klient SET Navn='ØVRE TELEMARK MASKINFORRETNING-TRANSPORT' WHERE KlientNr=1"_s);
+    const report::Page page = slip();
+    const double place = textOn(page, u"Betalt av"_s).baseline.y();
+    QString texts;
+    for (const report::TextCommand &text : page.texts) {
+        if (text.baseline.y() > place + 1 && text.baseline.y() < place + 24) {
+            texts += text.text + u' ';
+            EXPECT_LT(text.baseline.x() + text.width, text.baseline.x() < 100 ? 98 : 196.9);
+        }
+    }
+    EXPECT_FALSE(texts.contains(u'…')) << texts.toStdString();
+    EXPECT_TRUE(texts.contains(u"SØRLANDETS TRANSPORT OG MASKINUTLEIE AS"_s));
+    EXPECT_TRUE(texts.contains(u"2406 Elverum"_s));
+    EXPECT_TRUE(texts.contains(u"2815 Gjøvik"_s));
+}
+
 TEST_F(GiroTest, KidsOfAllKinds)
 {
     const auto kid = [&](const QString &value) {

@@ -75,12 +75,28 @@ TEST_F(LogoTest, WithoutAPictureTheNameStandsInItsPlace)
     const report::Page none = page();
     EXPECT_TRUE(none.pictures.empty());
     EXPECT_TRUE(hasName(none));
+    EXPECT_EQ(textsOf(none), textsOf(page(u"Fak-mgiro-ulogo.rpt"_s)));
 }
 
 TEST_F(LogoTest, WhatIsNoPictureIsLeftOut)
 {
     storeLogo(QByteArray("no picture"));
     EXPECT_TRUE(page().pictures.empty());
+}
+
+// A removed logo is stored as a white picture, so a picture does not tell who sells.
+TEST_F(LogoTest, TheNameStandsBelowThePictureWhateverItShows)
+{
+    for (const QByteArray &bytes : {picture({237, 76}, "BMP"), QByteArray("no picture")}) {
+        storeLogo(bytes);
+        const report::Document document = print(u"Fak-ugiro-mlogo.rpt"_s, m_order);
+        const report::TextCommand name = textOn(document.pages[0], u"Gråbein Bilfrakt AS"_s);
+        EXPECT_TRUE(document.styles[static_cast<size_t>(name.style)].font.bold());
+        EXPECT_GT(name.baseline.y(), kPlace.bottom());
+        EXPECT_LT(
+            textOn(document.pages[0], u"Postboks 41, Terminalvegen 7, 2815 Gjøvik"_s).baseline.y(),
+            46);
+    }
 }
 
 TEST_F(LogoTest, StandsOnTheFormsWithLogoAndTheirFirstPage)

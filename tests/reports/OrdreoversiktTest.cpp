@@ -151,6 +151,18 @@ TEST_F(OrdreoversiktTest, LongNamesTakeASecondLineAndLargeAmountsTheirRoom)
     expectTidy(page);
 }
 
+TEST_F(OrdreoversiktTest, LargeSumsAreClearOfEachOther)
+{
+    run(u"UPDATE Ordre SET SumNetto=98765432.10,MvaKr=24691358.02,SumBrutto=123456790.12 WHERE "
+        "OrdreNr IN (1025,1053)"_s);
+    const report::Page page = overview(kYear).pages.back();
+    constexpr double kGap = 1; // mm
+    const QString year = u" FROM Ordre WHERE Year(OrdreDato)=2014"_s;
+    const report::TextCommand net = textOn(page, amount(u"SELECT Sum(SumNetto)"_s + year));
+    const report::TextCommand vat = textOn(page, amount(u"SELECT Sum(MvaKr)"_s + year));
+    EXPECT_GT(vat.baseline.x(), net.baseline.x() + net.width + kGap);
+}
+
 TEST_F(OrdreoversiktTest, WhatIsMissingStaysEmpty)
 {
     run(u"INSERT INTO Ordre (KlientNr,OrdreNr,OrdreDato) VALUES (1,7000,#02/03/2014#)"_s);

@@ -140,6 +140,19 @@ TEST_F(PurrelisteTest, WhatIsMissingStaysEmpty)
               (QStringList{u"7000"_s, u"31.08.2014"_s, u"1"_s, u"Bokført"_s}));
 }
 
+TEST_F(PurrelisteTest, NothingThatTellsTheInvoiceIsCut)
+{
+    addInvoice(7000, 10, 12345678);
+    run(u"UPDATE Ordre SET KundeNr=1234567,KundeNavn='WESTERLÆN MASKINFORRETNING OG TRANSPORT '"
+        ",FakAdresse1='Postboks 1234 Gamle Hovedvegen Industri',"
+        "FakAdresse2='Bygning 12 Øvre Terminalvegen',FakPostNr='3570',FakPoststed='Ål i Hallingdal'"
+        ",DeresRef='WWWWWWWWWW WWWWWWWWW',KID='1234567890123456789012345' WHERE OrdreNr=7000"_s);
+    const report::Page page = reminders(u" AND {Ordre.KundeNr}=1234567"_s).pages[0];
+    EXPECT_TRUE(textsOf(page).contains(u"1234567890123456789012345"_s));
+    EXPECT_EQ(textsOf(page).filter(u"…"_s), QStringList());
+    expectTidy(page);
+}
+
 TEST_F(PurrelisteTest, LongTextsKeepToTheirPlace)
 {
     addInvoice(7000, 10, 12345678);

@@ -9,6 +9,8 @@
 #include <QStyleOptionComboBox>
 #include <QTextCharFormat>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +18,50 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kOutsideLimits = 35773;
+
+constexpr QChar kMark = u'.';
+/// The parts of a date, in the order in which they are shown: their digits, and the highest number,
+/// which a part that is typed in full has to keep to.
+struct Part
+{
+    qsizetype digits;
+    int highest;
+};
+constexpr Part kParts[] = {{2, 31}, {2, 12}, {4, 9999}};
+
+/// Whether `text` may come to stand for a part.
+bool isTyped(const QString &text, const Part &part)
+{
+    const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
+    if (text.size() > part.digits || !std::all_of(text.begin(), text.end(), isDigit))
+        return false;
+    return text.size() < part.digits || (text.toInt() >= 1 && text.toInt() <= part.highest);
+}
+
+/// With a zero in front of a day or a month of one digit.
+QString padded(const QString &text)
+{
+    QStringList parts = text.split(kMark);
+    for (QString &part : parts) {
+        if (part.size() == 1 && part != "0"_L1 && &part != &parts.back())
+            part.prepend(u'0');
+    }
+    return parts.join(kMark);
+}
+
+/// The date of a text with all its parts, invalid for any other. A year of two digits is one of
+/// this century, and a day that its month is too short for is the month's last.
+QDate readDate(const QString &text)
+{
+    constexpr int kCentury = 2000;
+    const QStringList parts = text.split(kMark);
+    const int day = parts.value(0).toInt();
+    int year = parts.value(2).toInt();
+    if (parts.value(2).size() <= 2)
+        year += kCentury;
+    const QDate month(year, parts.value(1).toInt(), 1);
+    return day == 0 ? QDate() : month.addDays(std::min(day, month.daysInMonth()) - 1);
+}
 
 void dressCalendar(QCalendarWidget &calendar)
 {
@@ -40,6 +86,7 @@ DTPicker::DTPicker(QWidget *parent) : QDateEdit(parent)
     // The base class lets the value follow every move in the open calendar.
     disconnect(calendarWidget(), &QCalendarWidget::selectionChanged, nullptr, nullptr);
     connect(this, &QDateEdit::dateChanged, this, &DTPicker::tellChoice);
+    connect(lineEdit(), &QLineEdit::textEdited, this, [this] { m_typing = true; });
     dressCalendar(*calendarWidget());
     connect(calendarWidget(), &QCalendarWidget::clicked, this, &DTPicker::pickedInCalendar);
     connect(calendarWidget(), &QCalendarWidget::activated, this, &DTPicker::pickedInCalendar);
@@ -52,6 +99,7 @@ void DTPicker::setValue(QDate value)
     if (value < minimumDate() || value > maximumDate())
         throw RunTimeError(kOutsideLimits, u"Datoen er utenfor grensene for datofeltet"_s);
     const QScopedValueRollback byCode(m_byCode, true);
+    m_typing = false;
     setDate(value);
 }
 
@@ -59,6 +107,45 @@ void DTPicker::setLimits(QDate lowest, QDate highest)
 {
     const QScopedValueRollback byCode(m_byCode, true);
     setDateRange(lowest, highest);
+}
+
+QValidator::State DTPicker::validate(QString &text, int &pos) const
+{
+    QStringList parts = text.split(kMark);
+    if (parts.size() != std::ssize(kParts))
+        return QValidator::Invalid;
+    for (qsizetype i = 0; i < parts.size(); ++i) {
+        if (!isTyped(parts[i], kParts[i]))
+            return QValidator::Invalid;
+    }
+    if (!m_typing)
+        return QValidator::Acceptable;
+    // Typing moves on from a part that is full, or that another digit would make too high.
+    const qsizetype at = QStringView(text).first(pos).count(kMark);
+    if (parts[at].size() == 1 && parts[at].toInt() * 10 > kParts[at].highest) {
+        text = padded(text);
+        ++pos;
+        return QValidator::Acceptable;
+    }
+    return parts[at].size() < kParts[at].digits ? QValidator::Intermediate : QValidator::Acceptable;
+}
+
+QDateTime DTPicker::dateTimeFromText(const QString &text) const
+{
+    const QDate typed = m_typing ? QDate() : readDate(text);
+    const bool isInside = typed.isValid() && typed >= minimumDate() && typed <= maximumDate();
+    return isInside ? typed.startOfDay() : dateTime();
+}
+
+QString DTPicker::textFromDateTime(const QDateTime &dateTime) const
+{
+    return m_typing ? padded(text()) : QDateEdit::textFromDateTime(dateTime);
+}
+
+void DTPicker::stepBy(int steps)
+{
+    judgeTyped();
+    QDateEdit::stepBy(steps);
 }
 
 void DTPicker::focusInEvent(QFocusEvent *event)
@@ -78,7 +165,9 @@ void DTPicker::focusOutEvent(QFocusEvent *event)
 void DTPicker::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        judgeTyped();
+        m_typing = false;
+    if (event->key() == Qt::Key_Escape && std::exchange(m_typing, false))
+        setDate(value());
     const bool altDown = event->key() == Qt::Key_Down && event->modifiers() == Qt::AltModifier;
     if (altDown || event->key() == Qt::Key_F4) {
         dropDown();
@@ -98,6 +187,7 @@ void DTPicker::keyPressEvent(QKeyEvent *event)
     if (isDigit && lineEdit()->selectedText() == text())
         setSelectedSection(DaySection);
     const Section section = currentSection();
+    m_typing = m_typing || isDigit;
     QDateEdit::keyPressEvent(event);
     m_movedOn = isDigit && currentSection() != section;
 }
@@ -105,6 +195,7 @@ void DTPicker::keyPressEvent(QKeyEvent *event)
 void DTPicker::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton && arrow().contains(event->pos())) {
+        judgeTyped();
         m_choiceTold = false;
         Q_EMIT entered();
     }
@@ -140,18 +231,8 @@ void DTPicker::dropDown()
 
 void DTPicker::judgeTyped()
 {
-    // The base class takes the nearest date that it allows for a text that is none; here such a
-    // text is refused, but for a year of two digits, which is one of this century.
-    constexpr int kCentury = 2000;
-    const QStringList parts = text().split(u'.');
-    int year = parts.value(2).toInt();
-    if (parts.value(2).size() <= 2)
-        year += kCentury;
-    const QDate typed(year, parts.value(1).toInt(), parts.value(0).toInt());
-    const bool isInside = typed.isValid() && typed >= minimumDate() && typed <= maximumDate();
-    const QString judged = (isInside ? typed : value()).toString(displayFormat());
-    if (judged != text())
-        lineEdit()->setText(judged);
+    if (std::exchange(m_typing, false))
+        interpretText();
 }
 
 void DTPicker::pickedInCalendar()

@@ -6,10 +6,12 @@
 ///
 /// Its events are of two kinds. `dateChosen` tells that the user has chosen a date, by the calendar
 /// (also the date that stood there), by typing or by the arrow keys and the wheel; a typed date
-/// counts when the field is left or Enter is pressed. `entered` tells that the user goes into the
-/// picker or is about to open its calendar. Setting value and limits by the functions of this class
-/// raises neither. A typed date outside the limits is refused: the picker keeps its value. Day,
-/// month and year are typed with or without marks between them, the year with two digits or four.
+/// counts when the field is left or Enter is pressed, and Escape drops it. `entered` tells that the
+/// user goes into the picker or is about to open its calendar. Setting value and limits by the
+/// functions of this class raises neither. Day, month and year are typed with or without marks
+/// between them, the year with two digits or four. Until it counts, a typed date stands as it is
+/// typed and the value does not follow; then a day beyond the end of its month becomes the month's
+/// last, and a date outside the limits is refused: the picker keeps its value.
 ///
 /// The calendar drops down on a click on the arrow, F4 and Alt+Down.
 class DTPicker : public QDateEdit
@@ -28,11 +30,17 @@ public:
     /// nearest one inside them.
     void setLimits(QDate lowest, QDate highest);
 
+    void stepBy(int steps) override;
+
 Q_SIGNALS:
     void dateChosen();
     void entered();
 
 protected:
+    // While a date is typed, the base class sees a text that fits its form and a value that stays.
+    QValidator::State validate(QString &text, int &pos) const override;
+    QDateTime dateTimeFromText(const QString &text) const override;
+    QString textFromDateTime(const QDateTime &dateTime) const override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -41,11 +49,13 @@ protected:
 private:
     [[nodiscard]] QRect arrow() const;
     void dropDown();
+    /// Lets the typed date count, if there is one.
     void judgeTyped();
     void pickedInCalendar();
     void tellChoice();
 
     bool m_byCode = false;
+    bool m_typing = false;     ///< what is shown has been typed and does not count yet
     bool m_choiceTold = false; ///< since the calendar was opened
     bool m_movedOn = false;    ///< the last digit typed has moved on to the next part of the date
 };

@@ -120,7 +120,7 @@ bool Form::unload(UnloadMode mode)
     // Not hide: the program may end with its last window.
     if (isVisible())
         close();
-    deleteLater();
+    deleteAfterHandlers(this);
     return true;
 }
 

@@ -29,7 +29,7 @@ enum class FormState { Normal = 0, Minimised = 1, Maximised = 2 };
 /// - `onKeyDown` sees every key ahead of the control that has the focus.
 /// - `unload` asks `onQueryUnload`, runs `onUnload`, takes the form out of `Forms` and deletes it
 /// as
-///   soon as its running event handlers have returned.
+///   soon as all running event handlers have returned.
 ///
 /// A run-time error that leaves one of these handlers becomes a message box and stops there.
 ///

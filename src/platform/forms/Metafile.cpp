@@ -10,10 +10,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kLongerSide = 1200;              // pixels
-constexpr int kPatience = 10'000;              // milliseconds
-constexpr rlim_t kMostMemory = 256ull << 20;   // bytes
-constexpr rlim_t kMostTime = kPatience / 1000; // seconds
+constexpr int kLongerSide = 1200;            // pixels
+constexpr rlim_t kMostMemory = 256ull << 20; // bytes
+constexpr rlim_t kMostTime = 10;             // seconds of the processor
 
 void setLimits()
 {
@@ -36,7 +35,7 @@ bool isMetafile(const QByteArray &beginning)
            beginning.startsWith(QByteArrayView("\x02\x00\x09\x00\x00", 5));
 }
 
-QImage drawMetafile(const QString &systemPath)
+QImage drawMetafile(const QString &systemPath, int patience)
 {
     const QString converter = QStandardPaths::findExecutable(u"wmf2gd"_s);
     if (converter.isEmpty())
@@ -47,7 +46,7 @@ QImage drawMetafile(const QString &systemPath)
     const QString side = QString::number(kLongerSide);
     process.start(converter, {u"-t"_s, u"png"_s, u"--maxpect"_s, u"--maxwidth="_s + side,
                               u"--maxheight="_s + side, QFileInfo(systemPath).absoluteFilePath()});
-    if (!process.waitForFinished(kPatience)) {
+    if (!process.waitForFinished(patience)) {
         process.kill();
         process.waitForFinished();
         return {};

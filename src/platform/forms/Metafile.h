@@ -13,5 +13,5 @@
 /// Draws the metafile, at 1200 pixels on its longer side. It is drawn by the converter that comes
 /// with libwmf, in a process of its own with bounded memory and time: what an odd file does to it
 /// does not touch this program. What the drawing leaves free of its own frame is not kept. A null
-/// image where it cannot be drawn or there is no converter.
-[[nodiscard]] QImage drawMetafile(const QString &systemPath);
+/// image where it cannot be drawn within `patience` milliseconds or there is no converter.
+[[nodiscard]] QImage drawMetafile(const QString &systemPath, int patience = 10'000);

@@ -10,12 +10,29 @@
 /// critical message box.
 void showUntrapped(const std::exception &error);
 
+/// Deletes `object` from the event loop as soon as no handler at the outer rim is running. A
+/// handler that shows a message box or a modal form has an event loop above it, and what is
+/// unloaded there may be the very thing that the handler goes on with. An object that is deleted
+/// otherwise in the meantime is let go.
+void deleteAfterHandlers(QObject *object);
+
+/// A handler at the outer rim is running while this lives.
+class RunningHandler
+{
+public:
+    RunningHandler();
+    ~RunningHandler();
+    RunningHandler(const RunningHandler &) = delete;
+    RunningHandler &operator=(const RunningHandler &) = delete;
+};
+
 /// Runs an event handler at the outer rim: a failure that reaches this place is shown to the user
 /// and ends here. Nothing may fall through to the event loop, which belongs to the parent program.
 /// Returns false when the handler failed.
 template<class Handler>
 bool atOuterRim(Handler &&handler)
 {
+    const RunningHandler running;
     try {
         std::forward<Handler>(handler)();
         return true;

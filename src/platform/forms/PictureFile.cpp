@@ -9,6 +9,8 @@
 #include <QPainter>
 #include <QtEndian>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kInvalidPropertyValue = 380;
@@ -17,37 +19,58 @@ constexpr int kInvalidPicture = 481;
 /// What `reader` finds at its place; a null image where that is no picture or too large a one.
 QImage readBounded(QImageReader &reader)
 {
-    const QSize size = reader.size();
-    if (!size.isValid() || qint64{size.width()} * size.height() > kMostPixels)
+    // A drawing may name other files and takes any time to draw.
+    if (reader.format().startsWith("svg"))
+        return {};
+    // A bitmap whose rows go from the top down has a negative height.
+    const qint64 width = reader.size().width();
+    const qint64 height = qAbs(qint64{reader.size().height()});
+    if (width <= 0 || height == 0 || height > kMostPixels || width * height > kMostPixels)
         return {};
     reader.setAutoTransform(true);
     return reader.read();
 }
 
 constexpr qsizetype kFileHeader = 14; // the letters BM, the file's size, the place of the rows
+constexpr qsizetype kCoreHeader = 12; // the oldest form
 constexpr qsizetype kInfoHeader = 40;
+constexpr int kRunLength8 = 1; // compressions
+constexpr int kRunLength4 = 2;
+constexpr int kBitFields = 3;
 
-/// Whether the uncompressed rows of a bitmap, whose info header stands at `info`, go beyond the end
-/// of the file. Qt's reader does not mind and leaves the rest of the picture to chance.
+/// Whether the rows of a bitmap, whose info header stands at `info`, go beyond the end of the file.
+/// Qt's reader does not mind and leaves the rest of the picture to chance.
 bool isCutBitmap(QFile &file, qsizetype info)
 {
     const QByteArray header = file.peek(info + kInfoHeader);
-    if (header.size() < info + kInfoHeader)
+    if (header.size() < info + kCoreHeader)
         return true;
     const auto at = [&](qsizetype place) {
         return qFromLittleEndian<qint32>(header.constData() + info + place);
     };
-    const qint64 bits = qFromLittleEndian<quint16>(header.constData() + info + 14);
-    const bool isCompressed = at(16) != 0;
-    if (at(0) < kInfoHeader || isCompressed)
+    const auto shortAt = [&](qsizetype place) {
+        return qFromLittleEndian<quint16>(header.constData() + info + place);
+    };
+    const bool isCore = at(0) == kCoreHeader;
+    if (!isCore && header.size() < info + kInfoHeader)
+        return true;
+    if (!isCore && at(0) < kInfoHeader)
         return false;
-    const qint64 rowBytes = (qAbs(qint64{at(4)}) * bits + 31) / 32 * 4;
+    const qint64 width = isCore ? shortAt(4) : qAbs(qint64{at(4)});
+    const qint64 height = isCore ? shortAt(6) : qAbs(qint64{at(8)});
+    const qint64 bits = shortAt(isCore ? 10 : 14);
+    const int compression = isCore ? 0 : at(16);
+
     qint64 rows = at(0);
     if (info == kFileHeader)
         rows = qFromLittleEndian<quint32>(header.constData() + 10);
     else if (bits <= 8)
-        rows += 4 * (at(32) > 0 ? qint64{at(32)} : qint64{1} << bits);
-    return rows + rowBytes * qAbs(qint64{at(8)}) > file.size();
+        rows += isCore ? 3ll << bits : 4 * (at(32) > 0 ? qint64{at(32)} : 1ll << bits);
+    else if (compression == kBitFields && at(0) == kInfoHeader)
+        rows += 12;
+    const bool isRunLength = compression == kRunLength8 || compression == kRunLength4;
+    const qint64 bytes = isRunLength ? std::max(at(20), 0) : (width * bits + 31) / 32 * 4 * height;
+    return rows + bytes > file.size();
 }
 
 } // namespace

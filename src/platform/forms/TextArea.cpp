@@ -10,7 +10,16 @@ TextArea::TextArea(QWidget *parent) : QPlainTextEdit(parent)
 
 QString TextArea::text() const
 {
-    return toPlainText().replace(u'\n', u"\r\n"_s);
+    return characters().replace(u'\n', u"\r\n"_s);
+}
+
+QString TextArea::characters() const
+{
+    // Not toPlainText, which makes blanks of those that break no line.
+    return document()
+        ->toRawText()
+        .replace(QChar::ParagraphSeparator, u'\n')
+        .replace(QChar::LineSeparator, u'\n');
 }
 
 void TextArea::cutToLength()
@@ -23,10 +32,10 @@ void TextArea::cutToLength()
     QTextCursor cursor = textCursor();
     if (cursor.atStart())
         cursor.movePosition(QTextCursor::End);
-    const QString characters = toPlainText();
+    const QString standing = characters();
     int from = cursor.position();
-    while (from > 0 && (excess > 0 || characters[from].isLowSurrogate()))
-        excess -= characters[--from] == u'\n' ? 2 : 1;
+    while (from > 0 && (excess > 0 || standing[from].isLowSurrogate()))
+        excess -= standing[--from] == u'\n' ? 2 : 1;
 
     const QSignalBlocker quiet(this);
     cursor.joinPreviousEditBlock();

@@ -20,6 +20,8 @@ public:
     void setText(const QString &text) { setPlainText(text); }
 
 private:
+    /// One for each position of the cursor; lines are parted by LF.
+    [[nodiscard]] QString characters() const;
     void cutToLength();
 
     int m_maxLength = 32767;

@@ -26,6 +26,8 @@ class CellCharacters : public QValidator
 public:
     CellCharacters(const CellType &type, QObject *parent) : QValidator(parent), m_type(type) {}
 
+    [[nodiscard]] const CellType &type() const { return m_type; }
+
     State validate(QString &input, int &cursor) const override
     {
         while (input.endsWith(u'\n') || input.endsWith(u'\r'))
@@ -67,6 +69,21 @@ bool leavesCell(const QKeyEvent &key, const QWidget &editor)
     default:
         return false;
     }
+}
+
+/// The decimal key of the number pad types the cell's own decimal sign, whatever the keyboard has
+/// on it. Returns whether `key` was that key in a number with decimals.
+bool typesDecimalSign(const QKeyEvent &key, QWidget &editor)
+{
+    auto *box = qobject_cast<QLineEdit *>(&editor);
+    if (box == nullptr || !key.modifiers().testFlag(Qt::KeypadModifier) ||
+        (key.text() != "."_L1 && key.text() != ","_L1))
+        return false;
+    const auto *characters = dynamic_cast<const CellCharacters *>(box->validator());
+    if (characters == nullptr || !characters->type().isNumber() || characters->type().decimals == 0)
+        return false;
+    box->insert(characters->type().decimalSign);
+    return true;
 }
 
 /// The pixels that a cell has for its text.
@@ -266,6 +283,8 @@ bool CellDelegate::eventFilter(QObject *object, QEvent *event)
             Q_EMIT moveWanted(pressed, modifiers);
             return true;
         }
+        if (typesDecimalSign(*key, *editor))
+            return true;
     }
     return QStyledItemDelegate::eventFilter(object, event);
 }

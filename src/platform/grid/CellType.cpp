@@ -121,5 +121,5 @@ std::optional<QString> CellType::accepted(const QString &typed) const
 bool CellType::takesCharacter(QChar c) const
 {
     return (c >= u'0' && c <= u'9') || c == u'-' || c == u'\u2212' || c == thousandsSign ||
-           c == u' ' || c == u'\u00a0' || (c == decimalSign && decimals > 0);
+           c == u' ' || c == u'\u00a0' || ((c == decimalSign || c == u'.') && decimals > 0);
 }

@@ -52,7 +52,8 @@ struct CellType
     /// The text to keep when a user has typed `typed`; nothing when the type refuses it. Empty text
     /// is always taken.
     [[nodiscard]] std::optional<QString> accepted(const QString &typed) const;
-    /// Whether the character may stand in a number of this type.
+    /// Whether the character may stand in a number of this type. A point may, whatever the decimal
+    /// sign: kept out it would make 125 of 1.25. `accepted` judges the whole by the machine's form.
     [[nodiscard]] bool takesCharacter(QChar c) const;
 
     friend bool operator==(const CellType &, const CellType &) = default;

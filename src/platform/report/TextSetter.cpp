@@ -26,7 +26,9 @@ TextSetter::TextSetter(const std::vector<TextStyle> &styles)
 
 double TextSetter::width(int style, const QString &text) const
 {
-    return font(style).metrics.horizontalAdvance(text) / kUnitsPerMm;
+    if (m_measured.style != style || m_measured.text != text)
+        m_measured = {style, text, font(style).metrics.horizontalAdvance(text) / kUnitsPerMm};
+    return m_measured.width;
 }
 
 /// How many characters from the start are no wider than `width`; at least one.

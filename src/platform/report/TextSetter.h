@@ -39,6 +39,14 @@ private:
     [[nodiscard]] qsizetype fitting(int style, QStringView text, double width) const;
 
     std::vector<Font> m_fonts;
+    /// The text measured last: breaking, shortening and placing it ask one after the other.
+    struct Measured
+    {
+        int style = -1;
+        QString text;
+        double width = 0;
+    };
+    mutable Measured m_measured;
 };
 
 } // namespace report

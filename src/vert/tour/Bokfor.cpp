@@ -5,26 +5,36 @@
 #include "vert/ScreenGuide.h"
 #include "vert/tour/Stops.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QHeaderView>
+#include <QLabel>
 #include <QTableWidget>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kNumberColumn = 1;
 constexpr int kDateColumn = 4;
+constexpr int kAmountColumn = 6;
 constexpr int kMarkColumn = 7;
 
-/// The first invoice of the active year in the list; 0 when earlier tours have posted them all.
-int firstInvoice(const QWidget &grid)
+/// The rows to post: the first and the last invoice of the active year, which may be one; none when
+/// earlier tours have posted them all. A credit note would make what follows it one as well.
+QList<int> rowsToPost(const QWidget &grid)
 {
-    for (int row = 1; !screentour::Guide::cell(grid, row, kNumberColumn).isEmpty(); ++row) {
-        if (screentour::Guide::cell(grid, row, kDateColumn).endsWith(QString::number(gAar)))
-            return row;
+    QList<int> rows;
+    const int last = dynamic_cast<const QAbstractItemView &>(grid).model()->rowCount();
+    for (int row = 1; row <= last; ++row) {
+        const bool credit = screentour::Guide::cell(grid, row, kAmountColumn).startsWith(u'-');
+        const QString date = screentour::Guide::cell(grid, row, kDateColumn);
+        if (!credit && date.endsWith(QString::number(gAar)))
+            rows.append(row);
     }
-    return 0;
+    if (rows.size() > 2)
+        rows = {rows.first(), rows.last()};
+    return rows;
 }
 
 /// The voucher that was posted last, as the parent program might show it.
@@ -37,13 +47,15 @@ void pictureVoucher(screentour::Guide &guide)
                                   u"BilagID="_s +
                                       voucher->text(u"ID") + u" ORDER BY ID"_s,
                                   true);
-    QTableWidget table(lines->recordCount(), lines->fieldCount());
-    table.setObjectName(u"bilag"_s);
-    table.setWindowTitle(
-        u"Bilag %1 - %2"_s.arg(voucher->text(u"BilagNr"), voucher->text(u"Tekst")));
-    table.setHorizontalHeaderLabels(
+    QWidget window;
+    window.setObjectName(u"bilag"_s);
+    auto *heading = new QLabel(
+        u"<b>Bilag %1</b> - %2"_s.arg(voucher->text(u"BilagNr"), voucher->text(u"Tekst")));
+    auto *table = new QTableWidget(lines->recordCount(), lines->fieldCount());
+    table->setHorizontalHeaderLabels(
         {u"Konto"_s, u"Tekst"_s, u"Debet"_s, u"Kredit"_s, u"Mva-kode"_s});
-    table.verticalHeader()->hide();
+    table->verticalHeader()->hide();
+    table->setFocusPolicy(Qt::NoFocus);
     for (int row = 0; !lines->eof(); ++row, lines->moveNext()) {
         for (int col = 0; col < lines->fieldCount(); ++col) {
             const bool amount = lines->field(col).type == DataType::Currency;
@@ -51,21 +63,33 @@ void pictureVoucher(screentour::Guide &guide)
                                                      : lines->text(col));
             if (amount)
                 cell->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-            table.setItem(row, col, cell);
+            table->setItem(row, col, cell);
         }
     }
-    table.horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
-    table.resize(640, 40 + 32 * lines->recordCount());
-    table.show();
-    guide.picture(table, u"bilag"_s, u"Bilaget i regnskapet, med bruttobeløp for hver mva-sats"_s);
+    table->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+    table->setFixedHeight(table->horizontalHeader()->sizeHint().height() +
+                          table->verticalHeader()->length() + 2 * table->frameWidth());
+    auto *layout = new QVBoxLayout(&window);
+    layout->addWidget(heading);
+    layout->addWidget(table);
+    window.resize(640, window.sizeHint().height());
+    window.show();
+    guide.picture(window, u"bilag"_s, u"Bilaget i regnskapet, med bruttobeløp for hver mva-sats"_s);
 }
 
-/// The run has left its two journals open.
-void closeJournals()
+/// The run has left its two journals open. Each is pictured, saved and closed.
+void pictureJournals(screentour::Guide &guide)
 {
-    for (QWidget *window : QApplication::topLevelWidgets()) {
-        if (window->objectName() == u"Forhandsvisning"_s)
+    for (const QString &title : {u"Fakturajournal"_s, u"Salgsjournal"_s}) {
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            if (window->objectName() != u"Forhandsvisning"_s ||
+                !window->windowTitle().startsWith(title))
+                continue;
+            guide.picture(*window, title.toLower(), title + u" over det som ble bokført"_s);
+            guide.saveAs(guide.control(*window, u"cmdPdf"_s), title + u".pdf"_s);
             window->close();
+            break;
+        }
     }
     screentour::Guide::expectClosed(u"Forhandsvisning"_s);
 }
@@ -77,15 +101,16 @@ void screentour::visitPosting(Guide &guide)
     guide.click(guide.control(guide.window(u"frmRegningsdel"_s), u"Command8"_s));
     QWidget &screen = guide.window(u"frmBokfor"_s);
     QWidget &grid = guide.control(screen, u"fpSpread1"_s);
-    const int row = firstInvoice(grid);
-    if (row != 0)
+    const QList<int> rows = rowsToPost(grid);
+    for (const int row : rows)
         guide.clickCell(grid, row, kMarkColumn);
     guide.picture(screen, u"bokfor"_s,
-                  u"Fakturaer som er klare for regnskapet, én av dem merket"_s);
-    if (row != 0)
+                  u"Fakturaer som er klare for regnskapet, med hake ved dem som skal føres"_s);
+    if (!rows.isEmpty()) {
         guide.answer(
             u"OK"_s, [&] { guide.click(guide.control(screen, u"btnTransfer"_s)); }, u"bokfort"_s);
-    closeJournals();
+        pictureVoucher(guide);
+        pictureJournals(guide);
+    }
     guide.close(screen);
-    pictureVoucher(guide);
 }

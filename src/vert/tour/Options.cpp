@@ -7,7 +7,6 @@ void screentour::visitOptions(Guide &guide)
 {
     guide.click(guide.control(guide.window(u"frmRegningsdel"_s), u"Command7"_s));
     QWidget &screen = guide.window(u"frmOptions"_s);
-    guide.click(guide.control(screen, u"Check1"_s));
     guide.picture(screen, u"innstillinger-kid"_s, u"Innstillingene for KID"_s);
 
     QWidget &tabs = guide.control(screen, u"tbsOptions"_s);

@@ -13,11 +13,12 @@ constexpr int kName = 3;
 
 /// The list dialog's report, in the window that it is read in.
 void pictureReport(screentour::Guide &guide, QWidget &dialog, const QString &name,
-                   const QString &told)
+                   const QString &told, const QString &file)
 {
     guide.click(guide.control(dialog, u"OKButton"_s));
     QWidget &preview = guide.window(u"Forhandsvisning"_s);
     guide.picture(preview, name, told);
+    guide.saveAs(guide.control(preview, u"cmdPdf"_s), file);
     guide.close(preview);
 }
 
@@ -45,10 +46,12 @@ void screentour::visitOverview(Guide &guide)
     guide.picture(dialog, u"ordreskriv"_s, u"Utvalget til ordrelisten og purrelisten"_s);
     // To the end of the year, so that the list has rows on any day of it.
     guide.type(guide.control(dialog, u"dtpTilDato"_s), u"31.12.%1"_s.arg(gAar));
-    pictureReport(guide, dialog, u"ordreliste"_s, u"Ordrelisten i forhåndsvisning"_s);
+    pictureReport(guide, dialog, u"ordreliste"_s, u"Ordrelisten i forhåndsvisning"_s,
+                  u"Ordreliste.pdf"_s);
     guide.click(guide.control(dialog, u"optType_1"_s));
     if (isAnythingOverdue())
-        pictureReport(guide, dialog, u"purreliste"_s, u"Purrelisten i forhåndsvisning"_s);
+        pictureReport(guide, dialog, u"purreliste"_s, u"Purrelisten i forhåndsvisning"_s,
+                      u"Purreliste.pdf"_s);
     else
         guide.picture(dialog, u"purreliste"_s, u"Utvalget til purrelisten"_s);
     guide.close(dialog);

@@ -1,7 +1,5 @@
 #include "platform/forms/Forms.h"
 #include "registers/frmKalkyle.h"
-#include "shell/clsRegSettings.h"
-#include "state/SharedState.h"
 #include "vert/ScreenGuide.h"
 #include "vert/tour/Stops.h"
 
@@ -25,8 +23,6 @@ void screentour::visitProducts(Guide &guide)
 
 void screentour::visitPriceForm(Guide &guide)
 {
-    gReg->setCompany(u"Brennmark AS"_s);
-    gReg->setAppName(u"Strekkbok"_s);
     SharedForm<frmKalkyle>::get().show();
     QWidget &form = guide.window(u"frmKalkyle"_s);
     guide.picture(form, u"kalkyle"_s, u"Prisskjemaet, som ingen knapp åpner ennå"_s);

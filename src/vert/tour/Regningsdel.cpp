@@ -7,7 +7,11 @@ void screentour::visitMenu(Guide &guide)
 {
     QWidget &menu = guide.window(u"frmRegningsdel"_s);
     guide.picture(menu, u"hovedmeny"_s, u"Hovedmenyen, med fem knapper til de andre bildene"_s);
+}
 
+void screentour::visitHelp(Guide &guide)
+{
+    QWidget &menu = guide.window(u"frmRegningsdel"_s);
     guide.key(guide.control(menu, u"Command2"_s), Qt::Key_F1);
     QWidget &help = guide.window(u"HtmlHelp"_s);
     guide.picture(help, u"hjelp"_s, u"F1 viser hjelpen for bildet som er framme"_s);

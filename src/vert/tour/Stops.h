@@ -10,6 +10,8 @@ class Guide;
 /// each time. The order of the tour stands in ScreenTour.cpp, and that of its pictures in the test.
 
 void visitMenu(Guide &guide);
+/// The help of the screen in front, by its key and by its picture.
+void visitHelp(Guide &guide);
 void visitProducts(Guide &guide);
 /// The price form, which no screen of the component opens: the host shows its own copy.
 void visitPriceForm(Guide &guide);
@@ -17,9 +19,9 @@ void visitPriceForm(Guide &guide);
 void visitOrders(Guide &guide);
 /// Prints the last order into the preview and to a PDF file, and writes it as an EHF file.
 void visitPrinting(Guide &guide);
-/// Posts one invoice and shows its voucher.
+/// Posts the tour's invoice with an older one and shows the voucher and the two journals.
 void visitPosting(Guide &guide);
-/// Surveys all orders, opens one of them, and runs the two list reports into their preview.
+/// Surveys all orders, opens one of them, and runs the two list reports, each also to a PDF file.
 void visitOverview(Guide &guide);
 /// The three pages of the settings; nothing is stored.
 void visitOptions(Guide &guide);

@@ -170,6 +170,20 @@ TEST_F(Picker, ATypedDayIsCutAtTheEndWhenItsMonthIsTooShort)
     EXPECT_EQ(picker->text(), u"30.04.2026"_s);
 }
 
+TEST_F(Picker, ADigitThatNoOtherCanFollowMovesOn)
+{
+    type(u"4"_s);
+    EXPECT_EQ(picker->text(), u"04.05.2026"_s);
+    QTest::keyClicks(picker, u"22027"_s);
+    QTest::keyClick(picker, Qt::Key_Return);
+    EXPECT_EQ(picker->value(), QDate(2027, 2, 4));
+    // February has no day in the thirties, but the day is typed before its month.
+    picker->setValue(QDate(2026, 2, 10));
+    type(u"3.12"_s);
+    QTest::keyClick(picker, Qt::Key_Return);
+    EXPECT_EQ(picker->value(), QDate(2026, 12, 3));
+}
+
 TEST_F(Picker, NothingIsToldWhileADateIsTyped)
 {
     for (const QString &date : {u"1.2.2027"_s, u"31.4.2027"_s, u"5-6-26"_s}) {

@@ -1,5 +1,6 @@
 #include "platform/forms/PictureFile.h"
 
+#include "platform/forms/Metafile.h"
 #include "platform/forms/PictureBytes.h"
 #include "runtime/RunTimeError.h"
 
@@ -60,6 +61,25 @@ protected:
         put(26, 1 | 24 << 16);
         return header;
     }
+    /// `count` bytes of a number, the lowest first.
+    static QByteArray bytes(quint64 number, int count)
+    {
+        QByteArray result;
+        for (int i = 0; i < count; ++i)
+            result += char(number >> (8 * i));
+        return result;
+    }
+    /// A BMP file of 20 by 10 pixels; `table` are its masks or colours.
+    static QByteArray twentyByTen(int bits, int compression, const QByteArray &table,
+                                  const QByteArray &pixels, int height = 10)
+    {
+        const quint64 start = 54 + quint64(table.size());
+        return "BM" + bytes(start + quint64(pixels.size()), 4) + bytes(0, 4) + bytes(start, 4) +
+               bytes(40, 4) + bytes(20, 4) + bytes(quint32(height), 4) + bytes(1, 2) +
+               bytes(quint64(bits), 2) + bytes(quint64(compression), 4) +
+               bytes(quint64(pixels.size()), 4) + bytes(0, 8) + bytes(compression == 1 ? 2 : 0, 4) +
+               bytes(0, 4) + table + pixels;
+    }
     static int refusal(const QString &file)
     {
         return passOver([&] { (void)loadPicture(file); });
@@ -105,6 +125,49 @@ TEST_F(PictureFiles, ABitmapOfFewColoursIsLoadedWithItsTable)
         EXPECT_EQ(picture.pixelColor(8, 4), QColor(200, 100, 50));
         EXPECT_EQ(refusal(write(u"b.dib"_s, bytes.chopped(1))), 481);
     }
+}
+
+TEST_F(PictureFiles, RareBitmapsAreLoadedAndRefusedWhenCut)
+{
+    const QByteArray masks16 = bytes(0xf800, 4) + bytes(0x07e0, 4) + bytes(0x001f, 4);
+    const QByteArray masks32 = bytes(0xff0000, 4) + bytes(0x00ff00, 4) + bytes(0x0000ff, 4);
+    const QByteArray colours = bytes(0x0000ff, 4) + bytes(0xff0000, 4); // blue and red
+    const QByteArray runs = QByteArray("\x14\x01\x00\x00", 4).repeated(10) + bytes(0x0100, 2);
+    const QByteArray core = bytes(12, 4) + bytes(20, 2) + bytes(10, 2) + bytes(1, 2) + bytes(24, 2);
+    const QByteArray red = bytes(0xff0000, 3).repeated(20 * 10);
+    for (const QByteArray &whole :
+         {twentyByTen(16, 0, {}, bytes(0x7c00, 2).repeated(200)),
+          twentyByTen(16, 3, masks16, bytes(0xf800, 2).repeated(200)),
+          twentyByTen(32, 3, masks32, bytes(0xff0000, 4).repeated(200)),
+          twentyByTen(8, 1, colours, runs), twentyByTen(24, 0, {}, red, -10),
+          "BM" + bytes(626, 4) + bytes(0, 4) + bytes(26, 4) + core + red}) {
+        const QImage picture = loadPicture(write(u"a.bmp"_s, whole));
+        ASSERT_EQ(picture.size(), QSize(20, 10));
+        EXPECT_GE(picture.pixelColor(19, 9).red(), 0xf8);
+        EXPECT_EQ(picture.pixelColor(19, 9).blue(), 0);
+        EXPECT_EQ(loadPicture(write(u"a.dib"_s, whole.mid(14))), picture);
+        for (const QByteArray &cut : {whole.chopped(1), whole.chopped(20), whole.left(30)}) {
+            EXPECT_EQ(refusal(write(u"kuttet.bmp"_s, cut)), 481) << cut.size();
+            EXPECT_EQ(refusal(write(u"kuttet.dib"_s, cut.mid(14))), 481) << cut.size();
+        }
+    }
+}
+
+TEST_F(PictureFiles, ADrawingThatMayNameOtherFilesIsRefused)
+{
+    EXPECT_EQ(refusal(write(u"a.svg"_s, "<svg xmlns='http://www.w3.org/2000/svg' width='9' "
+                                        "height='9'><rect width='9' height='9'/></svg>")),
+              481);
+}
+
+TEST_F(PictureFiles, OfAMovingGifTheFirstPictureIsLoaded)
+{
+    const QByteArray frame = QByteArray::fromHex("2c0000000001000100");
+    const QByteArray moving = kGif.chopped(1) + frame + QByteArray::fromHex("0002024c01003b");
+    EXPECT_EQ(loadPicture(write(u"a.gif"_s, moving)).pixelColor(0, 0), QColor(Qt::red));
+    QByteArray interlaced = kGif;
+    interlaced[interlaced.indexOf(frame) + 9] = '\x40';
+    EXPECT_EQ(loadPicture(write(u"b.gif"_s, interlaced)).pixelColor(0, 0), QColor(Qt::red));
 }
 
 TEST_F(PictureFiles, AGifIsLoaded)
@@ -161,6 +224,18 @@ TEST_F(PictureFiles, WithoutAConverterAMetafileIsRefused)
     ::chmod(dying.toUtf8().constData(), 0700);
     EXPECT_EQ(refusal(file), 481);
     qputenv("PATH", before);
+}
+
+TEST_F(PictureFiles, AMetafileThatIsNeverDoneIsGivenUp)
+{
+    const QString file = write(u"a.wmf"_s, kMetafile);
+    const QByteArray before = qgetenv("PATH");
+    qputenv("PATH", folder.path().toUtf8());
+    const QString endless = write(u"wmf2gd"_s, "#!/bin/sh\nwhile :; do :; done\n");
+    ::chmod(endless.toUtf8().constData(), 0700);
+    EXPECT_TRUE(drawMetafile(file, 50).isNull());
+    qputenv("PATH", before);
+    EXPECT_FALSE(drawMetafile(file).isNull());
 }
 
 TEST_F(PictureFiles, TheContentDecidesAndNotTheName)

@@ -112,6 +112,14 @@ TEST_F(TextAreas, AnImmensePasteTakesNoTime)
     EXPECT_LT(timer.elapsed(), 5000);
 }
 
+TEST_F(TextAreas, ABlankThatBreaksNoLineStaysOne)
+{
+    area.setText(u"1\u00a0000\nkr"_s);
+    EXPECT_EQ(area.text(), u"1\u00a0000\r\nkr"_s);
+    area.setText(u"a\u2028b"_s);
+    EXPECT_EQ(area.text(), u"a\r\nb"_s);
+}
+
 TEST_F(TextAreas, TabLeavesThem)
 {
     QWidget window;

@@ -117,9 +117,58 @@ TEST_F(fpSpreadEdit, ANumberIsTypedAndKeptInTheCellsForm)
     type.showThousands = true;
     setType(3, kAll, type);
     activate(3, 2);
-    this->type(u"1234,5x.e"_s); // letters and points do not get in
+    this->type(u"1234,5x+e"_s); // letters and signs that are of no number do not get in
     key(Qt::Key_Return);
     EXPECT_EQ(at(3, 2), machineForm(u"1 234,50"_s));
+}
+
+TEST_F(fpSpreadEdit, TheDecimalKeyOfTheNumberPadIsTheCellsDecimalMark)
+{
+    setType(3, kAll, CellType::ofNumber(2));
+    for (const char sign : {'.', ','}) {
+        activate(3, 2);
+        grid.setEditModeReplace(true);
+        type(u"1"_s);
+        QTest::keyClick(QApplication::focusWidget(), sign, Qt::KeypadModifier);
+        type(u"25"_s);
+        key(Qt::Key_Return);
+        EXPECT_EQ(at(3, 2), machineForm(u"1,25"_s)) << sign;
+    }
+    activate(3, 2);
+    QTest::keyClick(QApplication::focusWidget(), '.', Qt::KeypadModifier);
+    type(u"5"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(at(3, 2), machineForm(u"0,50"_s)) << "also as the first key";
+}
+
+TEST_F(fpSpreadEdit, TheDecimalKeyTypesItsOwnSignWhereNoFractionStands)
+{
+    setType(3, kAll, CellType::ofNumber(3));
+    for (const int col : {1, 3}) {
+        activate(col, 2);
+        type(u"1"_s);
+        QTest::keyClick(QApplication::focusWidget(), '.', Qt::KeypadModifier);
+        type(u"5"_s);
+        key(Qt::Key_Return);
+    }
+    EXPECT_EQ(at(1, 2), u"1.5") << "a text";
+    EXPECT_EQ(at(3, 2), u"15") << "a whole number";
+}
+
+TEST_F(fpSpreadEdit, ATypedPointIsReadAsTheMachineReadsIt)
+{
+    setType(3, kAll, CellType::ofNumber(2));
+    grid.setEditModeReplace(true);
+    const auto typed = [&](const MachineLocale &machine) {
+        const ScopedLocale locale(machine);
+        fill(3, 2, u"7"_s);
+        activate(3, 2);
+        type(u"1.25"_s);
+        key(Qt::Key_Return);
+        return at(3, 2);
+    };
+    EXPECT_EQ(typed(commaLocale()), u"7") << "no number, and not a hundred and twenty-five";
+    EXPECT_EQ(typed(pointLocale()), u"1.25");
 }
 
 TEST_F(fpSpreadEdit, AnUntouchedNumberKeepsTheTextThatTheProgramWrote)
