@@ -383,6 +383,6 @@ TEST_P(OrdreVandringTest, TheButtonsFollowTheModelAndTheDatabaseItsStatements)
     EXPECT_EQ(innhold(connectionString()), innhold(u"dsn="_s + copy));
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, OrdreVandringTest, ::testing::Values(1u, 20140309u));
+INSTANTIATE_TEST_SUITE_P(Walks, OrdreVandringTest, ::testing::Values(1u, 20140309u));
 
 } // namespace

@@ -60,6 +60,8 @@ bool isCutBitmap(QFile &file, qsizetype info)
     const qint64 height = isCore ? shortAt(6) : qAbs(qint64{at(8)});
     const qint64 bits = shortAt(isCore ? 10 : 14);
     const int compression = isCore ? 0 : at(16);
+    if (width * height > kMostPixels)
+        return true; // no file here holds it, and its size in bytes may be beyond counting
 
     qint64 rows = at(0);
     if (info == kFileHeader)
