@@ -84,6 +84,13 @@ Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> documen
     lesSidene();
 }
 
+Forhandsvisning::~Forhandsvisning()
+{
+    // The controls outlive this part of the window, and a field that goes tells what was typed.
+    for (QObject *child : findChildren<QObject *>())
+        child->disconnect(this);
+}
+
 void Forhandsvisning::lesSidene()
 {
     m_sider->setFocus();

@@ -26,6 +26,7 @@ class Forhandsvisning : public QWidget
 public:
     Forhandsvisning(std::shared_ptr<const report::Document> document,
                     const report::WindowSettings &vindu);
+    ~Forhandsvisning() override;
 
     [[nodiscard]] std::shared_ptr<const report::Document> document() const { return m_document; }
     /// Gives the pages the keyboard.

@@ -171,10 +171,21 @@ void PostgresCluster::start()
 
 void PostgresCluster::stop()
 {
+    bringDown(SIGINT); // the fast way: clients are cut off, the data are put in order
+}
+
+void PostgresCluster::crash()
+{
+    // Without durability, what was committed lately may be nowhere but in memory.
+    run(QStringLiteral("postgres"), QStringLiteral("CHECKPOINT"));
+    bringDown(SIGQUIT);
+}
+
+void PostgresCluster::bringDown(int signal)
+{
     if (m_server.state() == QProcess::NotRunning)
         return;
-    // The fast way down: clients are cut off, the data are put in order.
-    ::kill(static_cast<pid_t>(m_server.processId()), SIGINT);
+    ::kill(static_cast<pid_t>(m_server.processId()), signal);
     if (!m_server.waitForFinished(kPatience))
         fail(u"the server does not stop"_s);
 }

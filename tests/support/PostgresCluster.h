@@ -30,6 +30,9 @@ public:
     /// end.
     void start();
     void stop();
+    /// Brings the server down as a power failure does: no session ends in order, so none lets go of
+    /// a lock that another one waits for.
+    void crash();
 
     /// The administrator of the cluster.
     static constexpr char kUser[] = "postgres";
@@ -48,6 +51,7 @@ public:
 
 private:
     void initialise();
+    void bringDown(int signal);
     [[nodiscard]] QString program(const QString &name) const;
 
     const Durability m_durability;
