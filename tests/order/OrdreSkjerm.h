@@ -4,6 +4,7 @@
 #include "platform/forms/TestApplication.h"
 #include "posting/Underlag.h"
 #include "presentation/StandingClock.h"
+#include "support/Control.h"
 #include "support/ModuleTest.h"
 #include "support/SettingsFolder.h"
 
@@ -62,10 +63,7 @@ protected:
     template<class Control = QWidget>
     static Control *control(const QString &name)
     {
-        auto *found = skjerm()->findChild<Control *>(name);
-        if (!found)
-            qFatal("no control %s", qPrintable(name));
-        return found;
+        return &controlOf<Control>(skjerm(), name);
     }
     static QLineEdit *felt(int nr)
     {

@@ -2,6 +2,7 @@
 
 #include "output/RapportUtgang.h"
 #include "output/UtskriftTest.h"
+#include "support/Control.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -24,10 +25,7 @@ protected:
     template<class Control>
     Control *i(const QString &name)
     {
-        auto *found = m_vindu->findChild<Control *>(name);
-        if (!found)
-            qFatal("no control %s", qPrintable(name));
-        return found;
+        return &controlOf<Control>(m_vindu, name);
     }
     void klikkI(const QString &name)
     {

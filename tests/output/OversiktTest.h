@@ -5,6 +5,7 @@
 #include "output/frmOversikt.h"
 #include "platform/forms/Forms.h"
 #include "platform/grid/fpSpread.h"
+#include "support/Control.h"
 
 #include <QAbstractButton>
 
@@ -50,10 +51,7 @@ protected:
     template<class Control = QWidget>
     static Control *in(Form *form, const QString &name)
     {
-        auto *found = form ? form->findChild<Control *>(name) : nullptr;
-        if (!found)
-            qFatal("no control %s", qPrintable(name));
-        return found;
+        return &controlOf<Control>(form, name);
     }
     static void click(QWidget *control)
     {

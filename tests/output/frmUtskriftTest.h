@@ -6,6 +6,7 @@
 #include "platform/forms/Forms.h"
 #include "shell/clsRegSettings.h"
 #include "state/SharedState.h"
+#include "support/Control.h"
 #include "support/SessionTap.h"
 
 #include <QCheckBox>
@@ -29,10 +30,7 @@ protected:
     template<class Control>
     static Control *i(const QString &name)
     {
-        auto *found = dialog()->findChild<Control *>(name);
-        if (!found)
-            qFatal("no control %s", qPrintable(name));
-        return found;
+        return &controlOf<Control>(dialog(), name);
     }
     static QRadioButton *original() { return i<QRadioButton>(QStringLiteral("optType_1")); }
     static QRadioButton *kopi() { return i<QRadioButton>(QStringLiteral("optType_0")); }

@@ -8,6 +8,7 @@
 #include "platform/grid/fpSpread.h"
 #include "presentation/frmInvisible.h"
 #include "presentation/frmOptions.h"
+#include "support/Control.h"
 #include "support/SettingsFolder.h"
 
 #include <QAbstractButton>
@@ -45,10 +46,7 @@ protected:
     template<class Control = QWidget>
     static Control &paaValg(const QString &name)
     {
-        auto *found = valg().findChild<Control *>(name);
-        if (!found)
-            qFatal("no control %s", qPrintable(name));
-        return *found;
+        return controlOf<Control>(&valg(), name);
     }
     static void apneValg(int fane = 1)
     {

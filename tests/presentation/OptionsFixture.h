@@ -10,6 +10,7 @@
 #include "shell/Main.h"
 #include "shell/clsRegSettings.h"
 #include "state/SharedState.h"
+#include "support/Control.h"
 #include "support/ModuleTest.h"
 #include "support/SessionTap.h"
 #include "support/SettingsFolder.h"
@@ -72,10 +73,7 @@ protected:
     template<class Control = QWidget>
     static Control &control(const QString &name)
     {
-        auto *found = screen()->findChild<Control *>(name);
-        if (!found)
-            qFatal("no control %s", qPrintable(name));
-        return *found;
+        return controlOf<Control>(screen(), name);
     }
 
     // --- What is on the screen

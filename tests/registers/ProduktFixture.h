@@ -9,6 +9,7 @@
 #include "registers/frmProdukt.h"
 #include "shell/Main.h"
 #include "state/SharedState.h"
+#include "support/Control.h"
 #include "support/ModuleTest.h"
 #include "support/SessionTap.h"
 #include "support/SettingsFolder.h"
@@ -76,10 +77,7 @@ protected:
     template<class Control>
     static Control &control(const QString &name)
     {
-        auto *found = screen()->findChild<Control *>(name);
-        if (!found)
-            qFatal("no control %s", qPrintable(name));
-        return *found;
+        return controlOf<Control>(screen(), name);
     }
 
     // --- What is on the screen

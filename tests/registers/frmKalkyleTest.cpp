@@ -7,6 +7,7 @@
 #include "platform/forms/Twips.h"
 #include "shell/clsRegSettings.h"
 #include "state/SharedState.h"
+#include "support/Control.h"
 #include "support/ModuleTest.h"
 #include "support/SessionTap.h"
 #include "support/SettingsFolder.h"
@@ -47,10 +48,7 @@ protected:
     template<class Control>
     static Control &control(const QString &name)
     {
-        auto *found = screen()->findChild<Control *>(name);
-        if (!found)
-            qFatal("no control %s", qPrintable(name));
-        return *found;
+        return controlOf<Control>(screen(), name);
     }
     static QRadioButton &option(int number)
     {
