@@ -21,7 +21,7 @@ public:
         }
         return QStringLiteral("ok");
     }
-    int randomPoints() const override { return 20; }
+    int killPoints() const override { return 24; }
 
 private:
     PostgresDatabase m_database;

@@ -26,7 +26,7 @@ public:
         sqlite3_exec(opened, "PRAGMA foreign_key_check", line, &found, nullptr);
         return found;
     }
-    int randomPoints() const override { return 50; }
+    int killPoints() const override { return 50; }
 };
 
 } // namespace

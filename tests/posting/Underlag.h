@@ -17,8 +17,8 @@ public:
     /// open: waits until nothing of it is under way any more; "ok", or what is wrong with the
     /// database itself.
     [[nodiscard]] virtual QString integrity(const QString &file) const = 0;
-    /// At how many random points a run is to be killed.
-    [[nodiscard]] virtual int randomPoints() const = 0;
+    /// At how many points a run is to be killed.
+    [[nodiscard]] virtual int killPoints() const = 0;
 };
 
 [[nodiscard]] std::unique_ptr<Underlag> makeUnderlag();
