@@ -60,7 +60,26 @@ enum class Special { PageNumber, TotalPages, RecordNumber, Today, TimeOfDay };
 
 struct Function;
 struct Expr;
-using ExprPtr = std::unique_ptr<Expr>;
+
+/// Owns a tree, or nothing; a copy owns a tree of its own.
+class ExprPtr
+{
+public:
+    ExprPtr();
+    explicit ExprPtr(std::unique_ptr<Expr> expr);
+    ExprPtr(const ExprPtr &other);
+    ExprPtr(ExprPtr &&other) noexcept;
+    ExprPtr &operator=(ExprPtr other) noexcept;
+    ~ExprPtr();
+
+    [[nodiscard]] Expr *get() const { return m_expr.get(); }
+    Expr &operator*() const { return *m_expr; }
+    Expr *operator->() const { return m_expr.get(); }
+    explicit operator bool() const { return m_expr != nullptr; }
+
+private:
+    std::unique_ptr<Expr> m_expr;
+};
 
 struct Expr
 {
@@ -84,6 +103,20 @@ struct Expr
     int onceScope = -1;            ///< of Aggregate with `once`: that group's number
     int slot = -1;                 ///< of Aggregate: its own number within the report
 };
+
+inline ExprPtr::ExprPtr() = default;
+inline ExprPtr::ExprPtr(std::unique_ptr<Expr> expr) : m_expr(std::move(expr)) {}
+inline ExprPtr::ExprPtr(const ExprPtr &other)
+    : m_expr(other ? std::make_unique<Expr>(*other) : nullptr)
+{
+}
+inline ExprPtr::ExprPtr(ExprPtr &&other) noexcept = default;
+inline ExprPtr &ExprPtr::operator=(ExprPtr other) noexcept
+{
+    m_expr = std::move(other.m_expr);
+    return *this;
+}
+inline ExprPtr::~ExprPtr() = default;
 
 /// Scopes of an aggregate beside the numbers of groups, which count from 0 for the outermost one.
 inline constexpr int kWholeReport = -1;

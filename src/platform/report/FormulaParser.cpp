@@ -145,7 +145,7 @@ private:
 
     static ExprPtr node(ExprKind kind, int position)
     {
-        auto expr = std::make_unique<Expr>();
+        ExprPtr expr(std::make_unique<Expr>());
         expr->kind = kind;
         expr->position = position;
         return expr;

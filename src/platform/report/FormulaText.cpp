@@ -23,7 +23,7 @@ void raiseIn(const FormulaText &formula, const QString &why)
 
 FormulaText readFormula(const QString &text, const Place &place, const QString &name)
 {
-    FormulaText formula{nullptr, place, name};
+    FormulaText formula{{}, place, name};
     try {
         formula.expr = parseFormula(text);
     } catch (const RunTimeError &error) {

@@ -19,7 +19,7 @@ struct FormulaText
     Place place;
     QString name; ///< of the attribute, or "@Name" of a named one; for messages
 
-    explicit operator bool() const { return expr != nullptr; }
+    explicit operator bool() const { return bool(expr); }
 };
 
 /// Raises `number` with "Fak.rpt, linje 12, kolonne 5: why".

@@ -4,7 +4,7 @@
 #include "platform/report/Functions.h"
 #include "platform/report/PageFiller.h"
 #include "platform/report/ReportError.h"
-#include "platform/report/ReportReader.h"
+#include "platform/report/ReportFiles.h"
 #include "platform/report/Selection.h"
 
 using namespace Qt::StringLiterals;

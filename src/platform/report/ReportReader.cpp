@@ -3,10 +3,6 @@
 #include "platform/report/ReportError.h"
 #include "platform/report/XmlSource.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -395,26 +391,7 @@ private:
     ReportFile m_report;
 };
 
-QByteArray bytesOf(const QString &path, int errorNumber)
-{
-    QFile file(path);
-    if (!QFileInfo(path).isFile())
-        raise(errorNumber, u"Filen %1 finnes ikke."_s.arg(path));
-    if (!file.open(QIODevice::ReadOnly))
-        raise(errors::kReportFile, u"Kan ikke lese %1: %2"_s.arg(path, file.errorString()));
-    return file.readAll();
-}
-
 } // namespace
-
-ReportFile readReportFile(const QString &path)
-{
-    const QByteArray bytes = bytesOf(path, errors::kFileNotFound);
-    const QDir folder = QFileInfo(path).dir();
-    return readReport(bytes, path, [&](const QString &name) {
-        return bytesOf(folder.filePath(name), errors::kReportFile);
-    });
-}
 
 ReportFile readReport(const QByteArray &bytes, const QString &path,
                       const std::function<QByteArray(const QString &name)> &include)

@@ -6,7 +6,7 @@ namespace report {
 
 /// Text is measured and drawn at one fixed size of unit, without hinting, so that a line takes the
 /// same place on the screen, on every printer and in a PDF file.
-inline constexpr double kUnitsPerPoint = 100;
+inline constexpr double kUnitsPerPoint = 24;
 inline constexpr double kMmPerPoint = 25.4 / 72;
 inline constexpr double kUnitsPerMm = kUnitsPerPoint / kMmPerPoint;
 

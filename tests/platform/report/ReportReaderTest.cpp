@@ -2,9 +2,6 @@
 
 #include "platform/report/ReportError.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-
 #include <gtest/gtest.h>
 
 #include <map>
@@ -237,25 +234,6 @@ TEST_F(ReportReaderTest, FaultsInPartsNameThePart)
               "Fak.rpt, linje 3, kolonne 1: Filen borte.part finnes ikke.");
     EXPECT_EQ(fault("<include file=\"../x.part\"/>"),
               "Fak.rpt, linje 3, kolonne 1: en fil tas inn med sitt navn alene");
-}
-
-TEST_F(ReportReaderTest, ReadsFromAFolder)
-{
-    const QTemporaryDir folder;
-    const auto write = [&](const QString &name, const QByteArray &bytes) {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    };
-    write(u"a.rpt"_s, "<report version=\"1\">" + kQuery + "<include file=\"b.part\"/></report>");
-    write(u"b.part"_s, "<part version=\"1\"><style name=\"a\" size=\"7\"/></part>");
-    EXPECT_EQ(readReportFile(folder.filePath(u"a.rpt"_s)).styles.front().font.pointSizeF(), 7);
-    try {
-        static_cast<void>(readReportFile(folder.filePath(u"borte.rpt"_s)));
-        FAIL();
-    } catch (const RunTimeError &error) {
-        EXPECT_EQ(error.number(), errors::kFileNotFound);
-    }
 }
 
 } // namespace report::test
