@@ -208,7 +208,8 @@ database::NewDatabase::~NewDatabase()
     if (m_kept)
         return;
     if (!m_isNewFile) {
-        passOver([this] { dropTables(*ado::openSession(m_place.source)); });
+        if (m_tablesTaken)
+            passOver([this] { dropTables(*ado::openSession(m_place.source)); });
         return;
     }
     // An idle session may still write when it closes, so the file goes rather than its content.

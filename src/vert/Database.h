@@ -56,8 +56,9 @@ private:
 };
 
 /// A database without tables, about to be filled. Unless kept, it is taken back when this goes: a
-/// file that was made here is removed, an empty one that was there is empty again, and in a
-/// database that was there the tables are dropped. Sessions of the caller are closed by then.
+/// file that was made here is removed, and an empty one that was there is empty again. In a
+/// database that was there the tables are dropped, if the caller has called them his own: until
+/// then somebody else may have made them. Sessions of the caller are closed by then.
 class NewDatabase
 {
 public:
@@ -69,6 +70,8 @@ public:
     NewDatabase(const NewDatabase &) = delete;
     NewDatabase &operator=(const NewDatabase &) = delete;
 
+    /// The caller has committed the first of the tables, all of which are his from now on.
+    void takeTables() { m_tablesTaken = true; }
     void keep() { m_kept = true; }
 
 private:
@@ -79,6 +82,7 @@ private:
     std::optional<MakingMark> m_mark;
     bool m_isNewFile = false;
     bool m_fileWasThere = false;
+    bool m_tablesTaken = false;
     bool m_kept = false;
 };
 

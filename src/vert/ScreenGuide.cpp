@@ -351,8 +351,8 @@ void Guide::saveAs(QWidget &button, const QString &name)
 void Guide::picture(QWidget &window, const QString &name, const QString &told)
 {
     QCoreApplication::processEvents();
-    const QString file =
-        u"%1/%2-%3.png"_s.arg(m_folder).arg(++m_pictures, 2, 10, QChar(u'0')).arg(name);
+    const QString number = u"%1"_s.arg(++m_pictures, 2, 10, QChar(u'0'));
+    const QString file = m_folder + u'/' + number + u'-' + name + u".png"_s;
     if (!window.grab().save(file))
         throw HostError(u"bildet %1 lot seg ikke skrive"_s.arg(file));
     m_say(u"%1. %2: %3"_s.arg(m_pictures).arg(told, file));

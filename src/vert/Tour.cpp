@@ -12,6 +12,7 @@
 #include "vert/HostError.h"
 #include "vert/ParentTables.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -31,12 +32,13 @@ void inTransaction(const database::Place &place, Fill &&fill)
 }
 
 void fillDatabase(Component &component, const database::Place &place, const Options &options,
-                  const tour::Say &say)
+                  database::NewDatabase &made, const tour::Say &say)
 {
     inTransaction(place, [&](ado::Connection &connection) {
         createParentTables(connection);
         fillParentTables(connection, options.klient, options.aar);
     });
+    made.takeTables();
     say(u"Foreldreprogrammets tabeller og registre er laget: %1"_s.arg(place.name));
     tour::startModule(component, place, options, say);
     inTransaction(place, [&](ado::Connection &connection) {
@@ -65,8 +67,8 @@ void writeBeside(const QString &path, QLatin1StringView kind, int orderNumber, b
         say(u"Ingen fakturert %1 å skrive"_s.arg(QString(kind).toLower()));
         return;
     }
-    const QString target =
-        u"%1/%2-%3.xml"_s.arg(QFileInfo(path).absolutePath(), kind).arg(orderNumber);
+    const QString target = QFileInfo(path).absoluteDir().filePath(
+        kind + u'-' + QString::number(orderNumber) + u".xml"_s);
     QFile existing(target);
     if (!existing.exists() || replace) {
         writeEhf(orderNumber, target, replace);
@@ -107,7 +109,7 @@ void tour::makeDemo(Component &component, const database::Place &place, const Op
 {
     database::NewDatabase made(place);
     try {
-        fillDatabase(component, place, options, say);
+        fillDatabase(component, place, options, made, say);
     } catch (const RunTimeError &error) {
         throw HostError(u"demodatabasen ble ikke laget: %1"_s.arg(error.description()));
     }

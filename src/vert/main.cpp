@@ -12,6 +12,7 @@
 
 #include <QApplication>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -103,9 +104,20 @@ void passOnMessage(QtMsgType, const QMessageLogContext &, const QString &text)
         std::fprintf(stderr, "%s\n", text.toUtf8().constData());
 }
 
+/// What breaks a line, or steers a terminal, may stand in any name that the user gave.
+QString inOneLine(QString text)
+{
+    const auto isControl = [](QChar c) {
+        return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
+               c.category() == QChar::Separator_Paragraph;
+    };
+    std::replace_if(text.begin(), text.end(), isControl, u' ');
+    return text;
+}
+
 int fail(const QString &line, int status)
 {
-    std::fprintf(stderr, "strekkbok-vert: %s\n", line.toUtf8().constData());
+    std::fprintf(stderr, "strekkbok-vert: %s\n", inOneLine(line).toUtf8().constData());
     return status;
 }
 

@@ -5,6 +5,7 @@
 #include "platform/ado/Connection.h"
 #include "state/SharedState.h"
 #include "support/ModuleTest.h"
+#include "support/Rows.h"
 #include "vert/ParentTables.h"
 
 #include <sqlite3.h>
@@ -37,7 +38,7 @@ protected:
     void expectWhole()
     {
         EXPECT_EQ(m_file.integrity(), u"ok"_s);
-        EXPECT_EQ(rows(m_file.connectionString(), u"SELECT COUNT (*),Min(OrdreNr) FROM Ordre"_s),
+        EXPECT_EQ(rowsOf(m_file.connectionString(), u"SELECT COUNT (*),Min(OrdreNr) FROM Ordre"_s),
                   QStringList(u"26|1"_s));
     }
     /// The module on the mended disk.

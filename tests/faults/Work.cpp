@@ -7,6 +7,7 @@
 #include "shell/Main.h"
 #include "shell/clsFaktura.h"
 #include "state/SharedState.h"
+#include "support/Rows.h"
 #include "vert/ParentTables.h"
 
 using namespace Qt::StringLiterals;
@@ -237,39 +238,24 @@ QStringList effectsOfPosting()
     return effects;
 }
 
-QStringList rows(const QString &connectionString, const QString &statement)
-{
-    QStringList result;
-    ado::Recordset set;
-    set.setActiveConnection(connectionString);
-    set.setSource(statement);
-    for (set.open(); !set.eof(); set.moveNext()) {
-        QStringList values;
-        for (int i = 0; i < set.fieldCount(); ++i)
-            values += set.isNull(i) ? u"Null"_s : set.text(i);
-        result += values.join(u'|');
-    }
-    return result;
-}
-
 QStringList foundEffects(const QString &connectionString, const QStringList &plan)
 {
     QStringList found;
     const auto numbers = [&](const QString &statement, QString (*effect)(int)) {
-        for (const QString &row : rows(connectionString, statement))
+        for (const QString &row : rowsOf(connectionString, statement))
             found += effect(row.toInt());
     };
     const auto isNew = u" WHERE KundeNavn='Ny kunde AS'"_s;
-    for (const QString &row : rows(connectionString, u"SELECT COUNT (*) FROM Ordre"_s + isNew))
+    for (const QString &row : rowsOf(connectionString, u"SELECT COUNT (*) FROM Ordre"_s + isNew))
         found.resize(row.toInt(), headEffect());
-    if (rows(connectionString, u"SELECT ID FROM OrdreLinjer WHERE ProduktNavn='Gammel linje'"_s)
+    if (rowsOf(connectionString, u"SELECT ID FROM OrdreLinjer WHERE ProduktNavn='Gammel linje'"_s)
             .isEmpty())
         found += linesGoneEffect();
     numbers(u"SELECT PosNr FROM OrdreLinjer WHERE ProduktNavn='Ny linje'"_s, lineEffect);
     numbers(u"SELECT BilagNr FROM Bilag"_s, voucherEffect);
-    for (const QString &row :
-         rows(connectionString, u"SELECT B.BilagNr,L.Konto FROM BilagLinjer L LEFT JOIN Bilag B ON "
-                                u"L.BilagID=B.ID"_s))
+    for (const QString &row : rowsOf(
+             connectionString, u"SELECT B.BilagNr,L.Konto FROM BilagLinjer L LEFT JOIN Bilag B ON "
+                               u"L.BilagID=B.ID"_s))
         found += voucherLineEffect(row.section(u'|', 0, 0), row.section(u'|', 1));
     numbers(u"SELECT BilagNr FROM tmpTbl"_s, workRowEffect);
     numbers(u"SELECT OrdreNr FROM Ordre WHERE OrdreStatus='Bokført'"_s, postedEffect);

@@ -58,7 +58,4 @@ void postInvoices(const Witness &witness = {});
 /// is no part of the plan stands at the end.
 [[nodiscard]] QStringList foundEffects(const QString &connectionString, const QStringList &plan);
 
-/// The rows of a query past gDB, values with "|" between them. Raises.
-[[nodiscard]] QStringList rows(const QString &connectionString, const QString &statement);
-
 } // namespace faults

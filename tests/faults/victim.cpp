@@ -17,6 +17,7 @@
 #include <map>
 #include <sys/prctl.h>
 #include <unistd.h>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -62,13 +63,20 @@ faults::Witness reporter()
     return witness;
 }
 
-/// Saves order after order as a user who, told of a failed save, saves again.
+/// Saves order after order as a user who, told of a failed save, saves again. The first one waits
+/// for a line of the standard input when it has drawn its number.
 void saveOrders()
 {
-    static_cast<void>(readLine());
     const QString taken = QString::number(ado::errors::kIntegrity) + u" - "_s;
+    bool waited = false;
     for (int saved = 0; saved < kOrders;) {
         faults::Witness witness;
+        witness.starts = [&](const QString &) {
+            if (!std::exchange(waited, true)) {
+                report(u"drawn"_s);
+                static_cast<void>(readLine());
+            }
+        };
         witness.failed = [](const QString &effect, const QString &error) {
             if (!effect.startsWith(u"hode"))
                 report(u"failed %1|%2"_s.arg(effect, error));
@@ -103,7 +111,7 @@ const std::map<QString, void (*)()> kTasks{
     {u"save-again"_s, [] { faults::saveOrderAgain(reporter()); }},
     // The 200 statements of a posting run.
     {u"post"_s, [] { faults::postInvoices(reporter()); }},
-    // 200 orders, after one line of the standard input.
+    // 200 orders, the first after one line of the standard input.
     {u"save-orders"_s, saveOrders},
     // Each line of the standard input, as a statement.
     {u"statements"_s, runStatements},

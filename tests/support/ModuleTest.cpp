@@ -6,6 +6,7 @@
 #include "shell/clsFaktura.h"
 #include "state/Messages.h"
 #include "state/SharedState.h"
+#include "support/Rows.h"
 #include "vert/ParentTables.h"
 
 #include <QFile>
@@ -71,19 +72,10 @@ void ModuleTest::run(const QString &statement)
 
 QStringList ModuleTest::rows(const QString &statement)
 {
-    QStringList result;
     try {
-        ado::Recordset set;
-        set.setActiveConnection(connectionString());
-        set.setSource(statement);
-        for (set.open(); !set.eof(); set.moveNext()) {
-            QStringList values;
-            for (int i = 0; i < set.fieldCount(); ++i)
-                values += set.isNull(i) ? u"Null"_s : set.text(i);
-            result += values.join(u'|');
-        }
+        return rowsOf(connectionString(), statement);
     } catch (const RunTimeError &error) {
         ADD_FAILURE() << statement.toStdString() << "\n" << error.what();
+        return {};
     }
-    return result;
 }

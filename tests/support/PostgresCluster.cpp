@@ -52,18 +52,33 @@ void becomeServerUser(const passwd *user)
     ::prctl(PR_SET_PDEATHSIG, SIGQUIT);
 }
 
-int freePort()
+bool isFree(int port)
 {
     const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    if (::bind(listener, reinterpret_cast<sockaddr *>(&address), size) != 0 ||
-        ::getsockname(listener, reinterpret_cast<sockaddr *>(&address), &size) != 0)
-        fail(u"no free port"_s);
+    address.sin_port = htons(static_cast<in_port_t>(port));
+    const bool bound =
+        ::bind(listener, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0;
     ::close(listener);
-    return ntohs(address.sin_port);
+    return bound;
+}
+
+/// Below the ports that the system gives out by itself, so that nobody else gets it while the
+/// server is down; processes that run side by side look in different places.
+int freePort()
+{
+    constexpr int first = 10'000;
+    constexpr int count = 20'000;
+    constexpr int apart = 16;
+    const int start = ::getpid() % (count / apart) * apart;
+    for (int i = 0; i < count; ++i) {
+        const int port = first + (start + i) % count;
+        if (isFree(port))
+            return port;
+    }
+    fail(u"no free port"_s);
 }
 
 /// Debian keeps each version's programs in a folder of its own.
@@ -144,8 +159,10 @@ void PostgresCluster::start()
                           u"-c"_s, u"max_connections=50"_s,
                           u"-c"_s, u"shared_buffers=32MB"_s};
     if (m_durability == Durability::None)
-        arguments += {u"-c"_s, u"fsync=off"_s,           u"-c"_s, u"synchronous_commit=off"_s,
-                      u"-c"_s, u"full_page_writes=off"_s};
+        arguments += {u"-c"_s, u"fsync=off"_s, u"-c"_s, u"synchronous_commit=off"_s, u"-c"_s,
+                      u"full_page_writes=off"_s,
+                      // Its workers would be in the way of a database's copy.
+                      u"-c"_s, u"autovacuum=off"_s};
     m_server.setChildProcessModifier([user] { becomeServerUser(user); });
     m_server.setWorkingDirectory(m_folder.path());
     m_server.setStandardOutputFile(QProcess::nullDevice());

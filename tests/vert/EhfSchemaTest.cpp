@@ -30,8 +30,8 @@ protected:
         for (const Row &row :
              rows(u"SELECT OrdreNr FROM Ordre WHERE KlientNr=1 AND "_s + condition)) {
             const QString file = row[u"OrdreNr"_s] + u".xml"_s;
-            const Outcome written = host({u"--dsn"_s, u"demo.db"_s, u"--ehf"_s, row[u"OrdreNr"_s],
-                                          u"--ut"_s, file});
+            const Outcome written =
+                host({u"--dsn"_s, u"demo.db"_s, u"--ehf"_s, row[u"OrdreNr"_s], u"--ut"_s, file});
             EXPECT_EQ(written.status, 0) << ::testing::PrintToString(written);
             const Outcome checked =
                 start(u"xmllint"_s, {u"--nonet"_s, u"--noout"_s, u"--schema"_s,

@@ -130,6 +130,13 @@ TEST_F(EhfTaskTest, UnwritableTargetIsTold)
     EXPECT_EQ(files(), (QStringList{u"demo.db"_s, u"mappe"_s}));
 }
 
+TEST_F(EhfTaskTest, NameOfSeveralLinesIsToldInOne)
+{
+    write(u"to\nlinjer.xml"_s, "eldre");
+    expectRefusal(ehf(u"1048"_s, u"to\nlinjer.xml"_s), 1, u"to linjer.xml finnes fra før"_s);
+    expectRefusal(ehf(u"1048"_s, u"\r\n\u001b\u2028/x.xml"_s), 1, u"mappen      finnes ikke"_s);
+}
+
 TEST_F(EhfTaskTest, PipeIsNoTarget)
 {
     ASSERT_EQ(::mkfifo(path(u"rør"_s).toUtf8().constData(), 0600), 0);

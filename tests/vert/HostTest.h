@@ -31,7 +31,7 @@ inline void PrintTo(const Outcome &outcome, std::ostream *out)
          << "\nerr: " << outcome.err.toStdString();
 }
 
-/// Drives the built host program in a folder of its own, whose name holds a blank.
+/// Drives the built host program in a folder of its own, whose name holds blanks and a "%1".
 class HostTest : public ::testing::Test
 {
 protected:

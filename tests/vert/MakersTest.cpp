@@ -3,12 +3,55 @@
 #include <QFile>
 #include <QProcess>
 
-#include <csignal>
-#include <sys/wait.h>
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// What a program prints into while nobody reads: a pipe with so little room that the program
+/// stands still when it is used up.
+class NarrowPipe
+{
+public:
+    explicit NarrowPipe(qsizetype room) : m_path(m_folder.filePath(u"utskrift"_s))
+    {
+        const QByteArray name = QFile::encodeName(m_path);
+        EXPECT_EQ(::mkfifo(name.constData(), 0600), 0);
+        m_pipe = ::open(name.constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+        m_filled = ::fcntl(m_pipe, F_SETPIPE_SZ, 4096) - room;
+        EXPECT_EQ(::write(m_pipe, QByteArray(m_filled, '\n').constData(),
+                          static_cast<std::size_t>(m_filled)),
+                  m_filled);
+    }
+    ~NarrowPipe() { ::close(m_pipe); }
+    NarrowPipe(const NarrowPipe &) = delete;
+    NarrowPipe &operator=(const NarrowPipe &) = delete;
+
+    [[nodiscard]] const QString &path() const { return m_path; }
+    [[nodiscard]] bool holdsSomething() const
+    {
+        int bytes = 0;
+        EXPECT_EQ(::ioctl(m_pipe, FIONREAD, &bytes), 0);
+        return bytes > m_filled;
+    }
+    /// Makes room for all that may still come.
+    void empty() const
+    {
+        char bytes[4096];
+        while (::read(m_pipe, bytes, sizeof bytes) > 0) {
+        }
+    }
+
+private:
+    QTemporaryDir m_folder;
+    const QString m_path;
+    int m_pipe = -1;
+    qsizetype m_filled = 0;
+};
 
 /// Programs that make the same new database, one of them caught in the middle of it.
 class MakersTest : public HostTest
@@ -16,30 +59,18 @@ class MakersTest : public HostTest
 protected:
     const QStringList m_demo{u"--demo"_s, u"--dsn"_s, u"demo.db"_s, u"--aar"_s, u"2014"_s};
 
-    /// Stops the program. False when it came to its end first.
-    static bool stop(const QProcess &process)
-    {
-        const auto id = static_cast<id_t>(process.processId());
-        siginfo_t info = {};
-        return kill(static_cast<pid_t>(id), SIGSTOP) == 0 &&
-               waitid(P_PID, id, &info, WSTOPPED | WEXITED | WNOWAIT | __WALL) == 0 &&
-               info.si_code == CLD_STOPPED;
-    }
-    /// Starts a maker of demo.db and stops it when it has told that the parent's tables are made,
-    /// and not yet that the orders are. One that was too quick is started again.
-    void startAndStop(QProcess &maker) const
+    /// Room for the line that tells of the parent's tables, and not for the next one, which comes
+    /// before the orders are made.
+    NarrowPipe m_output{path(u"demo.db"_s).toUtf8().size() + 60};
+
+    /// Starts a maker of demo.db and waits until it stands between those lines.
+    void startToTheMidst(QProcess &maker) const
     {
         prepare(maker);
-        for (int attempt = 0; attempt < 20; ++attempt) {
-            maker.start(programFile(), m_demo);
-            ASSERT_TRUE(maker.waitForReadyRead());
-            if (stop(maker) && !maker.readAllStandardOutput().contains("Demofirmaet"))
-                return;
-            kill(static_cast<pid_t>(maker.processId()), SIGCONT);
-            maker.waitForFinished();
-            QFile::remove(path(u"demo.db"_s));
-        }
-        FAIL() << "never caught in the middle";
+        maker.setStandardOutputFile(m_output.path());
+        maker.start(programFile(), m_demo);
+        while (!m_output.holdsSomething())
+            ASSERT_FALSE(maker.waitForFinished(1)) << maker.readAllStandardError().toStdString();
     }
     void expectDemo() const
     {
@@ -52,11 +83,11 @@ protected:
 TEST_F(MakersTest, ASecondMakerIsToldAndTheFirstGoesOn)
 {
     QProcess first;
-    ASSERT_NO_FATAL_FAILURE(startAndStop(first));
+    ASSERT_NO_FATAL_FAILURE(startToTheMidst(first));
     expectRefusal(host(m_demo), 1, u"et annet program lager den samme databasen nå"_s);
 
-    kill(static_cast<pid_t>(first.processId()), SIGCONT);
-    ASSERT_TRUE(first.waitForFinished());
+    m_output.empty();
+    ASSERT_TRUE(first.waitForFinished(-1));
     EXPECT_EQ(first.exitCode(), 0) << first.readAllStandardError().toStdString();
     expectDemo();
     expectRefusal(host(m_demo), 1, u"finnes og har innhold"_s);
@@ -73,7 +104,7 @@ TEST_F(MakersTest, OfTwoAtOnceOneMakesAndOneIsTold)
         }
         int made = 0;
         for (QProcess &maker : makers) {
-            ASSERT_TRUE(maker.waitForFinished());
+            ASSERT_TRUE(maker.waitForFinished(-1));
             ASSERT_EQ(maker.exitStatus(), QProcess::NormalExit);
             const QByteArray error = maker.readAllStandardError();
             if (maker.exitCode() == 0) {
@@ -93,9 +124,9 @@ TEST_F(MakersTest, OfTwoAtOnceOneMakesAndOneIsTold)
 TEST_F(MakersTest, WhatAKilledMakerLeftIsMadeAnew)
 {
     QProcess killed;
-    ASSERT_NO_FATAL_FAILURE(startAndStop(killed));
+    ASSERT_NO_FATAL_FAILURE(startToTheMidst(killed));
     killed.kill();
-    ASSERT_TRUE(killed.waitForFinished());
+    ASSERT_TRUE(killed.waitForFinished(-1));
     EXPECT_EQ(killed.exitStatus(), QProcess::CrashExit);
     EXPECT_TRUE(files().contains(u"demo.db"_s));
 

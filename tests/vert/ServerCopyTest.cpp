@@ -50,6 +50,8 @@ protected:
         EXPECT_TRUE(outcome.err.contains(fragment)) << outcome.err.toStdString();
         EXPECT_EQ(tableCount(), u"0"_s);
     }
+    /// The address of a database in which the copy waits for a lock however long it takes.
+    static QString patient(const QString &uri) { return uri + u"&options=-c%20lock_timeout%3D0"_s; }
     /// Starts a copy and returns when it has told of the table.
     void startCopy(QProcess &process, const QString &from, const QString &to,
                    const QByteArray &table) const
@@ -57,7 +59,7 @@ protected:
         process.setWorkingDirectory(path(QString()));
         process.start(programFile(), {u"--kopier"_s, from, to});
         QByteArray seen;
-        while (!seen.contains('\n' + table + ": ") && process.waitForReadyRead(30'000))
+        while (!seen.contains('\n' + table + ": ") && process.waitForReadyRead(-1))
             seen += process.readAllStandardOutput();
         EXPECT_TRUE(seen.contains('\n' + table + ": ")) << seen.toStdString();
     }
@@ -155,6 +157,15 @@ TEST_F(ServerCopyTest, TextThatTheServerDoesNotTakeStopsTheCopy)
     EXPECT_TRUE(outcome.err.contains(u"tabellen Ordre"_s)) << outcome.err.toStdString();
 }
 
+TEST_F(ServerCopyTest, NameThatTheServerWouldCutStopsTheCopy)
+{
+    const QString file = makeDemo();
+    runInFile(u"demo.db"_s, "ALTER TABLE Bil ADD COLUMN " + QByteArray(64, 'x') + " LONG");
+    const Outcome outcome = copy(file, uri());
+    expectStopped(outcome, u"tabellen Bil: Navnet «xxx"_s);
+    EXPECT_TRUE(outcome.err.contains(u"er for langt"_s)) << outcome.err.toStdString();
+}
+
 TEST_F(ServerCopyTest, CopyThatDiffersIsNotKept)
 {
     const QString file = makeDemo();
@@ -180,6 +191,23 @@ TEST_F(ServerCopyTest, CopyThatDiffersIsNotKept)
     expectStopped(copy(file, uri()), u"tabellen Bil: 9 rader er blitt til 0"_s);
 }
 
+TEST_F(ServerCopyTest, WhatSomebodyElseMakesMeanwhileIsKept)
+{
+    const QString file = makeDemo();
+    OtherUser other(uri());
+    other.run("BEGIN");
+    other.run("CREATE TABLE \"Produkt\" (nr int)");
+    QProcess process;
+    startCopy(process, file, patient(uri()), "Ordre");
+    other.run("COMMIT");
+    ASSERT_TRUE(process.waitForFinished(-1));
+    EXPECT_EQ(process.exitCode(), 1);
+    const QByteArray error = process.readAllStandardError();
+    EXPECT_TRUE(error.contains("tabellen Produkt")) << error.toStdString();
+    EXPECT_EQ(m_database.run(u"SELECT tablename FROM pg_tables WHERE schemaname = 'public'"_s),
+              u"Produkt"_s);
+}
+
 TEST_F(ServerCopyTest, KilledMidwayLeavesTheTargetEmpty)
 {
     const QString file = makeDemo();
@@ -188,9 +216,9 @@ TEST_F(ServerCopyTest, KilledMidwayLeavesTheTargetEmpty)
     other.run("BEGIN");
     other.run("CREATE TABLE \"Produkt\" (nr int)");
     QProcess process;
-    startCopy(process, file, uri(), "Ordre");
+    startCopy(process, file, patient(uri()), "Ordre");
     process.kill();
-    ASSERT_TRUE(process.waitForFinished());
+    ASSERT_TRUE(process.waitForFinished(-1));
     other.run("ROLLBACK");
     // The server notices the loss when it is allowed to go on.
     m_database.run(u"SELECT pg_terminate_backend(pid, 30000) FROM pg_stat_activity WHERE datname = "
@@ -214,9 +242,9 @@ TEST_F(ServerCopyTest, KilledMidwayLeavesAFileThatCanBeTakenAgain)
     other.run("BEGIN");
     other.run("DO $$BEGIN PERFORM pg_advisory_xact_lock(1); END$$");
     QProcess process;
-    startCopy(process, uri(user), u"kopi.db"_s, "Ordre");
+    startCopy(process, patient(uri(user)), u"kopi.db"_s, "Ordre");
     process.kill();
-    ASSERT_TRUE(process.waitForFinished());
+    ASSERT_TRUE(process.waitForFinished(-1));
     other.run("ROLLBACK");
 
     expectRefusal(host({u"--dsn"_s, path(u"kopi.db"_s), u"--sql"_s, u"SELECT Navn FROM Klient"_s}),
@@ -236,10 +264,10 @@ TEST_F(ServerCopyTest, SeesAFileAsItWasAtOneMoment)
     other.run("BEGIN");
     other.run("CREATE TABLE \"Produkt\" (nr int)");
     QProcess process;
-    startCopy(process, file, uri(), "Ordre");
+    startCopy(process, file, patient(uri()), "Ordre");
     change(u"DELETE FROM OrdreLinjer"_s);
     other.run("ROLLBACK");
-    ASSERT_TRUE(process.waitForFinished());
+    ASSERT_TRUE(process.waitForFinished(-1));
     EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
     EXPECT_EQ(dump(uri()), before);
 }
@@ -254,10 +282,10 @@ TEST_F(ServerCopyTest, SeesAServerAsItWasAtOneMoment)
     other.run("BEGIN");
     other.run("CREATE TABLE \"Produkt\" (nr int)");
     QProcess process;
-    startCopy(process, uri(), targetUri, "Ordre");
+    startCopy(process, uri(), patient(targetUri), "Ordre");
     m_database.run(u"DELETE FROM \"OrdreLinjer\""_s);
     other.run("ROLLBACK");
-    ASSERT_TRUE(process.waitForFinished());
+    ASSERT_TRUE(process.waitForFinished(-1));
     EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
     EXPECT_EQ(dump(targetUri), before);
 }

@@ -1,10 +1,13 @@
 #include "vert/ServerTest.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
+#include <QProcess>
+
+#include <libpq-fe.h>
 
 #include <arpa/inet.h>
+#include <memory>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -111,6 +114,27 @@ TEST_F(ServerTest, FailedDemoLeavesTheDatabaseEmpty)
     EXPECT_EQ(tableCount(), u"0"_s);
 }
 
+TEST_F(ServerTest, DemoKeepsWhatSomebodyElseMakesMeanwhile)
+{
+    const std::unique_ptr<PGconn, void (*)(PGconn *)> other(PQconnectdb(uri().toUtf8().constData()),
+                                                            PQfinish);
+    PQclear(PQexec(other.get(), "BEGIN; CREATE TABLE \"Klient\" (nr int)"));
+    QProcess process;
+    prepare(process);
+    process.start(programFile(),
+                  {u"--demo"_s, u"--dsn"_s, uri() + u"&options=-c%20lock_timeout%3D0"_s, u"--aar"_s,
+                   u"2014"_s});
+    while (m_database.run(u"SELECT COUNT(*) FROM pg_stat_activity WHERE datname = "
+                          "current_database() AND wait_event_type = 'Lock'"_s) == u"0"_s &&
+           !process.waitForFinished(1)) {
+    }
+    PQclear(PQexec(other.get(), "COMMIT"));
+    ASSERT_TRUE(process.state() == QProcess::NotRunning || process.waitForFinished(-1));
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(m_database.run(u"SELECT tablename FROM pg_tables WHERE schemaname = 'public'"_s),
+              u"Klient"_s);
+}
+
 TEST_F(ServerTest, MissingParentTableIsNamed)
 {
     ASSERT_EQ(demo(uri()).status, 0);
@@ -147,7 +171,7 @@ TEST_F(ServerTest, MissingDatabaseIsNamed)
     EXPECT_TRUE(files().isEmpty());
 }
 
-TEST_F(ServerTest, SilentServerIsGivenUpWithinTenSeconds)
+TEST_F(ServerTest, SilentServerIsGivenUp)
 {
     // Connections come about, since the system accepts them, but nobody ever answers.
     const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
@@ -160,10 +184,7 @@ TEST_F(ServerTest, SilentServerIsGivenUpWithinTenSeconds)
     ASSERT_EQ(::getsockname(listener, reinterpret_cast<sockaddr *>(&address), &size), 0);
     const QString dsn =
         u"postgresql://kari@127.0.0.1:%1/firma?sslmode=disable"_s.arg(ntohs(address.sin_port));
-    QElapsedTimer waited;
-    waited.start();
     expectRefusal(host({u"--dsn"_s, dsn}), 1, u"svarer ikke"_s);
-    EXPECT_LT(waited.elapsed(), 10'000);
     ::close(listener);
 }
 

@@ -29,11 +29,20 @@ std::optional<OdbcEntries> odbcSection(QStringView text, QStringView name)
     return section;
 }
 
+namespace {
+
+/// One that is empty counts as none.
+QString variable(const char *name, const QString &otherwise)
+{
+    return qEnvironmentVariableIsEmpty(name) ? otherwise : qEnvironmentVariable(name);
+}
+
+} // namespace
+
 std::optional<OdbcEntries> odbcDataSource(QStringView name)
 {
-    const QString user = qEnvironmentVariable("ODBCINI", QDir::home().filePath(u".odbc.ini"_s));
-    const QString system =
-        QDir(qEnvironmentVariable("ODBCSYSINI", u"/etc"_s)).filePath(u"odbc.ini"_s);
+    const QString user = variable("ODBCINI", QDir::home().filePath(u".odbc.ini"_s));
+    const QString system = QDir(variable("ODBCSYSINI", u"/etc"_s)).filePath(u"odbc.ini"_s);
     for (const QString &path : {user, system}) {
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly))

@@ -39,4 +39,17 @@ TEST(OdbcIni, BareNameThatIsAnExistingFileIsThatFile)
     ASSERT_TRUE(QDir::setCurrent(before));
 }
 
+TEST(OdbcIni, EmptyVariableOfTheEnvironmentIsNone)
+{
+    const Database file;
+    QFile ini(file.folder() + u"/.odbc.ini"_s);
+    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
+    ini.write("\xEF\xBB\xBF[Firma]\r\nDatabase=a\r\n"); // as some editors leave it
+    ini.close();
+    const Variable home("HOME", file.folder());
+    const Variable user("ODBCINI", QString());
+    const Variable system("ODBCSYSINI", QString());
+    EXPECT_EQ(odbcDataSource(u"firma"), (OdbcEntries{{u"database"_s, u"a"_s}}));
+}
+
 } // namespace ado::test

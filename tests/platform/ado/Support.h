@@ -40,6 +40,29 @@ private:
     QTemporaryDir m_folder;
 };
 
+/// A variable of the environment while it lives.
+class Variable
+{
+public:
+    Variable(const char *name, const QString &value) : m_name(name), m_before(qgetenv(name))
+    {
+        qputenv(name, value.toUtf8());
+    }
+    ~Variable()
+    {
+        if (m_before.isNull())
+            qunsetenv(m_name);
+        else
+            qputenv(m_name, m_before);
+    }
+    Variable(const Variable &) = delete;
+    Variable &operator=(const Variable &) = delete;
+
+private:
+    const char *m_name;
+    const QByteArray m_before;
+};
+
 /// Another program at the same file, which speaks SQLite's own language.
 class Tool
 {
@@ -119,7 +142,8 @@ private:
 class Opened : public Connection
 {
 public:
-    explicit Opened(const Database &database) { open(database.dsn()); }
+    explicit Opened(const QString &connectionString) { open(connectionString); }
+    explicit Opened(const Database &database) : Opened(database.dsn()) {}
 
     void run(const QString &statement) { execute(statement); }
     Recordset rows(const QString &statement, LockType lock = LockType::ReadOnly)

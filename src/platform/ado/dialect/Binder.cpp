@@ -170,8 +170,8 @@ void Binder::bindNegation(Expr &expr) const
     if (type != DataType::Boolean && type != DataType::Empty && !isNumber(type))
         raiseTypeMismatch(tokenOf(expr));
     // The opposite of the least SHORT is no SHORT.
-    const bool small = type == DataType::Boolean || type == DataType::SmallInt;
-    expr.type = small ? DataType::Integer : type;
+    const bool grows = type == DataType::Boolean || type == DataType::SmallInt;
+    expr.type = grows || type == DataType::Empty ? DataType::Integer : type;
 }
 
 void Binder::bindAggregate(Expr &expr)

@@ -70,6 +70,8 @@ QByteArray Emitter::operand(const Expr &expr, DataType wanted)
 {
     if (expr.kind == ExprKind::Literal)
         return parameter(expr, wanted == DataType::Empty ? expr.type : wanted);
+    if (expr.kind == ExprKind::Null && wanted != DataType::Empty)
+        return m_writer.null(wanted);
     QByteArray sql = spelled(expr);
     if (isCompound(expr.kind))
         sql = '(' + sql + ')';
@@ -108,8 +110,10 @@ QByteArray Emitter::spelled(const Expr &expr)
     case ExprKind::Column:
         return m_writer.column(m_sources[static_cast<size_t>(expr.source)].alias, expr.column->name,
                                expr.column->type);
-    case ExprKind::Negate:
-        return '-' + reckoned(*expr.arguments.front(), expr.type);
+    case ExprKind::Negate: {
+        const QByteArray sql = '-' + reckoned(*expr.arguments.front(), expr.type);
+        return isWhole(expr.type) ? m_writer.exact(sql, expr.type) : sql;
+    }
     case ExprKind::Not:
         return "NOT " + operand(*expr.arguments.front());
     case ExprKind::And:
@@ -180,7 +184,7 @@ QByteArray Emitter::arithmetic(const Expr &expr)
     if (sign == TokenKind::Slash)
         return m_writer.quotient(first, second);
     const QByteArray sql = first + spelling(sign) + second;
-    return expr.type == DataType::Currency ? m_writer.exactAmount(sql) : sql;
+    return expr.type == DataType::Double ? sql : m_writer.exact(sql, expr.type);
 }
 
 QByteArray Emitter::aggregate(const Expr &expr)

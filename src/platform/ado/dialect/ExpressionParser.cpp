@@ -162,8 +162,10 @@ ExprPtr ExpressionParser::product()
 
 ExprPtr ExpressionParser::sign()
 {
-    if (!m_tokens.accept(TokenKind::Minus))
+    if (!m_tokens.accept(TokenKind::Minus)) {
+        m_tokens.accept(TokenKind::Plus);
         return primary();
+    }
     const int token = m_tokens.index() - 1;
     if (isNumber(m_tokens.peek().kind)) {
         ExprPtr literal = primary();

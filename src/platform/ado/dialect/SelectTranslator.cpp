@@ -85,6 +85,7 @@ QByteArray SelectTranslator::from(FromItem &item, bool grouped)
            : item.join == JoinKind::Left ? " LEFT JOIN "
                                          : " RIGHT JOIN ";
     sql += from(*item.right, true);
+    m_firstMayBeNull = m_firstMayBeNull || item.join == JoinKind::Right;
     m_binder.bindCondition(*item.on, first);
     sql += " ON " + m_emitter.condition(*item.on);
     return grouped ? '(' + sql + ')' : sql;
@@ -271,9 +272,18 @@ QByteArrayList SelectTranslator::orderUnasked(const Select &query, bool grouped,
 {
     if (query.distinct)
         return resultOrder(query); // no database gives them so of itself
-    if (m_writer.keepsOrder(m_sources.size() > 1))
+    if (m_writer.keepsOrder(isSimple(grouped)))
         return {};
     return grouped ? groupOrder(std::move(groups)) : keyOrder();
+}
+
+/// As Writer::keepsOrder has it.
+bool SelectTranslator::isSimple(bool grouped) const
+{
+    const std::vector<ColumnInfo> &columns = m_sources.front().table->columns;
+    const auto isOrdinary = [](const ColumnInfo &column) { return !column.key || column.counter; };
+    return m_sources.size() == 1 &&
+           (grouped || std::all_of(columns.begin(), columns.end(), isOrdinary));
 }
 
 /// By the keys of the tables, the last of several left out, spelled so that an index gives the
@@ -286,8 +296,12 @@ QByteArrayList SelectTranslator::keyOrder() const
         const Source &source = m_sources[i];
         const qsizetype before = order.size();
         for (const ColumnInfo &column : source.table->columns) {
-            if (column.key)
-                order += m_writer.column(source.alias, column.name, column.type);
+            if (!column.key)
+                continue;
+            QByteArray key = m_writer.column(source.alias, column.name, column.type);
+            if (column.type == DataType::VarWChar)
+                key = m_writer.collated(key);
+            order += m_firstMayBeNull ? m_writer.orderItem(key, false) : key;
         }
         if (order.size() == before)
             break; // behind a table without a key no order would hold

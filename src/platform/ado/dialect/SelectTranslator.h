@@ -27,6 +27,7 @@ private:
     QByteArray itemList(const Select &query);
     QByteArrayList orderList(const Select &query);
     QByteArrayList orderUnasked(const Select &query, bool grouped, QByteArrayList groups) const;
+    bool isSimple(bool grouped) const;
     QByteArrayList keyOrder() const;
     QByteArrayList resultOrder(const Select &query) const;
     QByteArrayList groupOrder(QByteArrayList groups) const;
@@ -37,6 +38,7 @@ private:
     const Catalog &m_catalog;
     const Writer &m_writer;
     std::vector<Source> m_sources;
+    bool m_firstMayBeNull = false; // a RIGHT JOIN has rows without the table before it
     Translation m_translation;
     Binder m_binder;
     Emitter m_emitter;

@@ -28,6 +28,7 @@ public:
     {
         const TableInfo &table = requireTable(insert.table);
         const std::vector<const ColumnInfo *> columns = insertedColumns(insert, table);
+        bool numberGiven = false;
         if (columns.size() != insert.values.size())
             raiseSyntax(
                 tokenOf(insert.table),
@@ -39,11 +40,14 @@ public:
             m_binder.bindPlain(value);
             const char *const separator = i == 0 ? "" : ", ";
             names += separator + Writer::name(columns[i]->name);
-            values += separator + m_emitter.assigned(value, *columns[i]);
+            const bool next = columns[i]->counter && value.kind == ExprKind::Null;
+            numberGiven = numberGiven || (columns[i]->counter && !next);
+            values +=
+                separator + (next ? m_writer.nextNumber() : m_emitter.assigned(value, *columns[i]));
         }
         return finish(StatementKind::Insert, "INSERT INTO " + Writer::name(table.name) + " (" +
                                                  names + ") VALUES (" + values + ')' +
-                                                 counterResult(table, columns));
+                                                 counterResult(table, numberGiven));
     }
 
     Translation translate(const Update &update)
@@ -109,14 +113,11 @@ private:
         return column;
     }
 
-    QByteArray counterResult(const TableInfo &table,
-                             const std::vector<const ColumnInfo *> &given) const
+    QByteArray counterResult(const TableInfo &table, bool given) const
     {
         for (const ColumnInfo &column : table.columns) {
             if (column.counter)
-                return m_writer.counterResult(table.name, column.name,
-                                              std::find(given.begin(), given.end(), &column) !=
-                                                  given.end());
+                return m_writer.counterResult(table.name, column.name, given);
         }
         return {};
     }

@@ -32,6 +32,8 @@ public:
     }
     /// The place of parameter `number`, counted from 1; a number may be used several times.
     [[nodiscard]] virtual QByteArray placeHolder(int number, DataType type) const = 0;
+    /// Null where a value of the type is reckoned with, compared or stored.
+    [[nodiscard]] virtual QByteArray null(DataType /*type*/) const { return "NULL"; }
     /// The constant as a value of a BIT column.
     [[nodiscard]] virtual QByteArray truth(bool value) const = 0;
     /// Turns a number or truth value into another type of number or truth value (`from` differs
@@ -46,12 +48,9 @@ public:
     {
         return left + " / " + right;
     }
-    /// A sum, difference or product of CURRENCY, so that it is exact or an error. `reckoned` and
-    /// the result are no operands.
-    [[nodiscard]] virtual QByteArray exactAmount(const QByteArray &reckoned) const
-    {
-        return reckoned;
-    }
+    /// A sum, difference, product or opposite of LONG or CURRENCY, so that it is exact and within
+    /// its `type`, or an error. `reckoned` and the result are no operands.
+    [[nodiscard]] virtual QByteArray exact(const QByteArray &reckoned, DataType type) const = 0;
     /// A part of a date as a whole number.
     [[nodiscard]] virtual QByteArray datePart(DatePart part, const QByteArray &operand) const = 0;
     /// A function over all rows of a group; `type` is the operand's. The result's type: COUNT
@@ -72,11 +71,13 @@ public:
 
     /// True when rows that ORDER BY leaves equal, or all where it is missing, come by the key of
     /// the table or by the query's groups, as a desktop database gives them; else the query is made
-    /// to say so. `joined` tells that it reads several tables, which come by the keys of all but
-    /// the last.
-    [[nodiscard]] virtual bool keepsOrder(bool /*joined*/) const { return true; }
+    /// to say so. `simple` tells that it reads one table, and groups it or finds no key in it but
+    /// a counter. Several tables come by the keys of all but the last.
+    [[nodiscard]] virtual bool keepsOrder(bool simple) const = 0;
 
     // ---- statements ----
+    /// What an INSERT says for a counter that is to get the next number.
+    [[nodiscard]] virtual QByteArray nextNumber() const { return "NULL"; }
     /// What stands behind an INSERT, so that it returns the number in the table's counter first;
     /// `given` when the statement itself gives the number. Empty when the session learns it
     /// otherwise.

@@ -8,8 +8,11 @@
 
 #include <libpq-fe.h>
 
+#include <algorithm>
 #include <memory>
 #include <poll.h>
+#include <resolv.h>
+#include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -18,7 +21,7 @@ namespace ado {
 
 namespace {
 
-constexpr int kConnectTimeout = 9; // seconds, all addresses of the server together
+constexpr int kConnectTimeout = 9; // seconds
 
 struct Default
 {
@@ -54,10 +57,35 @@ QMap<QString, QString> completed(QMap<QString, QString> keywords)
     return keywords;
 }
 
-/// Waits so many seconds for the connection; false when it did not come about.
-bool waitUntilOpen(PGconn *connection, int seconds)
+/// While it lives, this thread asks each name server once and soon gives up. libpq waits for the
+/// system to find a host's address, which goes on for half a minute where no name server answers;
+/// so it is nine seconds at most, for three of them.
+class ShortLookup
 {
-    const QDeadlineTimer deadline(1000 * seconds);
+public:
+    ShortLookup()
+    {
+        if ((_res.options & RES_INIT) == 0)
+            res_init();
+        m_wait = std::exchange(_res.retrans, std::min(_res.retrans, 3)); // seconds
+        m_tries = std::exchange(_res.retry, 1);
+    }
+    ~ShortLookup()
+    {
+        _res.retrans = m_wait;
+        _res.retry = m_tries;
+    }
+    ShortLookup(const ShortLookup &) = delete;
+    ShortLookup &operator=(const ShortLookup &) = delete;
+
+private:
+    int m_wait = 0;
+    int m_tries = 0;
+};
+
+/// Waits for the connection; false when it did not come about.
+bool waitUntilOpen(PGconn *connection, const QDeadlineTimer &deadline)
+{
     PostgresPollingStatusType wanted = PGRES_POLLING_WRITING;
     while (wanted == PGRES_POLLING_READING || wanted == PGRES_POLLING_WRITING) {
         const short event = wanted == PGRES_POLLING_READING ? POLLIN : POLLOUT;
@@ -123,6 +151,9 @@ pg_conn *connectPostgres(const QMap<QString, QString> &keywords)
     names.push_back(nullptr);
     values.push_back(nullptr);
 
+    // libpq leaves the time to the caller of this way to connect.
+    const QDeadlineTimer deadline(1000 * connectPatience(keywords));
+    const ShortLookup lookup;
     std::unique_ptr<PGconn, void (*)(PGconn *)> connection(
         PQconnectStartParams(names.data(), values.data(), 0), PQfinish);
     if (!connection)
@@ -130,17 +161,20 @@ pg_conn *connectPostgres(const QMap<QString, QString> &keywords)
     PQsetErrorVerbosity(connection.get(), PQERRORS_SQLSTATE);
     PQsetNoticeProcessor(
         connection.get(), [](void *, const char *) {}, nullptr);
-    // libpq leaves the time to the caller of this way to connect.
-    const int asked = keywords.value(u"connect_timeout"_s).toInt();
-    const int patience = asked > 0 ? std::min(asked, kConnectTimeout) : kConnectTimeout;
     const bool started = PQstatus(connection.get()) != CONNECTION_BAD;
-    if (!started || !waitUntilOpen(connection.get(), patience)) {
+    if (!started || !waitUntilOpen(connection.get(), deadline)) {
         const bool timedOut = started && PQstatus(connection.get()) != CONNECTION_BAD;
         throw postgresConnectError(failureOf(connection.get(), timedOut), nameOf(connection.get()),
                                    QString::fromUtf8(PQdb(connection.get())));
     }
     PQsetErrorVerbosity(connection.get(), PQERRORS_DEFAULT);
     return connection.release();
+}
+
+int connectPatience(const QMap<QString, QString> &keywords)
+{
+    const int asked = keywords.value(u"connect_timeout"_s).toInt();
+    return asked > 0 ? std::min(asked, kConnectTimeout) : kConnectTimeout;
 }
 
 QMap<QString, QString> postgresKeywords(const QString &uri)

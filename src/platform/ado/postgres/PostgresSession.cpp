@@ -16,6 +16,7 @@ namespace ado {
 namespace {
 
 constexpr int kCachedStatements = 64;
+constexpr qsizetype kLongestName = 63; // bytes of UTF-8
 
 /// Changes of a schema that this process has made. A session that knows of fewer may be wrong about
 /// tables that another session of ours has changed.
@@ -33,6 +34,23 @@ bool isAboutSchema(const RunTimeError &error)
         return true;
     default:
         return false;
+    }
+}
+
+/// The server cuts a longer name without an error, and then nothing finds it.
+void requireShortNames(const QByteArray &definition)
+{
+    qsizetype begin = 0;
+    while ((begin = definition.indexOf('"', begin)) >= 0) {
+        qsizetype end = definition.indexOf('"', ++begin);
+        while (end >= 0 && definition.mid(end + 1, 1) == "\"")
+            end = definition.indexOf('"', end + 2);
+        const QByteArray name = definition.mid(begin, end - begin).replace("\"\"", "\"");
+        if (name.size() > kLongestName)
+            throw RunTimeError(
+                errors::kSyntax,
+                u"Navnet «%1» er for langt for databasetjeneren."_s.arg(QString::fromUtf8(name)));
+        begin = end + 1;
     }
 }
 
@@ -306,6 +324,9 @@ void PostgresSession::noteNumber(const PostgresResult &result)
 
 void PostgresSession::changeSchema(const dialect::Translation &translation)
 {
+    requireShortNames(translation.sql);
+    for (const QByteArray &followUp : translation.followUps)
+        requireShortNames(followUp);
     allOrNothing([&] {
         start();
         guarded([&] {

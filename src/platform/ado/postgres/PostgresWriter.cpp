@@ -90,6 +90,11 @@ QByteArray PostgresWriter::placeHolder(int number, DataType type) const
     return '(' + sql + ')';
 }
 
+QByteArray PostgresWriter::null(DataType type) const
+{
+    return cast("NULL", typeName(type));
+}
+
 QByteArray PostgresWriter::truth(bool value) const
 {
     return value ? "TRUE" : "FALSE";
@@ -125,6 +130,12 @@ QByteArray PostgresWriter::cut(const QByteArray &operand, int width) const
     return "left(" + operand + ", " + QByteArray::number(width) + ')';
 }
 
+// A numeric has room for more than 64 bits of ten-thousandths.
+QByteArray PostgresWriter::exact(const QByteArray &reckoned, DataType type) const
+{
+    return type == DataType::Currency ? "((" + reckoned + ") * 10000)::int8 * 0.0001" : reckoned;
+}
+
 QByteArray PostgresWriter::datePart(DatePart part, const QByteArray &operand) const
 {
     const char *const field = part == DatePart::Year    ? "YEAR"
@@ -145,7 +156,7 @@ QByteArray PostgresWriter::aggregate(Aggregate function, const QByteArray &opera
     case Aggregate::Avg: {
         const char *const name = function == Aggregate::Sum ? "SUM" : "AVG";
         if (type == DataType::Currency && function == Aggregate::Sum)
-            return call(name);
+            return '(' + exact(call(name), type) + ')';
         if (type == DataType::Currency)
             return convert(cast(call(name), "float8"), DataType::Double, type);
         const QByteArray real =

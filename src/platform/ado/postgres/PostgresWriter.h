@@ -25,10 +25,13 @@ public:
     [[nodiscard]] QByteArray column(QStringView alias, QStringView name,
                                     DataType type) const override;
     [[nodiscard]] QByteArray placeHolder(int number, DataType type) const override;
+    /// Of two bare ones the server would not know what they are.
+    [[nodiscard]] QByteArray null(DataType type) const override;
     [[nodiscard]] QByteArray truth(bool value) const override;
     [[nodiscard]] QByteArray convert(const QByteArray &operand, DataType from,
                                      DataType to) const override;
     [[nodiscard]] QByteArray cut(const QByteArray &operand, int width) const override;
+    [[nodiscard]] QByteArray exact(const QByteArray &reckoned, DataType type) const override;
     [[nodiscard]] QByteArray datePart(dialect::DatePart part,
                                       const QByteArray &operand) const override;
     [[nodiscard]] QByteArray aggregate(dialect::Aggregate function, const QByteArray &operand,
@@ -36,9 +39,10 @@ public:
     [[nodiscard]] QByteArray collated(const QByteArray &text) const override;
     [[nodiscard]] QByteArray orderItem(const QByteArray &operand, bool descending) const override;
     [[nodiscard]] QByteArray resultItem(const QByteArray &operand, DataType type) const override;
-    [[nodiscard]] bool keepsOrder(bool /*joined*/) const override { return false; }
+    [[nodiscard]] bool keepsOrder(bool /*simple*/) const override { return false; }
     /// Empty: the session keeps the number that its insert returned.
     [[nodiscard]] QByteArray identityQuery() const override;
+    [[nodiscard]] QByteArray nextNumber() const override { return "DEFAULT"; }
     [[nodiscard]] QByteArray counterResult(QStringView table, QStringView counter,
                                            bool given) const override;
     /// A query that moves a counter on behind the largest number in its table.

@@ -5,7 +5,10 @@
 
 #include <sqlite3.h>
 
+#include <QtGlobal>
+
 #include <cmath>
+#include <limits>
 
 namespace ado {
 
@@ -36,6 +39,15 @@ void exact(sqlite3_context *context, int, sqlite3_value **operands)
         sqlite3_result_value(context, operands[0]);
 }
 
+void longNumber(sqlite3_context *context, int, sqlite3_value **operands)
+{
+    const sqlite3_int64 number = sqlite3_value_int64(operands[0]);
+    if (number < std::numeric_limits<qint32>::min() || number > std::numeric_limits<qint32>::max())
+        sqlite3_result_error(context, kWholeOverflow, -1);
+    else
+        sqlite3_result_value(context, operands[0]);
+}
+
 void single(sqlite3_context *context, int, sqlite3_value **operands)
 {
     if (isNull(operands[0]))
@@ -58,6 +70,7 @@ void addFunctions(sqlite3 *database)
     constexpr Function all[] = {
         {functions::kQuotient, 2, quotient},
         {functions::kExact, 1, exact},
+        {functions::kLong, 1, longNumber},
         {functions::kSingle, 1, single},
     };
     for (const Function &function : all) {

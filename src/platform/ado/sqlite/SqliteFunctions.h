@@ -12,6 +12,8 @@ inline constexpr char kQuotient[] = "KVOTIENT";
 /// EKSAKT(n): n itself if it is a whole number, else an error. SQLite alone turns a sum beyond 64
 /// bits into a real number, which has lost its last digits.
 inline constexpr char kExact[] = "EKSAKT";
+/// HELTALL(n): n itself if it is a LONG, else an error. SQLite alone reckons with 64 bits.
+inline constexpr char kLong[] = "HELTALL";
 /// ENKEL(x): the nearest SINGLE, as it is stored. A number beyond SINGLE stays as it is.
 inline constexpr char kSingle[] = "ENKEL";
 } // namespace functions

@@ -88,9 +88,9 @@ QByteArray SqliteWriter::quotient(const QByteArray &left, const QByteArray &righ
     return call(functions::kQuotient, left + ", " + right);
 }
 
-QByteArray SqliteWriter::exactAmount(const QByteArray &reckoned) const
+QByteArray SqliteWriter::exact(const QByteArray &reckoned, DataType type) const
 {
-    return call(functions::kExact, reckoned);
+    return call(type == DataType::Currency ? functions::kExact : functions::kLong, reckoned);
 }
 
 QByteArray SqliteWriter::datePart(DatePart part, const QByteArray &operand) const

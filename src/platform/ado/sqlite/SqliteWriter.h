@@ -21,7 +21,7 @@ public:
     [[nodiscard]] QByteArray cut(const QByteArray &operand, int width) const override;
     [[nodiscard]] QByteArray quotient(const QByteArray &left,
                                       const QByteArray &right) const override;
-    [[nodiscard]] QByteArray exactAmount(const QByteArray &reckoned) const override;
+    [[nodiscard]] QByteArray exact(const QByteArray &reckoned, DataType type) const override;
     [[nodiscard]] QByteArray datePart(dialect::DatePart part,
                                       const QByteArray &operand) const override;
     [[nodiscard]] QByteArray aggregate(dialect::Aggregate function, const QByteArray &operand,
@@ -29,8 +29,8 @@ public:
     [[nodiscard]] QByteArray collated(const QByteArray &text) const override;
     [[nodiscard]] QByteArray orderItem(const QByteArray &operand, bool descending) const override;
     [[nodiscard]] QByteArray resultItem(const QByteArray &operand, DataType type) const override;
-    /// The planner reads joined tables in any order.
-    [[nodiscard]] bool keepsOrder(bool joined) const override { return !joined; }
+    /// Rows lie by their number, and the planner reads joined tables in any order.
+    [[nodiscard]] bool keepsOrder(bool simple) const override { return simple; }
     [[nodiscard]] QByteArray identityQuery() const override;
     [[nodiscard]] QByteArray columnType(QStringView column, DataType type,
                                         int width) const override;

@@ -52,7 +52,7 @@ TEST(Change, UpdatesWhatTheConditionHits)
         translated(u"UPDATE Ordre SET OrdreStatus='Betalt',OrdreNr=OrdreNr+1 WHERE id= 7"_s);
     EXPECT_EQ(t.kind, StatementKind::Update);
     EXPECT_EQ(t.sql, "UPDATE \"Ordre\" SET \"OrdreStatus\" = ?1, \"OrdreNr\" = "
-                     "(\"Ordre\".\"OrdreNr\" + ?2) WHERE \"Ordre\".\"ID\" = ?3");
+                     "(HELTALL(\"Ordre\".\"OrdreNr\" + ?2)) WHERE \"Ordre\".\"ID\" = ?3");
     EXPECT_EQ(sqlOf(u"UPDATE Ordre SET Betalt=1"_s), u"UPDATE \"Ordre\" SET \"Betalt\" = ?1"_s);
 }
 

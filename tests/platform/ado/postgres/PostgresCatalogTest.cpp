@@ -152,6 +152,25 @@ TEST_F(PostgresCatalogTest, TwoUsersMakingOneTableAtATimeAreToldClearly)
     EXPECT_EQ(client.rows(u"SELECT * FROM T"_s).fieldCount(), 1);
 }
 
+TEST_F(PostgresCatalogTest, NameThatTheServerWouldCutIsRefused)
+{
+    Client client(m_database);
+    const QString longest = u"Å"_s.repeated(31) + u'x'; // 63 bytes
+    client.run(u"CREATE TABLE [%1] ([%1] LONG)"_s.arg(longest));
+    client.run(u"INSERT INTO [%1] ([%1]) VALUES (7)"_s.arg(longest));
+    EXPECT_EQ(client.value(u"SELECT [%1] FROM [%1]"_s.arg(longest)), Value(qint32{7}));
+    for (const QString &statement :
+         {u"CREATE TABLE [%1y] (A LONG)"_s, u"CREATE TABLE T (A LONG, [%1y] LONG)"_s,
+          u"CREATE TABLE T (A LONG CONSTRAINT [%1] PRIMARY KEY)"_s,
+          u"CREATE TABLE T ([%1] CURRENCY)"_s, u"ALTER TABLE [%1] ADD COLUMN [%1y] LONG"_s,
+          u"CREATE TABLE [\"%1\"] (A LONG)"_s}) {
+        EXPECT_EQ(errorOf([&] { client.run(statement.arg(longest)); }), errors::kSyntax)
+            << statement.toStdString();
+        EXPECT_TRUE(textOf([&] { client.run(statement.arg(longest)); }).contains(u"er for langt"));
+    }
+    EXPECT_EQ(client.openSchema(SchemaList::Columns)->recordCount(), 1);
+}
+
 TEST_F(PostgresCatalogTest, DefinitionIsMadeWholeOrNotAtAll)
 {
     m_database.run(u"CREATE TABLE \"Barn.Far\" (a integer)"_s); // in the way of the index

@@ -253,7 +253,8 @@ TEST_F(PostgresSessionTest, NothingIsWrittenToTheStandardError)
     // Names beyond the server's length are cut with a notice.
     testing::internal::CaptureStderr();
     Client client(m_database);
-    client.run(u"CREATE TABLE T (Nr LONG, CONSTRAINT %1 UNIQUE (Nr))"_s.arg(QString(100, u'x')));
+    client.run(u"CREATE TABLE T (Nr LONG)"_s);
+    EXPECT_EQ(client.rows(u"SELECT Nr FROM T AS "_s + QString(100, u'x')).recordCount(), 0);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 

@@ -12,25 +12,13 @@
 /// What the tests of the PostgreSQL provider share.
 namespace ado::test {
 
-/// An open connection, and short ways to use it.
-class Client : public Connection
+/// An open connection to a database on the server.
+class Client : public Opened
 {
 public:
-    explicit Client(const QString &connectionString) { open(connectionString); }
+    using Opened::Opened;
     explicit Client(const PostgresDatabase &database) : Client(database.connectionString()) {}
 
-    void run(const QString &statement) { execute(statement); }
-    Recordset rows(const QString &statement, LockType lock = LockType::ReadOnly)
-    {
-        Recordset set;
-        set.setActiveConnection(*this);
-        set.setLockType(lock);
-        set.setSource(statement);
-        set.open();
-        return set;
-    }
-    /// The first column of the first row.
-    Value value(const QString &statement) { return rows(statement).value(0); }
     /// The first column of all rows, with blanks between.
     QString column(const QString &statement)
     {
