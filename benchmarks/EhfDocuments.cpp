@@ -4,12 +4,9 @@
 #include "benchmarks/ModuleDatabase.h"
 #include "benchmarks/Report.h"
 #include "output/EhfFil.h"
-#include "shell/Main.h"
 
 #include <QBuffer>
 #include <QTemporaryDir>
-
-#include <sqlite3.h>
 
 #include <string>
 #include <vector>
@@ -24,15 +21,11 @@ constexpr int kDocuments = 1000;
 constexpr int kLines = 10;
 constexpr int kRounds = 9;
 
-/// A parent's database with the module started on it and `kDocuments` orders of `kLines` lines.
-void makeDatabase(const QString &path)
+/// `kDocuments` orders of `kLines` lines.
+void insertOrders()
 {
-    bench::startModuleOnNewDatabase(path);
     gConn->beginTrans();
-    gConn->execute(
-        u"INSERT INTO Klient (KlientNr,Navn,Adr1,Adr2,PostNr,OrganisasjonsNr,Giro1) VALUES "
-        u"(5,'Fjell Frakt AS','Postboks 1','Åsveien 2','2317','912345678','15034012345')"_s);
-    gConn->execute(u"INSERT INTO Poststed (PostNr,PostSted) VALUES ('2317','Hamar')"_s);
+    bench::ModuleDatabase::insertClient();
     for (int product = 1; product <= kProducts; ++product)
         gConn->execute(u"INSERT INTO Produkt (KlientNr,ProduktNr,ProduktNavn,Enhet) VALUES "
                        u"(5,'P%1','Kjøring %1','%2')"_s.arg(product)
@@ -80,47 +73,41 @@ struct PlainValue
 };
 
 /// One of the three queries of a document.
-class PlainQuery
+class DocumentQuery
 {
 public:
-    PlainQuery(sqlite3 *database, const char *sql)
-    {
-        if (sqlite3_prepare_v2(database, sql, -1, &m_statement, nullptr) != SQLITE_OK)
-            qFatal("%s", sqlite3_errmsg(database));
-    }
-    ~PlainQuery() { sqlite3_finalize(m_statement); }
-    PlainQuery(const PlainQuery &) = delete;
-    PlainQuery &operator=(const PlainQuery &) = delete;
+    DocumentQuery(const bench::PlainDatabase &database, const char *sql) : m_query(database, sql) {}
 
     /// Reads all values of all rows for client and order; the number of rows.
     int read(int order, std::vector<PlainValue> &values)
     {
-        sqlite3_bind_int(m_statement, 1, kClient);
-        if (sqlite3_bind_parameter_count(m_statement) > 1)
-            sqlite3_bind_int(m_statement, 2, order);
+        sqlite3_stmt *statement = m_query.handle();
+        sqlite3_bind_int(statement, 1, kClient);
+        if (sqlite3_bind_parameter_count(statement) > 1)
+            sqlite3_bind_int(statement, 2, order);
         int rows = 0;
-        for (; sqlite3_step(m_statement) == SQLITE_ROW; ++rows) {
-            for (int i = 0; i < sqlite3_column_count(m_statement); ++i)
-                values.push_back(value(i));
+        for (; m_query.next(); ++rows) {
+            for (int i = 0; i < sqlite3_column_count(statement); ++i)
+                values.push_back(value(statement, i));
         }
-        sqlite3_reset(m_statement);
+        m_query.reset();
         return rows;
     }
 
 private:
-    PlainValue value(int column)
+    static PlainValue value(sqlite3_stmt *row, int column)
     {
-        PlainValue result{sqlite3_column_type(m_statement, column), 0, 0, {}};
+        PlainValue result{sqlite3_column_type(row, column), 0, 0, {}};
         if (result.type == SQLITE_INTEGER)
-            result.whole = sqlite3_column_int64(m_statement, column);
+            result.whole = sqlite3_column_int64(row, column);
         else if (result.type == SQLITE_FLOAT)
-            result.number = sqlite3_column_double(m_statement, column);
+            result.number = sqlite3_column_double(row, column);
         else if (result.type == SQLITE_TEXT)
-            result.text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+            result.text = reinterpret_cast<const char *>(sqlite3_column_text(row, column));
         return result;
     }
 
-    sqlite3_stmt *m_statement = nullptr;
+    bench::PlainQuery m_query;
 };
 
 constexpr const char *kClientSql =
@@ -137,11 +124,11 @@ constexpr const char *kLinesSql =
     "AND O.OrdreNr=?2";
 
 /// The rows of every document, by statements prepared once.
-void readRows(sqlite3 *database)
+void readRows(const bench::PlainDatabase &database)
 {
-    PlainQuery client(database, kClientSql);
-    PlainQuery head(database, kOrderSql);
-    PlainQuery lines(database, kLinesSql);
+    DocumentQuery client(database, kClientSql);
+    DocumentQuery head(database, kOrderSql);
+    DocumentQuery lines(database, kLinesSql);
     std::vector<PlainValue> values;
     for (int order = 1; order <= kDocuments; ++order) {
         values.clear();
@@ -156,13 +143,11 @@ void readRows(sqlite3 *database)
 
 int main()
 {
-    QTemporaryDir folder;
+    const QTemporaryDir folder;
     const QString path = folder.filePath(u"ehf.db"_s);
-    Main();
-    makeDatabase(path);
-    sqlite3 *database = nullptr;
-    if (sqlite3_open(path.toUtf8().constData(), &database) != SQLITE_OK)
-        qFatal("cannot open the database");
+    const bench::ModuleDatabase module(path);
+    insertOrders();
+    const bench::PlainDatabase database(path);
 
     std::vector<double> ours, plain, ratios;
     for (int round = 0; round < kRounds; ++round) {
@@ -174,7 +159,5 @@ int main()
                   bench::amount(kDocuments / bench::median(ours), "/s"),
                   bench::amount(kDocuments / bench::median(plain), "/s"), bench::median(ratios),
                   "time <= 1.5 x");
-    sqlite3_close(database);
-    Unload();
     return 0;
 }

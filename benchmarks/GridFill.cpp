@@ -10,8 +10,6 @@
 #include <QStringList>
 #include <QTableWidget>
 
-#include <malloc.h>
-
 #include <algorithm>
 #include <functional>
 #include <memory>
@@ -25,6 +23,7 @@ namespace {
 constexpr int kRows = 100000;
 constexpr int kCols = 8;
 constexpr int kRowsAtHand = 500;
+constexpr double kMegabyte = 1024 * 1024;
 
 /// One field of the row that an order makes.
 QString field(int row, int col)
@@ -61,13 +60,6 @@ QString rowText(int row)
     return text;
 }
 
-/// Memory in use by the program, in MB.
-double memoryInUse()
-{
-    const struct mallinfo2 info = mallinfo2();
-    return double(info.uordblks + info.hblkhd) / (1024 * 1024);
-}
-
 struct Cost
 {
     double seconds;
@@ -78,11 +70,11 @@ struct Cost
 template<class Make>
 Cost costOf(Make make)
 {
-    const double before = memoryInUse();
+    const double before = bench::bytesInUse();
     Cost cost{};
     decltype(make()) thing;
     cost.seconds = bench::secondsOf([&] { thing = make(); });
-    cost.megabytes = memoryInUse() - before;
+    cost.megabytes = (bench::bytesInUse() - before) / kMegabyte;
     return cost;
 }
 
@@ -201,7 +193,7 @@ int main(int argc, char *argv[])
     report("grid 100,000 x 8 beside QTableWidget, memory", grid.megabytes, table.megabytes, "MB",
            "at most 0.20");
     report("grid 100,000 x 8 beside a list of strings, memory", grid.megabytes, list.megabytes,
-           "MB", "told");
+           "MB", "no aim");
     report("grid, formatted and filled, beside formatting alone", 1000 * grid.seconds,
            1000 * formatting.seconds, "ms", "about 1");
 
@@ -226,7 +218,7 @@ int main(int argc, char *argv[])
     report("grid 100,000 x 8 filled beside QTableWidget, time", 1000 * gridFill.seconds,
            1000 * tableFill.seconds, "ms", "at most 0.20");
     report("grid filled with redraw on, beside redraw off", 1000 * withRedraw.seconds,
-           1000 * withoutRedraw.seconds, "ms", "told");
+           1000 * withoutRedraw.seconds, "ms", "no aim");
 
     // By the amounts as text, which come in another order than their numbers.
     const auto sortedGrid = filledGrid(rowText);
@@ -243,7 +235,7 @@ int main(int argc, char *argv[])
     const double plainSort = bench::secondsOf(
         [&] { std::stable_sort(sortedAmounts.begin(), sortedAmounts.end(), norwegian); });
     report("grid 100,000 rows sorted, beside sorting the texts alone", 1000 * gridSort,
-           1000 * plainSort, "ms", "told");
+           1000 * plainSort, "ms", "no aim");
 
     TrivialModel model;
     QTableView plain;
@@ -251,6 +243,7 @@ int main(int argc, char *argv[])
     const auto scrolled = filledGrid(rowAtHand);
     const double plainStep = scrollStep(plain);
     const double gridStep = scrollStep(*scrolled);
-    report("grid scrolled by a page, beside a plain QTableView", gridStep, plainStep, "ms", "told");
+    report("grid scrolled by a page, beside a plain QTableView", gridStep, plainStep, "ms",
+           "no aim");
     return 0;
 }

@@ -1,35 +1,54 @@
 #pragma once
 
+#include "benchmarks/PlainDatabase.h"
 #include "data/clsAdoUtils.h"
+#include "shell/Main.h"
 #include "shell/clsFaktura.h"
 #include "state/SharedState.h"
 #include "vert/ParentTables.h"
 
-#include <QFile>
+#include <QFileInfo>
 
 namespace bench {
 
-/// Makes a parent's database in a new file and starts the module on it, for client 5 in 2014. Ends
-/// the program when that fails.
-inline void startModuleOnNewDatabase(const QString &path)
+/// The module, started on a parent's database in a new file for client 5 in 2014, with settings of
+/// its own. Ends the module with itself and leaves the file. What fails ends the program.
+class ModuleDatabase
 {
-    const QString dsn = QStringLiteral("dsn=") + path;
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        qFatal("cannot make the database file");
-    file.close();
+public:
+    /// The settings are kept in the folder of the new file.
+    explicit ModuleDatabase(const QString &path)
     {
-        ado::Connection connection;
-        connection.open(dsn);
-        createParentTables(connection);
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(QFileInfo(path).path()));
+        const QString dsn = QStringLiteral("dsn=") + path;
+        makeEmptyFile(path);
+        {
+            ado::Connection connection;
+            connection.open(dsn);
+            createParentTables(connection);
+        }
+        Main();
+        clsFaktura module;
+        module.setConnectStreng(dsn);
+        module.setKlient(5);
+        module.setCurrentYear(2014);
+        module.StartModul();
+        if (module.ModuleInit() == 0)
+            qFatal("the module did not start: %s", qPrintable(gDB->LastError()));
     }
-    clsFaktura module;
-    module.setConnectStreng(dsn);
-    module.setKlient(5);
-    module.setCurrentYear(2014);
-    module.StartModul();
-    if (module.ModuleInit() == 0)
-        qFatal("the module did not start: %s", qPrintable(gDB->LastError()));
-}
+    ~ModuleDatabase() { Unload(); }
+    ModuleDatabase(const ModuleDatabase &) = delete;
+    ModuleDatabase &operator=(const ModuleDatabase &) = delete;
+
+    /// Puts in the client's own name, address and numbers, which its documents carry.
+    static void insertClient()
+    {
+        gConn->execute(QStringLiteral(
+            "INSERT INTO Klient (KlientNr,Navn,Adr1,Adr2,PostNr,OrganisasjonsNr,Giro1) VALUES "
+            "(5,'Fjell Frakt AS','Postboks 1','Åsveien 2','2317','912345678','15034012345')"));
+        gConn->execute(
+            QStringLiteral("INSERT INTO Poststed (PostNr,PostSted) VALUES ('2317','Hamar')"));
+    }
+};
 
 } // namespace bench

@@ -9,16 +9,12 @@
 #include "platform/forms/Forms.h"
 #include "platform/grid/fpSpread.h"
 #include "rules/Beregning.h"
-#include "shell/Main.h"
 #include "shell/frmRegningsdel.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QTemporaryDir>
-
-#include <sqlite3.h>
 
 #include <string>
 #include <vector>
@@ -54,12 +50,9 @@ void insertLines(int order, int lines)
     }
 }
 
-/// A parent's database with the module started on it; the last order is the long one.
-void makeDatabase(const QString &path)
+/// Few products, and orders of which the last is the long one.
+void insertOrders()
 {
-    bench::startModuleOnNewDatabase(path);
-    SharedForm<frmRegningsdel>::get().unload();
-
     gConn->beginTrans();
     for (int order = 1; order <= kOrders; ++order) {
         gConn->execute(
@@ -78,14 +71,13 @@ void makeDatabase(const QString &path)
 }
 
 /// Reads every value of every row as the database has it; the number of values.
-int plainRead(sqlite3 *database, const char *sql)
+int plainRead(const bench::PlainDatabase &database, const char *sql)
 {
-    sqlite3_stmt *statement = nullptr;
-    if (sqlite3_prepare_v2(database, sql, -1, &statement, nullptr) != SQLITE_OK)
-        qFatal("%s", sqlite3_errmsg(database));
+    bench::PlainQuery query(database, sql);
+    sqlite3_stmt *statement = query.handle();
     std::vector<sqlite3_int64> numbers;
     std::vector<std::string> texts;
-    while (sqlite3_step(statement) == SQLITE_ROW) {
+    while (query.next()) {
         for (int i = 0; i < sqlite3_column_count(statement); ++i) {
             if (sqlite3_column_type(statement, i) == SQLITE_TEXT)
                 texts.emplace_back(
@@ -94,7 +86,6 @@ int plainRead(sqlite3 *database, const char *sql)
                 numbers.push_back(sqlite3_column_int64(statement, i));
         }
     }
-    sqlite3_finalize(statement);
     return int(numbers.size() + texts.size());
 }
 
@@ -187,7 +178,7 @@ private:
     QString m_sum;
 };
 
-void measureOpening(Screen &screen, sqlite3 *database)
+void measureOpening(Screen &screen, const bench::PlainDatabase &database)
 {
     std::vector<double> opening;
     std::vector<double> plain;
@@ -215,7 +206,7 @@ double moveTime(Screen &screen)
     return bench::median(seconds);
 }
 
-double plainMoveTime(sqlite3 *database)
+double plainMoveTime(const bench::PlainDatabase &database)
 {
     std::vector<double> seconds;
     for (int i = 0; i < kMoves; ++i) {
@@ -271,16 +262,14 @@ void measureLongOrder(Screen &screen)
 int main(int argc, char *argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QTemporaryDir folder;
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(folder.filePath(u"innstillinger"_s)));
-    QApplication application(argc, argv);
+    const QApplication app(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    Main();
-    const QString path = folder.filePath(u"data.db"_s);
-    makeDatabase(path);
-    sqlite3 *database = nullptr;
-    if (sqlite3_open(QFile::encodeName(path).constData(), &database) != SQLITE_OK)
-        qFatal("cannot open the database a second time");
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"ordre.db"_s);
+    const bench::ModuleDatabase module(path);
+    SharedForm<frmRegningsdel>::get().unload();
+    insertOrders();
+    const bench::PlainDatabase database(path);
 
     Screen screen;
     measureOpening(screen, database);
@@ -307,8 +296,5 @@ int main(int argc, char *argv[])
     bench::report("open a product cell, 10,000 products (beside 10)",
                   bench::amount(manyOpened * 1e6, "us"), bench::amount(fewOpened * 1e6, "us"),
                   manyOpened / fewOpened, "one frame, 16 ms");
-
-    sqlite3_close(database);
-    Unload();
     return 0;
 }

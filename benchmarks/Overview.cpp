@@ -6,15 +6,11 @@
 #include "benchmarks/Report.h"
 #include "output/frmOversikt.h"
 #include "platform/forms/Forms.h"
-#include "shell/Main.h"
 
 #include <QApplication>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <malloc.h>
-#include <sqlite3.h>
 
 #include <memory>
 #include <vector>
@@ -26,11 +22,11 @@ namespace {
 constexpr int kOrders = 100'000;
 constexpr int kRounds = 5;
 constexpr int kCols = 8;
+constexpr double kMegabyte = 1024 * 1024;
 constexpr QSize kWindow{623, 317};
 
-void makeDatabase(const QString &path)
+void insertOrders()
 {
-    bench::startModuleOnNewDatabase(path);
     gConn->beginTrans();
     for (int i = 1; i <= kOrders; ++i) {
         gConn->execute(
@@ -46,22 +42,15 @@ void makeDatabase(const QString &path)
     gConn->commitTrans();
 }
 
-sqlite3_stmt *statement(sqlite3 *database, const char *text)
-{
-    sqlite3_stmt *rows = nullptr;
-    if (sqlite3_prepare_v2(database, text, -1, &rows, nullptr) != SQLITE_OK)
-        qFatal("%s", sqlite3_errmsg(database));
-    return rows;
-}
-
 /// Reads every column of the rows once and keeps nothing.
-double plainRead(sqlite3 *database)
+double plainRead(const bench::PlainDatabase &database)
 {
     return bench::secondsOf([&] {
-        sqlite3_stmt *rows =
-            statement(database, "SELECT * FROM Ordre WHERE KlientNr=5 ORDER BY OrdreNr DESC");
+        bench::PlainQuery query(database,
+                                "SELECT * FROM Ordre WHERE KlientNr=5 ORDER BY OrdreNr DESC");
+        sqlite3_stmt *rows = query.handle();
         qint64 read = 0;
-        while (sqlite3_step(rows) == SQLITE_ROW) {
+        while (query.next()) {
             for (int col = 0; col < sqlite3_column_count(rows); ++col) {
                 if (sqlite3_column_type(rows, col) == SQLITE_TEXT)
                     read += *sqlite3_column_text(rows, col);
@@ -69,7 +58,6 @@ double plainRead(sqlite3 *database)
                     read += sqlite3_column_int64(rows, col);
             }
         }
-        sqlite3_finalize(rows);
         if (read == 0)
             qFatal("nothing was read");
     });
@@ -77,30 +65,23 @@ double plainRead(sqlite3 *database)
 
 /// Reads the eight columns alone and makes an item of each, with no more care for its form than a
 /// program takes that knows this one table.
-std::unique_ptr<QTableWidget> filledTable(sqlite3 *database)
+std::unique_ptr<QTableWidget> filledTable(const bench::PlainDatabase &database)
 {
     auto table = std::make_unique<QTableWidget>(kOrders, kCols);
-    sqlite3_stmt *rows =
-        statement(database, "SELECT OrdreNr,KundeNr,KundeNavn,FakDato,ForfallDato,SumBrutto,"
-                            "OrdreStatus,ID FROM Ordre WHERE KlientNr=5 ORDER BY OrdreNr DESC");
-    for (int row = 0; sqlite3_step(rows) == SQLITE_ROW; ++row) {
+    bench::PlainQuery rows(database,
+                           "SELECT OrdreNr,KundeNr,KundeNavn,FakDato,ForfallDato,SumBrutto,"
+                           "OrdreStatus,ID FROM Ordre WHERE KlientNr=5 ORDER BY OrdreNr DESC");
+    for (int row = 0; rows.next(); ++row) {
         for (int col = 0; col < kCols; ++col) {
-            const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(rows, col));
+            const auto *text =
+                reinterpret_cast<const char *>(sqlite3_column_text(rows.handle(), col));
             table->setItem(row, col, new QTableWidgetItem(QString::fromUtf8(text)));
         }
     }
-    sqlite3_finalize(rows);
     table->resize(kWindow);
     table->show();
     QApplication::processEvents();
     return table;
-}
-
-/// Memory in use by the program, in MB.
-double memoryInUse()
-{
-    const struct mallinfo2 info = mallinfo2();
-    return double(info.uordblks + info.hblkhd) / (1024 * 1024);
 }
 
 /// What a window costs that `open` opens and `close` closes.
@@ -113,9 +94,9 @@ template<class Open, class Close>
 Cost costOf(Open open, Close close)
 {
     Cost cost;
-    const double before = memoryInUse();
+    const double before = bench::bytesInUse();
     cost.seconds = bench::secondsOf(open);
-    cost.megabytes = memoryInUse() - before;
+    cost.megabytes = (bench::bytesInUse() - before) / kMegabyte;
     close();
     return cost;
 }
@@ -133,7 +114,7 @@ void closeOverview()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void measureOpening(sqlite3 *database)
+void measureOpening(const bench::PlainDatabase &database)
 {
     std::vector<double> ours, read, table, besideRead, besideTable;
     Cost oursCost, tableCost;
@@ -162,17 +143,12 @@ void measureOpening(sqlite3 *database)
 int main(int argc, char *argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QTemporaryDir folder;
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(folder.path()));
     const QApplication app(argc, argv);
+    const QTemporaryDir folder;
     const QString path = folder.filePath(u"oversikt.db"_s);
-    Main();
-    makeDatabase(path);
-    sqlite3 *database = nullptr;
-    if (sqlite3_open(path.toUtf8().constData(), &database) != SQLITE_OK)
-        qFatal("cannot open the database");
+    const bench::ModuleDatabase module(path);
+    insertOrders();
+    const bench::PlainDatabase database(path);
     measureOpening(database);
-    sqlite3_close(database);
-    Unload();
     return 0;
 }

@@ -8,11 +8,8 @@
 #include "platform/ado/sqlite/NorwegianCollation.h"
 #include "platform/ado/sqlite/SqliteFunctions.h"
 #include "posting/Bokforing.h"
-#include "shell/Main.h"
 
 #include <QTemporaryDir>
-
-#include <sqlite3.h>
 
 #include <string>
 #include <vector>
@@ -74,9 +71,10 @@ protected:
     virtual void turnEnds() = 0;
 };
 
+/// A file with the invoices, which nobody has open any more.
 void makeInvoices(const QString &path)
 {
-    bench::startModuleOnNewDatabase(path);
+    const bench::ModuleDatabase module(path);
     gConn->beginTrans();
     for (int id = 1; id <= kInvoices; ++id) {
         gConn->execute(u"INSERT INTO Ordre (KlientNr,OrdreNr,OrdreStatus,KundeNr,KundeNavn,FakDato,"
@@ -90,7 +88,6 @@ void makeInvoices(const QString &path)
                                .arg(100 + rate));
     }
     gConn->commitTrans();
-    Unload();
 }
 
 void startModule(const QString &path)
@@ -143,17 +140,13 @@ private:
 class Measured final : public AlleMerket
 {
 public:
-    Measured(const QString &plainPath, const Turns &turns) : m_turns(turns)
+    Measured(const QString &plainPath, const Turns &turns) : m_turns(turns), m_plain(plainPath)
     {
-        check(sqlite3_open(plainPath.toUtf8().constData(), &m_plain));
-        ado::addNorwegianCollation(m_plain);
-        ado::addFunctions(m_plain);
-        send("PRAGMA foreign_keys=ON");
-        send("PRAGMA synchronous=FULL");
+        ado::addNorwegianCollation(m_plain.handle());
+        ado::addFunctions(m_plain.handle());
+        m_plain.send("PRAGMA foreign_keys=ON");
+        m_plain.send("PRAGMA synchronous=FULL");
     }
-    ~Measured() override { sqlite3_close(m_plain); }
-    Measured(const Measured &) = delete;
-    Measured &operator=(const Measured &) = delete;
 
     void run()
     {
@@ -171,20 +164,14 @@ private:
         module.push_back(std::chrono::duration<double>(now - m_start).count());
         plain.push_back(bench::secondsOf([&] {
             for (const std::string &sql : m_turns[plain.size()])
-                send(sql.c_str());
+                m_plain.send(sql.c_str());
         }));
         ratios.push_back(module.back() / plain.back());
         m_start = std::chrono::steady_clock::now();
     }
-    void send(const char *sql) { check(sqlite3_exec(m_plain, sql, nullptr, nullptr, nullptr)); }
-    void check(int code) const
-    {
-        if (code != SQLITE_OK)
-            qFatal("%s", sqlite3_errmsg(m_plain));
-    }
 
     const Turns &m_turns;
-    sqlite3 *m_plain = nullptr;
+    const bench::PlainDatabase m_plain;
     std::chrono::steady_clock::time_point m_start;
 };
 

@@ -8,17 +8,13 @@
 #include "platform/forms/TabStrip.h"
 #include "platform/grid/fpSpread.h"
 #include "registers/frmProdukt.h"
-#include "shell/Main.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QVBoxLayout>
-
-#include <sqlite3.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -35,9 +31,8 @@ constexpr int kSteps = 300;
 constexpr int kCols = 9;
 constexpr QSize kWindow{606, 429};
 
-void makeDatabase(const QString &path)
+void insertProducts()
 {
-    bench::startModuleOnNewDatabase(path);
     gConn->beginTrans();
     for (int i = 1; i <= kProducts; ++i)
         gConn->execute(u"INSERT INTO Produkt (KlientNr,ProduktNr,ProduktNavn,ProduktGruppe,Enhet,"
@@ -49,17 +44,15 @@ void makeDatabase(const QString &path)
 }
 
 /// The fill of a program that knows this one table and this one form of its texts.
-void fillPlain(sqlite3 *database, fpSpread &grid)
+void fillPlain(const bench::PlainDatabase &database, fpSpread &grid)
 {
-    sqlite3_stmt *row = nullptr;
-    if (sqlite3_prepare_v2(database,
-                           "SELECT ProduktNr,ProduktNavn,ProduktGruppe,Enhet,InnPris,UtPris,"
-                           "MvaSats,BruttoPris,ID FROM Produkt WHERE KlientNr=5 ORDER BY ProduktNr",
-                           -1, &row, nullptr) != SQLITE_OK)
-        qFatal("%s", sqlite3_errmsg(database));
+    bench::PlainQuery products(
+        database, "SELECT ProduktNr,ProduktNavn,ProduktGruppe,Enhet,InnPris,UtPris,MvaSats,"
+                  "BruttoPris,ID FROM Produkt WHERE KlientNr=5 ORDER BY ProduktNr");
+    sqlite3_stmt *row = products.handle();
     grid.setRedraw(false);
     grid.setMaxRows(kProducts + 2);
-    for (int at = 1; sqlite3_step(row) == SQLITE_ROW; ++at) {
+    for (int at = 1; products.next(); ++at) {
         for (int col = 1; col <= kCols; ++col) {
             grid.setCurrent(col, at);
             if (col == 5 || col == 6) {
@@ -75,12 +68,11 @@ void fillPlain(sqlite3 *database, fpSpread &grid)
             }
         }
     }
-    sqlite3_finalize(row);
     grid.setRedraw(true);
 }
 
 /// A bare window with a bare grid, shown and painted.
-double plainOpening(sqlite3 *database)
+double plainOpening(const bench::PlainDatabase &database)
 {
     auto window = std::make_unique<QWidget>();
     return bench::secondsOf([&] {
@@ -138,7 +130,7 @@ void reportPresses(const char *what, const std::vector<double> &ours,
         "no pause; longest " + bench::amount(*std::max_element(ours.begin(), ours.end()), "ms"));
 }
 
-void measureOpening(sqlite3 *database)
+void measureOpening(const bench::PlainDatabase &database)
 {
     std::vector<double> ours, plain, ratios;
     for (int round = 0; round < kRounds; ++round) {
@@ -152,7 +144,7 @@ void measureOpening(sqlite3 *database)
                   "at most 2");
 }
 
-void measureKeys(sqlite3 *database)
+void measureKeys(const bench::PlainDatabase &database)
 {
     QWidget window;
     auto *layout = new QVBoxLayout(&window);
@@ -187,18 +179,13 @@ void measureKeys(sqlite3 *database)
 int main(int argc, char *argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QTemporaryDir folder;
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(folder.path()));
     const QApplication app(argc, argv);
+    const QTemporaryDir folder;
     const QString path = folder.filePath(u"produkt.db"_s);
-    Main();
-    makeDatabase(path);
-    sqlite3 *database = nullptr;
-    if (sqlite3_open(path.toUtf8().constData(), &database) != SQLITE_OK)
-        qFatal("cannot open the database");
+    const bench::ModuleDatabase module(path);
+    insertProducts();
+    const bench::PlainDatabase database(path);
     measureOpening(database);
     measureKeys(database);
-    sqlite3_close(database);
-    Unload();
     return 0;
 }

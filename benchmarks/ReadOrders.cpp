@@ -1,17 +1,14 @@
 // How fast and how small 100,000 orders are read into a detached record set, beside a plain loop on
 // the database's own interface that copies the same values into plain structs.
 
+#include "benchmarks/PlainDatabase.h"
 #include "benchmarks/Report.h"
 #include "platform/ado/Connection.h"
 #include "platform/ado/Recordset.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
-#include <cstdlib>
-#include <malloc.h>
 #include <optional>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -26,12 +23,6 @@ const QString kColumns =
     u"FakAdresse2,FakPostNr,FakPoststed,LevAdresse1,LevAdresse2,LevPostNr,LevPoststed,KID,BetBet,"
     u"OrdreDato,FakDato,ForfallDato,LevDato,RabattPst,RabattKr,MvaKr,SumNetto,SumBrutto,"
     u"Avrunding,Kontrollsiffer"_s;
-
-[[noreturn]] void fail(const char *what)
-{
-    std::fprintf(stderr, "ReadOrders: %s\n", what);
-    std::exit(1);
-}
 
 /// A believable order, a little different from its neighbours.
 QString orderValues(int number)
@@ -64,10 +55,7 @@ QString orderValues(int number)
 
 void makeDatabase(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        fail("the database file cannot be made");
-    file.close();
+    bench::makeEmptyFile(path);
     ado::Connection connection;
     connection.open(u"dsn="_s + path);
     connection.execute(
@@ -110,14 +98,13 @@ std::string plainText(sqlite3_stmt *row, int column)
                 : std::string();
 }
 
-std::vector<PlainOrder> readPlain(sqlite3 *database, const QByteArray &sql)
+std::vector<PlainOrder> readPlain(const bench::PlainDatabase &database, const QByteArray &sql)
 {
     std::vector<PlainOrder> orders;
     orders.reserve(kOrders); // spares it the moving that a growing vector does
-    sqlite3_stmt *row = nullptr;
-    if (sqlite3_prepare_v2(database, sql.constData(), -1, &row, nullptr) != SQLITE_OK)
-        fail(sqlite3_errmsg(database));
-    while (sqlite3_step(row) == SQLITE_ROW) {
+    bench::PlainQuery query(database, sql.constData());
+    sqlite3_stmt *row = query.handle();
+    while (query.next()) {
         PlainOrder &o = orders.emplace_back();
         int column = 0;
         const auto whole = [&] { return sqlite3_column_int(row, column++); };
@@ -154,7 +141,6 @@ std::vector<PlainOrder> readPlain(sqlite3 *database, const QByteArray &sql)
         o.avrunding = money();
         o.kontrollsiffer = whole();
     }
-    sqlite3_finalize(row);
     return orders;
 }
 
@@ -171,12 +157,6 @@ ado::Recordset readRecordset(const QString &connectionString, const QString &sta
     return rows;
 }
 
-double bytesInUse()
-{
-    const struct mallinfo2 info = mallinfo2();
-    return static_cast<double>(info.uordblks + info.hblkhd);
-}
-
 } // namespace
 
 int main()
@@ -186,10 +166,7 @@ int main()
     makeDatabase(path);
     const QString statement = u"SELECT %1 FROM Ordre WHERE KlientNr= 1"_s.arg(kColumns);
     const QByteArray plainSql = statement.toUtf8();
-    sqlite3 *database = nullptr;
-    if (sqlite3_open_v2(QFile::encodeName(path).constData(), &database,
-                        SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK)
-        fail(sqlite3_errmsg(database));
+    const bench::PlainDatabase database(path, SQLITE_OPEN_NOMUTEX);
 
     std::vector<double> ours, plain, ratios;
     double ourBytes = 0;
@@ -198,20 +175,20 @@ int main()
         std::optional<ado::Recordset> rows;
         std::vector<PlainOrder> orders;
         const auto readOurs = [&] {
-            const double before = bytesInUse();
+            const double before = bench::bytesInUse();
             ours.push_back(
                 bench::secondsOf([&] { rows = readRecordset(u"dsn="_s + path, statement); }));
-            ourBytes = bytesInUse() - before;
+            ourBytes = bench::bytesInUse() - before;
             if (rows->recordCount() != kOrders)
-                fail("the record set is not whole");
+                qFatal("the record set is not whole");
             rows.reset();
         };
         const auto readStructs = [&] {
-            const double before = bytesInUse();
+            const double before = bench::bytesInUse();
             plain.push_back(bench::secondsOf([&] { orders = readPlain(database, plainSql); }));
-            plainBytes = bytesInUse() - before;
+            plainBytes = bench::bytesInUse() - before;
             if (orders.size() != kOrders)
-                fail("the plain loop did not find its rows");
+                qFatal("the plain loop did not find its rows");
             orders = {};
         };
         // Each goes first in every other round.
@@ -224,7 +201,6 @@ int main()
         }
         ratios.push_back(ours.back() / plain.back());
     }
-    sqlite3_close(database);
 
     bench::report("100,000 orders into a record set, time",
                   bench::amount(bench::median(ours) * 1000, "ms"),

@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <malloc.h>
 #include <string>
 #include <vector>
 
-/// What the measurements share: taking the time, and printing a result as one row of the table
-/// what | value | yardstick of the same run | ratio | aim.
+/// What the measurements share: taking time and memory, and printing a result as one row of the
+/// table what | value | yardstick of the same run | ratio | aim.
 namespace bench {
 
 /// Seconds that `work` takes, by a clock that only goes forward.
@@ -17,6 +18,13 @@ template<class Work>
     const auto start = std::chrono::steady_clock::now();
     std::forward<Work>(work)();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// Bytes that the program has allocated and not yet freed.
+[[nodiscard]] inline double bytesInUse()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return static_cast<double>(info.uordblks + info.hblkhd);
 }
 
 /// The middle one of a non-empty list, the upper of two middle ones.

@@ -3,6 +3,7 @@
 // does the same literally, and one that keeps its connection and its prepared statements, which is
 // the limit. All three wait until each row is safe on the disk.
 
+#include "benchmarks/PlainDatabase.h"
 #include "benchmarks/Report.h"
 #include "data/clsAdoUtils.h"
 #include "platform/ado/Connection.h"
@@ -10,12 +11,11 @@
 #include "state/SharedState.h"
 #include "support/PostgresCluster.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <libpq-fe.h>
-#include <sqlite3.h>
 
+#include <optional>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -63,65 +63,50 @@ public:
     PlainSqlite()
     {
         for (const QString &name : {u"modul"_s, u"naiv"_s, u"grense"_s}) {
-            QFile file(path(name));
-            if (!file.open(QIODevice::WriteOnly))
-                qFatal("cannot make the database file");
-            file.close();
+            bench::makeEmptyFile(path(name));
             makeTable(u"dsn="_s + path(name));
         }
         ado::SessionPool::shared().clear();
-        m_kept = open(u"grense"_s);
-        const char *const statements[] = {"BEGIN IMMEDIATE", kSqliteInsert, "COMMIT"};
-        for (const char *sql : statements) {
-            m_statements.push_back(nullptr);
-            check(sqlite3_prepare_v2(m_kept, sql, -1, &m_statements.back(), nullptr));
-        }
-    }
-    ~PlainSqlite() override
-    {
-        for (sqlite3_stmt *statement : m_statements)
-            sqlite3_finalize(statement);
-        sqlite3_close(m_kept);
+        m_kept.emplace(path(u"grense"_s));
     }
 
     const char *name() const override { return "SQLite"; }
     QString connectionString() const override { return u"dsn="_s + path(u"modul"_s); }
     void insertNaively() override
     {
-        sqlite3 *database = open(u"naiv"_s);
+        const bench::PlainDatabase database(path(u"naiv"_s));
+        waitForTheDisk(database);
         for (const char *sql : {"BEGIN IMMEDIATE", kSqliteInsert, "COMMIT"})
-            check(sqlite3_exec(database, sql, nullptr, nullptr, nullptr));
-        check(sqlite3_close(database));
+            database.send(sql);
     }
     void insertKept() override
     {
-        for (sqlite3_stmt *statement : m_statements) {
-            if (sqlite3_step(statement) != SQLITE_DONE)
-                qFatal("%s", sqlite3_errmsg(m_kept));
-            sqlite3_reset(statement);
+        for (bench::PlainQuery &statement : m_kept->statements) {
+            if (statement.next())
+                qFatal("an insert gave a row");
+            statement.reset();
         }
     }
 
 private:
-    QString path(const QString &name) const { return m_folder.filePath(name + u".db"_s); }
-    static void check(int code)
-    {
-        if (code != SQLITE_OK)
-            qFatal("%s", sqlite3_errstr(code));
-    }
     /// The file keeps its write-ahead log; how to wait for the disk is each connection's own
     /// choice.
-    sqlite3 *open(const QString &name) const
+    static void waitForTheDisk(const bench::PlainDatabase &database)
     {
-        sqlite3 *database = nullptr;
-        check(sqlite3_open(path(name).toUtf8().constData(), &database));
-        check(sqlite3_exec(database, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr));
-        return database;
+        database.send("PRAGMA synchronous=FULL");
     }
+    struct Kept
+    {
+        explicit Kept(const QString &path) : database(path) { waitForTheDisk(database); }
+
+        bench::PlainDatabase database;
+        bench::PlainQuery statements[3] = {
+            {database, "BEGIN IMMEDIATE"}, {database, kSqliteInsert}, {database, "COMMIT"}};
+    };
+    QString path(const QString &name) const { return m_folder.filePath(name + u".db"_s); }
 
     QTemporaryDir m_folder;
-    sqlite3 *m_kept = nullptr;
-    std::vector<sqlite3_stmt *> m_statements;
+    std::optional<Kept> m_kept;
 };
 
 class PlainPostgres final : public Plain

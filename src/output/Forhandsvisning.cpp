@@ -27,6 +27,7 @@ namespace {
 
 constexpr QSize kBilde{16, 16};
 constexpr QSize kStorrelse{900, 700}; // where the settings have none
+constexpr int kSmalest = 600;         // wide, unless the buttons do with less
 constexpr int kZoomvalg[] = {25, 50, 75, 100, 125, 150, 200, 300, 400};
 const QString kSidebredde = u"Sidebredde"_s;
 const QString kHelSide = u"Hel side"_s;
@@ -65,8 +66,12 @@ Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> documen
     auto *rader = new QVBoxLayout(this);
     rader->setContentsMargins(0, 0, 0, 0);
     rader->setSpacing(0);
-    if (vindu.controls)
-        rader->addWidget(lagVerktoylinje());
+    if (vindu.controls) {
+        m_linjer = new QBoxLayout(QBoxLayout::LeftToRight);
+        m_linjer->setSpacing(0);
+        lagVerktoylinjer();
+        rader->addLayout(m_linjer);
+    }
     rader->addWidget(m_sider);
 
     move(vindu.left, y());
@@ -118,30 +123,48 @@ QAction *Forhandsvisning::handling(const QString &navn, const QString &tekst, co
     return action;
 }
 
-QToolBar *Forhandsvisning::lagVerktoylinje()
+void Forhandsvisning::lagVerktoylinjer()
 {
-    auto *linje = new QToolBar(this);
-    linje->setObjectName(u"verktoy"_s);
-    linje->setIconSize(kBilde);
-    lagSidevalg(*linje);
-    linje->addSeparator();
-    lagZoomvalg(*linje);
-    linje->addSeparator();
-    lagUtskriftsvalg(*linje);
-    linje->addSeparator();
-    lagSok(*linje);
-    for (QAction *action : linje->actions()) {
-        if (QWidget *knapp = linje->widgetForAction(action);
-            knapp && !action->objectName().isEmpty())
-            knapp->setObjectName(action->objectName());
+    auto *verktoy = new QToolBar(this);
+    verktoy->setObjectName(u"verktoy"_s);
+    lagSidevalg(*verktoy);
+    verktoy->addSeparator();
+    lagZoomvalg(*verktoy);
+    verktoy->addSeparator();
+    lagUtskriftsvalg(*verktoy);
+    m_linjer->addWidget(verktoy);
+    auto *sok = new QToolBar(this);
+    sok->setObjectName(u"sok"_s);
+    lagSok(*sok);
+    m_linjer->addWidget(sok, 1);
+    for (QToolBar *linje : {verktoy, sok}) {
+        linje->setIconSize(kBilde);
+        for (QAction *action : linje->actions()) {
+            if (QWidget *knapp = linje->widgetForAction(action);
+                knapp && !action->objectName().isEmpty())
+                knapp->setObjectName(action->objectName());
+        }
     }
     // The order screen sends the key Tab to move its own focus on, and the key may land here, where
     // it must not take the keyboard from the pages. Every command has a key of its own.
     for (QWidget *felt : std::initializer_list<QWidget *>{m_sidenr, m_zoom, m_sokt})
         felt->setFocusPolicy(Qt::ClickFocus);
-    // A narrower window would hide the search field.
-    linje->setMinimumWidth(std::min(linje->sizeHint().width(), kStorrelse.width()));
-    return linje;
+}
+
+/// The search goes below the buttons where there is no room beside them.
+void Forhandsvisning::leggLinjene()
+{
+    if (!m_linjer)
+        return;
+    int samlet = 0;
+    int bredest = 0;
+    for (int nr = 0; nr < m_linjer->count(); ++nr) {
+        const int bredde = m_linjer->itemAt(nr)->sizeHint().width();
+        samlet += bredde;
+        bredest = std::max(bredest, bredde);
+    }
+    m_linjer->setDirection(samlet > width() ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    setMinimumWidth(std::min(bredest, kSmalest));
 }
 
 void Forhandsvisning::lagSidevalg(QToolBar &linje)
@@ -232,7 +255,8 @@ void Forhandsvisning::lagSok(QToolBar &linje)
     });
     m_trefftekst = new QLabel(&linje);
     m_trefftekst->setObjectName(u"lblTreff"_s);
-    m_trefftekst->setMinimumWidth(m_trefftekst->fontMetrics().horizontalAdvance(u"888 av 888 "_s));
+    m_trefftekst->setMinimumWidth(
+        m_trefftekst->fontMetrics().horizontalAdvance(u"8888 av 8888 "_s));
     m_trefftekst->setAlignment(Qt::AlignCenter);
     m_forrigeTreff = handling(u"cmdForrigeTreff"_s, u"Forrige treff"_s, u"opp"_s,
                               {Qt::SHIFT | Qt::Key_F3}, [this] { gaaTilTreff(-1); });
@@ -335,6 +359,15 @@ void Forhandsvisning::lagrePdf()
     const auto document = m_document;
     if (const auto fil = velgPdfFil(u"Lagre som PDF"_s, *document))
         meldVedFeil([&] { report::writePdf(*document, *fil); });
+}
+
+bool Forhandsvisning::event(QEvent *event)
+{
+    const bool ferdig = QWidget::event(event);
+    // The second when the letters' size has changed.
+    if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest)
+        leggLinjene();
+    return ferdig;
 }
 
 void Forhandsvisning::keyPressEvent(QKeyEvent *event)

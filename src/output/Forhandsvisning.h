@@ -9,6 +9,7 @@
 #include <memory>
 
 class QAction;
+class QBoxLayout;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -35,12 +36,14 @@ public:
     void setZoom(int percent);
 
 protected:
+    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
     QAction *handling(const QString &navn, const QString &tekst, const QString &bilde,
                       const QList<QKeySequence> &taster, std::function<void()> utfor);
-    QToolBar *lagVerktoylinje();
+    void lagVerktoylinjer();
+    void leggLinjene();
     void lagSidevalg(QToolBar &linje);
     void lagZoomvalg(QToolBar &linje);
     void lagUtskriftsvalg(QToolBar &linje);
@@ -57,6 +60,7 @@ private:
 
     const std::shared_ptr<const report::Document> m_document;
     Sidevisning *m_sider;
+    QBoxLayout *m_linjer = nullptr; ///< of the toolbars; null without controls
     QAction *m_forste = nullptr;
     QAction *m_forrige = nullptr;
     QAction *m_neste = nullptr;

@@ -15,18 +15,25 @@ bool kommerFor(const report::TextCommand &a, const report::TextCommand &b)
                                             : a.baseline.x() < b.baseline.x();
 }
 
+/// Amounts are parted by blanks that do not break, which no keyboard has.
+QString medVanligeBlanke(QString tekst)
+{
+    return tekst.replace(QChar::Nbsp, u' ').replace(u'\u202f', u' ');
+}
+
 } // namespace
 
-std::vector<Treff> finnTekst(const report::Document &document, const QString &sokt)
+std::vector<Treff> finnTekst(const report::Document &document, const QString &ord)
 {
     std::vector<Treff> alle;
-    if (sokt.isEmpty())
+    if (ord.isEmpty())
         return alle;
+    const QString sokt = medVanligeBlanke(ord);
     for (int side = 0; side < static_cast<int>(document.pages.size()); ++side) {
         const auto &tekster = document.pages[static_cast<size_t>(side)].texts;
         const auto forste = static_cast<std::ptrdiff_t>(alle.size());
         for (int nr = 0; nr < static_cast<int>(tekster.size()); ++nr) {
-            const QString &tekst = tekster[static_cast<size_t>(nr)].text;
+            const QString tekst = medVanligeBlanke(tekster[static_cast<size_t>(nr)].text);
             qsizetype fra = tekst.indexOf(sokt, 0, Qt::CaseInsensitive);
             for (; fra >= 0; fra = tekst.indexOf(sokt, fra + sokt.size(), Qt::CaseInsensitive))
                 alle.push_back({side, nr, fra, sokt.size()});

@@ -18,9 +18,10 @@ struct Treff
     friend bool operator==(const Treff &, const Treff &) = default;
 };
 
-/// All places where `sokt` stands on the pages, whatever the case of its letters, in reading order:
-/// from the top of each page, and from the left within a line. Empty for an empty text.
-[[nodiscard]] std::vector<Treff> finnTekst(const report::Document &document, const QString &sokt);
+/// All places where `ord` stands on the pages within a line, whatever the case of its letters and
+/// the kind of its blanks, in reading order: from the top of each page, and from the left within a
+/// line. Empty for an empty text.
+[[nodiscard]] std::vector<Treff> finnTekst(const report::Document &document, const QString &ord);
 
 /// Where the found text stands on its page, in millimetres.
 [[nodiscard]] QRectF plassAv(const report::Document &document, const Treff &treff);

@@ -50,7 +50,7 @@ QString merknad()
 }
 
 /// Prepares the dialog of the hidden form and shows it. The form may go while it is up, so what is
-/// shown is a copy, which becomes the form's own afterwards.
+/// shown is a copy, which becomes the form's own afterwards. The end of the component is a Cancel.
 template<class Forbered>
 CommonDialog vis(void (CommonDialog::*dialogtype)(), Forbered forbered)
 {
@@ -59,6 +59,8 @@ CommonDialog vis(void (CommonDialog::*dialogtype)(), Forbered forbered)
     forbered(skjult->CommonDialog1);
     CommonDialog dialog = skjult->CommonDialog1;
     (dialog.*dialogtype)();
+    if (!gConn)
+        throw RunTimeError(CommonDialog::kCancelled);
     if (skjult)
         skjult->CommonDialog1 = dialog;
     return dialog;

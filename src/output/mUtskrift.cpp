@@ -97,6 +97,9 @@ QString rapportMappe(const QString &componentFolder)
 void SkrivRapport(const QString &rapport, qint16 modus, const QString &utvalg,
                   const QString &formel1, const QString &formel2)
 {
+    // A dialog or a message on the way here may have seen the end of the component.
+    if (!gConn)
+        return;
     Timeglass timeglass;
     try {
         const bool tilSkriver = modus == kTilSkriver;

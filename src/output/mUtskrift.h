@@ -11,12 +11,14 @@
 /// preview and 1 for the printer. `utvalg` selects the rows; empty for the file's own. `formel1`
 /// and `formel2` are "Name=expression" for formulas that the file declares; empty for none.
 ///
+/// Nothing happens before the component is started and after its end.
+///
 /// A run to the printer leaves frmInvisible unloaded. A failed run leaves the report control as it
 /// stood, with the forms that were loaded for it.
 void SkrivRapport(const QString &rapport, qint16 modus, const QString &utvalg,
                   const QString &formel1, const QString &formel2);
 
-/// The report folder of a component that lies in `componentFolder`, both in the told form; with a
-/// trailing backslash. Beside the first "\bin", searched case-sensitively and not by whole path
+/// The report folder of a component that lies in `componentFolder`, both in the module's form; with
+/// a trailing backslash. Beside the first "\bin", searched case-sensitively and not by whole path
 /// elements: "C:\Prog\bin\x" gives "C:\Prog\rpt\Faktura\". Without one, the component's own folder.
 [[nodiscard]] QString rapportMappe(const QString &componentFolder);

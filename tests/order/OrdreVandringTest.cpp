@@ -1,7 +1,7 @@
 #include "order/OrdreMedLinjer.h"
 #include "platform/ado/Connection.h"
-#include "platform/ado/Recordset.h"
 #include "platform/forms/MsgBox.h"
+#include "support/Rows.h"
 #include "support/SessionTap.h"
 
 #include <QFile>
@@ -331,15 +331,8 @@ QStringList innhold(const QString &dsn)
 {
     QStringList result;
     for (const QString &table : {u"Ordre"_s, u"OrdreLinjer"_s}) {
-        ado::Recordset set;
-        set.setActiveConnection(dsn);
-        set.setSource(u"SELECT * FROM "_s + table + u" ORDER BY ID"_s);
-        for (set.open(); !set.eof(); set.moveNext()) {
-            QStringList values{table};
-            for (int i = 0; i < set.fieldCount(); ++i)
-                values += set.isNull(i) ? u"Null"_s : set.text(i);
-            result += values.join(u'|');
-        }
+        for (const QString &row : rowsOf(dsn, u"SELECT * FROM "_s + table + u" ORDER BY ID"_s))
+            result += table + u'|' + row;
     }
     return result;
 }

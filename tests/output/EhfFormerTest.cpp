@@ -64,6 +64,18 @@ TEST(EhfTegn, EscapesWhatStandsAboveZ)
     EXPECT_EQ(EhfTegn(u"\u00a0ÿ"), "&#x00A0;&#x00FF;");
 }
 
+TEST(EhfTegn, EscapesAtEveryPlaceOfALongText)
+{
+    constexpr qsizetype kLength = 200;
+    const QString plain(kLength, u'a');
+    for (qsizetype i = 0; i < kLength; ++i) {
+        QByteArray expected = plain.toLatin1();
+        EXPECT_EQ(EhfTegn(QString(plain).replace(i, 1, u"å"_s)), expected.replace(i, 1, "&#x00E5;"))
+            << i;
+    }
+    EXPECT_EQ(EhfTegn(QString(kLength, u'å')), QByteArray("&#x00E5;").repeated(kLength));
+}
+
 TEST(EhfTegn, LeavesTagsQuotesAndControlCharacters)
 {
     const QString text = u"<a b=\"c\" d='e'>&amp;\t\r\n\u0001 AZaz09`^_\\</a>"_s;

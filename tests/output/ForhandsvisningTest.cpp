@@ -6,6 +6,7 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QDir>
 #include <QLabel>
 #include <QMessageBox>
 #include <QScrollBar>
@@ -332,34 +333,6 @@ TEST_F(ForhandsvisningTest, WhatIsNotThereIsTold)
     EXPECT_EQ(piksler(kMerket) + piksler(kValgt), 0);
 }
 
-TEST_F(ForhandsvisningTest, AHitInTheMiddleOfATextIsMarkedThere)
-{
-    report::Document document;
-    document.paper = {210, 297};
-    report::TextStyle stil;
-    stil.font.setFamily(u"Liberation Sans"_s);
-    stil.font.setPointSizeF(10);
-    document.styles.push_back(stil);
-    document.pages.resize(2);
-    document.pages[1].texts.push_back({QPointF(100, 60), 50, 0, u"abc ABC xabc"_s});
-    document.pages[1].texts.push_back({QPointF(20, 60), 50, 0, u"abc"_s});
-    document.pages[1].texts.push_back({QPointF(20, 40), 50, 0, u"ABCABC"_s});
-    const std::vector<Treff> funnet = finnTekst(document, u"abc"_s);
-    EXPECT_EQ(
-        funnet,
-        (std::vector<Treff>{
-            {1, 2, 0, 3}, {1, 2, 3, 3}, {1, 1, 0, 3}, {1, 0, 0, 3}, {1, 0, 4, 3}, {1, 0, 9, 3}}));
-    const QRectF forste = plassAv(document, funnet[2]);
-    EXPECT_NEAR(forste.left(), 20, 0.01);
-    EXPECT_LT(forste.top(), 60);
-    EXPECT_GT(forste.bottom(), 60);
-    EXPECT_GT(forste.width(), 4);
-    const QRectF siste = plassAv(document, funnet[5]);
-    EXPECT_NEAR(siste.width(), forste.width(), 0.1);
-    EXPECT_GT(siste.left(), 113);
-    EXPECT_TRUE(finnTekst(document, {}).empty());
-}
-
 // --- Printing and saving
 
 TEST_F(ForhandsvisningTest, PrintsOnTheChosenPrinter)
@@ -398,6 +371,19 @@ TEST_F(ForhandsvisningTest, SavesAsPdf)
     taste(Qt::Key_S, Qt::ControlModifier);
 }
 
+TEST_F(ForhandsvisningTest, APdfFileThatCannotBeWrittenIsTold)
+{
+    vis(1);
+    onNextModal<QFileDialog>([this](QFileDialog &d) {
+        svarMedFil(d, fil(u"ny.pdf"_s));
+        QDir().mkdir(fil(u"ny.pdf"_s)); // in the file's place by now
+    });
+    klikkI(u"cmdPdf"_s);
+    EXPECT_TRUE(meldinger.ta().value(0).startsWith(u"Kan ikke skrive PDF-filen "_s));
+    EXPECT_EQ(meldinger.ikoner, QList<int>{QMessageBox::Warning});
+    EXPECT_TRUE(m_vindu);
+}
+
 TEST_F(ForhandsvisningTest, TheWindowMayGoWhileADialogIsUp)
 {
     vis(1);
@@ -410,6 +396,24 @@ TEST_F(ForhandsvisningTest, TheWindowMayGoWhileADialogIsUp)
 }
 
 // --- The window
+
+TEST_F(ForhandsvisningTest, TwoWindowsGoTheirOwnWays)
+{
+    vis(14);
+    const QPointer<Forhandsvisning> forste = m_vindu;
+    klikkI(u"cmdNeste"_s);
+    m_vindu = visListe(0);
+    ASSERT_NE(m_vindu, forste);
+    sok(u"Kunde"_s);
+    klikkI(u"cmdZoomInn"_s);
+    EXPECT_EQ(side(), 1);
+    taste(Qt::Key_Escape);
+    EXPECT_TRUE(m_vindu.isNull());
+    m_vindu = forste;
+    EXPECT_EQ(side(), 2);
+    EXPECT_EQ(zoom(), u"100 %"_s);
+    EXPECT_EQ(treff(), QString());
+}
 
 TEST_F(ForhandsvisningTest, EscapeClosesFromEverywhere)
 {
@@ -432,6 +436,38 @@ TEST_F(ForhandsvisningTest, EveryCommandHasAKeyInItsTip)
         EXPECT_TRUE(i<QToolButton>(name)->toolTip().endsWith(u")"_s)) << name.toStdString();
         EXPECT_FALSE(i<QToolButton>(name)->icon().isNull());
     }
+}
+
+TEST_F(ForhandsvisningTest, TheSearchStaysWithinANarrowWindow)
+{
+    vis(1);
+    const QStringList felter = {u"txtSok"_s, u"cmdForrigeTreff"_s, u"cmdNesteTreff"_s,
+                                u"lblTreff"_s};
+    const auto iVinduet = [&] {
+        for (const QString &navn : felter) {
+            const auto *felt = i<QWidget>(navn);
+            EXPECT_TRUE(felt->isVisible()) << navn.toStdString();
+            EXPECT_LE(felt->mapTo(m_vindu, felt->rect().bottomRight()).x(), m_vindu->width())
+                << navn.toStdString();
+        }
+        return i<QWidget>(u"txtSok"_s)->mapTo(m_vindu, QPoint()).y();
+    };
+    const int sammeLinje = iVinduet();
+    EXPECT_LT(sammeLinje, i<QWidget>(u"cmdPdf"_s)->geometry().bottom());
+    m_vindu->resize(600, 480);
+    runEvents();
+    EXPECT_EQ(m_vindu->width(), 600);
+    EXPECT_GT(iVinduet(), sammeLinje) << "on a line of its own";
+    m_vindu->resize(900, 700);
+    runEvents();
+    EXPECT_EQ(iVinduet(), sammeLinje);
+
+    QFont stor = m_vindu->font();
+    stor.setPointSizeF(stor.pointSizeF() * 2);
+    m_vindu->setFont(stor);
+    runEvents();
+    EXPECT_GT(iVinduet(), sammeLinje);
+    EXPECT_EQ(m_vindu->width(), 900);
 }
 
 TEST_F(ForhandsvisningTest, WithoutControlsOnlyThePagesShow)

@@ -13,6 +13,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyleOption>
 
 using namespace Qt::StringLiterals;
 
@@ -242,6 +243,28 @@ TEST_F(FrmOrdreSkrivTest, TheCustomerListIsTwoHundredPixelsWideEachTimeItOpens)
     }
     EXPECT_EQ(kunde()->view()->minimumWidth(), 200);
     EXPECT_LT(kunde()->width(), 200);
+}
+
+TEST_F(FrmOrdreSkrivTest, LargerLettersHaveTheirRoom)
+{
+    legg({.nr = 1});
+    const auto bredde = [](const QComboBox *boks) {
+        QStyleOptionComboBox option;
+        option.initFrom(boks);
+        option.editable = boks->isEditable();
+        return boks->style()
+            ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, boks)
+            .width();
+    };
+    open();
+    for (const QComboBox *boks : {kunde(), status()})
+        EXPECT_EQ(boks->width(), 110);
+    QFont stor = liste()->font();
+    stor.setPointSizeF(stor.pointSizeF() * 2);
+    liste()->setFont(stor);
+    runEvents();
+    EXPECT_GE(bredde(status()), status()->fontMetrics().horizontalAdvance(u"Fakturert"_s));
+    EXPECT_GE(bredde(kunde()), kunde()->fontMetrics().horizontalAdvance(u"<Alle>"_s));
 }
 
 // --- Choosing

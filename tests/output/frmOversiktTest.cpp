@@ -309,6 +309,19 @@ TEST_F(FrmOversiktTest, TheGridTakesWhatTheWindowOffers)
     }
 }
 
+TEST_F(FrmOversiktTest, LargerLettersHaveTheirRoomAboveTheGrid)
+{
+    QFont stor = QApplication::font();
+    stor.setPointSizeF(stor.pointSizeF() * 2);
+    SharedForm<frmOversikt>::get().setFont(stor);
+    open();
+    const auto *tekst = in<QLabel>(oversikt(), u"Label1"_s);
+    EXPECT_GE(tekst->height(), tekst->heightForWidth(tekst->width()));
+    const QWidget *knapp = in(oversikt(), u"btnPrint"_s);
+    EXPECT_GE(knapp->height(), knapp->sizeHint().height());
+    EXPECT_GT(grid().height(), 100);
+}
+
 TEST_F(FrmOversiktTest, KeepsItsMinimumSize)
 {
     open();

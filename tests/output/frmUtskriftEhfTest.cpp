@@ -1,6 +1,7 @@
 #include "output/frmUtskriftTest.h"
 
 #include "presentation/frmInvisible.h"
+#include "shell/Main.h"
 
 #include <QDir>
 
@@ -179,6 +180,19 @@ TEST_F(FrmUtskriftTest, TheFormsMayGoWhileADialogIsUp)
     runEvents();
     EXPECT_EQ(dialog(), nullptr);
     EXPECT_EQ(statuser(), QStringList(u"5|1|Fakturert"_s));
+}
+
+TEST_F(FrmUtskriftTest, TheComponentsEndWhileTheFileIsAskedForLeavesNoFile)
+{
+    aapneFor({});
+    merk(ehf());
+    onNextModal<QFileDialog>([this](QFileDialog &d) {
+        Unload();
+        svarMedFil(d, fil(u"f.xml"_s));
+    });
+    klikkI(u"OKButton"_s);
+    EXPECT_FALSE(QFile::exists(fil(u"f.xml"_s)));
+    EXPECT_EQ(lasteSkjermer(), QStringList());
 }
 
 TEST_F(FrmUtskriftTest, AFullDiskEndsTheCommandSilently)

@@ -1,7 +1,9 @@
 #include "output/frmUtskriftTest.h"
 
 #include "presentation/frmInvisible.h"
+#include "shell/Main.h"
 
+#include <QMessageBox>
 #include <QSpinBox>
 
 using namespace Qt::StringLiterals;
@@ -231,6 +233,32 @@ TEST_F(FrmUtskriftTest, APrinterThatRefusesIsToldForEachCopyAndTheStatusIsSet)
     EXPECT_EQ(statuser(), QStringList(u"5|1|Fakturert"_s));
     EXPECT_TRUE(lasteSkjermer().contains(u"frmDummy"_s));
     EXPECT_TRUE(lasteSkjermer().contains(u"frmInvisible"_s));
+}
+
+TEST_F(FrmUtskriftTest, TheComponentsEndWhileThePrinterIsChosenIsTheEndOfThePrintout)
+{
+    aapneFor({});
+    onNextModal<QDialog>([](QDialog &d) {
+        Unload();
+        svarMedSkriver(d, u"Kontor"_s, 2);
+    });
+    klikkI(u"OKButton"_s);
+    EXPECT_EQ(meldinger.ta(), QStringList());
+    EXPECT_EQ(lasteSkjermer(), QStringList());
+    EXPECT_EQ(skrivere.brukt, QStringList());
+}
+
+TEST_F(FrmUtskriftTest, TheComponentsEndUnderAMessageIsTheEndOfTheCopies)
+{
+    aapneFor({});
+    onNextModal<QDialog>([](QDialog &d) {
+        svarMedSkriver(d, u"Nekter"_s, 3);
+        onNextModal<QMessageBox>([](QMessageBox &) { Unload(); });
+    });
+    klikkI(u"OKButton"_s);
+    EXPECT_EQ(meldinger.ta().size(), 1);
+    EXPECT_EQ(lasteSkjermer(), QStringList());
+    EXPECT_EQ(skrivere.brukt, QStringList(u"Nekter"_s));
 }
 
 TEST_F(FrmUtskriftTest, ThePrintedKindIsThatOfTheScreen)

@@ -75,6 +75,17 @@ TEST_F(MEhfTest, ANumberWithBlanksIsWrittenAsTheCallerGaveIt)
     EXPECT_EQ(between(text, u"<cac:OrderReference>\n"_s, u"\n</cac"_s), u"<cbc:ID>1</cbc:ID>"_s);
 }
 
+TEST_F(MEhfTest, ANumberThatBringsAStatementOfItsOwnRunsNothing)
+{
+    enterOneLine();
+    for (const QString &number : {u"1;DROP TABLE OrdreLinjer"_s, u"1';--"_s, u"(1"_s, QString()}) {
+        EXPECT_EQ(raised([&] { (void)EhfDokument(0, number); }), errors::kObjectNotSet)
+            << number.toStdString();
+        EXPECT_EQ(EhfLinjer(0, number), QString()) << number.toStdString();
+    }
+    EXPECT_NE(EhfLinjer(0, u"1"_s), QString());
+}
+
 TEST_F(MEhfTest, ANegativeCustomerNumberHasTheMinusInTheBlanksPlace)
 {
     enterOneLine();
@@ -87,9 +98,14 @@ TEST_F(MEhfTest, TheOrganisationNumberIsNineDigitsWhereItIsANumber)
 {
     enterOneLine();
     const std::initializer_list<std::pair<QString, QString>> numbers{
-        {u"NO 912345678"_s, u"912345678"_s}, {u"123"_s, u"000000123"_s},
-        {u"12345"_s, u"000012345"_s},        {u"NO912345678MVA"_s, u"345678MVA"_s},
-        {QString(), u"000000000"_s},         {u"ukjent"_s, u"ukjent"_s}};
+        {u"NO 912345678"_s, u"912345678"_s},
+        {u"123"_s, u"000000123"_s},
+        {u"12345"_s, u"000012345"_s},
+        {u"NO912345678MVA"_s, u"345678MVA"_s},
+        {QString(), u"000000000"_s},
+        {u"ukjent"_s, u"ukjent"_s},
+        // Nine characters are taken before the blanks between them fall out.
+        {u"NO 912 345 678"_s, u"002345678"_s}};
     for (const auto &[stored, written] : numbers) {
         run(u"UPDATE Klient SET OrganisasjonsNr='"_s + stored + u"' WHERE KlientNr=5"_s);
         const QString invoice = EhfDokument(0, u"1"_s);
@@ -99,6 +115,42 @@ TEST_F(MEhfTest, TheOrganisationNumberIsNineDigitsWhereItIsANumber)
                   written);
         EXPECT_EQ(EhfDokument(1, u"1"_s).count(u"<cbc:CompanyID>"_s + written + u"</cbc"_s), 2);
     }
+}
+
+TEST_F(MEhfTest, TextsGoInAsStored)
+{
+    enterOneLine();
+    const QString stored = u" \t<\"A\" & B>\r\n "_s;
+    run(u"UPDATE Klient SET Navn='"_s + stored + u"', Giro1='"_s + stored + u'\'');
+    change(1, u"EgenRef='"_s + stored + u"', KundeNavn='"_s + stored + u"', LevAdresse1='"_s +
+                  stored + u'\'');
+    const QString text = EhfDokument(0, u"1"_s);
+    EXPECT_EQ(text.count(u"<cbc:Name>"_s + stored + u"</cbc:Name>\n"_s), 2);
+    EXPECT_TRUE(text.contains(u"<cbc:ID schemeID=\"BBAN\">"_s + stored + u"</cbc:ID>\n"_s));
+    EXPECT_TRUE(text.contains(u"<cac:Contact>\n<cbc:ID>"_s + stored + u"</cbc:ID>\n"_s));
+    EXPECT_TRUE(text.contains(u"<cbc:Postbox>"_s + stored + u"</cbc:Postbox>\n"_s));
+}
+
+TEST_F(MEhfTest, OnlyBlanksAreCutFromALinesTexts)
+{
+    enterOneLine();
+    run(u"UPDATE Produkt SET ProduktNr='\tS1\u00a0' WHERE ProduktNr='S1'"_s);
+    run(u"UPDATE OrdreLinjer SET ProduktNr='\tS1\u00a0', ProduktNavn='  \tTo  ord\u00a0 '"_s);
+    const QString text = EhfLinjer(0, u"1"_s);
+    EXPECT_EQ(between(text, u"<cbc:Name>"_s, u"</cbc"_s), u"\tTo  ord\u00a0"_s);
+    EXPECT_EQ(between(text, u"<cac:SellersItemIdentification>\n<cbc:ID>"_s, u"</cbc"_s),
+              u"\tS1\u00a0"_s);
+}
+
+TEST_F(MEhfTest, PiecesTakeTextsOfAnyLength)
+{
+    const QString name = QString(5000, u'x') + u".xslt"_s;
+    EXPECT_EQ(EhfHode(0, name), EhfHode(0, u"kort.xslt"_s).replace(u"kort.xslt"_s, name));
+
+    enterOneLine();
+    const QString number = QString(9000, u' ') + u'1';
+    EXPECT_EQ(EhfDokument(0, number),
+              u"<cbc:ID>"_s + number + EhfDokument(0, u"1"_s).sliced(u"<cbc:ID>1"_s.size()));
 }
 
 TEST_F(MEhfTest, MissingClientValuesAreWrittenEmpty)

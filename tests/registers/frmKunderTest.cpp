@@ -1,144 +1,12 @@
-#include "registers/frmKunder.h"
+#include "registers/frmKunderTest.h"
 
 #include "data/clsAdoUtils.h"
-#include "platform/forms/Forms.h"
-#include "platform/forms/TestApplication.h"
-#include "platform/grid/fpSpread.h"
-#include "presentation/StandingClock.h"
-#include "registers/KundeMottaker.h"
-#include "shell/Main.h"
 #include "state/SharedState.h"
-#include "support/ModuleTest.h"
 #include "support/SessionTap.h"
 
-#include <QHeaderView>
-#include <QMap>
-#include <QPushButton>
 #include <QRadioButton>
 
-using namespace Qt::StringLiterals;
-
-namespace {
-
-/// Notes what it is given, in order, as words.
-class Mottaker : public KundeMottaker
-{
-public:
-    void setKundefelt(KundeFelt felt, const QString &text) override
-    {
-        if (felt == refused)
-            throw RunTimeError(errors::kObjectNotSet);
-        given += felt;
-        texts[felt] = text;
-    }
-    void setSammeLevAdr(qint32 verdi) override
-    {
-        if (verdi > 2)
-            throw RunTimeError(errors::kInvalidCall);
-        sammeLevAdr = verdi;
-        givenBeforeSammeLevAdr = int(given.size());
-    }
-    QString betBet() const override { return readsBetBetAs.value_or(texts[KundeFelt::BetBet]); }
-
-    QList<KundeFelt> given;
-    QMap<KundeFelt, QString> texts;
-    int sammeLevAdr = -1;
-    int givenBeforeSammeLevAdr = -1;
-    std::optional<KundeFelt> refused;
-    std::optional<QString> readsBetBetAs;
-};
-
-/// The customer picker on a started module with a few customers.
-class FrmKunderTest : public ModuleTest
-{
-protected:
-    FrmKunderTest()
-    {
-        makeParentTables();
-        EXPECT_EQ(startModule(), 1);
-        run(u"INSERT INTO Poststed (PostNr,PostSted) VALUES ('0150','OSLO')"_s);
-        run(u"INSERT INTO Poststed (PostNr,PostSted) VALUES ('5003','BERGEN')"_s);
-    }
-    void TearDown() override
-    {
-        Unload();
-        runEvents();
-    }
-
-    void addCustomer(int number, const QString &name, const QString &betBet = u"14"_s)
-    {
-        run(u"INSERT INTO KundeLev (KlientNr,KundeNr,Navn,BetBet) VALUES (5,%1,%2,%3)"_s.arg(number)
-                .arg(name == u"Null" ? name : u'\'' + name + u'\'')
-                .arg(betBet));
-    }
-    /// A customer with everything filled in.
-    void addAnne()
-    {
-        run(u"INSERT INTO KundeLev (KlientNr,KundeNr,Navn,Adr1,Adr2,PostNr,BetBet,"_s
-            u"OrganisasjonsNr,LevAdr1,LevAdr2,LevPostNr,SammeLevAdr,FakturaType) VALUES "_s
-            u"(5,10001,'  Annes Transport ','Veien 1','Bakgården','0150',14,'987654321',"_s
-            u"'Kaia 2','1 etasje','5003',True,'EHF')"_s);
-    }
-
-    frmKunder &show()
-    {
-        auto &form = SharedForm<frmKunder>::get();
-        form.show();
-        runEvents();
-        return form;
-    }
-    static frmKunder *form() { return SharedForm<frmKunder>::existing(); }
-    template<class Control>
-    static Control *control(const QString &name)
-    {
-        auto *found = form()->findChild<Control *>(name);
-        EXPECT_NE(found, nullptr) << name.toStdString();
-        return found;
-    }
-    static fpSpread &grid() { return *control<fpSpread>(u"fpSpread1"_s); }
-    static QString cell(int col, int row)
-    {
-        grid().setCurrent(col, row);
-        return grid().text();
-    }
-    static QStringList column(int col)
-    {
-        QStringList texts;
-        for (int row = 1; row <= grid().dataRowCnt(); ++row)
-            texts += cell(col, row);
-        return texts;
-    }
-    static QStringList numbers() { return column(1); }
-    static QPoint middle(int col, int row)
-    {
-        return grid().visualRect(grid().model()->index(row - 1, col - 1)).center();
-    }
-    static void clickCell(int col, int row)
-    {
-        QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, middle(col, row));
-    }
-    static void doubleClickHeader(int col)
-    {
-        QHeaderView *header = grid().horizontalHeader();
-        const QPoint place(header->sectionViewportPosition(col - 1) + 10, header->height() / 2);
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, place);
-        QTest::mouseDClick(header->viewport(), Qt::LeftButton, {}, place);
-    }
-    static void click(const QString &button)
-    {
-        QTest::mouseClick(control<QAbstractButton>(button), Qt::LeftButton);
-    }
-    /// Opens the picker for `receiver` and does something in it; returns once it is closed.
-    template<class Action>
-    void pick(Mottaker &receiver, Action action)
-    {
-        onNextModal<frmKunder>([&](frmKunder &) { action(); });
-        SharedForm<frmKunder>::get().velgFor(receiver);
-    }
-
-    StandingClock clock; // 9 March 2014
-    Mottaker mottaker;
-};
+// The list of customers.
 
 TEST_F(FrmKunderTest, TheGridHasItsColumns)
 {
@@ -172,22 +40,6 @@ TEST_F(FrmKunderTest, TheNameTakesTheRoomOfALargerWindow)
     form()->resize(first.width() - 50, first.height());
     runEvents();
     EXPECT_EQ(grid().colWidth(2), 24.12);
-}
-
-TEST_F(FrmKunderTest, TheRowThatOkTakesIsMarked)
-{
-    addCustomer(10001, u"Anne"_s);
-    addCustomer(10002, u"Berit"_s);
-    pick(mottaker, [&] {
-        EXPECT_EQ(grid().firstSelectedRow(), 1);
-        EXPECT_EQ(grid().selectedRowCount(), 1);
-        QTest::keyClick(&grid(), Qt::Key_Down);
-        doubleClickHeader(1); // falling, on the same row
-        EXPECT_EQ(grid().firstSelectedRow(), 2);
-        EXPECT_EQ(grid().activeRow(), 2);
-        click(u"OKButton"_s);
-    });
-    EXPECT_EQ(mottaker.texts[KundeFelt::KundeNavn], u"Anne"_s);
 }
 
 TEST_F(FrmKunderTest, IsDesignedWithAHundredRows)
@@ -348,111 +200,6 @@ TEST_F(FrmKunderTest, AHeaderWithoutAClauseLeavesTheFormUsable)
     EXPECT_EQ(numbers(), QStringList({u" 10001"_s}));
 }
 
-TEST_F(FrmKunderTest, ThePickArrivesInItsOrderAndShifted)
-{
-    addAnne();
-    pick(mottaker, [&] {
-        clickCell(2, 1);
-        click(u"OKButton"_s);
-    });
-    using enum KundeFelt;
-    EXPECT_EQ(mottaker.given,
-              QList<KundeFelt>({KundeNr, KundeNavn, BetBet, FakAdresse1, FakAdresse2, FakPostNr,
-                                FakPostSted, LevAdresse1, LevAdresse2, LevPostNr, LevPostSted,
-                                OrganisasjonsNr, ForfallDato, FakturaType}));
-    EXPECT_EQ(mottaker.givenBeforeSammeLevAdr, 12);
-    EXPECT_EQ(mottaker.texts[KundeNr], u" 10001"_s);
-    EXPECT_EQ(mottaker.texts[KundeNavn], u"Annes Transport"_s);
-    EXPECT_EQ(mottaker.texts[BetBet], u" 14"_s);
-    EXPECT_EQ(mottaker.texts[FakAdresse1], u"Veien 1"_s);
-    EXPECT_EQ(mottaker.texts[FakAdresse2], u"Bakgården"_s);
-    EXPECT_EQ(mottaker.texts[FakPostNr], u"0150"_s);
-    EXPECT_EQ(mottaker.texts[FakPostSted], u"OSLO"_s);
-    EXPECT_EQ(mottaker.texts[LevAdresse1], u"Kaia 2"_s);
-    EXPECT_EQ(mottaker.texts[LevAdresse2], u"1 etasje"_s);
-    EXPECT_EQ(mottaker.texts[LevPostNr], u"5003"_s);
-    EXPECT_EQ(mottaker.texts[LevPostSted], u"Kaia 2"_s);
-    EXPECT_EQ(mottaker.texts[OrganisasjonsNr], u"      5 003"_s);
-    EXPECT_EQ(mottaker.sammeLevAdr, 1);
-    EXPECT_EQ(mottaker.texts[ForfallDato], u"23.03.2014"_s);
-    EXPECT_EQ(mottaker.texts[FakturaType], u"BERGEN"_s);
-}
-
-TEST_F(FrmKunderTest, TheMarkIsTheWholeNumberThatLeadsTheSecondDeliveryLine)
-{
-    const std::pair<QString, int> lines[] = {
-        {u""_s, 0},    {u"Bakgården"_s, 0}, {u"-1 plan"_s, 1},
-        {u"1.5"_s, 2}, {u"0.5"_s, 0},       {u"12 B"_s, -1 /* refused, passed over */},
-    };
-    for (const auto &[line, mark] : lines) {
-        run(u"DELETE FROM KundeLev"_s);
-        addCustomer(10001, u"Anne"_s);
-        run(u"UPDATE KundeLev SET LevAdr2='"_s + line + u'\'');
-        Mottaker fresh;
-        pick(fresh, [&] { click(u"OKButton"_s); });
-        EXPECT_EQ(fresh.sammeLevAdr, mark) << line.toStdString();
-        EXPECT_EQ(fresh.given.last(), KundeFelt::FakturaType);
-    }
-}
-
-TEST_F(FrmKunderTest, TheDueDateGoesByTheDaysAsReadBack)
-{
-    addCustomer(10001, u"Anne"_s);
-    mottaker.readsBetBetAs = u"30"_s;
-    pick(mottaker, [&] { click(u"OKButton"_s); });
-    EXPECT_EQ(mottaker.texts[KundeFelt::ForfallDato], u"08.04.2014"_s);
-
-    Mottaker noNumber;
-    noNumber.readsBetBetAs = u"netto"_s;
-    pick(noNumber, [&] { click(u"OKButton"_s); });
-    EXPECT_FALSE(noNumber.given.contains(KundeFelt::ForfallDato));
-    EXPECT_TRUE(noNumber.given.contains(KundeFelt::FakturaType));
-}
-
-TEST_F(FrmKunderTest, ARefusedFieldDoesNotStopTheOthers)
-{
-    addCustomer(10001, u"Anne"_s);
-    mottaker.refused = KundeFelt::KundeNavn;
-    pick(mottaker, [&] { click(u"OKButton"_s); });
-    EXPECT_EQ(mottaker.given.size(), 13);
-    EXPECT_EQ(form(), nullptr);
-}
-
-TEST_F(FrmKunderTest, ADoubleClickOnARowPicksIt)
-{
-    addCustomer(10001, u"Anne"_s);
-    addCustomer(10002, u"Berit"_s);
-    pick(mottaker,
-         [&] { QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, middle(2, 2)); });
-    EXPECT_EQ(mottaker.texts[KundeFelt::KundeNr], u" 10002"_s);
-    EXPECT_EQ(form(), nullptr);
-}
-
-TEST_F(FrmKunderTest, ArrowKeysAndEnterPick)
-{
-    addCustomer(10001, u"Anne"_s);
-    addCustomer(10002, u"Berit"_s);
-    pick(mottaker, [&] {
-        runEvents();
-        ASSERT_EQ(form()->focusWidget(), &grid());
-        EXPECT_EQ(form()->defaultButton(), nullptr);
-        QTest::keyClick(&grid(), Qt::Key_Down);
-        EXPECT_EQ(form()->defaultButton(), control<QPushButton>(u"OKButton"_s));
-        QTest::keyClick(&grid(), Qt::Key_Return);
-    });
-    EXPECT_EQ(mottaker.texts[KundeFelt::KundeNavn], u"Berit"_s);
-    EXPECT_EQ(form(), nullptr);
-}
-
-TEST_F(FrmKunderTest, AClickMakesOkTheDefaultButton)
-{
-    addCustomer(10001, u"Anne"_s);
-    show();
-    EXPECT_EQ(form()->defaultButton(), nullptr);
-    clickCell(1, 1);
-    EXPECT_EQ(form()->defaultButton(), control<QPushButton>(u"OKButton"_s));
-}
-
 TEST_F(FrmKunderTest, NothingCanBeTypedInTheList)
 {
     addCustomer(10001, u"Anne"_s);
@@ -463,16 +210,6 @@ TEST_F(FrmKunderTest, NothingCanBeTypedInTheList)
     QTest::keyClick(&grid(), Qt::Key_Delete);
     EXPECT_FALSE(grid().editMode());
     EXPECT_EQ(cell(2, 1), u"Anne"_s);
-}
-
-TEST_F(FrmKunderTest, CancelAndEscapeGiveNothing)
-{
-    addAnne();
-    pick(mottaker, [&] { click(u"CancelButton"_s); });
-    EXPECT_EQ(form(), nullptr);
-    pick(mottaker, [&] { QTest::keyClick(&grid(), Qt::Key_Escape); });
-    EXPECT_EQ(form(), nullptr);
-    EXPECT_TRUE(mottaker.given.isEmpty());
 }
 
 TEST_F(FrmKunderTest, NothingIsKeptBetweenOpenings)
@@ -498,5 +235,3 @@ TEST_F(FrmKunderTest, LogOffUnloads)
     EXPECT_TRUE(Forms::instance().logOff());
     EXPECT_EQ(form(), nullptr);
 }
-
-} // namespace

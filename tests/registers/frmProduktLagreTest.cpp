@@ -47,7 +47,7 @@ const QString kOlje = u"5|A1|Olje|Diverse|stk|10|20|25|False"_s;
 
 // --- New
 
-TEST_F(FrmProduktLagreTest, ANewProductIsInsertedByTheStatementAsTold)
+TEST_F(FrmProduktLagreTest, ANewProductIsInsertedByItsStatementToTheLetter)
 {
     newProduct();
     fillIn({u"B2"_s, u"Filter"_s, u"Diverse"_s, u"stk"_s, u"10"_s, u"20"_s});
@@ -133,7 +133,7 @@ TEST_F(FrmProduktLagreTest, AnOldFailureHidesThatANewProductWasStored)
 
 // --- Change
 
-TEST_F(FrmProduktLagreTest, AChangedProductIsUpdatedByTheStatementAsTold)
+TEST_F(FrmProduktLagreTest, AChangedProductIsUpdatedByItsStatementToTheLetter)
 {
     changeFirst();
     fillIn({u"A2"_s, u"Motorolje"_s, u"Olje"_s, u"liter"_s, u"1234,5"_s, u"99,9"_s});

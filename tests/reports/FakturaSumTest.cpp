@@ -70,6 +70,28 @@ TEST_F(FakturaSumTest, RoundingHasItsSign)
     EXPECT_EQ(rounded("111.99", u"2"_s), u"-0,99 -> 111,00"_s);
 }
 
+TEST_F(FakturaSumTest, TheRoundingStandsBelowTheVatWhateverTheRates)
+{
+    const QStringList invoices{QString(),           u"0"_s,
+                               u"25 25"_s,          u"0 25"_s,
+                               u"25 15 25 15 15"_s, u"11.11 11.11 25 11.11 11.11"_s,
+                               u"10 0 15 25 10 0"_s};
+    for (const QString &invoice : invoices) {
+        std::vector<Line> lines{{{}, u"Tekst"_s, u"0"_s, u"0"_s, u"0"_s}};
+        for (const QString &rate : invoice.split(u' ', Qt::SkipEmptyParts))
+            lines.push_back({u"X"_s, u"Vare"_s, u"1"_s, u"100.30"_s, rate});
+        const int order = enterOrder(lines);
+        change(order, u"Avrunding=-0.3"_s);
+        const report::Page page = lastPage(order);
+        EXPECT_EQ(textsOf(page).count(u"Øreavrunding"_s), 1) << invoice.toStdString();
+        EXPECT_EQ(factOn(page, u"Øreavrunding"_s), u"-0,30"_s);
+        const double sum = textOn(page, u"Sum uten merverdiavgift"_s).baseline.y();
+        const double rounding = textOn(page, u"Øreavrunding"_s).baseline.y();
+        EXPECT_NEAR(rounding - sum, 4 + 4.2, 0.3) << invoice.toStdString();
+        EXPECT_LT(rounding, textOn(page, u"Å betale NOK"_s).baseline.y());
+    }
+}
+
 TEST_F(FakturaSumTest, TheRatesAddUpToTheSavedSumsToTheOre)
 {
     // Lines of half an øre, which the order's sums keep and the lines round away.

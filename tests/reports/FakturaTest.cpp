@@ -171,6 +171,37 @@ TEST_F(FakturaTest, LongNamesAreWhole)
         EXPECT_LE(text.baseline.x() + text.width, 200) << text.text.toStdString();
 }
 
+TEST_F(FakturaTest, WideLettersWrapInTheEnvelopesWindow)
+{
+    const QString name(40, u'W');
+    const auto buyer = [&](const QString &others) {
+        const int order = enterOrder({kHour});
+        change(order, u"KundeNavn='%1'"_s.arg(name) + others);
+        const report::Page page = onlyPage(order);
+        const double delivery = textOn(page, u"Leveringsdato"_s).baseline.y();
+        QStringList lines;
+        for (const report::TextCommand &text : page.texts) {
+            if (text.baseline.x() != 20 || text.baseline.y() < 46 ||
+                text.baseline.y() > delivery - 0.1)
+                continue;
+            lines += text.text;
+            EXPECT_LE(text.baseline.x() + text.width, 110) << text.text.toStdString();
+        }
+        return std::pair(lines, delivery);
+    };
+    const auto [lines, delivery] = buyer({});
+    ASSERT_EQ(lines.size(), 5);
+    EXPECT_EQ(lines[0] + lines[1], name);
+    EXPECT_EQ(lines.mid(2), QStringList({u"Postboks 12"_s, u"Sagvegen 4"_s, u"2406 Elverum"_s}));
+    EXPECT_NEAR(delivery, 73, 0.5) << "at its place";
+
+    const auto [widest, pushed] =
+        buyer(u",FakAdresse1='%1',FakAdresse2='%1',FakPoststed='%1'"_s.arg(name));
+    EXPECT_EQ(widest.join(QString()).count(u'W'), 160);
+    EXPECT_TRUE(widest.join(QString()).contains(u"2406"_s));
+    EXPECT_GT(pushed, delivery);
+}
+
 TEST_F(FakturaTest, OnlyACompanyNamesItsRegister)
 {
     const int order = enterOrder({kHour});

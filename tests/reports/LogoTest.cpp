@@ -1,10 +1,8 @@
 #include "reports/InvoiceTest.h"
 
 #include "platform/ado/Recordset.h"
-#include "platform/report/ReportReader.h"
-
-#include <QBuffer>
-#include <QImage>
+#include "platform/forms/PictureBytes.h"
+#include "platform/report/ReportFiles.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,15 +15,6 @@ class LogoTest : public InvoiceTest
 protected:
     LogoTest() : m_order(enterOrder(hours(2))) {}
 
-    static QByteArray picture(const QSize &size, const char *format)
-    {
-        QImage image(size, QImage::Format_RGB32);
-        image.fill(Qt::darkGreen);
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        EXPECT_TRUE(image.save(&buffer, format));
-        return bytes;
-    }
     report::Page page(const QString &form = u"Fak-mgiro-mlogo.rpt"_s)
     {
         return print(form, m_order).pages.front();
@@ -45,7 +34,7 @@ protected:
 TEST_F(LogoTest, FillsItsPlaceWithoutDistortion)
 {
     for (const QSize &size : {QSize(237, 76), QSize(2000, 100), QSize(40, 400)}) {
-        storeLogo(picture(size, "PNG"));
+        storeLogo(greenPicture(size, "PNG"));
         const report::Page first = page();
         ASSERT_EQ(first.pictures.size(), 1u);
         const QRectF rect = first.pictures[0].rect;
@@ -61,10 +50,8 @@ TEST_F(LogoTest, FillsItsPlaceWithoutDistortion)
 
 TEST_F(LogoTest, IsReadInWhateverFormatItIsStored)
 {
-    // A GIF of one pixel, as no library here writes them.
-    const QByteArray gif =
-        QByteArray::fromBase64("R0lGODdhAQABAIAAAP///////ywAAAAAAQABAAACAkQBADs=");
-    for (const QByteArray &bytes : {picture({237, 76}, "BMP"), picture({237, 76}, "JPG"), gif}) {
+    for (const QByteArray &bytes :
+         {greenPicture({237, 76}, "BMP"), greenPicture({237, 76}, "JPG"), kGif}) {
         storeLogo(bytes);
         EXPECT_EQ(page().pictures.size(), 1u);
     }
@@ -87,7 +74,7 @@ TEST_F(LogoTest, WhatIsNoPictureIsLeftOut)
 // A removed logo is stored as a white picture, so a picture does not tell who sells.
 TEST_F(LogoTest, TheNameStandsBelowThePictureWhateverItShows)
 {
-    for (const QByteArray &bytes : {picture({237, 76}, "BMP"), QByteArray("no picture")}) {
+    for (const QByteArray &bytes : {greenPicture({237, 76}, "BMP"), QByteArray("no picture")}) {
         storeLogo(bytes);
         const report::Document document = print(u"Fak-ugiro-mlogo.rpt"_s, m_order);
         const report::TextCommand name = textOn(document.pages[0], u"Gråbein Bilfrakt AS"_s);
@@ -101,7 +88,7 @@ TEST_F(LogoTest, TheNameStandsBelowThePictureWhateverItShows)
 
 TEST_F(LogoTest, StandsOnTheFormsWithLogoAndTheirFirstPage)
 {
-    storeLogo(picture({237, 76}, "BMP"));
+    storeLogo(greenPicture({237, 76}, "BMP"));
     EXPECT_EQ(page(u"Fak-ugiro-mlogo.rpt"_s).pictures.size(), 1u);
     for (const QString &form : {u"Fak-mgiro-ulogo.rpt"_s, u"Fak-ugiro-ulogo.rpt"_s}) {
         EXPECT_TRUE(page(form).pictures.empty());
@@ -115,7 +102,7 @@ TEST_F(LogoTest, StandsOnTheFormsWithLogoAndTheirFirstPage)
 
 TEST_F(LogoTest, IsReadWithOneLineOnly)
 {
-    storeLogo(picture({237, 76}, "BMP"));
+    storeLogo(greenPicture({237, 76}, "BMP"));
     const int order = enterOrder(hours(40));
     const report::ReportFile file =
         report::readReportFile(QStringLiteral(REPORT_FOLDER "/Fak-ugiro-mlogo.rpt"));
