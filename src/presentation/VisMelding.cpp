@@ -7,12 +7,18 @@
 #include "runtime/Conversions.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QThread>
+#include <QWindow>
 
 namespace {
 
 constexpr double kShortestSleep = 0.5; // seconds
 constexpr int kShortSleep = 500;       // milliseconds
 constexpr float kMillisecondsPerSecond = 1000;
+// Milliseconds.
+constexpr int kLongestWayToTheScreen = 500;
+constexpr int kGlance = 5;
 
 /// Seconds since midnight.
 float timer()
@@ -23,6 +29,23 @@ float timer()
 frmTMsgBox &note()
 {
     return SharedForm<frmTMsgBox>::get();
+}
+
+/// Lets pending events run, until a note that has been shown is on the screen: a window manager
+/// takes its time to bring it up, and nothing is painted in a sleep. That time is the machine's
+/// own, whatever clock is in force. A manager that keeps the note away (another desktop, a locked
+/// screen) is not waited for.
+void runWindowEvents()
+{
+    QCoreApplication::processEvents();
+    const QDeadlineTimer patience(kLongestWayToTheScreen);
+    while (!patience.hasExpired()) {
+        const frmTMsgBox *shown = SharedForm<frmTMsgBox>::existing();
+        if (!shown || !shown->windowHandle() || shown->windowHandle()->isExposed())
+            return;
+        QThread::msleep(kGlance);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
 }
 
 } // namespace
@@ -45,7 +68,7 @@ void Vent(double seconds)
 {
     const float noted = timer();
     while (noted + seconds > timer()) {
-        QCoreApplication::processEvents();
+        runWindowEvents();
         Clock::current().sleep(seconds >= kShortestSleep ? toLong(seconds * kMillisecondsPerSecond)
                                                          : kShortSleep);
     }

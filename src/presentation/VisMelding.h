@@ -10,7 +10,7 @@ void VisMelding(const QString &text, qint32 icon, const QString &title, qint16 s
                 bool hideButton);
 
 /// Waits until the time of day has come `seconds` further, by the clock in force. Pending window
-/// events run once before each sleep; a sleep takes `seconds`, but half a second at least. A wait
-/// that would end after midnight does not end, since the time of day begins anew. Error 6 for more
-/// seconds than a sleep can hold.
+/// events run before each sleep, until a note that is shown has come to the screen; a sleep takes
+/// `seconds`, but half a second at least. A wait that would end after midnight does not end, since
+/// the time of day begins anew. Error 6 for more seconds than a sleep can hold.
 void Vent(double seconds);

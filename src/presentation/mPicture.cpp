@@ -40,7 +40,7 @@ QByteArray readFile(const QString &path)
 QString TempMappe()
 {
     const QString folder = QDir::tempPath();
-    return folder.isEmpty() ? QString() : paths::toTold(folder) + u'\\';
+    return folder.isEmpty() ? QString() : paths::toModule(folder) + u'\\';
 }
 
 QString LesLogo()

@@ -8,13 +8,13 @@ class PictureBox;
 /// ways lead through one temporary file of a fixed name, which stays behind; two programs of one
 /// user that move a logo at the same time overwrite each other's.
 
-/// The system's temporary folder in the told form with its closing backslash; empty when there is
-/// none.
+/// The system's temporary folder in the module's form, with a closing backslash; empty when there
+/// is none.
 [[nodiscard]] QString TempMappe();
 
 /// Writes the stored logo of the active client to the temporary file, over an earlier one, and
-/// returns its path in the told form; empty when the client has no row. The file is empty when no
-/// logo is stored or the row cannot be read. Passes over.
+/// returns its path in the module's form; empty when the client has no row. The file is empty when
+/// no logo is stored or the row cannot be read. Passes over.
 [[nodiscard]] QString LesLogo();
 
 /// Stores the box's picture as the active client's logo, in the form in which pictures are saved.

@@ -12,5 +12,5 @@ QString componentFolder()
     Dl_info file{};
     if (dladdr(reinterpret_cast<const void *>(&componentFolder), &file) == 0)
         return {};
-    return paths::toTold(QFileInfo(QFile::decodeName(file.dli_fname)).absolutePath());
+    return paths::toModule(QFileInfo(QFile::decodeName(file.dli_fname)).absolutePath());
 }

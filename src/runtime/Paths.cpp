@@ -2,13 +2,13 @@
 
 namespace paths {
 
-QString toSystem(const QString &toldPath)
+QString toSystem(const QString &modulePath)
 {
-    QString path = toldPath;
+    QString path = modulePath;
     return path.replace(u'\\', u'/');
 }
 
-QString toTold(const QString &systemPath)
+QString toModule(const QString &systemPath)
 {
     QString path = systemPath;
     return path.replace(u'/', u'\\');

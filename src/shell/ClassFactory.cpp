@@ -3,14 +3,29 @@
 #include "shell/Main.h"
 #include "shell/clsFaktura.h"
 
+namespace {
+
+/// A parent may end without having unloaded the component. Qt then deletes the root object after
+/// the component's statics, and these have closed by themselves what was open.
+bool staticsAreGone = false;
+
+struct StaticsWatch
+{
+    ~StaticsWatch() { staticsAreGone = true; }
+};
+
+} // namespace
+
 ClassFactory::ClassFactory()
 {
+    static const StaticsWatch watch;
     Main();
 }
 
 ClassFactory::~ClassFactory()
 {
-    Unload();
+    if (!staticsAreGone)
+        Unload();
 }
 
 QObject *ClassFactory::CreateInstance()

@@ -32,8 +32,8 @@ extern qint16 gKlientInn;
 /// The accounting year.
 extern qint16 gAar;
 
-/// The application folder without a trailing separator. This and the next two are in the told form,
-/// with backslashes.
+/// The application folder without a trailing separator. This and the next two are in the module's
+/// form, with backslashes.
 extern QString gAppPath;
 extern QString gHelpFile;
 /// The folder of the report files.

@@ -128,6 +128,9 @@ TEST_F(AdoUtilsTest, GetCountWithAClauseLimitsTheRows)
               QStringList(u"SELECT COUNT (*) FROM T WHERE Nr> 1 AND Navn<>'c'"_s));
     EXPECT_EQ(db.GetCount(u"T"_s, u"Nr=9"_s), 0);
     EXPECT_EQ(db.LastError(), QString());
+    // Only the empty text is no clause.
+    EXPECT_EQ(db.GetCount(u"T"_s, u" "_s), -1);
+    EXPECT_TRUE(db.LastError().startsWith(u"-2147217900 - "));
 }
 
 TEST_F(AdoUtilsTest, GetCountAfterAFailureIsMinusOne)

@@ -52,10 +52,7 @@ protected:
     }
     void TearDown() override
     {
-        for (const QPointer<Form> &form : Forms::loaded()) {
-            if (form)
-                form->unload();
-        }
+        unloadForms();
         runEvents();
     }
 
@@ -83,6 +80,12 @@ protected:
     static QRadioButton &option(const QString &name) { return control<QRadioButton>(name); }
     static QLineEdit &box(const QString &name) { return control<QLineEdit>(name); }
     static TextArea &area(int number) { return control<TextArea>(u"txtFaktekst%1"_s.arg(number)); }
+    /// What a client without a first text of its own is offered.
+    static QString standardSentence()
+    {
+        return u"Etter forfall beregnes maksimal rente i hht. bestemmelsene i Lov om renter ved "
+               u"forsinket betaling."_s;
+    }
     static QImage logo() { return control<PictureBox>(u"picLogo"_s).picture(); }
     /// The index of the chosen one of an array of options; -1 when none is.
     static int chosen(const QString &array)

@@ -59,7 +59,9 @@ TEST_F(SettListeBreddeTest, TheFormsFontCounts)
 {
     QFont large = form->font();
     large.setPointSize(30);
-    list->setFont(form->font());
+    QFont small = form->font();
+    small.setPointSize(5);
+    list->setFont(small);
     form->setFont(large);
     EXPECT_EQ(measured({u"1500 Kundefordringer"_s}), expected(u"1500 Kundefordringer"_s));
 }

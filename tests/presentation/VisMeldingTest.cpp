@@ -9,6 +9,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +20,16 @@ class VisMeldingTest : public FormsFixture
 protected:
     static frmTMsgBox *note() { return SharedForm<frmTMsgBox>::existing(); }
     static QString text() { return note()->findChild<QLabel *>(u"Label1"_s)->text(); }
+    /// Takes the note off the screen as soon as events run.
+    static void takeNoteAway()
+    {
+        const auto take = [] {
+            note()->hide();
+            QCoreApplication::processEvents(); // the window system tells of it
+            ASSERT_FALSE(note()->windowHandle()->isExposed());
+        };
+        QMetaObject::invokeMethod(qApp, take, Qt::QueuedConnection);
+    }
     static QPushButton *button() { return note()->findChild<QPushButton *>(u"Command1"_s); }
 
     StandingClock clock;
@@ -51,6 +62,79 @@ TEST_F(VisMeldingTest, TheNoteIsOnTheScreenWhileTheCallerStandsStill)
     EXPECT_TRUE(seen);
 }
 
+TEST_F(VisMeldingTest, ANoteThatIsSlowToComeUpIsWaitedFor)
+{
+    /// Looks at the note before it sleeps.
+    class Observer : public StandingClock
+    {
+    public:
+        void sleep(int milliseconds) override
+        {
+            exposed = note() && note()->windowHandle()->isExposed();
+            StandingClock::sleep(milliseconds);
+        }
+        bool exposed = false;
+    } observer;
+    takeNoteAway();
+    QTimer::singleShot(30, qApp, [] { note()->show(); });
+    VisMelding(u"a"_s, 64, u"b"_s, 1, false);
+    EXPECT_TRUE(observer.exposed);
+    EXPECT_EQ(observer.sleeps, Sleeps({1000}));
+}
+
+TEST_F(VisMeldingTest, ANoteThatStaysAwayIsNotWaitedForLong)
+{
+    takeNoteAway();
+    VisMelding(u"a"_s, 64, u"b"_s, 1, false);
+    EXPECT_NE(note(), nullptr) << "its own timer has not closed it yet";
+    EXPECT_EQ(clock.sleeps, Sleeps({1000}));
+}
+
+TEST_F(VisMeldingTest, ANoteThatIsClosedMeanwhileIsNotWaitedFor)
+{
+    QMetaObject::invokeMethod(
+        qApp, [] { note()->unload(); }, Qt::QueuedConnection);
+    VisMelding(u"a"_s, 64, u"b"_s, 1, false);
+    EXPECT_EQ(note(), nullptr);
+    EXPECT_EQ(clock.sleeps, Sleeps({1000}));
+}
+
+TEST_F(VisMeldingTest, TheComponentMayGoWhileTheNoteStands)
+{
+    const QPointer<frmTMsgBox> gone = [] {
+        SharedForm<frmTMsgBox>::get().load();
+        return note();
+    }();
+    QMetaObject::invokeMethod(
+        qApp, [] { Forms::deleteAll(); }, Qt::QueuedConnection);
+    VisMelding(u"a"_s, 64, u"b"_s, 1, false);
+    EXPECT_FALSE(gone);
+    EXPECT_TRUE(Forms::loaded().empty());
+}
+
+TEST_F(VisMeldingTest, NegativeSecondsWaitForNothing)
+{
+    VisMelding(u"a"_s, 64, u"b"_s, -32768, false);
+    EXPECT_TRUE(clock.sleeps.empty());
+    EXPECT_TRUE(note()->isVisible());
+}
+
+TEST_F(VisMeldingTest, TheMostSecondsAreOneSleep)
+{
+    VisMelding(u"a"_s, 64, u"b"_s, 32767, false);
+    EXPECT_EQ(clock.sleeps, Sleeps({32767000}));
+}
+
+TEST_F(VisMeldingTest, ANoteWithinANoteHasTheLastWord)
+{
+    QTimer::singleShot(0, qApp, [] { VisMelding(u"Den andre"_s, 16, u"To"_s, 2, false); });
+    VisMelding(u"Den første"_s, 64, u"En"_s, 1, false);
+    EXPECT_EQ(Forms::loaded().size(), 1u);
+    EXPECT_EQ(text(), u"Den andre"_s);
+    EXPECT_EQ(note()->windowTitle(), u"To"_s);
+    EXPECT_EQ(clock.sleeps, Sleeps({2000, 1000}));
+}
+
 TEST_F(VisMeldingTest, NoSecondsWaitForNothing)
 {
     VisMelding(u"a"_s, 64, u"b"_s, 0, false);
@@ -76,6 +160,13 @@ TEST_F(VisMeldingTest, ATitleStandsUntrimmed)
 TEST_F(VisMeldingTest, TheButtonCanBeHidden)
 {
     VisMelding(u"a"_s, 64, u"b"_s, 0, true);
+    EXPECT_FALSE(button()->isVisible());
+}
+
+TEST_F(VisMeldingTest, AHiddenButtonStaysHiddenWhileTheNoteIsUp)
+{
+    VisMelding(u"a"_s, 64, u"b"_s, 0, true);
+    VisMelding(u"c"_s, 64, u"d"_s, 0, false);
     EXPECT_FALSE(button()->isVisible());
 }
 
@@ -119,6 +210,12 @@ TEST_F(VisMeldingTest, VentOfHalfASecondIsStillOnePiece)
 {
     Vent(0.5);
     EXPECT_EQ(clock.sleeps, Sleeps({500}));
+}
+
+TEST_F(VisMeldingTest, VentOfAFractionSleepsThatFraction)
+{
+    Vent(0.55);
+    EXPECT_EQ(clock.sleeps, Sleeps({550}));
 }
 
 TEST_F(VisMeldingTest, AShortWaitLastsLongerThanAsked)

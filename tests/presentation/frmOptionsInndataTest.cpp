@@ -28,10 +28,7 @@ protected:
     /// Takes all screens away, and deletes them as the loop of a modal window does.
     static void unloadEverything()
     {
-        for (const QPointer<Form> &form : Forms::loaded()) {
-            if (form)
-                form->unload();
-        }
+        unloadForms();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_EQ(screen(), nullptr);
     }

@@ -3,11 +3,13 @@
 #include "platform/forms/Forms.h"
 #include "platform/forms/Image.h"
 #include "platform/forms/ImageList.h"
+#include "platform/forms/MsgBox.h"
 #include "platform/forms/TestApplication.h"
 #include "platform/forms/Twips.h"
 
 #include <QLabel>
 #include <QPushButton>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -95,6 +97,15 @@ TEST_F(FrmTMsgBoxTest, ZeroIsNotStored)
     EXPECT_EQ(note->IconID(), 64);
     note->setIconID(-2147483647 - 1);
     EXPECT_EQ(note->IconID(), -2147483647 - 1);
+}
+
+TEST_F(FrmTMsgBoxTest, LoadingForgetsTheIcon)
+{
+    note->unload();
+    note = &SharedForm<frmTMsgBox>::get();
+    note->setIconID(16);
+    note->load();
+    EXPECT_EQ(note->IconID(), 0);
 }
 
 TEST_F(FrmTMsgBoxTest, ANoteThatIsUpTakesTheNewPicture)
@@ -187,6 +198,32 @@ TEST_F(FrmTMsgBoxTest, TheTimerClosesANoteWhoseButtonIsHidden)
     EXPECT_TRUE(isClosed());
 }
 
+TEST_F(FrmTMsgBoxTest, KeysOtherThanTheButtonsLeaveItOpen)
+{
+    show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(note));
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_F1, Qt::Key_O, Qt::Key_Tab}) {
+        QTest::keyClick(note->focusWidget(), key);
+        EXPECT_FALSE(isClosed()) << key;
+    }
+    QTest::keyClick(note->windowHandle(), Qt::Key_O, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor(isClosed)) << "the button is seen to go down first";
+}
+
+TEST_F(FrmTMsgBoxTest, TheTimerGoesOnBehindAMessageBox)
+{
+    show();
+    tick();
+    onNextModal([this](QWidget &box) {
+        tick();
+        EXPECT_TRUE(isClosed());
+        runEvents();
+        EXPECT_TRUE(box.isVisible());
+        box.close();
+    });
+    EXPECT_EQ(MsgBox(u"Feil"_s), 1);
+}
+
 TEST_F(FrmTMsgBoxTest, LogOffUnloads)
 {
     show();
@@ -209,6 +246,40 @@ TEST_F(FrmTMsgBoxTest, ALongTextMakesTheWindowWider)
     EXPECT_GT(labelTwips(), 1980);
     EXPECT_EQ(pixelsToTwips(note->width()), labelTwips() + 1200);
     EXPECT_LE(control<QLabel>(u"Label1"_s)->geometry().right(), note->width());
+}
+
+TEST_F(FrmTMsgBoxTest, ATextOnePixelBeyondTheLimitMakesItWider)
+{
+    note->setText(u"x"_s);
+    control<QLabel>(u"Label1"_s)->resize(twipsToPixels(1980) + 1, 17);
+    note->show();
+    EXPECT_EQ(pixelsToTwips(note->width()), 1995 + 1200);
+}
+
+TEST_F(FrmTMsgBoxTest, AnEndlessTextMakesNoEndlessWindow)
+{
+    show(QString(100000, u'x'));
+    EXPECT_GT(labelTwips(), 150000);
+    EXPECT_EQ(pixelsToTwips(note->width()), 150000);
+    tick();
+    tick();
+    EXPECT_TRUE(isClosed());
+}
+
+TEST_F(FrmTMsgBoxTest, LinesLeaveTheHeightAsDrawnAndTheButtonOnTop)
+{
+    const int drawn = note->height();
+    show(u"linje\r\n"_s.repeated(100));
+    EXPECT_EQ(note->height(), drawn);
+    const auto *button = control<QPushButton>(u"Command1"_s);
+    EXPECT_EQ(note->childAt(button->geometry().center()), button);
+}
+
+TEST_F(FrmTMsgBoxTest, NoTextLeavesTheWindowAsDrawn)
+{
+    const QSize drawn = note->size();
+    show({});
+    EXPECT_EQ(note->size(), drawn);
 }
 
 TEST_F(FrmTMsgBoxTest, ATextOfTheLimitLeavesTheWidthAsDrawn)

@@ -44,7 +44,7 @@ protected:
 
 TEST_F(MPictureTest, TheTemporaryFolderEndsWithABackslash)
 {
-    EXPECT_EQ(TempMappe(), paths::toTold(temporary.path()) + u'\\');
+    EXPECT_EQ(TempMappe(), paths::toModule(temporary.path()) + u'\\');
 }
 
 TEST_F(MPictureTest, WithoutATemporaryFolderThePathIsTheNameAlone)

@@ -2,6 +2,8 @@
 #include "platform/grid/GridFixture.h"
 #include "runtime/RunTimeError.h"
 
+#include <QSignalSpy>
+
 namespace {
 
 class mVASpread : public GridFixture
@@ -412,6 +414,13 @@ TEST_F(mVASpread, MarkCellTakesTheRowFirstAndOpensTheCell)
     type(u"7"_s);
     key(Qt::Key_Return);
     EXPECT_EQ(at(4, 2), u"7");
+}
+
+TEST_F(mVASpread, MarkCellShowsAllOfItsChangesAtOnce)
+{
+    const QSignalSpy changes(grid.model(), &QAbstractItemModel::dataChanged);
+    SpreadMarkCell(grid, 2, 4);
+    EXPECT_EQ(changes.size(), 1);
 }
 
 TEST_F(mVASpread, MarkCellRemovesTheMarkBefore)

@@ -7,14 +7,14 @@ using namespace Qt::StringLiterals;
 TEST(Paths, TakeTheSystemsFormAndTheToldForm)
 {
     EXPECT_EQ(paths::toSystem(uR"(\home\kari\rpt)"_s), u"/home/kari/rpt"_s);
-    EXPECT_EQ(paths::toTold(u"/home/kari/rpt"_s), uR"(\home\kari\rpt)"_s);
+    EXPECT_EQ(paths::toModule(u"/home/kari/rpt"_s), uR"(\home\kari\rpt)"_s);
     EXPECT_EQ(paths::toSystem(QString()), QString());
 }
 
 TEST(Paths, AreTheSameAfterBothWays)
 {
     const QString path = u"/home/kåre ødegård/my docs/rpt.d"_s;
-    EXPECT_EQ(paths::toSystem(paths::toTold(path)), path);
+    EXPECT_EQ(paths::toSystem(paths::toModule(path)), path);
 }
 
 TEST(Paths, ApplicationFolderStandsBeforeTheFirstBin)

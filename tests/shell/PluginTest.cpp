@@ -1,5 +1,6 @@
 #include "shell/BareParent.h"
 
+#include <QFile>
 #include <QObject>
 #include <QPluginLoader>
 #include <QTemporaryDir>
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <cstdlib>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -59,7 +61,6 @@ protected:
         return result;
     }
 
-private:
     QTemporaryDir m_folder;
     QPluginLoader m_loader;
 };
@@ -127,6 +128,18 @@ TEST_F(PluginTest, TheInstanceMayGoWhileTheModuleRuns)
     start(*createInstance(), u"dsn="_s + path());
     const auto next = createInstance();
     EXPECT_EQ(next->property("Klient").toInt(), 5);
+}
+
+TEST_F(PluginTest, AParentMayEndWithoutUnloading)
+{
+    const auto startAndEnd = [this] {
+        static const std::unique_ptr<QObject> module = createInstance();
+        start(*module, u"dsn="_s + path());
+        m_loader.setFileName({}); // lets go of the library and leaves it loaded
+        std::exit(module->property("ModuleInit").toInt() == 1 ? 0 : 1);
+    };
+    EXPECT_EXIT(startAndEnd(), ::testing::ExitedWithCode(0), "");
+    EXPECT_FALSE(QFile::exists(path() + u"-wal"_s)) << "the database was not closed";
 }
 
 TEST_F(PluginTest, ALaterLoadBeginsAnew)

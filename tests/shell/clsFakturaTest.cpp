@@ -99,7 +99,7 @@ TEST_F(ClsFakturaTest, AnInstanceBeginsReadyAndWorksOutThePaths)
     EXPECT_EQ(module.ModuleInit(), 1);
     // This program holds the class, so its own folder is where the search begins.
     const QString program =
-        paths::toTold(QFileInfo(QFile::symLinkTarget(u"/proc/self/exe"_s)).absolutePath());
+        paths::toModule(QFileInfo(QFile::symLinkTarget(u"/proc/self/exe"_s)).absolutePath());
     EXPECT_EQ(gAppPath, paths::applicationFolder(program));
     EXPECT_TRUE(program.startsWith(gAppPath));
     EXPECT_FALSE(gAppPath.contains(u'/'));

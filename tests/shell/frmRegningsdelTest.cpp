@@ -11,6 +11,7 @@
 #include "shell/clsFaktura.h"
 #include "state/Messages.h"
 #include "state/SharedState.h"
+#include "support/Control.h"
 #include "support/ModuleTest.h"
 
 #include <QLabel>
@@ -28,10 +29,7 @@ protected:
 
     void TearDown() override
     {
-        for (const QPointer<Form> &form : Forms::loaded()) {
-            if (form)
-                form->unload();
-        }
+        unloadForms();
         runEvents();
     }
 
@@ -39,9 +37,7 @@ protected:
     template<class Control>
     static Control *control(const QString &name)
     {
-        auto *found = menu()->findChild<Control *>(name);
-        EXPECT_NE(found, nullptr) << name.toStdString();
-        return found;
+        return &controlOf<Control>(menu(), name);
     }
     static PictureButton *button(const QString &name) { return control<PictureButton>(name); }
     static QStringList loadedForms()
@@ -203,10 +199,11 @@ public:
     QStringList seen;
 };
 
-const std::pair<QString, QString> kScreens[] = {
-    {u"Command2"_s, u"frmProdukt"_s},  {u"Command3"_s, u"frmOrdre"_s},
-    {u"Command5"_s, u"frmOversikt"_s}, {u"Command7"_s, u"frmOptions"_s},
-    {u"Command7"_s, u"frmOptions"_s},  {u"Command8"_s, u"frmBokfor"_s}};
+const std::pair<QString, QString> kScreens[] = {{u"Command2"_s, u"frmProdukt"_s},
+                                                {u"Command3"_s, u"frmOrdre"_s},
+                                                {u"Command5"_s, u"frmOversikt"_s},
+                                                {u"Command7"_s, u"frmOptions"_s},
+                                                {u"Command8"_s, u"frmBokfor"_s}};
 
 TEST_F(FrmRegningsdelTest, AButtonOpensItsScreenAndTheMenuStaysAboveIt)
 {

@@ -3,7 +3,10 @@
 #include <QApplication>
 #include <QDialog>
 #include <QPointer>
+#include <QScreen>
 #include <QWindow>
+
+#include <algorithm>
 
 namespace {
 
@@ -17,9 +20,24 @@ void standAbove(QDialog &dialog, const QWidget &window)
     QRect place(QPoint(0, 0), dialog.size());
     place.moveCenter(window.frameGeometry().center());
     dialog.move(place.topLeft());
+    putOnScreen(dialog);
 }
 
 } // namespace
+
+void putOnScreen(QWidget &window)
+{
+    QRect place = window.frameGeometry();
+    // By its place, since a window that has just been moved still names the screen it came from.
+    const QScreen *there = QGuiApplication::screenAt(place.center());
+    const QRect area = (there ? there : window.screen())->availableGeometry();
+    place.moveRight(std::min(place.right(), area.right()));
+    place.moveBottom(std::min(place.bottom(), area.bottom()));
+    place.moveLeft(std::max(place.left(), area.left()));
+    place.moveTop(std::max(place.top(), area.top()));
+    if (place != window.frameGeometry())
+        window.move(place.topLeft());
+}
 
 int runModal(QDialog &dialog)
 {

@@ -1,10 +1,15 @@
 #pragma once
 
 class QDialog;
+class QWidget;
 
 /// Shows one of the platform's own dialogs above the window that is active now, waits for the user,
 /// and hands the activity back to that window. Returns what QDialog::exec returns.
 ///
-/// The dialog gets no owner: a form that unloads itself while the dialog is up (a timed note does)
-/// must not take the dialog with it.
+/// The dialog is on the screen wherever that window is: what blocks the program must be seen. It
+/// gets no owner: a form that unloads itself while the dialog is up (a timed note does) must not
+/// take the dialog with it.
 int runModal(QDialog &dialog);
+
+/// Moves a window that is not wholly on its screen there, its upper left corner before all.
+void putOnScreen(QWidget &window);

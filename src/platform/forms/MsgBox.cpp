@@ -3,15 +3,21 @@
 #include "platform/forms/ModalDialog.h"
 #include "runtime/RunTimeError.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
+#include <QTextEdit>
+#include <QtMath>
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <span>
 #include <utility>
 #include <vector>
@@ -86,11 +92,12 @@ QMessageBox::Icon iconOf(int style)
     }
 }
 
-/// A box that answers to letters, and of which the user must press a button when none of them
-/// stands for Escape.
+/// A box that answers to letters, whose text scrolls by the page keys, and of which the user must
+/// press a button when none of them stands for Escape.
 class Box : public QMessageBox
 {
 public:
+    void setScrollBar(QScrollBar *bar) { m_scrollBar = bar; }
     void setLetter(int key, QPushButton *button) { m_letters.emplace_back(key, button); }
     void mustChoose()
     {
@@ -110,6 +117,14 @@ protected:
             }
         }
         QMessageBox::keyPressEvent(event);
+        const bool scrolls = event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown;
+        if (m_scrollBar && scrolls)
+            QApplication::sendEvent(m_scrollBar, event);
+    }
+    void showEvent(QShowEvent *event) override
+    {
+        QMessageBox::showEvent(event); // takes the box's final size
+        putOnScreen(*this);
     }
     void closeEvent(QCloseEvent *event) override
     {
@@ -122,17 +137,48 @@ protected:
 private:
     std::vector<std::pair<int, QPushButton *>> m_letters;
     bool m_mustChoose = false;
+    QScrollBar *m_scrollBar = nullptr; ///< null while all text is seen
 };
 
-/// The box breaks lines earlier than it needs to; the callers' own line breaks shall be seen.
+/// Puts the box's text into a view of `width` pixels that breaks words where it must and scrolls
+/// beyond the height `highest`.
+void showInView(Box &box, QLabel &label, int width, int highest)
+{
+    auto *view = new QTextEdit;
+    view->setObjectName(u"textView"_s);
+    view->setReadOnly(true);
+    view->setFrameShape(QFrame::NoFrame);
+    view->viewport()->setAutoFillBackground(false);
+    view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    view->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    view->setPlainText(box.text());
+    // The view gives its own document the width that the view has now.
+    const std::unique_ptr<QTextDocument> document(view->document()->clone());
+    width += qCeil(2 * document->documentMargin());
+    document->setTextWidth(width);
+    const int height = qCeil(document->size().height());
+    if (height > highest)
+        width += view->verticalScrollBar()->sizeHint().width();
+    view->setFixedSize(width, std::min(height, highest));
+    delete box.layout()->replaceWidget(&label, view);
+    label.hide();
+    box.setScrollBar(view->verticalScrollBar());
+}
+
+/// The box by itself breaks lines earlier than it needs to, cuts words that are too long, and grows
+/// until its buttons are below the screen. The callers' own line breaks shall be seen.
 void giveRoom(Box &box)
 {
     constexpr int kWidest = 600;
     auto *label = box.findChild<QLabel *>(u"qt_msgbox_label"_s);
-    const int wanted =
-        label->fontMetrics().boundingRect(QRect(), Qt::TextExpandTabs, box.text()).width();
-    const int room = box.screen()->availableGeometry().width() * 3 / 4;
-    label->setMinimumWidth(std::min({wanted + 1, room, kWidest}));
+    const QSize screen = box.screen()->availableGeometry().size();
+    const int width = std::min({label->sizeHint().width(), screen.width() * 3 / 4, kWidest});
+    const int highest = screen.height() * 2 / 3;
+    label->setWordWrap(true);
+    if (label->minimumSizeHint().width() > width || label->heightForWidth(width) > highest)
+        showInView(box, *label, width, highest);
+    else
+        label->setMinimumWidth(width);
 }
 
 QString &title()

@@ -33,7 +33,8 @@ inline constexpr int kNo = 7;
 
 /// Shows the standard message box, waits for the user and returns a value of `answer`.
 ///
-/// `text` is shown as it stands: blanks and line breaks are kept, nothing in it is markup.
+/// `text` is shown as it stands: blanks and line breaks are kept, nothing in it is markup. A word
+/// longer than the box is broken where it must be, and a text higher than the screen scrolls.
 /// `style` is a sum of `msgbox` values; a sum with other buttons raises error 5, and a default
 /// button beyond the last counts as the first. An empty `title` gives the application title.
 ///

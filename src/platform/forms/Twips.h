@@ -19,7 +19,7 @@ inline constexpr int kTwipsPerPixel = 15;
 }
 
 /// The pixel rectangle of a place given in twips, for QWidget::setGeometry. The four values are
-/// rounded one by one, so that a control of a told width is equally wide wherever it stands.
+/// rounded one by one, so that a control of a given width is equally wide wherever it stands.
 [[nodiscard]] inline QRect twipsToPixels(int left, int top, int width, int height)
 {
     return {twipsToPixels(left), twipsToPixels(top), twipsToPixels(width), twipsToPixels(height)};

@@ -19,8 +19,8 @@ namespace {
 constexpr char kLoadedText[] = "loadedText";
 constexpr qsizetype kMostShown = 1000; ///< characters; more than that is far beyond any column
 
-/// Lets only such characters in as can stand in a cell of the type. Tabs and line ends part cells
-/// and rows: in text that comes from elsewhere they become blanks, and fall away at its end.
+/// Lets only such characters in as can stand in a cell of the type. Text that comes from elsewhere
+/// is put in one line; line ends behind it fall away.
 class CellCharacters : public QValidator
 {
 public:
@@ -32,11 +32,7 @@ public:
     {
         while (input.endsWith(u'\n') || input.endsWith(u'\r'))
             input.chop(1);
-        input.replace("\r\n"_L1, " "_L1);
-        for (QChar &c : input) {
-            if (c == u'\t' || c == u'\n' || c == u'\r')
-                c = u' ';
-        }
+        CellDelegate::putInOneLine(input);
         cursor = std::min(cursor, int(input.size()));
         if (!m_type.isNumber())
             return Acceptable;
@@ -138,6 +134,15 @@ void paintFrame(QPainter *painter, const QStyleOptionViewItem &cell)
 CellDelegate::CellDelegate(const Sheet &sheet, QObject *parent)
     : QStyledItemDelegate(parent), m_sheet(sheet)
 {
+}
+
+void CellDelegate::putInOneLine(QString &text)
+{
+    text.replace("\r\n"_L1, " "_L1);
+    for (QChar &c : text) {
+        if (c == u'\t' || c == u'\n' || c == u'\r')
+            c = u' ';
+    }
 }
 
 QLineEdit *CellDelegate::textBox(QWidget *editor)

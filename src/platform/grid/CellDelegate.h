@@ -19,6 +19,8 @@ public:
 
     /// The text box in which an editor of this delegate takes keys; null for a list without one.
     [[nodiscard]] static class QLineEdit *textBox(QWidget *editor);
+    /// Tabs and line ends part cells and rows: within a cell's text they become blanks.
+    static void putInOneLine(QString &text);
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;

@@ -24,6 +24,12 @@ bool isPlain(Qt::KeyboardModifiers modifiers)
     return !(modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
 }
 
+/// Whether a key types something that is seen, of the first plane or beyond it.
+bool beginsWithCharacter(const QString &text)
+{
+    return !text.isEmpty() && QChar::isPrint(text.toUcs4().constFirst());
+}
+
 } // namespace
 
 void fpSpread::connectInput()
@@ -330,7 +336,7 @@ bool fpSpread::editKey(QKeyEvent *event)
     }
     if (key == Qt::Key_Space && toggleMark())
         return true;
-    if (event->text().isEmpty() || !event->text()[0].isPrint() ||
+    if (!beginsWithCharacter(event->text()) ||
         !startEdit(m_editModeReplace ? Entry::Replace : Entry::Append))
         return false;
     QApplication::sendEvent(cellEditor(), event);
@@ -464,7 +470,8 @@ void fpSpread::copySelection() const
             if (!std::exchange(first, false))
                 text += u'\t';
             QString cell = m_sheet.text(col, row);
-            text += cell.replace(u'\t', u' ').replace(u'\n', u' ');
+            CellDelegate::putInOneLine(cell);
+            text += cell;
         }
         if (block.row != block.row2)
             text += u'\n';

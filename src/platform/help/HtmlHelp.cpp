@@ -150,10 +150,10 @@ HelpWindow &window()
     return *theWindow;
 }
 
-/// The compiled file beside the told name.
-QString compiledBeside(const QString &toldFile)
+/// The compiled file beside the given name.
+QString compiledBeside(const QString &moduleFile)
 {
-    QString file = paths::toSystem(toldFile);
+    QString file = paths::toSystem(moduleFile);
     const qsizetype ending = file.lastIndexOf(u'.');
     if (ending > file.lastIndexOf(u'/'))
         file.truncate(ending);

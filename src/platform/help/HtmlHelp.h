@@ -9,8 +9,8 @@ inline constexpr int HH_DISPLAY_TOPIC = 0x0;
 inline constexpr int HH_CLOSE_ALL = 0x12;
 
 /// Shows a topic of a help file in the help window, which is made at the first use and then used
-/// again. `file` and `topic` are in the told form, "\prog\help\Regningsdel.chm" and
-/// "html\ordre.htm". What is read is the compiled help beside the told name, with the ending
+/// again. `file` and `topic` are in the module's form, "\prog\help\Regningsdel.chm" and
+/// "html\ordre.htm". What is read is the compiled help beside the given name, with the ending
 /// ".rcc". The window belongs to the application and is the top-level widget "HtmlHelp"; `owner`,
 /// which may be null, is the window that it stays above.
 ///

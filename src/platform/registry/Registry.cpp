@@ -22,7 +22,7 @@ namespace registry {
 
 namespace {
 
-/// No file of settings comes near this many bytes; a larger one is not read.
+/// No file of settings comes near this many bytes; a larger one is neither read nor written.
 constexpr qint64 kLargestFile = 16 * 1024 * 1024;
 
 /// The bit of an access that allows changes.
@@ -118,6 +118,8 @@ private:
 
 bool replaceFile(const QString &path, const QByteArray &bytes)
 {
+    if (bytes.size() > kLargestFile)
+        return false;
     QSaveFile file(path);
     // Without the flush, commit() would not notice that what lay in the buffer found no room.
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&

@@ -36,7 +36,8 @@ inline constexpr quint32 KEY_ALL_ACCESS = 0xF003F;
 
 inline constexpr qint32 ERROR_SUCCESS = 0;
 inline constexpr qint32 ERROR_FILE_NOT_FOUND = 2; ///< no such key or value
-inline constexpr qint32 ERROR_ACCESS_DENIED = 5;  ///< the files, the handle or a subkey forbid it
+/// The files, the handle or a subkey forbid it, or a file would exceed 16 MB.
+inline constexpr qint32 ERROR_ACCESS_DENIED = 5;
 inline constexpr qint32 ERROR_INVALID_HANDLE = 6; ///< neither a root nor an open key
 inline constexpr qint32 ERROR_INVALID_PARAMETER = 87;
 inline constexpr qint32 ERROR_MORE_DATA = 234; ///< the buffer is too small

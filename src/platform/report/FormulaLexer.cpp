@@ -132,7 +132,8 @@ Token FormulaLexer::sign()
     case '>':
         return next == u'=' ? made(TokenKind::GreaterEqual, 2) : made(TokenKind::Greater, 1);
     default:
-        return made(TokenKind::Error, 1);
+        return made(TokenKind::Error,
+                    m_text[m_at].isHighSurrogate() && next.isLowSurrogate() ? 2 : 1);
     }
 }
 

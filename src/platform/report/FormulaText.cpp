@@ -10,10 +10,9 @@ namespace report {
 
 void raiseAt(const Place &place, const QString &why, int number)
 {
-    raise(number, u"%1, linje %2, kolonne %3: %4"_s.arg(QFileInfo(place.file).fileName())
-                      .arg(place.line)
-                      .arg(place.column)
-                      .arg(why));
+    raise(number, u"%1, linje %2, kolonne %3: %4"_s.arg(QFileInfo(place.file).fileName(),
+                                                        QString::number(place.line),
+                                                        QString::number(place.column), why));
 }
 
 void raiseIn(const FormulaText &formula, const QString &why)

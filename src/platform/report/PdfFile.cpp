@@ -3,6 +3,7 @@
 #include "platform/report/Painter.h"
 #include "platform/report/ReportError.h"
 
+#include <QFileInfo>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
@@ -15,10 +16,23 @@ namespace {
 
 constexpr int kResolution = 1200; // dots per inch
 
+QString reasonFor(const QString &path)
+{
+    const QFileInfo file(path);
+    const QFileInfo folder(file.absolutePath());
+    if (file.isDir())
+        return u"navnet er en mappe"_s;
+    if (!folder.isDir())
+        return u"mappen finnes ikke"_s;
+    if (!folder.isWritable() || (file.exists() && !file.isWritable()))
+        return u"du har ikke adgang til å skrive der"_s;
+    return u"disken er full eller lar seg ikke skrive til"_s;
+}
+
 [[noreturn]] void raiseNotWritten(const QSaveFile &file)
 {
     raise(errors::kOutput,
-          u"Kan ikke skrive PDF-filen %1: %2"_s.arg(file.fileName(), file.errorString()));
+          u"Kan ikke skrive PDF-filen %1: %2."_s.arg(file.fileName(), reasonFor(file.fileName())));
 }
 
 } // namespace

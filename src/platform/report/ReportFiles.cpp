@@ -33,7 +33,7 @@ QByteArray bytesOf(const QString &path, int errorNumber)
     if (!QFileInfo(path).isFile())
         raise(errorNumber, u"Filen %1 finnes ikke."_s.arg(path));
     if (!file.open(QIODevice::ReadOnly))
-        raise(errors::kReportFile, u"Kan ikke lese %1: %2"_s.arg(path, file.errorString()));
+        raise(errors::kReportFile, u"Filen %1 kan ikke leses."_s.arg(path));
     return file.readAll();
 }
 

@@ -1,8 +1,24 @@
 #pragma once
 
-#include <QByteArray>
+#include <QBuffer>
+#include <QImage>
 
-// Pictures that Qt does not write, as their files' bytes.
+#include <gtest/gtest.h>
+
+// Pictures as their files' bytes.
+
+/// A green picture of that size in pixels, in a format that Qt writes.
+inline QByteArray greenPicture(const QSize &size, const char *format)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::darkGreen);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    EXPECT_TRUE(image.save(&buffer, format));
+    return bytes;
+}
+
+// Those that follow are in formats that Qt does not write.
 
 /// A drawing of 2370 by 760 units, red on the left and blue on the right, as a metafile.
 inline const QByteArray kMetafile = QByteArray::fromHex(

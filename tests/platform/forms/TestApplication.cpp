@@ -54,6 +54,14 @@ void runEvents()
     }
 }
 
+void unloadForms()
+{
+    for (const QPointer<Form> &form : Forms::loaded()) {
+        if (form)
+            form->unload();
+    }
+}
+
 void FormsFixture::TearDown()
 {
     const QWidgetList windows = QApplication::topLevelWidgets();

@@ -48,6 +48,9 @@ protected:
     bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
 };
 
+/// Unloads every form that is loaded.
+void unloadForms();
+
 /// Runs what the event queue holds, and deletes what waits to be deleted.
 void runEvents();
 

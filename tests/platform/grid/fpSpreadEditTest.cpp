@@ -38,6 +38,16 @@ TEST_F(fpSpreadEdit, TypingGoesOnAtTheEndOfTheText)
     EXPECT_EQ(at(1, 1), u"abcd");
 }
 
+TEST_F(fpSpreadEdit, ACharacterOfAnyPlaneStartsAnEdit)
+{
+    const QString lorry = u"\U0001F69B"_s;
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, lorry);
+    QApplication::sendEvent(&grid, &press);
+    EXPECT_TRUE(grid.editMode());
+    key(Qt::Key_Tab);
+    EXPECT_EQ(at(1, 1), lorry);
+}
+
 TEST_F(fpSpreadEdit, TypingReplacesTheTextWhenSwitched)
 {
     grid.setEditModeReplace(true);

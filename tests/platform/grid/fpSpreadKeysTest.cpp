@@ -317,6 +317,15 @@ TEST_F(fpSpreadKeys, CopyGivesTheBlockAsTabSeparatedText)
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"a\tmed tab\nc\t\n");
 }
 
+TEST_F(fpSpreadKeys, ACopiedCellOfSeveralLinesStandsInOne)
+{
+    fill(1, 1, u"a\r\nb\rc\nd"_s);
+    fill(1, 2, u"e"_s);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"a b c d\ne\n");
+}
+
 TEST_F(fpSpreadKeys, CutCopiesAndEmpties)
 {
     fill(1, 1, u"a"_s);

@@ -24,11 +24,11 @@ class HtmlHelpTest : public ::testing::Test
 protected:
     ~HtmlHelpTest() override { HtmlHelpA(nullptr, {}, HH_CLOSE_ALL, {}); }
 
-    static QString told(const QString &folder)
+    static QString helpFileIn(const QString &folder)
     {
-        return paths::toTold(folder) + u"\\Regningsdel.chm"_s;
+        return paths::toModule(folder) + u"\\Regningsdel.chm"_s;
     }
-    static QString helpFile() { return told(QStringLiteral(HELP_FOLDER)); }
+    static QString helpFile() { return helpFileIn(QStringLiteral(HELP_FOLDER)); }
     static QWidget *show(const QString &topic)
     {
         return HtmlHelpA(nullptr, helpFile(), HH_DISPLAY_TOPIC, topic);
@@ -116,11 +116,11 @@ TEST_F(HtmlHelpTest, ASpoiltFileShowsNothingAndTheFormerStaysOpen)
     ASSERT_TRUE(spoilt.open(QIODevice::WriteOnly));
     spoilt.write("dette er ingen hjelpefil");
     spoilt.close();
-    EXPECT_EQ(HtmlHelpA(nullptr, told(folder.path()), HH_DISPLAY_TOPIC, kTopics[0]), nullptr);
+    EXPECT_EQ(HtmlHelpA(nullptr, helpFileIn(folder.path()), HH_DISPLAY_TOPIC, kTopics[0]), nullptr);
     EXPECT_TRUE(nothingVisible());
 
     QWidget *window = show(kTopics[0]);
-    EXPECT_EQ(HtmlHelpA(nullptr, told(folder.path()), HH_DISPLAY_TOPIC, kTopics[1]), nullptr);
+    EXPECT_EQ(HtmlHelpA(nullptr, helpFileIn(folder.path()), HH_DISPLAY_TOPIC, kTopics[1]), nullptr);
     EXPECT_EQ(window->windowTitle(), u"Hjelp - Hovedmeny"_s);
     EXPECT_EQ(show(kTopics[1])->windowTitle(), u"Hjelp - Ordre og faktura"_s);
 }
@@ -130,7 +130,7 @@ TEST_F(HtmlHelpTest, AFolderWithDotsAndBlanksWillDo)
     const QTemporaryDir folder(QDir::tempPath() + u"/hjelp v1.2 XXXXXX"_s);
     ASSERT_TRUE(QFile::copy(QStringLiteral(HELP_FOLDER "/Regningsdel.rcc"),
                             folder.filePath(u"Regningsdel.rcc"_s)));
-    EXPECT_NE(HtmlHelpA(nullptr, told(folder.path()), HH_DISPLAY_TOPIC, kTopics[0]), nullptr);
+    EXPECT_NE(HtmlHelpA(nullptr, helpFileIn(folder.path()), HH_DISPLAY_TOPIC, kTopics[0]), nullptr);
     HtmlHelpA(nullptr, {}, HH_CLOSE_ALL, {});
 }
 

@@ -120,6 +120,15 @@ TEST_F(RegistryFiles, AnOversizedFileIsRefusedAndKept)
     EXPECT_EQ(file.size(), 17 * 1024 * 1024);
 }
 
+TEST_F(RegistryFiles, AValueThatWouldMakeTheFileTooLargeIsRefused)
+{
+    ASSERT_EQ(write("Avrunding", "1"), ERROR_SUCCESS);
+    EXPECT_EQ(write("FakturaTekst1", QByteArray(17 * 1024 * 1024, 'x')), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(read("Avrunding"), "1");
+    EXPECT_EQ(read("FakturaTekst1"), "<2>");
+    EXPECT_EQ(write("Avrunding", "2"), ERROR_SUCCESS);
+}
+
 TEST_F(RegistryFiles, AFileInTheFoldersPlaceIsRefused)
 {
     m_folder.write(u"fil"_s, "x");

@@ -43,7 +43,7 @@ value="{OrdreLinjer.ProduktNavn} &amp; {@Type}"/></detail>)"));
     }
     void prepare()
     {
-        m_report.setReportFileName(paths::toTold(m_file));
+        m_report.setReportFileName(paths::toModule(m_file));
         m_report.setConnect(dsn() + u"; DSQ="_s);
     }
     int errorOfRun()

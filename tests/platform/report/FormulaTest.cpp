@@ -238,6 +238,9 @@ TEST_F(FormulaTest, AFaultTellsItsPlace)
               "Feil i formel ved tegn 1: her står «{», som ikke er begynnelsen på noe helt");
     EXPECT_EQ(error(u"'abc"),
               "Feil i formel ved tegn 1: her står «'», som ikke er begynnelsen på noe helt");
+    EXPECT_EQ(
+        error(u"\U0001F69A"),
+        "Feil i formel ved tegn 1: her står «\U0001F69A», som ikke er begynnelsen på noe helt");
     EXPECT_EQ(error(u"1 2"), "Feil i formel ved tegn 3: «2» hører ikke hjemme her");
     EXPECT_EQ(error(u"Finn(1)"), "Feil i formel ved tegn 1: «Finn» er ingen kjent funksjon");
     EXPECT_EQ(error(u"Mid('a')"), "Feil i formel ved tegn 1: «Mid» har feil antall argumenter");

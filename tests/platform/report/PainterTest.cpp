@@ -154,16 +154,21 @@ TEST_F(PainterTest, WritesAPdfOfThePapersSize)
     EXPECT_NEAR(corners[3].toDouble(), 50 / 25.4 * 72, 1);
 }
 
-TEST_F(PainterTest, APdfThatCannotBeWrittenIsAnError)
+TEST_F(PainterTest, APdfThatCannotBeWrittenTellsWhy)
 {
-    const QString path = folder() + u"/borte/ut.pdf"_s;
-    try {
-        writePdf(blank(), path);
-        FAIL();
-    } catch (const RunTimeError &error) {
-        EXPECT_EQ(error.number(), errors::kOutput);
-        EXPECT_TRUE(error.description().contains(path));
-    }
+    const auto fault = [](const QString &path) {
+        try {
+            writePdf(blank(), path);
+        } catch (const RunTimeError &error) {
+            EXPECT_EQ(error.number(), errors::kOutput);
+            return error.description();
+        }
+        return QString();
+    };
+    const QString told = QStringLiteral("Kan ikke skrive PDF-filen %1: %2.");
+    const QString nowhere = folder() + QStringLiteral("/borte/ut.pdf");
+    EXPECT_EQ(fault(nowhere), told.arg(nowhere, QStringLiteral("mappen finnes ikke")));
+    EXPECT_EQ(fault(folder()), told.arg(folder(), QStringLiteral("navnet er en mappe")));
 }
 
 } // namespace report::test

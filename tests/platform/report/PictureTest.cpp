@@ -1,7 +1,5 @@
+#include "platform/forms/PictureBytes.h"
 #include "platform/report/Support.h"
-
-#include <QBuffer>
-#include <QImage>
 
 namespace report::test {
 
@@ -11,16 +9,6 @@ class PictureTest : public ReportTest
 {
 protected:
     PictureTest() { addOrder(1001, 2); }
-
-    static QByteArray picture(const QSize &size, const char *format)
-    {
-        QImage image(size, QImage::Format_RGB32);
-        image.fill(Qt::darkGreen);
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        EXPECT_TRUE(image.save(&buffer, format));
-        return bytes;
-    }
 
     void storeLogo(const QByteArray &bytes)
     {
@@ -46,7 +34,7 @@ protected:
 
 TEST_F(PictureTest, AColumnsPictureIsScaledWithoutDistortion)
 {
-    storeLogo(picture({400, 100}, "PNG"));
+    storeLogo(greenPicture({400, 100}, "PNG"));
     const Document document = madeWith("value=\"{Klient.Logo}\"");
     const Page &page = document.pages.front();
     ASSERT_EQ(page.pictures.size(), 2u);
@@ -60,14 +48,14 @@ TEST_F(PictureTest, AColumnsPictureIsScaledWithoutDistortion)
 
 TEST_F(PictureTest, IsPlacedWithinItsBox)
 {
-    storeLogo(picture({100, 100}, "BMP"));
+    storeLogo(greenPicture({100, 100}, "BMP"));
     EXPECT_EQ(madeWith("value=\"{Klient.Logo}\"").pages[0].pictures[0].rect,
               QRectF(20, 15, 20, 20));
     EXPECT_EQ(madeWith("value=\"{Klient.Logo}\" align=\"center\"").pages[0].pictures[0].rect,
               QRectF(30, 15, 20, 20));
     EXPECT_EQ(madeWith("value=\"{Klient.Logo}\" align=\"right\"").pages[0].pictures[0].rect,
               QRectF(40, 15, 20, 20));
-    storeLogo(picture({400, 100}, "JPG"));
+    storeLogo(greenPicture({400, 100}, "JPG"));
     EXPECT_EQ(madeWith("value=\"{Klient.Logo}\" valign=\"middle\"").pages[0].pictures[0].rect,
               QRectF(20, 20, 40, 10));
     EXPECT_EQ(madeWith("value=\"{Klient.Logo}\" valign=\"bottom\"").pages[0].pictures[0].rect,
@@ -84,7 +72,7 @@ TEST_F(PictureTest, WhatIsNoPictureIsLeftOut)
 
 TEST_F(PictureTest, AFileLiesBesideTheReport)
 {
-    written(u"bilde.png"_s, picture({10, 20}, "PNG"));
+    written(u"bilde.png"_s, greenPicture({10, 20}, "PNG"));
     EXPECT_EQ(madeWith("file=\"bilde.png\"").pages[0].pictures[0].rect, QRectF(20, 15, 10, 20));
 }
 

@@ -98,6 +98,14 @@ TEST_F(ReportFilesTest, AnIncludedFileThatGoesIsToldWithItsPlace)
               QString::number(errors::kFileNotFound) + u" Filen a.rpt finnes ikke."_s);
 }
 
+TEST_F(ReportFilesTest, AFaultIsToldWithTheFilesNameAsItIs)
+{
+    write(u"20%2 %1.rpt"_s, reportIncluding("borte.part"));
+    EXPECT_EQ(faultOf(u"20%2 %1.rpt"_s),
+              QString::number(errors::kReportFile) +
+                  u" 20%2 %1.rpt, linje 2, kolonne 1: Filen borte.part finnes ikke."_s);
+}
+
 TEST_F(ReportFilesTest, AFileOfTheSameBytesElsewhereIsAnotherOne)
 {
     EXPECT_EQ(read(u"a.rpt"_s).path.section(u'/', -1), u"a.rpt"_s);
