@@ -24,7 +24,6 @@ enum Kolonne { kOrdreNr = 1, kKundeNr, kKundeNavn, kFakDato, kForfall, kBelop, k
 enum Sortering : qint16 { kUsortert = 0, kStigende = 1, kSynkende = 2 };
 
 constexpr int kMinsteSide = 4000;      // twips
-constexpr int kOverskrift = 46;        // pixels
 constexpr double kNavnebredde = 20.12; // column units
 constexpr int kHoyrestilt = 1;
 
@@ -183,22 +182,9 @@ void frmOversikt::sorter(qint16 col)
     m_iSortVei = synkende ? kSynkende : kStigende;
 }
 
-/// The text above the grid has a fixed height, but for letters that are larger than the design's.
-void frmOversikt::leggOverskrift()
-{
-    const QLabel &tekst = *m_ui->Label1;
-    const QMargins rand = m_ui->toppfelter->contentsMargins();
-    const int hoyest = height() / 3;
-    const int rundt = rand.top() + rand.bottom();
-    const bool toLinjer = 2 * tekst.fontMetrics().lineSpacing() + rundt <= kOverskrift;
-    m_ui->topp->setFixedHeight(toLinjer ? kOverskrift
-                                        : std::clamp(tekst.heightForWidth(tekst.width()) + rundt,
-                                                     kOverskrift, std::max(kOverskrift, hoyest)));
-}
-
 void frmOversikt::onResize()
 {
-    leggOverskrift();
+    TilpassOverskrift(*this, *m_ui->topp, *m_ui->Label1);
     SpreadFitColumn(*m_ui->fpSpread1, kKundeNavn);
 }
 

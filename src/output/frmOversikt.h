@@ -27,7 +27,6 @@ protected:
 
 private:
     void LesOversikt();
-    void leggOverskrift();
     void fpSpread1_DblClick(int col, int row);
     void visOrdre(int row);
     void sorter(qint16 col);

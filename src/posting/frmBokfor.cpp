@@ -286,6 +286,7 @@ void frmBokfor::btnTransfer_Click()
 
 void frmBokfor::onResize()
 {
+    TilpassOverskrift(*this, *m_ui->topp, *m_ui->lblTekst);
     SpreadFitColumn(*m_ui->fpSpread1, kKundeNavn);
 }
 

@@ -12,11 +12,16 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QFontMetrics>
+#include <QLabel>
+#include <QLayout>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int kStripHeight = 46;      // pixels
 constexpr int kHelpPictureSide = 360; // twips
 constexpr int kPointerSide = 32;
 constexpr QPoint kPointerTip{11, 2};
@@ -63,6 +68,17 @@ void HentSkjermPlass(Form &form, qint32 defaultTop, qint32 defaultLeft, qint32 d
     const qint32 width = stored(u"FWidth"_s, defaultWidth);
     const qint32 height = stored(u"FHeight"_s, defaultHeight);
     form.setPlace(left, top, width, height);
+}
+
+void TilpassOverskrift(const Form &form, QWidget &strip, const QLabel &text)
+{
+    const QMargins margins = strip.layout()->contentsMargins();
+    const int around = margins.top() + margins.bottom();
+    int height = kStripHeight;
+    if (2 * text.fontMetrics().lineSpacing() + around > kStripHeight)
+        height = std::clamp(text.heightForWidth(text.width()) + around, kStripHeight,
+                            std::max(kStripHeight, form.height() / 3));
+    strip.setFixedHeight(height);
 }
 
 void VisHjelpBilde(Form &form)

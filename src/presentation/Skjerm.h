@@ -4,6 +4,8 @@
 
 class Form;
 class QComboBox;
+class QLabel;
+class QWidget;
 
 // What the screens share. All of these pass over.
 
@@ -13,6 +15,10 @@ void LagreSkjermPlass(const Form &form);
 /// twips. The values are not held against the screen.
 void HentSkjermPlass(Form &form, qint32 defaultTop, qint32 defaultLeft, qint32 defaultWidth,
                      qint32 defaultHeight);
+
+/// Gives the strip above a form's grid its fixed height or, for letters so large that two lines of
+/// `text` have no room there, what the text needs, up to a third of the form.
+void TilpassOverskrift(const Form &form, QWidget &strip, const QLabel &text);
 
 /// Dresses the form's image control `imgF1` as the help picture. A form without one stays as it is.
 void VisHjelpBilde(Form &form);

@@ -29,6 +29,19 @@ TEST_F(FrmBokforTest, TextsAndTips)
     EXPECT_EQ(control<Image>(u"imgF1"_s)->toolTip(), u" Vis hjelp for dette skjermbildet (F1)"_s);
 }
 
+TEST_F(FrmBokforTest, LargerLettersHaveTheirRoom)
+{
+    QFont large = QApplication::font();
+    large.setPointSizeF(large.pointSizeF() * 2);
+    SharedForm<frmBokfor>::get().setFont(large);
+    open();
+    const auto *text = control<QLabel>(u"lblTekst"_s);
+    EXPECT_GE(text->height(), text->heightForWidth(text->width()));
+    const auto *transfer = button(u"btnTransfer"_s);
+    EXPECT_GE(transfer->height(), transfer->sizeHint().height());
+    EXPECT_GT(grid().height(), 100);
+}
+
 TEST_F(FrmBokforTest, TheGridAsDesigned)
 {
     open();
