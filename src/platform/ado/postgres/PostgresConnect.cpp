@@ -22,6 +22,7 @@ namespace ado {
 namespace {
 
 constexpr int kConnectTimeout = 9; // seconds
+constexpr int kLookupTimeout = 4;  // seconds, of one name, all name servers together
 
 struct Default
 {
@@ -59,7 +60,7 @@ QMap<QString, QString> completed(QMap<QString, QString> keywords)
 
 /// While it lives, this thread asks each name server once and soon gives up. libpq waits for the
 /// system to find a host's address, which goes on for half a minute where no name server answers;
-/// so it is nine seconds at most, for three of them.
+/// so it is eight seconds at most, for the name as it stands and within the machine's own domain.
 class ShortLookup
 {
 public:
@@ -67,7 +68,8 @@ public:
     {
         if ((_res.options & RES_INIT) == 0)
             res_init();
-        m_wait = std::exchange(_res.retrans, std::min(_res.retrans, 3)); // seconds
+        const int eachWaits = kLookupTimeout / std::max(_res.nscount, 1);
+        m_wait = std::exchange(_res.retrans, std::min(_res.retrans, std::max(eachWaits, 1)));
         m_tries = std::exchange(_res.retry, 1);
     }
     ~ShortLookup()
@@ -79,7 +81,7 @@ public:
     ShortLookup &operator=(const ShortLookup &) = delete;
 
 private:
-    int m_wait = 0;
+    int m_wait = 0; // seconds
     int m_tries = 0;
 };
 
