@@ -15,8 +15,8 @@ public:
     /// All arguments are the screen's and outlive this object.
     OrdreKnapper(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreFelter &felter);
 
-    /// Enables print, copy, new, change and save as told; an order whose status field is no longer
-    /// "Ordre" cannot be changed whatever is told. Cancel and close are on afterwards.
+    /// Each argument enables or disables the command of its name; an order whose status field is no
+    /// longer "Ordre" cannot be changed, whatever `change` is. Cancel and close are on afterwards.
     void SettKnapper(bool print, bool copy, bool ny, bool change, bool save);
 
     /// False greys the pictures of the four navigation buttons and leaves the buttons in use. True

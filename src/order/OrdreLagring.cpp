@@ -16,6 +16,7 @@
 #include "ui_frmOrdre.h"
 
 #include <QPointer>
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 using namespace ordrefelt;
@@ -53,6 +54,10 @@ OrdreLagring::OrdreLagring(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const Ordr
 
 void OrdreLagring::btnSave_Click()
 {
+    // Events run while the note stands. The second click of a double click is none of its own: in
+    // New mode it would store the order once more.
+    if (m_lagrer)
+        return;
     if (const QString tekst = feil(); !tekst.isEmpty()) {
         MsgBox(u"Feil som må rettes før ordren kan lagres:"_s + kLineBreak + tekst,
                msgbox::kExclamation);
@@ -62,6 +67,11 @@ void OrdreLagring::btnSave_Click()
     const int resultat = LagreOrdre(m_tilstand.ErNy ? Modus::Ny : Modus::Endre, u"Ordre"_s, id);
 
     const QPointer<QWidget> skjerm = m_ui.vaSpread1->window();
+    m_lagrer = true;
+    const auto ferdig = qScopeGuard([&] {
+        if (skjerm)
+            m_lagrer = false;
+    });
     if (resultat > 0) {
         // Not the order's ID: what follows works with this until the record is read again.
         m_tilstand.AktivID = resultat;

@@ -52,4 +52,5 @@ private:
     OrdreTilstand &m_tilstand;
     const OrdreFelter &m_felter;
     OrdreKnapper &m_knapper;
+    bool m_lagrer = false; ///< the user is being told how the save went
 };

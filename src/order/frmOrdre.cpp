@@ -12,8 +12,15 @@
 #include "platform/forms/ImageList.h"
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/SendKeys.h"
+#include "platform/forms/Twips.h"
+#include "platform/grid/fpSpread.h"
 #include "presentation/Skjerm.h"
 #include "ui_frmOrdre.h"
+
+#include <QHeaderView>
+#include <QScreen>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -72,6 +79,7 @@ frmOrdre::frmOrdre() : Form(u"frmOrdre"_s), m_ui(std::make_unique<Ui::frmOrdre>(
     warning.add({}, u":/faktura/exclamation.svg"_s);
     m_ui->imgAar->setPicture(warning.icon(1));
     m_rom = std::make_unique<Rom>(*this);
+    makeRoomForLetters();
     connectCommands();
 }
 
@@ -96,6 +104,36 @@ QString frmOrdre::SumBrutto() const
 void frmOrdre::setUtskriftApner(UtskriftApner apner)
 {
     utskriftApner() = std::move(apner);
+}
+
+void frmOrdre::makeRoomForLetters()
+{
+    struct Fast
+    {
+        int nr;
+        QStringView lengste;
+    };
+    constexpr int kFrameAndMargins = 10; // pixels
+    for (const auto &[nr, lengste] :
+         {Fast{ordrefelt::kKundeNr, u"00000"}, Fast{ordrefelt::kFakPostNr, u"0000"},
+          Fast{ordrefelt::kLevPostNr, u"0000"}, Fast{ordrefelt::kBetBet, u"000"},
+          Fast{ordrefelt::kOrdreDato, u"00.00.0000"}, Fast{ordrefelt::kLevDato, u"00.00.0000"},
+          Fast{ordrefelt::kFakDato, u"00.00.0000"}, Fast{ordrefelt::kForfallDato, u"00.00.0000"},
+          Fast{ordrefelt::kAvrunding, u"-0,00"}, Fast{ordrefelt::kSumNetto, u"00 000,00"},
+          Fast{ordrefelt::kMvaKr, u"00 000,00"}, Fast{ordrefelt::kSumBrutto, u"00 000,00"}}) {
+        QLineEdit &felt = m_rom->felter[nr];
+        const int bredde =
+            felt.fontMetrics().horizontalAdvance(lengste.toString()) + kFrameAndMargins;
+        felt.setMinimumWidth(std::max(felt.minimumWidth(), bredde));
+        felt.setMaximumWidth(std::max(felt.maximumWidth(), bredde));
+    }
+    constexpr int kRows = 4; // the headers', two lines' and the scroll bar's
+    fpSpread &grid = *m_ui->vaSpread1;
+    grid.setMinimumHeight(
+        std::max(grid.minimumHeight(), kRows * grid.verticalHeader()->defaultSectionSize()));
+    // A window that the screen has no room for would have its commands beyond the edge.
+    const QSize rom = layout()->minimumSize().boundedTo(screen()->availableSize());
+    setMinimumSize(minimumSize().expandedTo(rom));
 }
 
 void frmOrdre::connectCommands()
@@ -142,7 +180,7 @@ void frmOrdre::onActivate()
 
 void frmOrdre::onResize()
 {
-    m_rom->linjer.brukPlass(place().width() - kWidth);
+    m_rom->linjer.brukPlass(place().width() - std::max(kWidth, pixelsToTwips(minimumWidth())));
 }
 
 bool frmOrdre::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)

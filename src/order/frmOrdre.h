@@ -43,6 +43,8 @@ private:
     struct Rom;
 
     void connectCommands();
+    /// Gives the fields of fixed width and the window room for letters larger than the design's.
+    void makeRoomForLetters();
 
     std::unique_ptr<Ui::frmOrdre> m_ui;
     std::unique_ptr<Rom> m_rom;

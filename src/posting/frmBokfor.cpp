@@ -28,6 +28,7 @@ constexpr int kHoyrestilt = 1;
 constexpr int kAvkryssing = 10;     // the check cell's type
 constexpr qint32 kKontoliste = 150; // pixels
 constexpr qint32 kLoyveliste = 200;
+constexpr int kVedTeksten = 30;        // pixels of frame and arrow
 constexpr qint64 kMaleintervall = 200; // milliseconds
 constexpr QStringView kStandardKonto = u"3000";
 constexpr QStringView kUtenLoyve = u"<nei>";
@@ -146,8 +147,10 @@ frmBokfor::frmBokfor() : Form(u"frmBokfor"_s), m_ui(std::make_unique<Ui::frmBokf
     tilpassValg();
 
     // What is typed stays as it is typed.
-    for (QComboBox *boks : {m_ui->cmbKonto, m_ui->cmbLoyve})
+    for (QComboBox *boks : {m_ui->cmbKonto, m_ui->cmbLoyve}) {
         boks->setCompleter(nullptr);
+        boks->installEventFilter(this);
+    }
 
     onEvent(m_ui->cmbKonto, &QComboBox::activated, this, [this] { kuttVedBlank(*m_ui->cmbKonto); });
     onEvent(m_ui->cmbLoyve, &QComboBox::activated, this, [this] {
@@ -215,6 +218,7 @@ void frmBokfor::fyllKonto()
                    true);
     for (; rs && !rs->eof(); rs->moveNext())
         passOver([&] { boks.addItem(tekst(*rs, u"KontoNr") + u' ' + tekst(*rs, u"Navn")); });
+    boks.setCurrentIndex(-1); // the keys choose from the first account on
     boks.setEditText(kStandardKonto.toString());
     qint32 bredde = kKontoliste;
     SettListeBredde(boks, bredde);
@@ -254,10 +258,16 @@ void frmBokfor::Check1_Click()
     tilpassValg();
 }
 
-/// In a narrow window the buttons keep their place: the choices beside them are cut off, not
-/// pressed together.
+/// The boxes are as wide as drawn, or as their first texts need it in larger letters. In a narrow
+/// window the buttons keep their place: the choices beside them are cut off, not pressed together.
 void frmBokfor::tilpassValg()
 {
+    const auto romFor = [](QComboBox &boks, QStringView tekst) {
+        const int bredde = boks.fontMetrics().horizontalAdvance(tekst.toString()) + kVedTeksten;
+        boks.setFixedWidth(std::max(boks.minimumWidth(), bredde));
+    };
+    romFor(*m_ui->cmbKonto, kStandardKonto);
+    romFor(*m_ui->cmbLoyve, kUtenLoyve);
     m_ui->valg->adjustSize();
     m_ui->venstre->setMaximumWidth(m_ui->valg->width());
 }
@@ -288,6 +298,17 @@ void frmBokfor::onResize()
 {
     TilpassOverskrift(*this, *m_ui->topp, *m_ui->lblTekst);
     SpreadFitColumn(*m_ui->fpSpread1, kKundeNavn);
+}
+
+bool frmBokfor::eventFilter(QObject *watched, QEvent *event)
+{
+    // A wheel that passes by must not choose an account or a permit.
+    const auto *boks = qobject_cast<QComboBox *>(watched);
+    if (boks && event->type() == QEvent::Wheel && !boks->hasFocus()) {
+        event->ignore();
+        return true;
+    }
+    return Form::eventFilter(watched, event);
 }
 
 bool frmBokfor::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)

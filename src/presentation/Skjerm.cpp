@@ -22,6 +22,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kStripHeight = 46;      // pixels
+constexpr int kCommonLine = 18;       // pixels
 constexpr int kHelpPictureSide = 360; // twips
 constexpr int kPointerSide = 32;
 constexpr QPoint kPointerTip{11, 2};
@@ -75,7 +76,7 @@ void TilpassOverskrift(const Form &form, QWidget &strip, const QLabel &text)
     const QMargins margins = strip.layout()->contentsMargins();
     const int around = margins.top() + margins.bottom();
     int height = kStripHeight;
-    if (2 * text.fontMetrics().lineSpacing() + around > kStripHeight)
+    if (text.fontMetrics().lineSpacing() > kCommonLine)
         height = std::clamp(text.heightForWidth(text.width()) + around, kStripHeight,
                             std::max(kStripHeight, form.height() / 3));
     strip.setFixedHeight(height);

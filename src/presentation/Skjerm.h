@@ -16,8 +16,8 @@ void LagreSkjermPlass(const Form &form);
 void HentSkjermPlass(Form &form, qint32 defaultTop, qint32 defaultLeft, qint32 defaultWidth,
                      qint32 defaultHeight);
 
-/// Gives the strip above a form's grid its fixed height or, for letters so large that two lines of
-/// `text` have no room there, what the text needs, up to a third of the form.
+/// Gives the strip above a form's grid its fixed height or, for letters larger than common ones,
+/// what the text needs if that is more, up to a third of the form.
 void TilpassOverskrift(const Form &form, QWidget &strip, const QLabel &text);
 
 /// Dresses the form's image control `imgF1` as the help picture. A form without one stays as it is.

@@ -24,6 +24,7 @@ namespace {
 constexpr QSize kMiniature{168, 238}; // a sheet of A4
 constexpr QSize kLogo{237, 76};
 constexpr int kNoSuchMember = 340; // of a control array
+constexpr int kBesideDigit = 7;    // pixels that a text box takes for its rim
 
 // Twips.
 constexpr int kPageLeft = 210;
@@ -103,6 +104,11 @@ frmOptions::frmOptions()
     const int frame = 2 * m_ui->picLogo->frameWidth();
     m_ui->picLogo->setFixedSize(kLogo + QSize(frame, frame));
 
+    for (QLineEdit *box : {m_ui->Text1, m_ui->Text2, m_ui->Text3}) {
+        // Of large letters, too, one digit is to be seen.
+        const int digit = box->fontMetrics().horizontalAdvance(u'8') + kBesideDigit;
+        box->setFixedWidth(std::max(box->minimumWidth(), digit));
+    }
     for (QFrame *page : m_picOptions)
         page->move(twipsToPixels(page == m_ui->picOptions_1 ? kPageAway : kPageLeft), 0);
     setSmallestSize();
@@ -176,7 +182,8 @@ void frmOptions::onResize()
     TabStrip &strip = *m_ui->tbsOptions;
     const int left = twipsToPixels(kStripLeft);
     const int top = twipsToPixels(kStripTop);
-    const int foot = twipsToPixels(kFootHeight);
+    // Higher than designed where large letters need it.
+    const int foot = std::max(twipsToPixels(kFootHeight), m_ui->bunn->sizeHint().height());
     strip.setGeometry(left, top, width() - 2 * left, height() - top - foot);
     m_ui->bunn->setGeometry(0, height() - foot, width(), foot);
 

@@ -17,8 +17,9 @@ class frmOptions;
 /// reads them once, when it opens, and stores all of them at each save; until then a change is on
 /// the screen alone.
 ///
-/// Both opening and saving pass over: a setting that cannot be read leaves its control as designed,
-/// and one that cannot be stored hinders none of the others.
+/// Both opening and saving pass over: a setting outside its choices leaves its control as designed,
+/// one whose number cannot be read counts as on, and one that cannot be stored hinders none of the
+/// others.
 class frmOptions : public Form
 {
     Q_OBJECT

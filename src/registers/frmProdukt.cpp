@@ -14,6 +14,7 @@
 #include "ui_frmProdukt.h"
 
 #include <QFocusEvent>
+#include <QScopeGuard>
 
 #include <limits>
 
@@ -23,8 +24,7 @@ namespace {
 
 constexpr int kListTab = 1;
 constexpr int kDetailsTab = 2;
-constexpr int kIdField = 11; // of txtFields; the others stand at 0 to 5
-constexpr int kCostField = 4;
+constexpr int kCostField = 4; // of txtFields
 constexpr int kPriceField = 5;
 
 // Twips.
@@ -361,7 +361,16 @@ void frmProdukt::btnChange_Click()
 
 void frmProdukt::btnSave_Click()
 {
+    // Events run while the note stands. The second click of a double click is none of its own: it
+    // would store a new product once more.
+    if (m_lagrer)
+        return;
     const QPointer<frmProdukt> self(this);
+    m_lagrer = true;
+    const auto ended = qScopeGuard([&] {
+        if (self)
+            m_lagrer = false;
+    });
     LagreProdukt();
     if (self)
         SettKnapper(true, true, false, true);

@@ -83,4 +83,5 @@ private:
     Ref<ado::Recordset> m_rsProdukt;        ///< of the last fill
     bool m_bEndre = false;
     bool m_bNy = false;
+    bool m_lagrer = false; ///< a save is under way
 };

@@ -19,7 +19,6 @@ namespace screentour {
 ///     QWidget &screen = guide.window(u"frmProdukt"_s);
 ///     guide.type(guide.control(screen, u"txtFields_1"_s), u"Kjøring"_s);
 ///     guide.picture(screen, u"produkt"_s, u"Produktregisteret"_s);
-///     guide.answer(u"Ja"_s, [&] { guide.click(guide.control(screen, u"btnDelete"_s)); });
 ///     guide.close(screen);
 ///
 /// The screens belong to the component, which has classes of its own: a stop knows their names and

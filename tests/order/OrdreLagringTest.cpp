@@ -93,6 +93,34 @@ TEST_F(OrdreLagringTest, AfterASaveTheWayOnIsPrinting)
     EXPECT_TRUE(erPaa(u"btnNew"_s));
 }
 
+TEST_F(OrdreLagringTest, ADoubleClickStoresANewOrderOnce)
+{
+    nyOrdre();
+    lagreMedDobbeltklikk();
+    EXPECT_EQ(headers(), QStringList({u"1|Kunde AS"_s}));
+    EXPECT_EQ(lines().size(), 1);
+    EXPECT_EQ(knapperPaa(), knapperEtterLagring);
+}
+
+TEST_F(OrdreLagringTest, ADoubleClickOnAChangeLeavesTheOrderOfNumberOneAlone)
+{
+    leggOrdre({.ordreNr = 0, .kundeNavn = u"Nord AS"_s});
+    endreOrdre();
+    lagreMedDobbeltklikk();
+    EXPECT_EQ(headers(), QStringList({u"0|Nord AS"_s, u"1|Kunde AS"_s}));
+    EXPECT_EQ(knapperPaa(), knapperEtterLagring);
+}
+
+TEST_F(OrdreLagringTest, AfterADoubleClickTheNextOrderIsStored)
+{
+    nyOrdre();
+    lagreMedDobbeltklikk();
+    klikk(u"btnPrint"_s);
+    nyOrdre();
+    lagre();
+    EXPECT_EQ(headers().size(), 2);
+}
+
 TEST_F(OrdreLagringTest, AChangeIsStored)
 {
     leggOrdre({.ordreNr = 0});

@@ -40,6 +40,15 @@ protected:
         return id;
     }
     void lagre() { klikk(u"btnSave"_s); }
+    /// The second click comes while the note stands.
+    void lagreMedDobbeltklikk()
+    {
+        QWidget *save = control(u"btnSave"_s);
+        const auto click = [save] { QTest::mouseClick(save, Qt::LeftButton); };
+        QMetaObject::invokeMethod(save, click, Qt::QueuedConnection);
+        click();
+        roFokus();
+    }
     /// Gives the open connection a new session, which a tap can hear.
     void koblePaaNytt()
     {

@@ -7,6 +7,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 
 using namespace Qt::StringLiterals;
 
@@ -149,6 +150,57 @@ TEST_F(FrmOrdreTest, NothingIsCutOffInTheLeastWindow)
                 << widget->objectName().toStdString() << other->objectName().toStdString();
         }
     }
+}
+
+TEST_F(FrmOrdreTest, LargeLettersAreNotCutOff)
+{
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSizeF(usual.pointSizeF() * 1.25);
+    QApplication::setFont(large);
+    apne();
+    skjerm()->setPlace(0, 0, 0, 0);
+    runEvents();
+    for (const QLabel *label : skjerm()->findChildren<QLabel *>()) {
+        if (label->isVisible() && label->parentWidget() == skjerm()) {
+            EXPECT_GE(label->width(), label->sizeHint().width())
+                << label->objectName().toStdString();
+        }
+    }
+    for (const QPushButton *button : skjerm()->findChildren<QPushButton *>()) {
+        EXPECT_GT(button->width(), button->fontMetrics().horizontalAdvance(button->text()))
+            << button->objectName().toStdString();
+    }
+    constexpr int kFrameAndMargins = 10;
+    for (const auto &[nr, text] :
+         std::initializer_list<std::pair<int, QString>>{{18, u"10001"_s},
+                                                        {3, u"0150"_s},
+                                                        {9, u"14"_s},
+                                                        {10, u"28.08.2014"_s},
+                                                        {13, u"28.08.2014"_s},
+                                                        {20, u"1 234,50"_s},
+                                                        {22, u"1 234,50"_s}}) {
+        EXPECT_GE(felt(nr)->width(),
+                  felt(nr)->fontMetrics().horizontalAdvance(text) + kFrameAndMargins)
+            << nr;
+    }
+    EXPECT_GE(control<fpSpread>(u"vaSpread1"_s)->viewport()->height(),
+              2 * control<fpSpread>(u"vaSpread1"_s)->rowHeight(0));
+    QApplication::setFont(usual);
+}
+
+TEST_F(FrmOrdreTest, EvenWithTheLargestLettersTheWindowStaysOnTheScreen)
+{
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSizeF(usual.pointSizeF() * 3);
+    QApplication::setFont(large);
+    apne();
+    skjerm()->setPlace(0, 0, 0, 0);
+    runEvents();
+    EXPECT_LE(skjerm()->width(), skjerm()->screen()->availableSize().width());
+    EXPECT_LE(skjerm()->height(), skjerm()->screen()->availableSize().height());
+    QApplication::setFont(usual);
 }
 
 TEST_F(FrmOrdreTest, TheGridTakesTheRoomOfALargerWindow)

@@ -6,6 +6,7 @@
 #include "state/SharedState.h"
 
 #include <QLabel>
+#include <QWheelEvent>
 
 // --- As it opens
 
@@ -31,15 +32,38 @@ TEST_F(FrmBokforTest, TextsAndTips)
 
 TEST_F(FrmBokforTest, LargerLettersHaveTheirRoom)
 {
-    QFont large = QApplication::font();
-    large.setPointSizeF(large.pointSizeF() * 2);
-    SharedForm<frmBokfor>::get().setFont(large);
-    open();
-    const auto *text = control<QLabel>(u"lblTekst"_s);
-    EXPECT_GE(text->height(), text->heightForWidth(text->width()));
-    const auto *transfer = button(u"btnTransfer"_s);
-    EXPECT_GE(transfer->height(), transfer->sizeHint().height());
-    EXPECT_GT(grid().height(), 100);
+    for (const double factor : {1.5, 2.0}) {
+        QFont large = QApplication::font();
+        large.setPointSizeF(large.pointSizeF() * factor);
+        SharedForm<frmBokfor>::get().setFont(large);
+        open();
+        const auto *text = control<QLabel>(u"lblTekst"_s);
+        EXPECT_GE(text->height(), text->heightForWidth(text->width())) << factor;
+        const auto *transfer = button(u"btnTransfer"_s);
+        EXPECT_GE(transfer->height(), transfer->sizeHint().height()) << factor;
+        EXPECT_GT(grid().height(), 100) << factor;
+        unloadForms();
+        runEvents();
+    }
+}
+
+TEST_F(FrmBokforTest, TheChoicesShowTheirTextsInLargerLetters)
+{
+    const QFont before = QApplication::font();
+    for (const double factor : {1.0, 1.5, 2.0}) {
+        QFont large = before;
+        large.setPointSizeF(large.pointSizeF() * factor);
+        QApplication::setFont(large);
+        open();
+        for (const QString &name : {u"cmbKonto"_s, u"cmbLoyve"_s}) {
+            const QLineEdit *text = box(name)->lineEdit();
+            EXPECT_GE(text->width(), text->fontMetrics().horizontalAdvance(text->text()) + 4)
+                << name.toStdString() << " at " << factor;
+        }
+        unloadForms();
+        runEvents();
+    }
+    QApplication::setFont(before);
 }
 
 TEST_F(FrmBokforTest, TheGridAsDesigned)
@@ -243,6 +267,38 @@ TEST_F(FrmBokforTest, AChosenAccountIsCutToItsNumber)
     list->setFocus();
     QTest::keyClick(list, Qt::Key_Down);
     EXPECT_EQ(list->currentText(), u"3000"_s);
+}
+
+TEST_F(FrmBokforTest, TheArrowKeysBeginWithTheFirstAccount)
+{
+    run(u"INSERT INTO Kontoplan (KlientNr,KontoNr,Navn,KtoGruppe) VALUES (5,1900,'Kasse',10)"_s);
+    open();
+    QComboBox *list = box(u"cmbKonto"_s);
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_EQ(list->currentText(), u"1900"_s);
+}
+
+TEST_F(FrmBokforTest, TheWheelPassesOverAChoiceWithoutTheFocus)
+{
+    run(u"INSERT INTO Kontoplan (KlientNr,KontoNr,Navn,KtoGruppe) VALUES (5,1900,'Kasse',10)"_s);
+    run(u"INSERT INTO Bil (KlientNr,BilLoyve,BilRegNr,BilType,Passiv) VALUES "
+        u"(5,'L-1','AB12345','Volvo',0)"_s);
+    open();
+    for (const auto &[name, text, chosen] : {std::tuple(u"cmbKonto"_s, u"3000"_s, u"1900"_s),
+                                             std::tuple(u"cmbLoyve"_s, u"<nei>"_s, u"L-1"_s)}) {
+        QComboBox *list = box(name);
+        const auto turnWheel = [&] {
+            QWheelEvent wheel(QPointF(5, 5), list->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, -120),
+                              Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(list, &wheel);
+        };
+        turnWheel();
+        EXPECT_EQ(list->currentText(), text);
+        list->setFocus();
+        turnWheel();
+        EXPECT_EQ(list->currentText(), chosen);
+    }
 }
 
 TEST_F(FrmBokforTest, WhatIsTypedStaysAsItIs)

@@ -2,6 +2,7 @@
 
 #include "platform/forms/Twips.h"
 
+#include <QScopeGuard>
 #include <QScreen>
 
 namespace {
@@ -225,6 +226,31 @@ TEST_F(FrmOptionsTest, PagesAndButtonsFollowTheForm)
         const QRect place(save.mapTo(screen(), QPoint()), save.size());
         EXPECT_TRUE(screen()->rect().contains(place));
         EXPECT_GT(place.top(), strip.bottom());
+    }
+}
+
+TEST_F(FrmOptionsTest, LargeLettersHaveRoomInTheButtonsAndTheTextBoxes)
+{
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSizeF(2 * usual.pointSizeF());
+    const auto restored = qScopeGuard([&] { QApplication::setFont(usual); });
+    QApplication::setFont(large);
+    openScreen();
+    const int line = QFontMetrics(large).height();
+    for (const QString &name : {u"cmdOK"_s, u"cmdCancel"_s, u"cmdApply"_s}) {
+        const QWidget &button = control(name);
+        EXPECT_GT(button.height(), line) << name.toStdString();
+        EXPECT_TRUE(
+            screen()->rect().contains(QRect(button.mapTo(screen(), QPoint()), button.size())))
+            << name.toStdString();
+    }
+    for (const QString &name : {u"Text1"_s, u"Text2"_s, u"Text3"_s}) {
+        const QLineEdit &standing = box(name);
+        EXPECT_GT(standing.width(), QFontMetrics(large).horizontalAdvance(u'8') + 4)
+            << name.toStdString();
+        EXPECT_TRUE(standing.parentWidget()->rect().contains(standing.geometry()))
+            << name.toStdString();
     }
 }
 

@@ -88,6 +88,23 @@ TEST_F(FrmProduktLagreTest, ASaveEndsTheMode)
     EXPECT_NE(focused(), u"txtFields_0"_s);
 }
 
+TEST_F(FrmProduktLagreTest, ASecondClickUnderTheNoteStoresNoSecondProduct)
+{
+    newProduct();
+    fillIn({u"B2"_s});
+    QTimer::singleShot(0, screen(), [] {
+        QTest::mouseClick(&control<QPushButton>(u"btnSave"_s), Qt::LeftButton);
+    });
+    QTest::mouseClick(&control<QPushButton>(u"btnSave"_s), Qt::LeftButton);
+    settle();
+    EXPECT_EQ(products(), QStringList({kOlje, u"5|B2||||0|0|25|False"_s}));
+    EXPECT_EQ(enabledButtons(), u"Ny Endre Avbryt Avslutt"_s);
+    newProduct();
+    fillIn({u"C3"_s});
+    press(u"btnSave"_s);
+    EXPECT_EQ(products().size(), 3);
+}
+
 TEST_F(FrmProduktLagreTest, TheListShowsASavedProductWhenItIsTurnedTo)
 {
     newProduct();

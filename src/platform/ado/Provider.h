@@ -18,8 +18,8 @@ struct DataSource
 
     Kind kind = Kind::SqliteFile;
     QString location; ///< of a SqliteFile: the absolute path
-    QMap<QString, QString>
-        server;  ///< of a PostgresServer: libpq's keywords, the password among them
+    /// Of a PostgresServer: libpq's keywords, the password among them.
+    QMap<QString, QString> server;
     QString key; ///< the same for all connection strings that may share a session
 };
 
@@ -28,12 +28,11 @@ struct DataSource
 [[nodiscard]] bool isServerAddress(QStringView name);
 
 /// Finds out what the keyword "dsn" names:
-///   postgresql:// or postgres:// and what follows      the database on a PostgreSQL server
+///   postgresql:// or postgres:// and what follows       the database on a PostgreSQL server
 ///   an existing file, or anything with a slash in it    a SQLite file, from the current folder
-///   anything else                                       a data source of an odbc.ini (see
-///   OdbcIni.h),
-///       whose Driver is one for SQLite (Database is the file) or PostgreSQL (Database, Servername
-///       or Server, Port, UserName, UID or User, Password or PWD, SSLmode)
+///   anything else                                       a data source of an odbc.ini
+/// A data source (OdbcIni.h) has a Driver for SQLite (Database is the file) or PostgreSQL
+/// (Database, Servername or Server, Port, UserName, UID or User, Password or PWD, SSLmode).
 /// User and password of the connection string (uid or user, pwd or password) win over those found
 /// there. Raises kUnspecified when there is no "dsn" and when its name leads nowhere. Nothing is
 /// opened.

@@ -21,15 +21,13 @@ enum class FormState { Normal = 0, Minimised = 1, Maximised = 2 };
 ///     made -> load -> (shown) resize, activate -> activate ... -> queryUnload -> unload -> gone
 ///
 /// - `onLoad` runs once, before the form is first shown, or when `load` asks for it. From then
-/// until
-///   it is unloaded the form stands in `Forms`.
+///   until it is unloaded the form stands in `Forms`.
 /// - `onActivate` runs before the call that shows the form returns, and each time it becomes the
 ///   program's active form again after another *form*. Message boxes, file and print dialogs, the
 ///   parent's windows and other programs do not count.
 /// - `onKeyDown` sees every key ahead of the control that has the focus.
 /// - `unload` asks `onQueryUnload`, runs `onUnload`, takes the form out of `Forms` and deletes it
-/// as
-///   soon as all running event handlers have returned.
+///   as soon as all running event handlers have returned.
 ///
 /// A run-time error that leaves one of these handlers becomes a message box and stops there.
 ///

@@ -8,8 +8,7 @@
 /// A character stands for itself. "+", "^" and "%" put Shift, Control and Alt on the next key or
 /// on a group in "(" and ")"; "~" is Enter. Keys with names stand in braces, as in "{TAB}", "{F1}",
 /// "{ESC}" and "{DOWN}", with a count if wanted, as in "{LEFT 3}"; so do the signs themselves, as
-/// in
-/// "{+}". Names go without regard to case.
+/// in "{+}". Names go without regard to case.
 ///
 /// A text that does not follow these rules raises error 5, and no key of it is sent.
 void sendKeys(const QString &keys);

@@ -1,6 +1,5 @@
 #include "platform/report/ReportReader.h"
 
-#include "platform/report/ReportError.h"
 #include "platform/report/XmlSource.h"
 
 #include <memory>

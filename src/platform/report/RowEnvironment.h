@@ -17,7 +17,7 @@ inline constexpr QChar kTotalPagesMark = QChar(u'\ufdd0');
 class RowEnvironment : public Environment
 {
 public:
-    /// Rows and groups are not owned. `slots` is the number of aggregates in the report.
+    /// Rows and groups are not owned. `slotCount` is the number of aggregates in the report.
     RowEnvironment(Rows &rows, const Groups &groups, int slotCount);
 
     void setRow(int row) { m_row = row; }
@@ -37,7 +37,7 @@ private:
     /// An aggregate over the rows of a span up to but not including `next`.
     struct Total
     {
-        Span span{-1, -1, nullptr, 0};
+        Span span{-1, -1, nullptr, nullptr, 0};
         int next = 0; ///< row number, or index among the picked rows
         int count = 0;
         Value sum; ///< the least or the greatest one for Min and Max
