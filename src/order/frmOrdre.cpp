@@ -122,9 +122,8 @@ void frmOrdre::makeRoomForLetters()
           Fast{ordrefelt::kAvrunding, u"-0,00"}, Fast{ordrefelt::kSumNetto, u"00 000,00"},
           Fast{ordrefelt::kMvaKr, u"00 000,00"}, Fast{ordrefelt::kSumBrutto, u"00 000,00"}}) {
         QLineEdit &felt = m_rom->felter[nr];
-        const int bredde =
-            felt.fontMetrics().horizontalAdvance(lengste.toString()) + kFrameAndMargins;
-        felt.setMinimumWidth(std::max(felt.minimumWidth(), bredde));
+        const int bredde = BreddeFor(felt, lengste, kFrameAndMargins);
+        felt.setMinimumWidth(bredde);
         felt.setMaximumWidth(std::max(felt.maximumWidth(), bredde));
     }
     constexpr int kRows = 4; // the headers', two lines' and the scroll bar's

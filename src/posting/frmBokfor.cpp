@@ -3,6 +3,7 @@
 #include "data/clsAdoUtils.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/forms/OuterRim.h"
+#include "platform/forms/PassingWheel.h"
 #include "platform/forms/SendKeys.h"
 #include "platform/grid/fpSpread.h"
 #include "presentation/Skjerm.h"
@@ -149,7 +150,7 @@ frmBokfor::frmBokfor() : Form(u"frmBokfor"_s), m_ui(std::make_unique<Ui::frmBokf
     // What is typed stays as it is typed.
     for (QComboBox *boks : {m_ui->cmbKonto, m_ui->cmbLoyve}) {
         boks->setCompleter(nullptr);
-        boks->installEventFilter(this);
+        ignorePassingWheel(*boks);
     }
 
     onEvent(m_ui->cmbKonto, &QComboBox::activated, this, [this] { kuttVedBlank(*m_ui->cmbKonto); });
@@ -262,12 +263,8 @@ void frmBokfor::Check1_Click()
 /// window the buttons keep their place: the choices beside them are cut off, not pressed together.
 void frmBokfor::tilpassValg()
 {
-    const auto romFor = [](QComboBox &boks, QStringView tekst) {
-        const int bredde = boks.fontMetrics().horizontalAdvance(tekst.toString()) + kVedTeksten;
-        boks.setFixedWidth(std::max(boks.minimumWidth(), bredde));
-    };
-    romFor(*m_ui->cmbKonto, kStandardKonto);
-    romFor(*m_ui->cmbLoyve, kUtenLoyve);
+    m_ui->cmbKonto->setFixedWidth(BreddeFor(*m_ui->cmbKonto, kStandardKonto, kVedTeksten));
+    m_ui->cmbLoyve->setFixedWidth(BreddeFor(*m_ui->cmbLoyve, kUtenLoyve, kVedTeksten));
     m_ui->valg->adjustSize();
     m_ui->venstre->setMaximumWidth(m_ui->valg->width());
 }
@@ -298,17 +295,6 @@ void frmBokfor::onResize()
 {
     TilpassOverskrift(*this, *m_ui->topp, *m_ui->lblTekst);
     SpreadFitColumn(*m_ui->fpSpread1, kKundeNavn);
-}
-
-bool frmBokfor::eventFilter(QObject *watched, QEvent *event)
-{
-    // A wheel that passes by must not choose an account or a permit.
-    const auto *boks = qobject_cast<QComboBox *>(watched);
-    if (boks && event->type() == QEvent::Wheel && !boks->hasFocus()) {
-        event->ignore();
-        return true;
-    }
-    return Form::eventFilter(watched, event);
 }
 
 bool frmBokfor::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)

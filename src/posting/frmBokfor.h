@@ -34,7 +34,6 @@ protected:
     void onResize() override;
     bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
     void onUnload() override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     class Kjoring;

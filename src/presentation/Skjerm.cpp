@@ -71,6 +71,12 @@ void HentSkjermPlass(Form &form, qint32 defaultTop, qint32 defaultLeft, qint32 d
     form.setPlace(left, top, width, height);
 }
 
+int BreddeFor(const QWidget &control, QStringView text, int beside)
+{
+    return std::max(control.minimumWidth(),
+                    control.fontMetrics().horizontalAdvance(text.toString()) + beside);
+}
+
 void TilpassOverskrift(const Form &form, QWidget &strip, const QLabel &text)
 {
     const QMargins margins = strip.layout()->contentsMargins();

@@ -16,6 +16,9 @@ void LagreSkjermPlass(const Form &form);
 void HentSkjermPlass(Form &form, qint32 defaultTop, qint32 defaultLeft, qint32 defaultWidth,
                      qint32 defaultHeight);
 
+/// The pixels that a control of a drawn width needs for `text` and `beside` it for frame and
+/// margins: its least width as drawn, or more in larger letters.
+[[nodiscard]] int BreddeFor(const QWidget &control, QStringView text, int beside);
 /// Gives the strip above a form's grid its fixed height or, for letters larger than common ones,
 /// what the text needs if that is more, up to a third of the form.
 void TilpassOverskrift(const Form &form, QWidget &strip, const QLabel &text);

@@ -6,6 +6,7 @@
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/PictureFile.h"
 #include "platform/forms/Twips.h"
+#include "presentation/Skjerm.h"
 #include "presentation/frmInvisible.h"
 #include "presentation/mPicture.h"
 #include "rules/Innstilling.h"
@@ -106,8 +107,7 @@ frmOptions::frmOptions()
 
     for (QLineEdit *box : {m_ui->Text1, m_ui->Text2, m_ui->Text3}) {
         // Of large letters, too, one digit is to be seen.
-        const int digit = box->fontMetrics().horizontalAdvance(u'8') + kBesideDigit;
-        box->setFixedWidth(std::max(box->minimumWidth(), digit));
+        box->setFixedWidth(BreddeFor(*box, u"8", kBesideDigit));
     }
     for (QFrame *page : m_picOptions)
         page->move(twipsToPixels(page == m_ui->picOptions_1 ? kPageAway : kPageLeft), 0);

@@ -3,6 +3,7 @@
 #include "data/clsAdoUtils.h"
 #include "platform/forms/OneLine.h"
 #include "platform/forms/OuterRim.h"
+#include "platform/forms/PassingWheel.h"
 #include "platform/forms/SendKeys.h"
 #include "platform/forms/Twips.h"
 #include "presentation/Skjerm.h"
@@ -127,6 +128,7 @@ void frmProdukt::connectControls()
     }
     holdOneLine(*m_ui->cmbMvaSats->lineEdit());
     m_ui->cmbMvaSats->installEventFilter(this);
+    ignorePassingWheel(*m_ui->cmbMvaSats);
     m_ui->chkBruttoPris->installEventFilter(this);
 }
 
@@ -420,12 +422,6 @@ bool frmProdukt::eventFilter(QObject *watched, QEvent *event)
         // The list would come up over a box that sends the focus on.
         if (watched == m_ui->cmbMvaSats && !isEditing())
             return true;
-        break;
-    case QEvent::Wheel:
-        if (watched == m_ui->cmbMvaSats && !m_ui->cmbMvaSats->hasFocus()) {
-            event->ignore();
-            return true;
-        }
         break;
     default:
         break;

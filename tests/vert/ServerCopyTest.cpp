@@ -52,6 +52,13 @@ protected:
     }
     /// The address of a database in which the copy waits for a lock however long it takes.
     static QString patient(const QString &uri) { return uri + u"&options=-c%20lock_timeout%3D0"_s; }
+    /// Holds a copy up behind the table before "Produkt": a table of the same name that is not
+    /// there yet, nor sure to come.
+    static void holdCopyUp(OtherUser &other)
+    {
+        other.run("BEGIN");
+        other.run("CREATE TABLE \"Produkt\" (nr int)");
+    }
     /// Starts a copy and returns when it has told of the table.
     void startCopy(QProcess &process, const QString &from, const QString &to,
                    const QByteArray &table) const
@@ -195,8 +202,7 @@ TEST_F(ServerCopyTest, WhatSomebodyElseMakesMeanwhileIsKept)
 {
     const QString file = makeDemo();
     OtherUser other(uri());
-    other.run("BEGIN");
-    other.run("CREATE TABLE \"Produkt\" (nr int)");
+    holdCopyUp(other);
     QProcess process;
     startCopy(process, file, patient(uri()), "Ordre");
     other.run("COMMIT");
@@ -211,10 +217,8 @@ TEST_F(ServerCopyTest, WhatSomebodyElseMakesMeanwhileIsKept)
 TEST_F(ServerCopyTest, KilledMidwayLeavesTheTargetEmpty)
 {
     const QString file = makeDemo();
-    // A table of the same name that is not there yet, nor sure to come, holds the copy up.
     OtherUser other(uri());
-    other.run("BEGIN");
-    other.run("CREATE TABLE \"Produkt\" (nr int)");
+    holdCopyUp(other);
     QProcess process;
     startCopy(process, file, patient(uri()), "Ordre");
     process.kill();
@@ -261,8 +265,7 @@ TEST_F(ServerCopyTest, SeesAFileAsItWasAtOneMoment)
     const QString file = makeDemo();
     const QByteArray before = dump(file);
     OtherUser other(uri());
-    other.run("BEGIN");
-    other.run("CREATE TABLE \"Produkt\" (nr int)");
+    holdCopyUp(other);
     QProcess process;
     startCopy(process, file, patient(uri()), "Ordre");
     change(u"DELETE FROM OrdreLinjer"_s);
@@ -279,8 +282,7 @@ TEST_F(ServerCopyTest, SeesAServerAsItWasAtOneMoment)
     const PostgresDatabase target;
     const QString targetUri = target.connectionString().sliced(4); // behind "dsn="
     OtherUser other(targetUri);
-    other.run("BEGIN");
-    other.run("CREATE TABLE \"Produkt\" (nr int)");
+    holdCopyUp(other);
     QProcess process;
     startCopy(process, uri(), patient(targetUri), "Ordre");
     m_database.run(u"DELETE FROM \"OrdreLinjer\""_s);
