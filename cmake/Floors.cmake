@@ -10,7 +10,7 @@ endif()
 
 add_library(project_options INTERFACE)
 target_compile_options(project_options INTERFACE
-    -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
     -Wconversion -Wno-sign-conversion -fno-math-errno)
 if(CCACHE_PROGRAM AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(project_options INTERFACE -fpch-preprocess)

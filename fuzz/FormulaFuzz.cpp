@@ -8,6 +8,7 @@
 #include "platform/report/Functions.h"
 #include "platform/report/Query.h"
 #include "platform/report/Selection.h"
+#include "runtime/Moment.h"
 
 #include <cstdlib>
 
@@ -40,7 +41,7 @@ struct Column
 const Column kColumns[] = {
     {u"Ordre.Nr", Value(qint32(7))},
     {u"Ordre.Sum", Value(Currency::fromTenThousandths(1234567))},
-    {u"Ordre.Dato", Value(QDateTime(QDate(2014, 3, 9), QTime(0, 0), Qt::UTC))},
+    {u"Ordre.Dato", Value(utcMoment(QDate(2014, 3, 9)))},
     {u"Ordre.Status", Value(u"Fakturert"_s)},
     {u"Ordre.Betalt", Value(true)},
     {u"Ordre.Logo", Value(QByteArray("bytes"))},

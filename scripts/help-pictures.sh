@@ -13,7 +13,7 @@ trap 'rm -rf "$scratch"' EXIT
 take() {
     local name found
     QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=$1 XDG_CONFIG_HOME=$scratch/settings$1 \
-        "$root/build/dev/bin/strekkbok-vert" --tur "$scratch/tur$1" >&2
+        "$root/build/release/bin/strekkbok-vert" --tur "$scratch/tur$1" >&2
     for name in "${names[@]}"; do
         found=$(find "$scratch/tur$1" -name "[0-9][0-9]-$name.png")
         [[ -n $found ]] || die "The tour has no picture called $name."
@@ -22,7 +22,7 @@ take() {
 }
 
 install_missing
-build dev strekkbok-vert Faktura
+build release strekkbok-vert Faktura
 mapfile -t names < <(grep -oh 'src="bilder/[^"]*\.png"' "$root"/help/html/*.htm |
     sed 's|.*/||; s|\.png"||' | sort -u)
 mkdir -p "$pictures"

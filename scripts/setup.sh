@@ -22,6 +22,7 @@ packages=(
     libpq-dev       # the shared database: PostgreSQL's client library
     postgresql-15   # the server that the tests run for themselves
     libgtest-dev    # the tests
+    tzdata          # the time zones that the tests run in
     libxml2-utils   # xmllint, by which the tests check documents
 )
 

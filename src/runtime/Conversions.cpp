@@ -2,6 +2,7 @@
 
 #include "runtime/Decimal.h"
 #include "runtime/MachineLocale.h"
+#include "runtime/Moment.h"
 
 #include <QStringBuilder>
 
@@ -151,7 +152,7 @@ QDateTime readDate(QStringView text)
     QDate date = readNumericDate(text);
     if (!date.isValid())
         date = QDate::fromString(text.toString(), MachineLocale::current().shortDate);
-    return date.isValid() && time.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
+    return date.isValid() && time.isValid() ? utcMoment(date, time) : QDateTime();
 }
 
 } // namespace
@@ -253,7 +254,7 @@ qint16 toInteger(double number)
 
 QDateTime dateZero()
 {
-    return {QDate(1899, 12, 30), QTime(0, 0), Qt::UTC};
+    return utcMoment(QDate(1899, 12, 30));
 }
 
 QString trimBlanks(QStringView text)

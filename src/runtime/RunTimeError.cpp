@@ -73,3 +73,13 @@ RunTimeError::RunTimeError(int number, QString description)
     : m_number(number), m_description(std::move(description)), m_what(m_description.toUtf8())
 {
 }
+
+int detail::runPassingOver(void (*run)(void *), void *statement)
+{
+    try {
+        run(statement);
+        return 0;
+    } catch (const RunTimeError &error) {
+        return error.number();
+    }
+}

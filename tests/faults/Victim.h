@@ -14,7 +14,7 @@ namespace faults {
 class Victim
 {
 public:
-    /// Starts a task (see victim.cpp) on a database; `stepping` lets it wait after each report.
+    /// Starts a task (see VictimMain.cpp) on a database; `stepping` lets it wait after each report.
     Victim(const QString &task, const QString &connectionString, bool stepping = false);
     ~Victim();
     Victim(const Victim &) = delete;

@@ -1,6 +1,7 @@
 #include "runtime/Conversions.h"
 
 #include "runtime/Format.h"
+#include "runtime/Moment.h"
 #include "runtime/Support.h"
 
 using namespace Qt::StringLiterals;
@@ -9,7 +10,7 @@ namespace {
 
 QDateTime moment(int year, int month, int day, QTime time = QTime(0, 0))
 {
-    return QDateTime(QDate(year, month, day), time, Qt::UTC);
+    return utcMoment(QDate(year, month, day), time);
 }
 
 class DateTextTest : public testing::Test

@@ -1,5 +1,7 @@
 #include "runtime/RunTimeError.h"
 
+#include "runtime/Conversions.h"
+#include "runtime/Currency.h"
 #include "runtime/Support.h"
 
 #include <QSet>
@@ -63,6 +65,44 @@ TEST(RunTimeError, PassOverGoesOnWithTheVariablesAsTheyStood)
     EXPECT_EQ(amount, 5);
     EXPECT_EQ(passOver([&] { amount = 6; }), 0);
     EXPECT_EQ(amount, 6);
+}
+
+/// Products of amounts that are read one after the other, some of which may not be readable.
+struct Products
+{
+    Currency first;
+    Currency second;
+};
+
+[[gnu::noinline]] Currency amountOf(const QString &text)
+{
+    return toCurrency(text);
+}
+
+[[gnu::noinline]] void multiply(const QString *texts, Products &products)
+{
+    Currency price;
+    Currency rate;
+    Currency count;
+    passOver([&] { price = amountOf(texts[0]); });
+    passOver([&] { rate = amountOf(texts[1]); });
+    passOver([&] { count = amountOf(texts[2]); });
+    passOver([&] { products.first = price * count; });
+    passOver([&] { products.second = rate * count; });
+}
+
+TEST(RunTimeError, AnAmountWhoseStatementFailedKeepsItsValueUnderEveryOptimiser)
+{
+    const QString texts[] = {u"abc"_s, u"25"_s, u"2"_s};
+    Products products;
+    multiply(texts, products);
+    EXPECT_EQ(products.first.tenThousandths(), 0);
+    EXPECT_EQ(products.second.tenThousandths(), 50 * Currency::kScale);
+
+    const QString unreadable[] = {u"3"_s, u"abc"_s, u"abc"_s};
+    multiply(unreadable, products);
+    EXPECT_EQ(products.first.tenThousandths(), 0);
+    EXPECT_EQ(products.second.tenThousandths(), 0);
 }
 
 TEST(RunTimeError, PassOverLetsOtherExceptionsThrough)

@@ -1,6 +1,7 @@
 #include "runtime/Value.h"
 
 #include "runtime/Conversions.h"
+#include "runtime/Moment.h"
 #include "runtime/Support.h"
 
 #include <cmath>
@@ -10,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QDateTime kMorning(QDate(2014, 3, 9), QTime(6, 0), Qt::UTC);
+const QDateTime kMorning = utcMoment(QDate(2014, 3, 9), QTime(6, 0));
 
 Value smallInt(int v)
 {
@@ -120,7 +121,7 @@ TEST_F(ValueTest, TextOfNumbersIsReadBack)
 
 TEST_F(ValueTest, TextOfDatesAndTruths)
 {
-    EXPECT_EQ(Value(QDateTime(QDate(2014, 3, 9), QTime(0, 0), Qt::UTC)).toText(), u"09.03.2014"_s);
+    EXPECT_EQ(Value(utcMoment(QDate(2014, 3, 9))).toText(), u"09.03.2014"_s);
     EXPECT_EQ(Value(kMorning).toText(), u"09.03.2014 06:00:00"_s);
     EXPECT_EQ(text(Value(kMorning).toText()).toDate(), kMorning);
     EXPECT_EQ(Value(true).toText(), u"True"_s);
@@ -176,7 +177,7 @@ TEST_F(ValueTest, ANumberCountsAsDaysFromTheZeroDate)
     EXPECT_EQ(Value(kMorning).toDouble(), 41707.25);
     EXPECT_EQ(Value(kMorning).toLong(), 41707);
     // Before the zero date the time of day still counts onwards.
-    const QDateTime before(QDate(1899, 12, 29), QTime(6, 0), Qt::UTC);
+    const QDateTime before = utcMoment(QDate(1899, 12, 29), QTime(6, 0));
     EXPECT_EQ(Value(-1.25).toDate(), before);
     EXPECT_EQ(Value(before).toDouble(), -1.25);
     EXPECT_EQ(Value(kMorning).toDate(), kMorning);

@@ -1,6 +1,7 @@
 #include "vert/TableSums.h"
 
 #include "platform/ado/RowSet.h"
+#include "runtime/Moment.h"
 
 #include <gtest/gtest.h>
 
@@ -60,7 +61,7 @@ TEST(TableSums, TellTheSmallestDifferenceOfEachType)
         Value one;
         Value other;
     };
-    const QDateTime noon(QDate(2014, 5, 17), QTime(12, 0), Qt::UTC);
+    const QDateTime noon = utcMoment(QDate(2014, 5, 17), QTime(12, 0));
     const Pair pairs[] = {
         {DataType::SmallInt, Value(qint16{1}), Value(qint16{2})},
         {DataType::Integer, Value(std::numeric_limits<qint32>::max()),

@@ -1,6 +1,7 @@
 #include "platform/ado/ColumnStore.h"
 
 #include "platform/ado/AdoTypes.h"
+#include "runtime/Moment.h"
 
 #include <limits>
 
@@ -90,7 +91,7 @@ void ColumnStore::append(const Value &value)
         return append(value.toCurrency().tenThousandths());
     case DataType::Date: {
         const QDateTime date = value.toDate();
-        return append(QDateTime(date.date(), date.time(), Qt::UTC).toMSecsSinceEpoch());
+        return append(utcMoment(date.date(), date.time()).toMSecsSinceEpoch());
     }
     case DataType::Boolean:
         return append(value.toBoolean());
@@ -137,7 +138,7 @@ Value ColumnStore::value(std::size_t row) const
     case DataType::Currency:
         return Value(Currency::fromTenThousandths(number<qint64>(row)));
     case DataType::Date:
-        return Value(QDateTime::fromMSecsSinceEpoch(number<qint64>(row), Qt::UTC));
+        return Value(utcMoment(number<qint64>(row)));
     case DataType::Boolean:
         return Value(number<bool>(row));
     case DataType::LongVarBinary:

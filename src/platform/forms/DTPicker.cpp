@@ -134,7 +134,11 @@ QDateTime DTPicker::dateTimeFromText(const QString &text) const
 {
     const QDate typed = m_typing ? QDate() : readDate(text);
     const bool isInside = typed.isValid() && typed >= minimumDate() && typed <= maximumDate();
-    return isInside ? typed.startOfDay() : dateTime();
+    // The field's own kind of time is kept: local midnight would be the day before in a field of UTC.
+    QDateTime moment = dateTime();
+    if (isInside)
+        moment.setDate(typed);
+    return moment;
 }
 
 QString DTPicker::textFromDateTime(const QDateTime &dateTime) const

@@ -4,6 +4,7 @@
 #include "runtime/Conversions.h"
 #include "runtime/Decimal.h"
 #include "runtime/Format.h"
+#include "runtime/Moment.h"
 
 #include <algorithm>
 #include <cmath>
@@ -140,7 +141,7 @@ Value date(const Arguments &arguments)
     const QDate day(parts[0], parts[1], parts[2]);
     if (!day.isValid() || day.year() < 100)
         throw RunTimeError(::errors::kInvalidCall, u"det finnes ingen slik dato"_s);
-    return Value(QDateTime(day, QTime(0, 0), Qt::UTC));
+    return Value(utcMoment(day));
 }
 
 Value datePart(const Arguments &arguments, int (QDate::*part)() const)

@@ -6,6 +6,7 @@
 #include "platform/report/ReportError.h"
 #include "platform/report/ReportFiles.h"
 #include "platform/report/Selection.h"
+#include "runtime/Moment.h"
 
 using namespace Qt::StringLiterals;
 
@@ -120,7 +121,7 @@ private:
         else if (type == Type::Money)
             sample = Value(Currency());
         else if (type == Type::Date)
-            sample = Value(QDateTime(QDate(2000, 1, 1), QTime(0, 0), Qt::UTC));
+            sample = Value(utcMoment(QDate(2000, 1, 1)));
         try {
             static_cast<void>(textOf(sample, item.format));
         } catch (const RunTimeError &) {

@@ -2,6 +2,7 @@
 
 #include "platform/report/Functions.h"
 #include "runtime/Clock.h"
+#include "runtime/Moment.h"
 
 #include <algorithm>
 
@@ -48,7 +49,7 @@ Value RowEnvironment::special(Special special)
     case Special::Today:
         break;
     }
-    return Value(QDateTime(m_now.date(), QTime(0, 0), Qt::UTC));
+    return Value(utcMoment(m_now.date()));
 }
 
 Value RowEnvironment::aggregate(const Expr &expr)

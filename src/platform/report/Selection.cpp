@@ -6,6 +6,7 @@
 #include "platform/report/Query.h"
 #include "runtime/Clock.h"
 #include "runtime/Format.h"
+#include "runtime/Moment.h"
 
 #include <algorithm>
 
@@ -23,7 +24,7 @@ public:
     Value aggregate(const Expr &) override { return {}; }
     Value special(Special) override
     {
-        return Value(QDateTime(Clock::current().today(), QTime(0, 0), Qt::UTC));
+        return Value(utcMoment(Clock::current().today()));
     }
     FieldInfo field(QStringView) const override { return {}; }
     int group(QStringView) const override { return kOwnScope; }

@@ -1,6 +1,7 @@
 #include "platform/ado/RowSet.h"
 
 #include "platform/ado/Support.h"
+#include "runtime/Moment.h"
 
 namespace ado::test {
 
@@ -18,7 +19,7 @@ dialect::ResultColumn column(const QString &name, DataType type, int width = 0)
 
 QDateTime moment(int year, int month, int day, int hour = 0)
 {
-    return {QDate(year, month, day), QTime(hour, 0), Qt::UTC};
+    return utcMoment(QDate(year, month, day), QTime(hour, 0));
 }
 
 /// Two rows: 1 "Kari", 2 "Ola".
@@ -141,9 +142,9 @@ TEST(RowSet, DateIsTheNearestSecondThatTheDatabaseKeeps)
     const int row = rows.addRow();
     rows.setValue(row, 0, Value(2958465.99998));
     EXPECT_EQ(rows.value(row, 0).toDate(),
-              QDateTime(QDate(9999, 12, 31), QTime(23, 59, 58), Qt::UTC));
-    rows.setValue(row, 0, Value(QDateTime(QDate(1899, 12, 29), QTime(5, 59, 59, 700), Qt::UTC)));
-    EXPECT_EQ(rows.value(row, 0).toDate(), QDateTime(QDate(1899, 12, 29), QTime(6, 0), Qt::UTC));
+              utcMoment(QDate(9999, 12, 31), QTime(23, 59, 58)));
+    rows.setValue(row, 0, Value(utcMoment(QDate(1899, 12, 29), QTime(5, 59, 59, 700))));
+    EXPECT_EQ(rows.value(row, 0).toDate(), utcMoment(QDate(1899, 12, 29), QTime(6, 0)));
 }
 
 TEST(RowSet, ComputedColumnCannotBeChanged)

@@ -1,6 +1,7 @@
 #include "platform/ado/Recordset.h"
 
 #include "platform/ado/Support.h"
+#include "runtime/Moment.h"
 
 namespace ado::test {
 
@@ -163,7 +164,7 @@ TEST_F(UpdateBatch, AddedRowIsInsertedAndGetsItsNumber)
     EXPECT_TRUE(rows.isNull(0));
     rows.setValue(u"RegNr", Value(u"DN12345"_s));
     rows.setValue(u"Passiv", Value(true));
-    rows.setValue(3, Value(QDateTime(QDate(2014, 3, 9), QTime(0, 0), Qt::UTC)));
+    rows.setValue(3, Value(utcMoment(QDate(2014, 3, 9))));
     rows.addNew();
     rows.setValue(u"RegNr", Value(u"EK54321"_s));
     rows.updateBatch();

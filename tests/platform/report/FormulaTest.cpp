@@ -3,6 +3,7 @@
 #include "platform/report/Functions.h"
 #include "platform/report/ReportError.h"
 #include "runtime/MachineLocale.h"
+#include "runtime/Moment.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +23,7 @@ public:
         add(u"Nr"_s, Type::Number, Value(qint32(7)));
         add(u"Sum"_s, Type::Money, Value(Currency::fromTenThousandths(12345000)));
         add(u"Enkel"_s, Type::Number, Value(0.1f));
-        add(u"Dato"_s, Type::Date, Value(QDateTime(QDate(2014, 3, 9), QTime(0, 0), Qt::UTC)));
+        add(u"Dato"_s, Type::Date, Value(utcMoment(QDate(2014, 3, 9))));
         add(u"Tekst"_s, Type::Text, Value(u"Åsen"_s));
         add(u"Ja"_s, Type::Truth, Value(true));
         add(u"Tom"_s, Type::Text, Value());

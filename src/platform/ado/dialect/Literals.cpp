@@ -3,6 +3,7 @@
 #include "platform/ado/dialect/Translator.h"
 #include "runtime/Conversions.h"
 #include "runtime/Decimal.h"
+#include "runtime/Moment.h"
 
 #include <QVarLengthArray>
 
@@ -144,7 +145,7 @@ private:
         if (!date.isValid() || date.year() < kFirstYear || !timeRead ||
             !QTime::isValid(clock[0], clock[1], clock[2]))
             raiseSyntax(m_token, u"«%1» er ingen dato"_s.arg(m_token.text));
-        return QDateTime(date, QTime(clock[0], clock[1], clock[2]), Qt::UTC);
+        return utcMoment(date, QTime(clock[0], clock[1], clock[2]));
     }
 
     /// Reads up to three numbers of one to four digits; 0 when the text is anything else.

@@ -1,6 +1,7 @@
 #include "platform/ado/dialect/Fitting.h"
 
 #include "platform/ado/dialect/Fixture.h"
+#include "runtime/Moment.h"
 
 namespace ado::dialect::test {
 
@@ -19,13 +20,13 @@ TEST(Fitting, MomentIsTheNearestSecond)
 {
     const auto second = [](double days) { return wholeSeconds(Value(days).toDate()); };
     const QDate last(9999, 12, 31);
-    EXPECT_EQ(second(2958465.99998), QDateTime(last, QTime(23, 59, 58), Qt::UTC));
-    EXPECT_EQ(second(2958465.99999), QDateTime(last, QTime(23, 59, 59), Qt::UTC));
-    EXPECT_EQ(second(41706.9999999), QDateTime(QDate(2014, 3, 9), QTime(0, 0), Qt::UTC));
-    EXPECT_EQ(second(-1.25), QDateTime(QDate(1899, 12, 29), QTime(6, 0), Qt::UTC));
+    EXPECT_EQ(second(2958465.99998), utcMoment(last, QTime(23, 59, 58)));
+    EXPECT_EQ(second(2958465.99999), utcMoment(last, QTime(23, 59, 59)));
+    EXPECT_EQ(second(41706.9999999), utcMoment(QDate(2014, 3, 9)));
+    EXPECT_EQ(second(-1.25), utcMoment(QDate(1899, 12, 29), QTime(6, 0)));
     EXPECT_EQ(passOver([&] { (void)second(2958465.9999999); }), ::errors::kOverflow);
     EXPECT_EQ(passOver([] { (void)wholeSeconds(QDateTime()); }), ::errors::kOverflow);
-    const QDateTime early(QDate(99, 12, 31), QTime(23, 59, 59), Qt::UTC);
+    const QDateTime early = utcMoment(QDate(99, 12, 31), QTime(23, 59, 59));
     EXPECT_EQ(passOver([&] { (void)wholeSeconds(early); }), ::errors::kOverflow);
 }
 

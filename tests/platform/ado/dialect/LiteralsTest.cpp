@@ -1,4 +1,5 @@
 #include "platform/ado/dialect/Fixture.h"
+#include "runtime/Moment.h"
 
 #include <limits>
 
@@ -33,7 +34,7 @@ Value money(qint64 tenThousandths)
 
 Value day(int year, int month, int dayOfMonth, QTime time = QTime(0, 0))
 {
-    return Value(QDateTime(QDate(year, month, dayOfMonth), time, Qt::UTC));
+    return Value(utcMoment(QDate(year, month, dayOfMonth), time));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "platform/ado/postgres/PostgresConnect.h"
 #include "platform/ado/postgres/Support.h"
+#include "runtime/Moment.h"
 
 namespace ado::test {
 
@@ -76,7 +77,7 @@ TEST_F(PostgresLinkTest, ParametersKeepTheirValues)
                                     Value(-1e300),
                                     Value(Currency::fromTenThousandths(-1)),
                                     Value(Currency::fromTenThousandths(9223372036854775807)),
-                                    Value(QDateTime(QDate(850, 2, 3), QTime(4, 5, 6), Qt::UTC)),
+                                    Value(utcMoment(QDate(850, 2, 3), QTime(4, 5, 6))),
                                     Value(true),
                                     Value(u"O'Brien \\ ærlig"_s),
                                     Value(QByteArray("\0'\\", 3)),

@@ -1,4 +1,5 @@
 #include "platform/ado/postgres/Support.h"
+#include "runtime/Moment.h"
 
 namespace ado::test {
 
@@ -33,7 +34,7 @@ TEST_F(PostgresSessionTest, TypesComeBackExactlyForFullAndEmptyResults)
     EXPECT_EQ(rows.value(2), Value(0.1F));
     EXPECT_EQ(rows.value(3), Value(0.25));
     EXPECT_EQ(rows.value(4), Value(Currency::fromTenThousandths(31000)));
-    EXPECT_EQ(rows.value(5), Value(QDateTime(QDate(2020, 12, 31), QTime(0, 0), Qt::UTC)));
+    EXPECT_EQ(rows.value(5), Value(utcMoment(QDate(2020, 12, 31))));
     EXPECT_EQ(rows.value(6), Value(true));
     EXPECT_EQ(rows.value(7), Value(u"blåbær"_s));
     EXPECT_TRUE(rows.value(8).isNull());

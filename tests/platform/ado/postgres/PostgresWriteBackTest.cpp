@@ -1,4 +1,5 @@
 #include "platform/ado/postgres/Support.h"
+#include "runtime/Moment.h"
 
 namespace ado::test {
 
@@ -114,7 +115,7 @@ TEST_F(PostgresWriteBack, AddedRowsAreInsertedAndGetTheirNumbers)
     rows.setValue(u"RegNr", Value(u"DN12345"_s));
     rows.setValue(u"Passiv", Value(true));
     rows.setValue(u"Vekt", Value(12.5F));
-    rows.setValue(u"Dag", Value(QDateTime(QDate(2014, 3, 9), QTime(8, 30), Qt::UTC)));
+    rows.setValue(u"Dag", Value(utcMoment(QDate(2014, 3, 9), QTime(8, 30))));
     rows.addNew();
     rows.setValue(u"ID", Value(qint32{7}));
     rows.updateBatch();

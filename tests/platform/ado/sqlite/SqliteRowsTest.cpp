@@ -1,4 +1,5 @@
 #include "platform/ado/Support.h"
+#include "runtime/Moment.h"
 
 namespace ado::test {
 
@@ -47,7 +48,7 @@ TEST_F(SqliteRows, ValuesComeOutByTheirColumnsType)
     EXPECT_EQ(read("Kroner"),
               Value(Currency::fromTenThousandths(std::numeric_limits<qint64>::max())));
     store("Dato", "'2014-03-09 13:30:00'");
-    EXPECT_EQ(read("Dato"), Value(QDateTime(QDate(2014, 3, 9), QTime(13, 30), Qt::UTC)));
+    EXPECT_EQ(read("Dato"), Value(utcMoment(QDate(2014, 3, 9), QTime(13, 30))));
     store("Sant", "-1");
     EXPECT_EQ(read("Sant"), Value(true));
     store("Sant", "0");

@@ -1,22 +1,23 @@
 #include "platform/ado/sqlite/StoredDate.h"
 
 #include "platform/ado/Support.h"
+#include "runtime/Moment.h"
 
 namespace ado::test {
 
 TEST(StoredDate, DayAloneAndDayWithTime)
 {
-    EXPECT_EQ(storedDate(QDateTime(QDate(2014, 3, 9), QTime(0, 0), Qt::UTC)), "2014-03-09");
-    EXPECT_EQ(storedDate(QDateTime(QDate(899, 12, 30), QTime(7, 5, 9, 900), Qt::UTC)),
+    EXPECT_EQ(storedDate(utcMoment(QDate(2014, 3, 9))), "2014-03-09");
+    EXPECT_EQ(storedDate(utcMoment(QDate(899, 12, 30), QTime(7, 5, 9, 900))),
               "0899-12-30 07:05:09");
 }
 
 TEST(StoredDate, ReadsWhatItWrites)
 {
-    for (const QDateTime &date : {QDateTime(QDate(1970, 1, 1), QTime(0, 0), Qt::UTC),
-                                  QDateTime(QDate(1899, 12, 30), QTime(23, 59, 59), Qt::UTC),
-                                  QDateTime(QDate(9999, 12, 31), QTime(1, 0, 0), Qt::UTC),
-                                  QDateTime(QDate(2000, 2, 29), QTime(0, 0, 1), Qt::UTC)})
+    for (const QDateTime &date : {utcMoment(QDate(1970, 1, 1)),
+                                  utcMoment(QDate(1899, 12, 30), QTime(23, 59, 59)),
+                                  utcMoment(QDate(9999, 12, 31), QTime(1, 0, 0)),
+                                  utcMoment(QDate(2000, 2, 29), QTime(0, 0, 1))})
         EXPECT_EQ(millisecondsOf(storedDate(date).toStdString()), date.toMSecsSinceEpoch());
 }
 
