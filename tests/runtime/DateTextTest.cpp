@@ -46,8 +46,13 @@ TEST_F(DateTextTest, ReadsATime)
 TEST_F(DateTextTest, CarriesNoTimeZone)
 {
     EXPECT_EQ(toDate(u"9.3.2014").timeSpec(), Qt::UTC);
-    // The hour that the change to summer time leaves out.
-    EXPECT_EQ(toDate(u"30.3.2014 02:30").time(), QTime(2, 30));
+    // Hours that a change to summer time leaves out in Oslo, New York, Auckland and Santiago.
+    for (const QString &text : {u"30.3.2014 02:30"_s, u"9.3.2014 02:30"_s, u"28.9.2014 02:30"_s,
+                                u"7.9.2014 00:30"_s, u"7.9.2014 00:00"_s}) {
+        const QDateTime read = toDate(text);
+        EXPECT_EQ(read.toString(u"d.M.yyyy hh:mm"), text);
+        EXPECT_EQ(read.addDays(1).time(), read.time()) << text.toStdString();
+    }
 }
 
 TEST_F(DateTextTest, OtherTextRaisesTypeMismatch)

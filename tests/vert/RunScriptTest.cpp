@@ -15,9 +15,9 @@ protected:
     {
         const QDir folder(path(QString()));
         EXPECT_TRUE(folder.mkpath(u"scripts"_s));
-        EXPECT_TRUE(folder.mkpath(u"build/dev/bin"_s));
+        EXPECT_TRUE(folder.mkpath(u"build/release/bin"_s));
         EXPECT_TRUE(QFile::copy(QStringLiteral(RUN_SCRIPT), path(u"run"_s)));
-        EXPECT_TRUE(QFile::link(programFile(), path(u"build/dev/bin/strekkbok-vert"_s)));
+        EXPECT_TRUE(QFile::link(programFile(), path(u"build/release/bin/strekkbok-vert"_s)));
         write(u"scripts/setup.sh"_s,
               "root=$(cd \"$(dirname \"${BASH_SOURCE[0]}\")/..\" && pwd -P)\n"
               "say() { printf '== %s\\n' \"$*\" >&2; }\n"

@@ -132,6 +132,30 @@ TEST_F(Picker, DatesAreTypedWithOrWithoutMarksAndWithShortParts)
     }
 }
 
+// The days on which clocks change somewhere: Oslo, New York, Auckland, and Santiago, where one of them
+// has no midnight. Each of them is a day like others in every zone.
+TEST_F(Picker, ADayOnWhichTheClocksChangeStaysThatDay)
+{
+    const QDate days[] = {QDate(2026, 3, 29), QDate(2026, 10, 25), QDate(2026, 3, 8),
+                          QDate(2026, 11, 1), QDate(2026, 4, 5),   QDate(2026, 9, 27),
+                          QDate(2026, 9, 6),  QDate(2027, 3, 28)};
+    for (const QDate day : days) {
+        SCOPED_TRACE(day.toString(Qt::ISODate).toStdString());
+        type(day.toString(u"dd.MM.yyyy"));
+        QTest::keyClick(picker, Qt::Key_Return);
+        EXPECT_EQ(picker->value(), day);
+        EXPECT_EQ(picker->text(), day.toString(u"dd.MM.yyyy"));
+        // Enter on a date that nobody typed leaves it.
+        QTest::keyClick(picker, Qt::Key_Return);
+        EXPECT_EQ(picker->value(), day);
+        picker->setCurrentSection(QDateTimeEdit::DaySection);
+        picker->stepBy(1);
+        EXPECT_EQ(picker->value(), day.addDays(1));
+        picker->stepBy(-1);
+        EXPECT_EQ(picker->value(), day);
+    }
+}
+
 TEST_F(Picker, ATypedDayWaitsForItsMonthAndItsYear)
 {
     picker->setLimits(QDate(2010, 1, 1), QDate(2027, 12, 31));
