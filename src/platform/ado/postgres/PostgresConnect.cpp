@@ -5,6 +5,7 @@
 
 #include <QDeadlineTimer>
 #include <QRegularExpression>
+#include <QTimeZone>
 
 #include <libpq-fe.h>
 
@@ -46,6 +47,16 @@ constexpr QLatin1StringView kSettings = "-c lock_timeout=8000 -c standard_confor
                                         "-c extra_float_digits=1 "
                                         "-c default_transaction_isolation=read\\ committed"_L1;
 
+/// The server hands a moment that was stored with its zone over in the session's, which is this
+/// machine's own as long as nobody names another one. A zone that is in no list is left out, since a
+/// server refuses the whole session for it.
+QString machinesZone()
+{
+    const QByteArray zone = QTimeZone::systemTimeZoneId();
+    return QTimeZone::isTimeZoneIdAvailable(zone) ? u" -c TimeZone="_s + QLatin1StringView(zone)
+                                                  : QString();
+}
+
 QMap<QString, QString> completed(QMap<QString, QString> keywords)
 {
     for (const Default &setting : kDefaults) {
@@ -54,7 +65,7 @@ QMap<QString, QString> completed(QMap<QString, QString> keywords)
     }
     keywords.insert(u"client_encoding"_s, u"UTF8"_s);
     QString &options = keywords[u"options"_s];
-    options = QString(kSettings) + u' ' + options;
+    options = QString(kSettings) + machinesZone() + u' ' + options;
     return keywords;
 }
 

@@ -146,6 +146,28 @@ TEST_F(PostgresSessionTest, TablesMadeWithOtherTypesWorkAlike)
               "Øy|7.25|2015-12-24");
 }
 
+// A moment that another program keeps with its zone is a day of this machine's calendar, not of the
+// server's; the tests run in Norway.
+TEST_F(PostgresSessionTest, AMomentWithAZoneIsSeenInTheMachinesOwn)
+{
+    m_database.run(u"CREATE TABLE Moment (Nr integer, Dag timestamptz)"_s);
+    m_database.run(u"INSERT INTO Moment VALUES (1, '2026-01-01 00:00+01'), (2, "
+                   "'2026-07-01 00:00+02')"_s);
+    m_database.run(u"DO $$ BEGIN EXECUTE format('ALTER DATABASE %I SET timezone TO "
+                   "''America/New_York''', current_database()); END $$"_s);
+    Client client(m_database);
+    EXPECT_EQ(client.column(u"SELECT Dag FROM Moment ORDER BY Nr"_s), u"01.01.2026 01.07.2026"_s);
+    EXPECT_EQ(client.column(u"SELECT Nr FROM Moment WHERE Dag=#07/01/2026#"_s), u"2"_s);
+    client.run(u"UPDATE Moment SET Dag=#12/24/2026# WHERE Nr=1"_s);
+    EXPECT_EQ(stored(u"SELECT to_char(Dag AT TIME ZONE 'UTC', 'YYYY-MM-DD HH24') FROM Moment "
+                     "WHERE Nr=1"_s),
+              "2026-12-23 23");
+
+    // Who names a zone gets that one.
+    Client abroad(m_database.connectionString() + u"&options=-c%20TimeZone%3DAsia/Tokyo"_s);
+    EXPECT_EQ(abroad.column(u"SELECT Dag FROM Moment WHERE Nr=2"_s), u"01.07.2026 07:00:00"_s);
+}
+
 TEST_F(PostgresSessionTest, WhatIsNoNumberOfTheModulesSpoilsNoMoreThanItsColumn)
 {
     m_database.run(u"CREATE TABLE t (a real, b double precision, c numeric(19,4), d timestamp, e "
