@@ -2,8 +2,7 @@
 
 #include "platform/ado/AdoTypes.h"
 #include "platform/ado/OdbcIni.h"
-#include "platform/ado/postgres/PostgresConnect.h"
-#include "platform/ado/postgres/PostgresSession.h"
+#include "platform/ado/postgres/Postgres.h"
 #include "platform/ado/sqlite/SqliteSession.h"
 
 #include <QDir>
@@ -129,7 +128,7 @@ std::unique_ptr<Session> openSession(const DataSource &source)
     case DataSource::Kind::SqliteFile:
         return std::make_unique<SqliteSession>(source.location);
     case DataSource::Kind::PostgresServer:
-        return std::make_unique<PostgresSession>(source.server);
+        return openPostgres(source.server);
     }
     Q_UNREACHABLE();
 }

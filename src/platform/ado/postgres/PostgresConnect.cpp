@@ -190,22 +190,4 @@ int connectPatience(const QMap<QString, QString> &keywords)
     return asked > 0 ? std::min(asked, kConnectTimeout) : kConnectTimeout;
 }
 
-QMap<QString, QString> postgresKeywords(const QString &uri)
-{
-    char *message = nullptr; // libpq's, which shows parts of the text
-    PQconninfoOption *const found = PQconninfoParse(uri.toUtf8().constData(), &message);
-    PQfreemem(message);
-    if (!found)
-        throw RunTimeError(errors::kUnspecified,
-                           u"Adressen til databasetjeneren («dsn=postgresql://…») er ikke "
-                           "riktig skrevet."_s);
-    QMap<QString, QString> keywords;
-    for (const PQconninfoOption *option = found; option->keyword; ++option) {
-        if (option->val)
-            keywords.insert(QString::fromLatin1(option->keyword), QString::fromUtf8(option->val));
-    }
-    PQconninfoFree(found);
-    return keywords;
-}
-
 } // namespace ado

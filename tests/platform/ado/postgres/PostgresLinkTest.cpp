@@ -1,6 +1,6 @@
 #include "platform/ado/postgres/PostgresLink.h"
 
-#include "platform/ado/postgres/PostgresConnect.h"
+#include "platform/ado/postgres/Postgres.h"
 #include "platform/ado/postgres/Support.h"
 #include "runtime/Moment.h"
 
