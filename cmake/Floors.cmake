@@ -11,7 +11,9 @@ endif()
 add_library(project_options INTERFACE)
 target_compile_options(project_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-    -Wconversion -Wno-sign-conversion -fno-math-errno)
+    -Wconversion -Wno-sign-conversion -fno-math-errno
+    # Programs share the libraries' precompiled header, so they are compiled like them.
+    -fPIC)
 if(CCACHE_PROGRAM AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(project_options INTERFACE -fpch-preprocess)
 endif()
