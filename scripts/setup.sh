@@ -3,7 +3,7 @@
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 
-# What the build and the tests need of Debian 12, one package a line.
+# What the build and the tests need of Debian 12 or 13, one package a line.
 packages=(
     g++             # the compiler
     cmake           # configures by the presets
@@ -20,7 +20,7 @@ packages=(
     libsqlite3-dev  # the embedded database
     libicu-dev      # Norwegian order of text
     libpq-dev       # the shared database: PostgreSQL's client library
-    postgresql-15   # the server that the tests run for themselves
+    postgresql      # the server that the tests run for themselves
     libgtest-dev    # the tests
     tzdata          # the time zones that the tests run in
     libxml2-utils   # xmllint, by which the tests check documents
