@@ -82,6 +82,34 @@ OrdreHode::OrdreHode(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreFelte
         m_felter[nr].installEventFilter(this);
     for (const Pickerfelt &entry : kPickers)
         wirePicker(*(m_ui.*entry.picker), entry.nr);
+    m_tilstand.vedModus = [this] { laasFelter(); };
+}
+
+/// A field that sends the focus on takes no text while the focus is on its way, nor on roads that
+/// need none: drag and drop, its menu.
+void OrdreHode::laasFelter()
+{
+    for (int nr = 0; nr < kAntall; ++nr)
+        m_felter[nr].setReadOnly(senderVidere(nr));
+}
+
+bool OrdreHode::senderVidere(int nr) const
+{
+    switch (nr) {
+    case kFakPostSted:
+    case kLevPostSted:
+    case kOrdreNr:
+    case kOrdreStatus:
+    case kKID:
+        return true;
+    case kOrdreDato:
+    case kLevDato:
+    case kFakDato:
+    case kForfallDato:
+        return false;
+    default:
+        return !m_tilstand.iModus();
+    }
 }
 
 void OrdreHode::settGrenser()
@@ -132,15 +160,17 @@ bool OrdreHode::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::FocusIn && event->type() != QEvent::FocusOut)
         return false;
-    // A context menu takes the focus for a while without the field being left, and so does another
-    // window. One that comes back has to find a field that may hold the focus.
     const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
     const int nr = m_felter.nrOf(watched);
-    if (nr < 0 || reason == Qt::PopupFocusReason)
+    if (nr < 0)
         return false;
-    if (event->type() == QEvent::FocusIn)
+    // A context menu takes the focus for a while without the field being left, and so does another
+    // window. One that comes back has to find a field that may hold the focus: the key that was to
+    // send it on has gone to the menu.
+    const bool fraMeny = reason == Qt::PopupFocusReason;
+    if (event->type() == QEvent::FocusIn && (!fraMeny || senderVidere(nr)))
         atOuterRim([&] { fikkFokus(nr, reason); });
-    else if (reason != Qt::ActiveWindowFocusReason)
+    else if (event->type() == QEvent::FocusOut && !fraMeny && reason != Qt::ActiveWindowFocusReason)
         atOuterRim([&] { forlatFelt(nr); });
     return false;
 }
@@ -148,32 +178,18 @@ bool OrdreHode::eventFilter(QObject *watched, QEvent *event)
 /// Passes over.
 void OrdreHode::fikkFokus(int nr, Qt::FocusReason reason)
 {
-    switch (nr) {
-    case kFakPostSted:
-    case kLevPostSted:
-    case kOrdreNr:
-    case kOrdreStatus:
-    case kKID:
+    if (senderVidere(nr)) {
         sendKeys(u"{TAB}"_s);
-        break;
-    case kOrdreDato:
-    case kLevDato:
-    case kFakDato:
-    case kForfallDato:
-        for (const Pickerfelt &entry : kPickers) {
-            if (entry.nr == nr) {
-                passOver([&] { (m_ui.*entry.picker)->setValue(toDate(m_felter.text(nr)).date()); });
-            }
-        }
+        return;
+    }
+    for (const Pickerfelt &entry : kPickers) {
+        if (entry.nr != nr)
+            continue;
+        passOver([&] { (m_ui.*entry.picker)->setValue(toDate(m_felter.text(nr)).date()); });
         m_felter[nr].selectAll();
         // The press of the mouse that has brought the focus here sets the cursor afterwards.
-        if (reason == Qt::MouseFocusReason) {
+        if (reason == Qt::MouseFocusReason)
             QMetaObject::invokeMethod(&m_felter[nr], &QLineEdit::selectAll, Qt::QueuedConnection);
-        }
-        break;
-    default:
-        if (!m_tilstand.iModus())
-            sendKeys(u"{TAB}"_s);
     }
 }
 

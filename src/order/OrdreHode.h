@@ -12,8 +12,8 @@ class frmOrdre;
 }
 
 /// The header of the order screen: what its fields do when they get and lose the focus, and the
-/// date pickers beside them. Outside the modes New and Change the fields are kept read-only by
-/// moving the focus on. A picked customer is written into the fields in any mode, without passing
+/// date pickers beside them. Outside the modes New and Change the fields are kept read-only: they
+/// send the focus on and take no text. A picked customer is written into the fields in any mode, without passing
 /// through their focus.
 class OrdreHode : public QObject, public KundeMottaker
 {
@@ -39,6 +39,9 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    /// Whether a field sends the focus on: some always, most of them outside a mode, dates never.
+    [[nodiscard]] bool senderVidere(int nr) const;
+    void laasFelter();
     void fikkFokus(int nr, Qt::FocusReason reason);
     void forlatFelt(int nr);
     void mistetFokus(int nr);

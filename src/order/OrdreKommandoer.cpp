@@ -83,8 +83,7 @@ void OrdreKommandoer::aktiver()
 
 void OrdreKommandoer::btnNew_Click()
 {
-    m_tilstand.ErEndre = false;
-    m_tilstand.ErNy = true;
+    m_tilstand.settModus(true, false);
     m_ui.cmdKunder->setToolTip(kSeKundene);
     m_rom.knapper.SettNavigering(false);
     m_rom.knapper.SettKnapper(false, false, false, false, true);
@@ -108,7 +107,7 @@ void OrdreKommandoer::btnCopy_Click()
 {
     if (m_tilstand.iModus())
         return;
-    m_tilstand.ErNy = true;
+    m_tilstand.settModus(true, false);
     m_rom.knapper.SettNavigering(false);
     m_rom.knapper.SettKnapper(false, false, false, false, true);
     m_rom.felter.setText(kOrdreNr, QString::number(NyttOrdreNr()));
@@ -120,8 +119,7 @@ void OrdreKommandoer::btnChange_Click()
 {
     if (!KanEndres(m_rom.felter.text(kOrdreStatus)))
         return;
-    m_tilstand.ErEndre = true;
-    m_tilstand.ErNy = false;
+    m_tilstand.settModus(false, true);
     m_ui.cmdKunder->setToolTip(kSeKundene);
     for (int nr = 0; nr < kSumNetto; ++nr)
         m_rom.felter[nr].setEnabled(true);
@@ -143,11 +141,11 @@ void OrdreKommandoer::btnCancel_Click()
         m_rom.lager.VisFelter();
         m_rom.lager.VisOrdre();
         tilKundeNr();
-        m_tilstand.ErEndre = false;
+        m_tilstand.settModus(m_tilstand.ErNy, false);
     }
     if (m_tilstand.ErNy) {
         TomSkjema();
-        m_tilstand.ErNy = false;
+        m_tilstand.settModus(false, false);
     }
     m_rom.knapper.SettNavigering(false);
     m_rom.knapper.SettKnapper(false, false, true, m_tilstand.AktivID > 0, false);

@@ -168,8 +168,7 @@ void frmOrdre::onLoad()
 {
     HentSkjermPlass(*this, kTop, kLeft, kWidth, kHeight);
     VisHjelpBilde(*this);
-    m_rom->tilstand.ErNy = false;
-    m_rom->tilstand.ErEndre = false;
+    m_rom->tilstand.settModus(false, false);
 }
 
 void frmOrdre::onActivate()

@@ -136,8 +136,7 @@ void frmProdukt::connectControls()
 
 void frmProdukt::onLoad()
 {
-    m_bEndre = false;
-    m_bNy = false;
+    setMode(false, false);
     HentSkjermPlass(*this, 200, 200, 9150, 6435);
     VisHjelpBilde(*this);
     InitGrid();
@@ -347,7 +346,7 @@ void frmProdukt::btnNew_Click()
     m_ui->TabStrip1->update();
     bringPageToFront(kDetailsTab);
     BlankFelter();
-    m_bNy = true;
+    setMode(true, m_bEndre);
     // The addition stays pending and is never completed: LagrePost writes the row.
     m_rsProdukt->addNew();
     SettKnapper(false, false, true, true);
@@ -357,7 +356,7 @@ void frmProdukt::btnChange_Click()
 {
     // Still in browse mode, so that the field sends the focus on to the name.
     m_txtFields[0]->setFocus();
-    m_bEndre = true;
+    setMode(m_bNy, true);
     SettKnapper(false, false, true, true);
 }
 
@@ -380,8 +379,7 @@ void frmProdukt::btnSave_Click()
 
 void frmProdukt::btnCancel_Click()
 {
-    m_bEndre = false;
-    m_bNy = false;
+    setMode(false, false);
     SettKnapper(true, true, false, true);
 }
 
@@ -400,6 +398,16 @@ void frmProdukt::vaSpread1_DblClick(int row)
     m_ui->TabStrip1->select(kDetailsTab);
     bringPageToFront(kDetailsTab);
     SettKnapper(true, isRowSelected(), false, false);
+}
+
+/// A browsed field sends the focus on, and takes no text on roads that need none.
+void frmProdukt::setMode(bool isNew, bool isChange)
+{
+    m_bNy = isNew;
+    m_bEndre = isChange;
+    for (QLineEdit *field : m_txtFields)
+        field->setReadOnly(!isEditing());
+    m_ui->cmbMvaSats->lineEdit()->setReadOnly(!isEditing());
 }
 
 // --- Focus of the details

@@ -60,6 +60,8 @@ private:
     void vaSpread1_DblClick(int row);
     void vaSpread1_LeaveCell(int col, int row, int newCol, int newRow);
 
+    void setMode(bool isNew, bool isChange);
+
     // Focus of the details.
     void gotFocus(QObject *control, QEvent *event);
     void lostFocus(QObject *control);

@@ -53,8 +53,7 @@ void frmProdukt::LagreProdukt()
     // Events have run, and one of them may have closed the screen.
     if (!self)
         return;
-    m_bEndre = false;
-    m_bNy = false;
+    setMode(false, false);
 }
 
 qint32 frmProdukt::LagrePost(qint16 Modus, const QString &Tabell, qint32 ID) const

@@ -4,8 +4,10 @@
 #include "runtime/MachineLocale.h"
 #include "shell/clsRegSettings.h"
 #include "state/SharedState.h"
+#include "support/RoadsIntoAField.h"
 
 #include <QCalendarWidget>
+#include <QContextMenuEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -72,6 +74,65 @@ TEST_F(OrdreHodeTest, BrowsingMovesTheFocusOn)
     for (const int nr : {20, 21, 22}) {
         gaTil(nr);
         EXPECT_NE(fokus(), felt(nr)->objectName()) << nr;
+    }
+}
+
+TEST_F(OrdreHodeTest, AReadOnlyFieldTakesTextOnNoRoad)
+{
+    for (const QString &mode : {u"btnChange"_s, u"btnNew"_s, u""_s}) {
+        run(u"DELETE FROM OrdreLinjer"_s);
+        run(u"DELETE FROM Ordre"_s);
+        apneI(mode);
+        std::vector<int> locked(std::begin(kAlltidLest), std::end(kAlltidLest));
+        if (mode.isEmpty())
+            locked.insert(locked.end(), std::begin(kRedigerbare), std::end(kRedigerbare));
+        for (const int nr : locked) {
+            SCOPED_TRACE(mode.toStdString() + ' ' + std::to_string(nr));
+            const QString before = tekst(nr);
+            tryEveryRoad(*felt(nr), u"77"_s);
+            roFokus();
+            EXPECT_EQ(tekst(nr), before);
+            EXPECT_NE(fokus(), felt(nr)->objectName());
+        }
+        skjerm()->unload();
+        runEvents();
+    }
+}
+
+TEST_F(OrdreHodeTest, AModeOpensItsFieldsOnEveryRoadAndItsEndLocksThem)
+{
+    apneI(u"btnChange"_s);
+    gaTil(1);
+    felt(1)->clear();
+    tryEveryRoad(*felt(1), u"7"_s);
+    EXPECT_TRUE(tekst(1).contains(u'7'));
+    klikk(u"btnCancel"_s);
+    const QString before = tekst(1);
+    tryEveryRoad(*felt(1), u"7"_s);
+    EXPECT_EQ(tekst(1), before);
+    klikk(u"cmdLast"_s); // turns the copy on
+    klikk(u"btnCopy"_s);
+    tryEveryRoad(*felt(1), u"7"_s);
+    EXPECT_NE(tekst(1), before);
+}
+
+TEST_F(OrdreHodeTest, AMenuOverAReadOnlyFieldGivesTheFocusBackToBeSentOn)
+{
+    apneI(u"btnChange"_s);
+    for (const int nr : {16, 17}) {
+        const QString before = tekst(nr);
+        felt(nr)->setFocus(Qt::MouseFocusReason);
+        const QPoint place(5, 5);
+        QContextMenuEvent asked(QContextMenuEvent::Mouse, place, felt(nr)->mapToGlobal(place));
+        QApplication::sendEvent(felt(nr), &asked);
+        runEvents(); // the sent key has gone to the menu
+        QWidget *menu = QApplication::activePopupWidget();
+        ASSERT_NE(menu, nullptr);
+        QTest::keyClick(menu, Qt::Key_Escape);
+        roFokus();
+        EXPECT_NE(fokus(), felt(nr)->objectName()) << nr;
+        QTest::keyClicks(skjerm()->focusWidget(), u"77"_s);
+        EXPECT_EQ(tekst(nr), before) << nr;
     }
 }
 

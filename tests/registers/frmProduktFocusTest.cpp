@@ -1,4 +1,5 @@
 #include "registers/ProduktFixture.h"
+#include "support/RoadsIntoAField.h"
 
 #include <QAbstractItemView>
 #include <QContextMenuEvent>
@@ -31,6 +32,28 @@ TEST_F(FrmProduktFocusTest, ABrowsedFieldSendsTheFocusOnToTheButtons)
         settle();
         EXPECT_EQ(focused(), u"btnNew"_s) << each->objectName().toStdString();
     }
+}
+
+TEST_F(FrmProduktFocusTest, ABrowsedFieldTakesTextOnNoRoad)
+{
+    doubleClickCell(1, 1);
+    std::vector<QLineEdit *> fields;
+    for (int index = 0; index < 6; ++index)
+        fields.push_back(&field(index));
+    fields.push_back(rate().lineEdit());
+    for (QLineEdit *each : fields) {
+        const QString before = each->text();
+        tryEveryRoad(*each, u"77"_s);
+        settle();
+        EXPECT_EQ(each->text(), before) << each->objectName().toStdString();
+    }
+    changeFirst();
+    tryEveryRoad(field(1), u"77"_s);
+    EXPECT_TRUE(field(1).text().contains(u"77"_s));
+    control<QPushButton>(u"btnCancel"_s).click();
+    const QString before = field(1).text();
+    tryEveryRoad(field(1), u"88"_s);
+    EXPECT_EQ(field(1).text(), before);
 }
 
 TEST_F(FrmProduktFocusTest, TabIntoTheFirstFieldPassesStraightOn)

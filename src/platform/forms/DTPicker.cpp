@@ -1,5 +1,6 @@
 #include "platform/forms/DTPicker.h"
 
+#include "platform/forms/PassingWheel.h"
 #include "runtime/RunTimeError.h"
 
 #include <QCalendarWidget>
@@ -88,6 +89,7 @@ DTPicker::DTPicker(QWidget *parent) : QDateEdit(parent)
     connect(this, &QDateEdit::dateChanged, this, &DTPicker::tellChoice);
     connect(lineEdit(), &QLineEdit::textEdited, this, [this] { m_typing = true; });
     dressCalendar(*calendarWidget());
+    ignorePassingWheel(*this);
     connect(calendarWidget(), &QCalendarWidget::clicked, this, &DTPicker::pickedInCalendar);
     connect(calendarWidget(), &QCalendarWidget::activated, this, &DTPicker::pickedInCalendar);
 }

@@ -5,7 +5,8 @@
 /// A date picker: a field for a date, shown as "dd.mm.yyyy", with a calendar that drops down.
 ///
 /// Its events are of two kinds. `dateChosen` tells that the user has chosen a date, by the calendar
-/// (also the date that stood there), by typing or by the arrow keys and the wheel; a typed date
+/// (also the date that stood there), by typing or by the arrow keys and the wheel (a wheel that
+/// passes over a picker without the focus goes on to what lies below); a typed date
 /// counts when the field is left or Enter is pressed, and Escape drops it. `entered` tells that the
 /// user goes into the picker or is about to open its calendar. Setting value and limits by the
 /// functions of this class raises neither. Day, month and year are typed with or without marks

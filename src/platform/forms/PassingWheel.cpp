@@ -1,7 +1,7 @@
 #include "platform/forms/PassingWheel.h"
 
-#include <QComboBox>
 #include <QEvent>
+#include <QWidget>
 
 namespace {
 
@@ -12,7 +12,7 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() != QEvent::Wheel || static_cast<QComboBox *>(watched)->hasFocus())
+        if (event->type() != QEvent::Wheel || static_cast<QWidget *>(watched)->hasFocus())
             return QObject::eventFilter(watched, event);
         event->ignore();
         return true;
@@ -21,7 +21,10 @@ public:
 
 } // namespace
 
-void ignorePassingWheel(QComboBox &box)
+void ignorePassingWheel(QWidget &control)
 {
-    box.installEventFilter(new PassingWheel(&box));
+    // A wheel gives such controls the focus of itself, ahead of what it does to them.
+    if (control.focusPolicy() == Qt::WheelFocus)
+        control.setFocusPolicy(Qt::StrongFocus);
+    control.installEventFilter(new PassingWheel(&control));
 }

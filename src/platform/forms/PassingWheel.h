@@ -1,7 +1,8 @@
 #pragma once
 
-class QComboBox;
+class QWidget;
 
-/// Lets a wheel choose another entry only while the box has the focus: one that passes by on its
-/// way over the window goes on to what lies below. Holds as long as the box lives.
-void ignorePassingWheel(QComboBox &box);
+/// Lets a wheel change the control only while it has the focus: one that passes by on its way over
+/// the window neither changes it nor gives it the focus, and goes on to what lies below. For combo
+/// boxes, date pickers and spin boxes. Holds as long as the control lives.
+void ignorePassingWheel(QWidget &control);

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTableView>
+#include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -440,4 +441,22 @@ TEST_F(Picker, TheCalendarKeepsToTheLimitsAndSpeaksNorwegian)
             << name.toStdString();
     }
     QApplication::activePopupWidget()->close();
+}
+
+TEST_F(Picker, AWheelThatPassesOverLeavesTheDateAndTheFocus)
+{
+    const auto turn = [&] {
+        QWheelEvent wheel(QPointF(15, 13), picker->mapToGlobal(QPointF(15, 13)), {},
+                          QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(picker, &wheel);
+    };
+    turn();
+    EXPECT_EQ(picker->value(), QDate(2026, 5, 17));
+    EXPECT_EQ(chosen->count(), 0);
+    EXPECT_EQ(entered->count(), 0);
+    EXPECT_TRUE(before->hasFocus());
+    picker->setFocus(Qt::TabFocusReason);
+    turn();
+    EXPECT_NE(picker->value(), QDate(2026, 5, 17));
+    EXPECT_EQ(chosen->count(), 1);
 }
