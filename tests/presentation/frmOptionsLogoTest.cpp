@@ -209,6 +209,23 @@ TEST_F(FrmOptionsLogoTest, TheDialogAsksForPicturesAndOpensOnTheFirstFilter)
     EXPECT_EQ(dialog.filterIndex, 0);
 }
 
+TEST_F(FrmOptionsLogoTest, TheDialogOpensOnTheFirstFilterWhateverWasChosenBefore)
+{
+    const QString path = writeFile(u"logo.gif"_s, kGif);
+    openOnLogo();
+    insertLogo([&](QFileDialog &dialog) {
+        dialog.selectNameFilter(u"GIF bilder(*.gif) (*.gif)"_s);
+        auto *name = dialog.findChild<QLineEdit *>(u"fileNameEdit"_s);
+        name->setText(path);
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    EXPECT_EQ(SharedForm<frmInvisible>::get().CommonDialog1.filterIndex, 3);
+    insertLogo([](QFileDialog &dialog) {
+        EXPECT_TRUE(dialog.selectedNameFilter().startsWith(u"Bitmaps(*.bmp)"_s));
+        dialog.reject();
+    });
+}
+
 TEST_F(FrmOptionsLogoTest, AChosenFileIsShownAndStoredWithTheSaveOnly)
 {
     const QString path = writePicture(u"logo.bmp"_s, "BMP", QSize(237, 76), Qt::darkBlue);

@@ -5,6 +5,18 @@ namespace {
 /// What the screen shows of the stored settings.
 class FrmOptionsVisTest : public OptionsFixture
 {
+protected:
+    // With the style's own colours a button's face is what a disabled box has of itself.
+    FrmOptionsVisTest()
+    {
+        QPalette colours = m_before;
+        colours.setColor(QPalette::Button, Qt::darkCyan);
+        QApplication::setPalette(colours);
+    }
+    ~FrmOptionsVisTest() override { QApplication::setPalette(m_before); }
+
+private:
+    const QPalette m_before = QApplication::palette();
 };
 
 const QStringList kOfKid{u"optMOD_0"_s, u"optMOD_1"_s, u"optKID_0"_s, u"optKID_1"_s,

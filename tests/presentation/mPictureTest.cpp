@@ -91,6 +91,16 @@ TEST_F(MPictureTest, ALeftoverFileIsReplacedAndTheFileStaysBehind)
     EXPECT_EQ(QDir(temporary.path()).entryList(QDir::Files), QStringList{u"output.bin"_s});
 }
 
+TEST_F(MPictureTest, ALeftoverThatCanBeDeletedAndNotWrittenIsReplaced)
+{
+    // Unlike a file's rights, a link into a folder that is gone binds a privileged user as well.
+    ASSERT_TRUE(QFile::link(temporary.filePath(u"borte/output.bin"_s), logoFile()));
+    ASSERT_FALSE(QFile(logoFile()).open(QIODevice::WriteOnly));
+    putLogo(kStored);
+    EXPECT_FALSE(LesLogo().isEmpty());
+    EXPECT_EQ(content(logoFile()), kStored);
+}
+
 TEST_F(MPictureTest, WithoutALogoTheFileIsEmpty)
 {
     QFile leftover(logoFile());
