@@ -177,7 +177,6 @@ void PageFiller::placeWhole(Unit &unit, int row)
 
 void PageFiller::placePieceByPiece(Unit &unit, int row)
 {
-    m_open = m_groups.levelAt(row);
     placeInBody(unit.headers, row, false);
     m_open = m_groups.count();
     placeInBody(unit.details, row, false);

@@ -171,6 +171,10 @@ TEST_F(FormulaTest, NothingIsEqualToNothing)
     EXPECT_TRUE(holds(u"IsNull({Tom})"));
     EXPECT_EQ(text(u"'a' & {Tom} & 'b'"), "ab");
     EXPECT_EQ(text(u"IfNull({Tom},'ingen')"), "ingen");
+    EXPECT_FALSE(holds(u"{Tekst}=Null"));
+    EXPECT_FALSE(holds(u"Null={Tekst}"));
+    EXPECT_EQ(text(u"if {Nr}=7 then 'ja' else Null"), "ja");
+    EXPECT_EQ(text(u"if {Nr}=8 then Null else 'nei'"), "nei");
     EXPECT_TRUE(valueOf(u"Null+1").isNull());
     EXPECT_TRUE(valueOf(u"if {Tom}='x' then 1").isNull());
 }

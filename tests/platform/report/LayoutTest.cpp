@@ -214,6 +214,17 @@ TEST_F(LayoutTest, AFooterThatTheCallerTurnsOffTakesNoRoom)
     EXPECT_NEAR(topOf(without.pages[0], u"fot"_s), 282, 0.01);
 }
 
+TEST_F(LayoutTest, AFooterThatAPageTurnsOffKeepsItsRoom)
+{
+    addOrder(1001, 60);
+    const Document document =
+        made(lineReport(band("detail", 5, "{OrdreLinjer.ProduktNavn}") +
+                        band("pageFooter", 27, "'slipp'", "visible=\"PageNumber=2\"")));
+    ASSERT_EQ(document.pages.size(), 2u);
+    EXPECT_EQ(textsOf(document.pages[0]), linesFrom(1, 50));
+    EXPECT_EQ(textsOf(document.pages[1]), linesFrom(51, 60) + QStringList{u"slipp"_s});
+}
+
 TEST_F(LayoutTest, AGroupIsKeptTogether)
 {
     addOrder(1001, 40);
@@ -238,6 +249,71 @@ TEST_F(LayoutTest, AGroupLongerThanAPageIsParted)
         band("reportHeader", 20, "'tittel'") + band("detail", 5, "{OrdreLinjer.ProduktNavn}")));
     ASSERT_EQ(document.pages.size(), 2u);
     EXPECT_EQ(textsOf(document.pages[0]).mid(0, 2), (QStringList{u"tittel"_s, u"Vare 1"_s}));
+}
+
+TEST_F(LayoutTest, AGroupJustTooHighForAPageIsNotMoved)
+{
+    addOrder(1001, 2);
+    addOrder(1002, 53);
+    // 277 mm less 10 have room for 53 rows of 5 mm, but not for a header above them.
+    const Document document =
+        made(lineReport(band("pageHeader", 10, "'hode'") +
+                        "<group name=\"Ordre\" on=\"{Ordre.OrdreNr}\" keepTogether=\"yes\">" +
+                        band("header", 5, "{Ordre.OrdreNr}") + "</group>" +
+                        band("detail", 5, "{OrdreLinjer.ProduktNavn}")));
+    ASSERT_EQ(document.pages.size(), 2u);
+    EXPECT_EQ(textsOf(document.pages[0]),
+              QStringList({u"hode"_s, u"1001"_s, u"Vare 1"_s, u"Vare 2"_s, u"1002"_s}) +
+                  linesFrom(1, 49));
+    EXPECT_EQ(textsOf(document.pages[1]), QStringList{u"hode"_s} + linesFrom(50, 53));
+}
+
+TEST_F(LayoutTest, BandsOfARowThatIsTooHighKeepTheRoomOfTheFooters)
+{
+    addOrder(1001, 1);
+    // Of 277 mm the last footer takes 100, the other one 7, and what is carried over 20.
+    const Document document = made(lineReport(
+        "<group name=\"Ordre\" on=\"{Ordre.OrdreNr}\">" + band("header", 10, "'hode'") +
+        band("footer", 100, "'sum'") + band("carryFooter", 20, "'overføres'") + "</group>" +
+        band("detail", 200, "'første'") + band("detail", 41, "'andre'") +
+        band("reportFooter", 80, "'slutt'") + band("pageFooter", 100, "'giro'", "on=\"last\"") +
+        band("pageFooter", 7, "'forts.'", "on=\"notLast\"")));
+    // 10 + 200 + 41 are one more than 250, and 41 + 100 + 80 more than 177.
+    ASSERT_EQ(document.pages.size(), 3u);
+    EXPECT_EQ(textsOf(document.pages[0]),
+              (QStringList{u"hode"_s, u"første"_s, u"overføres"_s, u"forts."_s}));
+    EXPECT_EQ(textsOf(document.pages[1]), (QStringList{u"andre"_s, u"sum"_s, u"forts."_s}));
+    EXPECT_EQ(textsOf(document.pages[2]), (QStringList{u"slutt"_s, u"giro"_s}));
+    EXPECT_NEAR(topOf(document.pages[0], u"overføres"_s), 287 - 7 - 20, 0.01);
+}
+
+TEST_F(LayoutTest, BandsOfARowThatIsTooHighFillThePageToTheMillimetre)
+{
+    addOrder(1001, 1);
+    // 3 * 56.4 and 107.8 are 277, and so are 100, 170 and 7.
+    const Document document = made(lineReport(
+        band("detail", 56.4, "'en'") + band("detail", 56.4, "'to'") +
+        band("detail", 56.4, "'tre'") + band("detail", 100, "'fire'") +
+        band("reportFooter", 170, "'slutt'") + band("pageFooter", 7, "'side'", "on=\"last\"") +
+        band("pageFooter", 107.8, "'forts.'", "on=\"notLast\"")));
+    ASSERT_EQ(document.pages.size(), 2u);
+    EXPECT_EQ(textsOf(document.pages[0]), (QStringList{u"en"_s, u"to"_s, u"tre"_s, u"forts."_s}));
+    EXPECT_EQ(textsOf(document.pages[1]), (QStringList{u"fire"_s, u"slutt"_s, u"side"_s}));
+}
+
+TEST_F(LayoutTest, ABandTooHighBelowARepeatedHeaderTakesNoFurtherPage)
+{
+    addOrder(1001, 3);
+    const Document document = made(lineReport(
+        "<group name=\"Ordre\" on=\"{Ordre.OrdreNr}\" repeatHeader=\"yes\">" +
+        band("header", 10, "'hode'") + "</group>" +
+        band("detail", 270, "{OrdreLinjer.ProduktNavn}", "visible=\"{OrdreLinjer.PosNr}&lt;30\"") +
+        band("detail", 5, "{OrdreLinjer.ProduktNavn}", "visible=\"{OrdreLinjer.PosNr}=30\"")));
+    ASSERT_EQ(document.pages.size(), 4u);
+    EXPECT_EQ(textsOf(document.pages[0]), QStringList{u"hode"_s});
+    for (int page = 1; page <= 3; ++page)
+        EXPECT_EQ(textsOf(document.pages[size_t(page)]),
+                  (QStringList{u"hode"_s, u"Vare %1"_s.arg(page)}));
 }
 
 TEST_F(LayoutTest, ABandHigherThanThePageDoesNotStopTheReport)

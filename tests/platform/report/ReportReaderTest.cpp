@@ -134,6 +134,9 @@ TEST_F(ReportReaderTest, FaultsNameFileLineAndColumn)
               "Fak.rpt, linje 3, kolonne 20: tekst hører ikke hjemme her");
     EXPECT_EQ(fault("<query>SELECT B FROM A</query>"),
               "Fak.rpt, linje 3, kolonne 1: rapporten har to spørringer");
+    EXPECT_EQ(
+        faultOf("<report version=\"1\">\n  <query>SELECT A.* FROM A</query>\n</report>"),
+        "Fak.rpt, linje 2, kolonne 3: spørringen: En kolonne i spørringen har ikke noe navn.");
 }
 
 TEST_F(ReportReaderTest, AFaultInAFormulaNamesItsPlaceAndItself)
