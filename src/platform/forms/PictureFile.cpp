@@ -112,15 +112,13 @@ void savePicture(const QImage &picture, const QString &systemPath)
     using namespace Qt::StringLiterals;
     if (picture.isNull())
         throw RunTimeError(kInvalidPropertyValue, u"Ugyldig egenskapsverdi"_s);
-    QImage onPaper = picture;
-    if (picture.hasAlphaChannel()) {
-        onPaper = QImage(picture.size(), QImage::Format_RGB32);
-        onPaper.fill(Qt::white);
-        QPainter(&onPaper).drawImage(0, 0, picture);
-    } else if (picture.format() != QImage::Format_RGB32) {
-        onPaper = picture.convertToFormat(QImage::Format_RGB32);
-    }
+    QImage onPaper = picture.convertToFormat(QImage::Format_RGB32);
+    // A name that ends with "@2x" makes Qt's reader take the pixels for half ones.
     onPaper.setDevicePixelRatio(1);
+    if (picture.hasAlphaChannel()) {
+        onPaper.fill(Qt::white);
+        QPainter(&onPaper).drawImage(onPaper.rect(), picture);
+    }
     if (!onPaper.save(systemPath, "BMP"))
         throw RunTimeError(errors::kPathAccess);
 }

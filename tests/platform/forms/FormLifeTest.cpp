@@ -218,6 +218,21 @@ TEST_F(FormLife, ShowModalReturnsWhenTheFormIsHidden)
     EXPECT_TRUE(form->isVisible());
 }
 
+TEST_F(FormLife, ShowModalGoesOnWhileTheFormIsMinimised)
+{
+    auto *form = new RecordingForm;
+    const QPointer<Form> guard = form;
+    onNextModal([form](QWidget &) {
+        form->setState(FormState::Minimised);
+        QTimer::singleShot(0, form, [form] {
+            EXPECT_TRUE(form->isModal());
+            form->unload();
+        });
+    });
+    form->showModal();
+    EXPECT_TRUE(!guard || guard->isUnloaded());
+}
+
 TEST_F(FormLife, ShowModalReturnsWhenTheFormClosesInItsOwnLoad)
 {
     auto *form = new RecordingForm;

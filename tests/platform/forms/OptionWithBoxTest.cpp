@@ -59,6 +59,16 @@ TEST_F(OptionsWithBoxes, NothingOfTheCaptionIsPaintedUnderABox)
     }
 }
 
+TEST_F(OptionsWithBoxes, TheCircleStandsInTheFirstLineWhereAnyOptionHasIt)
+{
+    OptionWithBox bare;
+    QRadioButton plain;
+    const QSize line(100, bare.heightForWidth(100));
+    plain.resize(line);
+    bare.resize(line.width(), 3 * line.height());
+    EXPECT_EQ(bare.grab(QRect({}, line)).toImage(), plain.grab().toImage());
+}
+
 TEST_F(OptionsWithBoxes, ABoxOnALaterLineHasItsRoomThere)
 {
     const int width = option.sizeHint().width() / 2;

@@ -316,7 +316,12 @@ TEST_F(PictureFiles, IsSavedAsABitmapOfTwentyFourBits)
 
 TEST_F(PictureFiles, WhateverWasLoadedIsSavedInTheSameForm)
 {
-    for (const QByteArray &bytes : {kGif, bitmap(1, 1)}) {
+    QImage fewColours(1, 1, QImage::Format_Indexed8);
+    fewColours.setColorTable({qRgb(1, 2, 3)});
+    fewColours.fill(0);
+    ASSERT_TRUE(fewColours.save(path(u"8.bmp"_s), "BMP"));
+    ASSERT_LT(int(content(u"8.bmp"_s)[28]), 24);
+    for (const QByteArray &bytes : {kGif, bitmap(1, 1), content(u"8.bmp"_s)}) {
         savePicture(loadPicture(write(u"inn"_s, bytes)), path(u"ut.bin"_s));
         EXPECT_EQ(content(u"ut.bin"_s).size(), 54 + 4);
         EXPECT_EQ(int(content(u"ut.bin"_s)[28]), 24);
@@ -331,6 +336,18 @@ TEST_F(PictureFiles, TransparencyIsSavedAsWhite)
     savePicture(image, path(u"ut.bmp"_s));
     EXPECT_EQ(loadPicture(path(u"ut.bmp"_s)).pixelColor(0, 0), QColor(Qt::white));
     EXPECT_EQ(loadPicture(path(u"ut.bmp"_s)).pixelColor(1, 0), QColor(10, 20, 30));
+}
+
+TEST_F(PictureFiles, ATransparentPictureNamedForADenseScreenIsSavedWhole)
+{
+    QImage image(4, 2, QImage::Format_ARGB32);
+    image.fill(Qt::blue);
+    image.setPixelColor(3, 1, QColor(10, 20, 30));
+    ASSERT_TRUE(image.save(path(u"logo@2x.png"_s), "PNG"));
+    savePicture(loadPicture(path(u"logo@2x.png"_s)), path(u"ut.bmp"_s));
+    const QImage saved = loadPicture(path(u"ut.bmp"_s));
+    EXPECT_EQ(saved.size(), QSize(4, 2));
+    EXPECT_EQ(saved.pixelColor(3, 1), QColor(10, 20, 30));
 }
 
 TEST_F(PictureFiles, SavingOverwrites)

@@ -17,10 +17,15 @@ class KeyNotes : public QWidget
 public:
     using QWidget::QWidget;
     QStringList keys;
+    QStringList texts; ///< what the pressed keys type
 
 protected:
     bool focusNextPrevChild(bool) override { return false; }
-    void keyPressEvent(QKeyEvent *event) override { note(u"+"_s, event); }
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        note(u"+"_s, event);
+        texts << event->text();
+    }
     void keyReleaseEvent(QKeyEvent *event) override { note(u"-"_s, event); }
 
 private:
@@ -122,6 +127,15 @@ TEST_F(Keys, ArePressedAndReleased)
     sendKeys(u"{F2}"_s);
     runEvents();
     EXPECT_EQ(notes->keys, (QStringList{u"+F2"_s, u"-F2"_s}));
+}
+
+TEST_F(Keys, TypeWhatAKeyboardTypes)
+{
+    notes->setFocus();
+    sendKeys(u"{TAB}\t~{ENTER}\n{DOWN}aB^c"_s);
+    runEvents();
+    EXPECT_EQ(notes->texts, (QStringList{u"\t"_s, u"\t"_s, u"\r"_s, u"\r"_s, u"\r"_s, QString(),
+                                         u"a"_s, u"B"_s, QString()}));
 }
 
 TEST_F(Keys, NamesGoWithoutRegardToCaseAndWithACount)
