@@ -77,7 +77,10 @@ TEST_F(SheetModelTest, HeadersAreRowZeroAndTheRowNumbers)
     EXPECT_EQ(model.headerData(2, Qt::Vertical, Qt::DisplayRole), u"3"_s);
     setText(0, 3, u"Sum"_s);
     EXPECT_EQ(model.headerData(2, Qt::Vertical, Qt::DisplayRole), u"Sum"_s);
-    EXPECT_EQ(changed.count(), 2);
+    setText(0, 0, u"Nr"_s); // of the corner, which is no section
+    ASSERT_EQ(changed.count(), 2);
+    EXPECT_EQ(changed[0], (QVariantList{QVariant::fromValue(Qt::Horizontal), 1, 1}));
+    EXPECT_EQ(changed[1], (QVariantList{QVariant::fromValue(Qt::Vertical), 2, 2}));
 }
 
 TEST_F(SheetModelTest, TellsOfEachChangeUnlessHeld)

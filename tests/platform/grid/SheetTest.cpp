@@ -90,11 +90,18 @@ TEST_F(SheetTest, NegativeSizesAreErrors)
 TEST_F(SheetTest, RowsThatFallAwayLoseTheirAttributes)
 {
     sheet.setBackColor(CellRange::cell(1, 8), kWhite);
+    sheet.setForeColor(CellRange::cell(1, 8), kWhite);
     sheet.setLocked(CellRange::cell(1, 8), true);
+    sheet.setAlign(CellRange::cell(1, 8), CellAlign::Right);
+    sheet.setType(CellRange::cell(1, 8), CellType::ofNumber(10));
+    const Sheet untouched;
     sheet.setMaxRows(5);
     sheet.setMaxRows(10);
     EXPECT_EQ(sheet.backColor(1, 8), kWindowBackground);
+    EXPECT_EQ(sheet.foreColor(1, 8), untouched.foreColor(1, 8));
     EXPECT_FALSE(sheet.isLocked(1, 8));
+    EXPECT_EQ(sheet.align(1, 8), untouched.align(1, 8));
+    EXPECT_EQ(sheet.type(1, 8).kind, untouched.type(1, 8).kind);
 }
 
 TEST_F(SheetTest, SortsTextAsNorwegianWithoutRegardToCase)

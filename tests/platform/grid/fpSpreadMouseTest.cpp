@@ -206,6 +206,18 @@ TEST_F(fpSpreadMouse, RowSelectMarksTheWholeRow)
     EXPECT_EQ(grid.selectionModel()->selectedIndexes().size(), 5);
 }
 
+TEST_F(fpSpreadMouse, TheScreenMayCloseInAClickOnACheckBox)
+{
+    auto *other = new fpSpread;
+    other->setCellType(CellType::ofNumber(10));
+    other->show();
+    QObject::connect(other, &fpSpread::ButtonClicked, other, [other] { delete other; });
+    const QPoint first = other->visualRect(other->model()->index(0, 0)).center();
+    const QPointer<fpSpread> alive(other);
+    QTest::mouseClick(other->viewport(), Qt::LeftButton, {}, first);
+    EXPECT_TRUE(alive.isNull());
+}
+
 TEST_F(fpSpreadMouse, TheScreenMayCloseInADoubleClick)
 {
     auto *other = new fpSpread;

@@ -167,6 +167,10 @@ TEST_F(Registry, ANameEndsBeforeItsFirstZero)
     const Handle key = create(QByteArrayView("Software\\A\\B\0\\C", 15));
     ASSERT_EQ(set(key, QByteArrayView("x\0y", 3), "1"), ERROR_SUCCESS);
     EXPECT_EQ(get(create("Software\\A\\B"), "x"), bytes("1\0", 2));
+    // A name that begins with one is none, and a key without a name is the one it lies in.
+    Handle same = 0;
+    ASSERT_EQ(RegOpenKeyExA(key, QByteArrayView("\0C", 2), KEY_ALL_ACCESS, &same), ERROR_SUCCESS);
+    EXPECT_EQ(get(same, "x"), bytes("1\0", 2));
 }
 
 TEST_F(Registry, OpensBelowAnOpenKey)
