@@ -78,8 +78,10 @@ TEST(Definition, AReferenceNeedsItsTarget)
               errors::kNoSuchTable);
     EXPECT_EQ(failureOf(u"CREATE TABLE T (A LONG REFERENCES Ordre (X))"_s).number,
               errors::kNoSuchColumn);
-    EXPECT_EQ(failureOf(u"CREATE TABLE T (A LONG REFERENCES Ordre (ID, OrdreNr))"_s).number,
-              errors::kSyntax);
+    const Failure unequal = failureOf(u"CREATE TABLE T (A LONG REFERENCES Ordre (ID, OrdreNr))"_s);
+    EXPECT_EQ(unequal.number, errors::kSyntax);
+    EXPECT_EQ(unequal.text, u"Syntaksfeil i setningen ved tegn 35: nøkkelen det vises til har et "
+                            "annet antall felt."_s);
     EXPECT_EQ(failureOf(u"CREATE TABLE T (A LONG, B LONG REFERENCES T)"_s).number, errors::kSyntax);
     EXPECT_EQ(failureOf(u"CREATE TABLE T (A LONG, UNIQUE (B))"_s).number, errors::kNoSuchColumn);
     EXPECT_EQ(failureOf(u"CREATE TABLE T (A LONG, PRIMARY KEY (B))"_s).number,
@@ -94,6 +96,8 @@ TEST(Definition, WhatIsThereIsNotMadeAgain)
     EXPECT_EQ(failureOf(u"CREATE TABLE T (A LONG, a SHORT)"_s).number, errors::kColumnExists);
     EXPECT_EQ(failureOf(u"ALTER TABLE Ordre ADD COLUMN ORDRENR LONG"_s).number,
               errors::kColumnExists);
+    EXPECT_EQ(failureOf(u"ALTER TABLE Ordre ADD COLUMN ORDRENR LONG"_s).text,
+              u"Feltet «ORDRENR» finnes fra før."_s);
 }
 
 TEST(Definition, AddsAndDropsColumns)
