@@ -24,6 +24,7 @@ namespace {
 
 constexpr int kConnectTimeout = 9; // seconds
 constexpr int kLookupTimeout = 4;  // seconds, of one name, all name servers together
+static_assert(kLookupTimeout >= MAXNS, "each name server is waited for");
 
 struct Default
 {
@@ -80,7 +81,7 @@ public:
         if ((_res.options & RES_INIT) == 0)
             res_init();
         const int eachWaits = kLookupTimeout / std::max(_res.nscount, 1);
-        m_wait = std::exchange(_res.retrans, std::min(_res.retrans, std::max(eachWaits, 1)));
+        m_wait = std::exchange(_res.retrans, std::min(_res.retrans, eachWaits));
         m_tries = std::exchange(_res.retry, 1);
     }
     ~ShortLookup()

@@ -3,7 +3,11 @@
 
 #include <QUrl>
 
+#include <algorithm>
 #include <arpa/inet.h>
+#include <array>
+#include <csignal>
+#include <pthread.h>
 #include <resolv.h>
 #include <sys/socket.h>
 #include <utility>
@@ -31,6 +35,7 @@ public:
     SilentPort(const SilentPort &) = delete;
     SilentPort &operator=(const SilentPort &) = delete;
 
+    [[nodiscard]] int socket() const { return m_socket; }
     [[nodiscard]] const sockaddr_in &address() const { return m_address; }
     [[nodiscard]] int number() const { return ntohs(m_address.sin_port); }
     /// How many datagrams lie there.
@@ -51,6 +56,67 @@ public:
 private:
     int m_socket;
     sockaddr_in m_address{};
+};
+
+/// While it lives, this thread looks names up at `server`, which counts as so many.
+class NameServers
+{
+public:
+    NameServers(const SilentPort &server, int count)
+    {
+        res_init();
+        m_before = _res;
+        _res.nscount = count;
+        for (int i = 0; i < count; ++i)
+            _res.nsaddr_list[i] = server.address();
+    }
+    ~NameServers()
+    {
+        _res.nscount = m_before.nscount;
+        std::copy_n(m_before.nsaddr_list, MAXNS, _res.nsaddr_list);
+        _res.retrans = m_before.retrans;
+    }
+    NameServers(const NameServers &) = delete;
+    NameServers &operator=(const NameServers &) = delete;
+
+private:
+    struct __res_state m_before = {}; // the name alone is a function's
+};
+
+/// While it lives, SIGUSR1 interrupts what the thread that it is sent to waits for.
+class Interruptions
+{
+public:
+    Interruptions()
+    {
+        s_count = 0;
+        struct sigaction action = {};
+        action.sa_handler = [](int) {
+            s_wait = _res.retrans;
+            ++s_count;
+        };
+        EXPECT_EQ(::sigaction(SIGUSR1, &action, &m_before), 0);
+    }
+    ~Interruptions() { ::sigaction(SIGUSR1, &m_before, nullptr); }
+    Interruptions(const Interruptions &) = delete;
+    Interruptions &operator=(const Interruptions &) = delete;
+
+    /// From another thread: interrupts the maker of this object, and returns when it has been.
+    void interrupt() const
+    {
+        const int before = s_count;
+        EXPECT_EQ(pthread_kill(m_maker, SIGUSR1), 0);
+        while (s_count == before)
+            std::this_thread::yield();
+    }
+    /// For how many seconds the last one interrupted would have waited for a name server.
+    [[nodiscard]] int wait() const { return s_wait; }
+
+private:
+    static inline std::atomic<int> s_count = 0;
+    static inline std::atomic<int> s_wait = 0;
+    const pthread_t m_maker = pthread_self();
+    struct sigaction m_before = {};
 };
 
 /// How a data source is reached, and how it is told when it is not.
@@ -76,6 +142,36 @@ protected:
         EXPECT_FALSE(text.contains(password)) << text.toStdString();
         EXPECT_FALSE(text.contains(u'\n')) << text.toStdString();
         return text;
+    }
+    /// For how many seconds each of so many name servers is waited for, on a machine that would
+    /// wait for `machineWaits`.
+    static int lookupWait(int servers, int machineWaits)
+    {
+        const SilentPort port(SOCK_DGRAM);
+        const NameServers scope(port, servers);
+        _res.retrans = machineWaits;
+        const Interruptions interruptions;
+        std::thread server([&] {
+            sockaddr_in from{};
+            socklen_t size = sizeof from;
+            auto *const place = reinterpret_cast<sockaddr *>(&from);
+            std::array<unsigned char, 512> query{};
+            // A query without a header is the end.
+            while (::recvfrom(port.socket(), query.data(), query.size(), 0, place, &size) >=
+                   NS_HFIXEDSZ) {
+                interruptions.interrupt();
+                query[2] |= 0x80; // an answer:
+                query[3] = 3;     // no such name
+                ::sendto(port.socket(), query.data(), query.size(), 0, place, size);
+            }
+        });
+        EXPECT_NE(textOf([] { Client client(u"dsn=postgresql://db.firma.example./firma"_s); }),
+                  QString());
+        ::sendto(port.socket(), nullptr, 0, 0, reinterpret_cast<const sockaddr *>(&port.address()),
+                 sizeof(sockaddr_in));
+        server.join();
+        EXPECT_EQ(_res.retrans, machineWaits);
+        return interruptions.wait();
     }
     static QString opened(const QString &connectionString)
     {
@@ -128,7 +224,11 @@ TEST_F(PostgresConnectTest, EachFailureHasItsText)
         << down.toStdString();
     EXPECT_TRUE(
         refusal(u"dsn=postgresql:///firma?host=/finnes/ikke&password=hemmelig"_s, u"hemmelig"_s)
-            .contains(u"/finnes/ikke"));
+            // Of libpq's two lines the first one, which tells the place.
+            .contains(u"/finnes/ikke/.s.PGSQL.5432"));
+    EXPECT_TRUE(textOf([] {
+                    Client client(u"dsn=postgresql:///firma?host=/finnes/ikke"_s);
+                }).contains(u"/finnes/ikke/.s.PGSQL.5432"));
 }
 
 TEST_F(PostgresConnectTest, UriThatIsNoneIsRefusedWithoutShowingIt)
@@ -159,12 +259,46 @@ TEST_F(PostgresConnectTest, SilentServerIsGivenUp)
     EXPECT_TRUE(text.contains(u"svarer ikke")) << text.toStdString();
 }
 
+TEST_F(PostgresConnectTest, InterruptedWaitForTheServerGoesOn)
+{
+    const SilentPort starting;
+    const Interruptions interruptions;
+    std::thread server([&] {
+        const int client = ::accept(starting.socket(), nullptr, nullptr);
+        std::array<char, 1024> request{};
+        EXPECT_GT(::recv(client, request.data(), request.size(), 0), 0);
+        // What follows the request at once is the wait; most of so many come in its midst.
+        for (int i = 0; i < 1000; ++i)
+            interruptions.interrupt();
+        // The message's kind and length, severity, SQLSTATE, text, and a zero at the end.
+        constexpr char kStarting[] = "E\0\0\0\x19"
+                                     "SFATAL\0"
+                                     "C57P03\0"
+                                     "Mvent\0";
+        EXPECT_GT(::send(client, kStarting, sizeof kStarting, MSG_NOSIGNAL), 0);
+        ::close(client);
+    });
+    const QString text = textOf([&] {
+        Client client(address(m_user, m_password, m_database.name(), starting.number()) +
+                      u"?sslmode=disable"_s);
+    });
+    server.join();
+    EXPECT_TRUE(text.contains(u"holder på å starte")) << text.toStdString();
+}
+
+TEST_F(PostgresConnectTest, NameServersShareFourSecondsUnlessTheMachineWaitsLess)
+{
+    EXPECT_EQ(lookupWait(1, 5), 4);
+    EXPECT_EQ(lookupWait(2, 5), 2);
+    EXPECT_EQ(lookupWait(3, 5), 1);
+    EXPECT_EQ(lookupWait(1, 3), 3);
+    EXPECT_EQ(lookupWait(2, 1), 1);
+}
+
 TEST_F(PostgresConnectTest, SilentNameServerIsAskedOnceAndGivenUp)
 {
     const SilentPort nameServer(SOCK_DGRAM);
-    res_init();
-    const int servers = std::exchange(_res.nscount, 1);
-    const sockaddr_in server = std::exchange(_res.nsaddr_list[0], nameServer.address());
+    const NameServers scope(nameServer, 1);
     const int wait = _res.retrans;
     const int tries = _res.retry;
     const QString told =
@@ -173,8 +307,6 @@ TEST_F(PostgresConnectTest, SilentNameServerIsAskedOnceAndGivenUp)
         << told.toStdString();
     EXPECT_EQ(_res.retrans, wait);
     EXPECT_EQ(_res.retry, tries);
-    _res.nscount = servers;
-    _res.nsaddr_list[0] = server;
     // For an address of either kind, by each of the two attempts of refusal().
     const int asked = nameServer.received();
     EXPECT_GT(asked, 0);
