@@ -265,14 +265,17 @@ void PageFiller::startPage(int row)
     m_y = m_report.margins.top();
     enter(row, m_groups.whole());
     Pieces pieces;
-    if (m_pages.size() == 1)
-        add(pieces, m_report.reportHeaders, m_groups.whole());
     for (const Band &band : m_report.pageHeaders) {
         if (isOnPage(band, false) && isShown(band.visible, m_environment))
             pieces.push_back(m_setter.set(band));
     }
+    m_bodyTop = m_y + report::heightOf(pieces);
+    if (m_pages.size() == 1) {
+        Pieces first;
+        add(first, m_report.reportHeaders, m_groups.whole());
+        place(first);
+    }
     place(pieces);
-    m_bodyTop = m_y;
     m_fresh = true;
 }
 

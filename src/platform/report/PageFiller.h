@@ -61,7 +61,7 @@ private:
     BandSetter m_setter;
     std::vector<Page> m_pages;
     std::vector<std::vector<OpenText>> m_openTexts; // by page
-    double m_bodyTop = 0;                           // below the page's headers
+    double m_bodyTop = 0;                           // below the page's headers alone
     double m_y = 0;                                 // where the next piece goes
     bool m_fresh = true;                            // the page has nothing of the body yet
     int m_open = 0;                                 // groups whose header is placed, footer not

@@ -217,12 +217,16 @@ TEST_F(LayoutTest, AFooterThatTheCallerTurnsOffTakesNoRoom)
 TEST_F(LayoutTest, AFooterThatAPageTurnsOffKeepsItsRoom)
 {
     addOrder(1001, 60);
-    const Document document =
-        made(lineReport(band("detail", 5, "{OrdreLinjer.ProduktNavn}") +
-                        band("pageFooter", 27, "'slipp'", "visible=\"PageNumber=2\"")));
-    ASSERT_EQ(document.pages.size(), 2u);
-    EXPECT_EQ(textsOf(document.pages[0]), linesFrom(1, 50));
-    EXPECT_EQ(textsOf(document.pages[1]), linesFrom(51, 60) + QStringList{u"slipp"_s});
+    for (const QByteArray onLastPage :
+         {"PageNumber=2", "{OrdreLinjer.PosNr}=600", "RunningCount()=60"}) {
+        const Document document =
+            made(lineReport(band("detail", 5, "{OrdreLinjer.ProduktNavn}") +
+                            band("pageFooter", 27, "'slipp'", "visible=\"" + onLastPage + "\"")));
+        ASSERT_EQ(document.pages.size(), 2u);
+        EXPECT_EQ(textsOf(document.pages[0]), linesFrom(1, 50)) << onLastPage.data();
+        EXPECT_EQ(textsOf(document.pages[1]), linesFrom(51, 60) + QStringList{u"slipp"_s})
+            << onLastPage.data();
+    }
 }
 
 TEST_F(LayoutTest, AGroupIsKeptTogether)
@@ -239,6 +243,38 @@ TEST_F(LayoutTest, AGroupIsKeptTogether)
     ASSERT_EQ(document.pages.size(), 2u);
     EXPECT_EQ(document.pages[0].texts.size(), 41u);
     EXPECT_EQ(document.pages[1].texts.front().text, u"ordre 1002"_s);
+}
+
+TEST_F(LayoutTest, AKeptGroupLeavesRoomForTheLastFooterAtTheEndAlone)
+{
+    addOrder(1001, 20);
+    addOrder(1002, 16);
+    const QByteArray report =
+        lineReport("<group name=\"Ordre\" on=\"{Ordre.OrdreNr}\" keepTogether=\"yes\"/>" +
+                   band("detail", 5, "{OrdreLinjer.ProduktNavn}") +
+                   band("pageFooter", 100, "'giro'", "on=\"last\""));
+    // 36 rows of 5 mm are more than the 177 mm above the last footer.
+    Document document = made(report);
+    ASSERT_EQ(document.pages.size(), 2u);
+    EXPECT_EQ(textsOf(document.pages[0]), linesFrom(1, 20));
+
+    // With a third order they end before the last page.
+    addOrder(1003, 1);
+    document = made(report);
+    ASSERT_EQ(document.pages.size(), 2u);
+    EXPECT_EQ(textsOf(document.pages[0]), linesFrom(1, 20) + linesFrom(1, 16));
+}
+
+TEST_F(LayoutTest, AGroupThatFitsBelowNoReportHeaderIsKeptTogether)
+{
+    addOrder(1001, 1);
+    addOrder(1002, 53);
+    const Document document = made(lineReport(
+        "<group name=\"Ordre\" on=\"{Ordre.OrdreNr}\" keepTogether=\"yes\"/>" +
+        band("reportHeader", 20, "'tittel'") + band("detail", 5, "{OrdreLinjer.ProduktNavn}")));
+    ASSERT_EQ(document.pages.size(), 2u);
+    EXPECT_EQ(textsOf(document.pages[0]), (QStringList{u"tittel"_s, u"Vare 1"_s}));
+    EXPECT_EQ(textsOf(document.pages[1]), linesFrom(1, 53));
 }
 
 TEST_F(LayoutTest, AGroupLongerThanAPageIsParted)
