@@ -83,7 +83,7 @@ TEST(ColumnStore, NullsStandBesideEmptyAndZeroValues)
 TEST(ColumnStore, DateIsTakenAsItShowsWhateverItsZone)
 {
     ColumnStore store(DataType::Date);
-    store.append(Value(QDateTime(QDate(2014, 3, 9), QTime(0, 30), Qt::OffsetFromUTC, 7200)));
+    store.append(Value(QDateTime::fromString(u"2014-03-09T00:30:00+02:00"_s, Qt::ISODate)));
     EXPECT_EQ(store.value(0).toDate().date(), QDate(2014, 3, 9));
     EXPECT_EQ(store.value(0).toDate().time(), QTime(0, 30));
 }

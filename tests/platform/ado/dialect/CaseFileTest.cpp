@@ -50,11 +50,12 @@ TEST_F(CaseFileTest, ReadsEveryKindOfStep)
 
 TEST_F(CaseFileTest, RefusesWhatItDoesNotUnderstand)
 {
-    EXPECT_THROW(readCaseFile(m_folder.filePath(u"none"_s)), std::runtime_error);
-    EXPECT_THROW(readCaseFile(written(u"a"_s, "what\nA\n")), std::runtime_error);
-    EXPECT_THROW(readCaseFile(written(u"b"_s, "query\nA\n")), std::runtime_error);
-    EXPECT_THROW(readCaseFile(written(u"c"_s, "query\nA\nB\n----\na:3\n")), std::runtime_error);
-    EXPECT_THROW(readCaseFile(written(u"d"_s, "error -1\nA\nB\n")), std::runtime_error);
+    EXPECT_THROW((void)readCaseFile(m_folder.filePath(u"none"_s)), std::runtime_error);
+    EXPECT_THROW((void)readCaseFile(written(u"a"_s, "what\nA\n")), std::runtime_error);
+    EXPECT_THROW((void)readCaseFile(written(u"b"_s, "query\nA\n")), std::runtime_error);
+    EXPECT_THROW((void)readCaseFile(written(u"c"_s, "query\nA\nB\n----\na:3\n")),
+                 std::runtime_error);
+    EXPECT_THROW((void)readCaseFile(written(u"d"_s, "error -1\nA\nB\n")), std::runtime_error);
 }
 
 } // namespace ado::dialect::test
