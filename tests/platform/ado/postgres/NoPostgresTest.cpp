@@ -43,7 +43,7 @@ TEST(NoPostgres, DataSourceOfAServerIsRefusedWithoutItsPassword)
     expectRefusal(u"dsn=Server"_s);
     expectRefusal(u"dsn=Server;uid=kari;pwd=hemmelig"_s);
     // A file goes on as ever.
-    Opened(u"dsn=Fil"_s).run(u"CREATE TABLE t (Nr INTEGER)"_s);
+    Opened(u"dsn=Fil"_s).run(u"CREATE TABLE t (Nr LONG)"_s);
     EXPECT_EQ(Tool(file.path()).text("SELECT Count(*) FROM sqlite_master"), "1");
 }
 
