@@ -160,7 +160,11 @@ TEST_F(FormulaTest, Dates)
     EXPECT_EQ(text(u"{Dato}+30"), "08.04.2014");
     EXPECT_EQ(text(u"{Dato}-Date(2014,1,1)"), "67");
     EXPECT_EQ(text(u"Year({Dato}) & '-' & Month({Dato}) & '-' & Day({Dato})"), "2014-3-9");
-    EXPECT_EQ(error(u"Date(2014,2,29)"), "Feil i formel ved tegn 1: det finnes ingen slik dato");
+    const std::string noSuchDate = "Feil i formel ved tegn 1: det finnes ingen slik dato";
+    EXPECT_EQ(error(u"Date(2014,2,29)"), noSuchDate);
+    EXPECT_EQ(error(u"Date(2014,2.5,1)"), noSuchDate);
+    EXPECT_EQ(error(u"Date(10000,1,1)"), noSuchDate);
+    EXPECT_EQ(error(u"Date(99,1,1)"), noSuchDate);
 }
 
 TEST_F(FormulaTest, NothingIsEqualToNothing)
@@ -176,6 +180,7 @@ TEST_F(FormulaTest, NothingIsEqualToNothing)
     EXPECT_EQ(text(u"if {Nr}=7 then 'ja' else Null"), "ja");
     EXPECT_EQ(text(u"if {Nr}=8 then Null else 'nei'"), "nei");
     EXPECT_TRUE(valueOf(u"Null+1").isNull());
+    EXPECT_TRUE(valueOf(u"Abs(Null)").isNull());
     EXPECT_TRUE(valueOf(u"if {Tom}='x' then 1").isNull());
 }
 
@@ -226,6 +231,9 @@ TEST_F(FormulaTest, ATypeThatDoesNotFitIsRefused)
               "Feil i formel ved tegn 1: her skal et vilkår stå, ikke tall");
     EXPECT_EQ(error(u"if 1 then 2"), "Feil i formel ved tegn 4: her skal et vilkår stå, ikke tall");
     EXPECT_NE(error(u"if True then 1 else 'a'"), "none");
+    EXPECT_EQ(error(u"(if True then 1 else 2)+'a'"),
+              "Feil i formel ved tegn 24: tall og tekst passer ikke sammen");
+    EXPECT_NE(error(u"1+True"), "none");
     EXPECT_NE(error(u"Year({Tekst})"), "none");
     EXPECT_NE(error(u"Sum({Tekst})"), "none");
     EXPECT_NE(error(u"{Bilde} & 'x'"), "none");

@@ -120,6 +120,17 @@ TEST_F(ReportReaderTest, HasDefaults)
     EXPECT_EQ(file.styles[0].font.pointSizeF(), 9);
 }
 
+TEST_F(ReportReaderTest, MarginsLeaveRoomOnThePaper)
+{
+    const QByteArray page = "<page width=\"%1\" height=\"%2\"/>";
+    const auto sized = [&](const char *width, const char *height) {
+        return fault(QByteArray(page).replace("%1", width).replace("%2", height));
+    };
+    EXPECT_EQ(sized("30.5", "30.5"), "none");
+    EXPECT_NE(sized("30", "297").find("margene er større enn papiret"), std::string::npos);
+    EXPECT_NE(sized("210", "30").find("margene er større enn papiret"), std::string::npos);
+}
+
 TEST_F(ReportReaderTest, FaultsNameFileLineAndColumn)
 {
     EXPECT_EQ(fault("<detail height=\"5\">\n  <tekst/></detail>"),
