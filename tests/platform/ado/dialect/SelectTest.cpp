@@ -186,6 +186,17 @@ TEST(Select, NamesThatCannotBeResolved)
             u"Syntaksfeil i setningen ved tegn 22: «Ordre» står to ganger blant tabellene."_s);
 }
 
+TEST(Select, AComparisonThatDoesNotFitIsFoundWhereItStands)
+{
+    const auto said = [](const QString &condition) {
+        return failureOf(u"SELECT ID FROM Ordre WHERE "_s + condition).text;
+    };
+    EXPECT_EQ(said(u"OrdreStatus=Betalt"_s),
+              u"Datatypene passer ikke sammen ved tegn 40: «Betalt»."_s);
+    EXPECT_EQ(said(u"OrdreStatus=(NOT Betalt)"_s),
+              u"Datatypene passer ikke sammen ved tegn 41: «NOT»."_s);
+}
+
 TEST(Select, TextIsComparedInNorwegianWherever)
 {
     EXPECT_EQ(whereOf(u"OrdreStatus='ordre'"_s), u"\"Ordre\".\"OrdreStatus\" COLLATE NORSK = ?1"_s);
