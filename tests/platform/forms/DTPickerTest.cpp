@@ -364,6 +364,18 @@ TEST_F(Picker, ChoosingTheShownDateOfTheCalendarCountsToo)
     EXPECT_EQ(chosen->count(), 1);
 }
 
+TEST_F(Picker, OneClickOnTheShownDateOfTheCalendarChoosesIt)
+{
+    openCalendar();
+    const auto *view = picker->calendarWidget()->findChild<QTableView *>();
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
+                      view->visualRect(view->currentIndex()).center());
+    runEvents();
+    EXPECT_EQ(picker->value(), QDate(2026, 5, 17));
+    EXPECT_EQ(chosen->count(), 1);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
 TEST_F(Picker, ClosingTheCalendarWithoutAChoiceIsNoChoice)
 {
     openCalendar();

@@ -91,16 +91,25 @@ TEST_F(CellPaint, ANumberIsShownInTheCellsForm)
 
 TEST_F(CellPaint, ANumberThatDoesNotFitIsNotCutShort)
 {
+    const QString number = u"1234567,00"_s;
     setType(2, kAll, CellType::ofNumber(2));
-    for (const int col : {2, 3})
-        grid.setColWidth(col, 6);
-    fill(2, 2, u"1234567,00"_s);
-    bool foundMarks = false;
-    for (int count = 1; count < 10; ++count) {
-        fill(3, 2, QString(count, u'#'));
-        foundMarks = foundMarks || image(2, 2) == image(3, 2);
-    }
-    EXPECT_TRUE(foundMarks);
+    fill(2, 2, number);
+    const auto showsMarks = [&](int pixels) {
+        for (const int section : {1, 2})
+            grid.horizontalHeader()->resizeSection(section, pixels);
+        bool found = false;
+        for (int count = 1; count < 20; ++count) {
+            fill(3, 2, QString(count, u'#'));
+            found = found || image(2, 2) == image(3, 2);
+        }
+        return found;
+    };
+    const int line = grid.columnWidth(1) - grid.visualRect(grid.model()->index(1, 1)).width();
+    const int margin = grid.style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1;
+    const int fits = grid.fontMetrics().horizontalAdvance(number) + 2 * margin + line;
+    EXPECT_FALSE(showsMarks(fits));
+    EXPECT_TRUE(showsMarks(fits - 1));
+    EXPECT_TRUE(showsMarks(fits / 2));
 }
 
 TEST_F(CellPaint, ATextOfSeveralLinesStandsInOne)

@@ -245,6 +245,22 @@ TEST_F(fpSpreadTest, ColumnsFollowTheFont)
     EXPECT_GT(grid.rowHeight(0), before);
 }
 
+TEST_F(fpSpreadTest, WhatChangesACellsLooksTellsTheViewAtOnce)
+{
+    QSignalSpy changed(grid.model(), &QAbstractItemModel::dataChanged);
+    const auto tells = [&](const auto &change) {
+        changed.clear();
+        change();
+        return changed.count() == 1 && changed[0][0].toModelIndex() == grid.model()->index(1, 2) &&
+               changed[0][1].toModelIndex() == grid.model()->index(1, 2);
+    };
+    grid.setCurrent(3, 2);
+    EXPECT_TRUE(tells([&] { grid.setText(u"1"); }));
+    EXPECT_TRUE(tells([&] { grid.setCellType(CellType::ofNumber(10)); }));
+    EXPECT_TRUE(tells([&] { grid.setLock(true); }));
+    EXPECT_TRUE(tells([&] { grid.setBackColor(0xC0FFFF); }));
+}
+
 TEST_F(fpSpreadTest, RedrawOffTellsTheViewNothingUntilItIsOn)
 {
     QSignalSpy changed(grid.model(), &QAbstractItemModel::dataChanged);
