@@ -127,6 +127,8 @@ TEST(Currency, ToDoubleIsTheNearestDouble)
 {
     EXPECT_EQ(tenThousandths(12345).toDouble(), 1.2345);
     EXPECT_EQ(tenThousandths(-2850).toDouble(), -0.285);
+    // The first one whose count is no double, and that a second rounding would move.
+    EXPECT_EQ(tenThousandths(9'007'199'254'740'995).toDouble(), 900719925474.0995);
     EXPECT_EQ(kLargest.toDouble(), 922337203685477.5807);
     EXPECT_EQ(kSmallest.toDouble(), -922337203685477.5808);
 }

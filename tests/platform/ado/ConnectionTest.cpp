@@ -190,6 +190,7 @@ TEST_F(ConnectionTest, SchemaListsTablesByNameAndColumnsByPosition)
         EXPECT_EQ(list->field(i).name, fields[static_cast<size_t>(i)].first);
         EXPECT_EQ(list->field(i).type, fields[static_cast<size_t>(i)].second);
     }
+    EXPECT_EQ(list->field(u"TABLE_NAME").definedSize, 0); // no limit
     QStringList lines;
     for (; !list->eof(); list->moveNext())
         lines << list->text(u"Table_Name") + u'.' + list->text(u"Column_Name") + u' ' +
