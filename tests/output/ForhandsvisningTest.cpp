@@ -201,6 +201,20 @@ TEST_F(ForhandsvisningTest, ZoomHasEnds)
     EXPECT_EQ(zoom(), u"500 %"_s);
 }
 
+TEST_F(ForhandsvisningTest, AZoomBetweenTwoStepsGoesToTheNextOne)
+{
+    vis(1);
+    const auto etter = [&](double prosent, const QString &knapp) {
+        visning().settZoom(prosent);
+        klikkI(knapp);
+        return visning().zoom();
+    };
+    EXPECT_EQ(etter(99, u"cmdZoomInn"_s), 100);
+    EXPECT_EQ(etter(91, u"cmdZoomUt"_s), 90);
+    EXPECT_EQ(etter(99.8, u"cmdZoomInn"_s), 110); // shown as 100 already
+    EXPECT_EQ(etter(90.2, u"cmdZoomUt"_s), 75);
+}
+
 TEST_F(ForhandsvisningTest, CtrlAndTheWheelZoomAroundThePointer)
 {
     vis(14);
@@ -242,6 +256,28 @@ TEST_F(ForhandsvisningTest, ZoomByChoice)
     runEvents();
     EXPECT_NEAR(visning().sideplass(0).height(), visning().viewport()->height() - 28, 2);
     EXPECT_EQ(zoom(), QString::number(visning().zoom()) + u" %"_s);
+}
+
+TEST_F(ForhandsvisningTest, AFittedPageIsShownWholeAndAFittedWidthStaysWhereItIsRead)
+{
+    vis(14);
+    visning().verticalScrollBar()->setValue(900);
+    ASSERT_EQ(side(), 2);
+    visning().settTilpasning(Sidevisning::Tilpasning::HelSide);
+    EXPECT_EQ(side(), 2);
+    EXPECT_GE(visning().sideplass(1).top(), 0);
+    EXPECT_LE(visning().sideplass(1).bottom(), visning().viewport()->height());
+
+    visning().settZoom(100);
+    visning().verticalScrollBar()->setValue(500);
+    const QPoint midt = visning().viewport()->rect().center();
+    const auto lest = [&] {
+        const QRect plass = visning().sideplass(0);
+        return double(midt.y() - plass.top()) / plass.height();
+    };
+    const double foer = lest();
+    visning().settTilpasning(Sidevisning::Tilpasning::Sidebredde);
+    EXPECT_NEAR(lest(), foer, 0.02);
 }
 
 TEST_F(ForhandsvisningTest, AZoomCanBeTyped)

@@ -198,6 +198,24 @@ TEST_F(fpSpreadMouse, ARowHeaderSelectsTheRowAndMakesItActive)
     EXPECT_TRUE(events.contains(u"SelChange 1 4 5 4 at 1 4"_s));
 }
 
+TEST_F(fpSpreadMouse, DraggingOverHeadersSelectsFromTheActiveCellOn)
+{
+    const auto drag = [](QHeaderView *header, QPoint from, QPoint to) {
+        QTest::mousePress(header->viewport(), Qt::LeftButton, {}, from);
+        QTest::mouseMove(header->viewport(), to);
+        QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, to);
+    };
+    drag(grid.verticalHeader(), QPoint(5, middle(1, 2).y()), QPoint(5, middle(1, 4).y()));
+    EXPECT_EQ(events.last(), u"SelChange 1 2 5 4 at 1 2");
+    EXPECT_EQ(active(), std::pair(1, 2));
+    EXPECT_EQ(grid.currentIndex(), grid.model()->index(1, 0));
+    EXPECT_EQ(grid.selectionModel()->selectedIndexes().size(), 15);
+
+    drag(grid.horizontalHeader(), headerMiddle(2), headerMiddle(3));
+    EXPECT_EQ(active(), std::pair(1, 2));
+    EXPECT_EQ(grid.currentIndex(), grid.model()->index(1, 0));
+}
+
 TEST_F(fpSpreadMouse, RowSelectMarksTheWholeRow)
 {
     grid.setRowSelect(true);
