@@ -138,6 +138,8 @@ TEST_F(ReportReaderTest, FaultsNameFileLineAndColumn)
     EXPECT_EQ(fault("  <detail/>"), "Fak.rpt, linje 3, kolonne 3: <detail> mangler «height»");
     EXPECT_EQ(fault("<detail height=\"5\"\n  hoyde=\"6\"/>"),
               "Fak.rpt, linje 3, kolonne 1: <detail> har ikke noe «hoyde»");
+    EXPECT_EQ(fault("<style name=\"a\" farge=\"#000000\"/>"),
+              "Fak.rpt, linje 3, kolonne 1: <style> har ikke noe «farge»");
     EXPECT_EQ(fault("<!-- æ --><page width=\"A4\"/>"),
               "Fak.rpt, linje 3, kolonne 11: <page> har ikke noen gyldig verdi for «width»");
     EXPECT_EQ(fault("\n<detail height=\"5\"></detal>").substr(0, 16), "Fak.rpt, linje 4");
