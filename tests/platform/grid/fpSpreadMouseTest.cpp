@@ -198,6 +198,17 @@ TEST_F(fpSpreadMouse, ARowHeaderSelectsTheRowAndMakesItActive)
     EXPECT_TRUE(events.contains(u"SelChange 1 4 5 4 at 1 4"_s));
 }
 
+TEST_F(fpSpreadMouse, AHeaderBringsTheFocusIntoTheGrid)
+{
+    button.setFocus();
+    QTest::mouseClick(grid.verticalHeader()->viewport(), Qt::LeftButton, {},
+                      QPoint(5, middle(1, 4).y()));
+    EXPECT_TRUE(grid.hasFocus());
+    button.setFocus();
+    QTest::mouseClick(grid.horizontalHeader()->viewport(), Qt::LeftButton, {}, headerMiddle(3));
+    EXPECT_TRUE(grid.hasFocus());
+}
+
 TEST_F(fpSpreadMouse, DraggingOverHeadersSelectsFromTheActiveCellOn)
 {
     const auto drag = [](QHeaderView *header, QPoint from, QPoint to) {

@@ -254,6 +254,10 @@ TEST(Select, GroupsEveryColumnThatIsNoSum)
     EXPECT_EQ(failureOf(u"SELECT Month(OrdreDato) FROM Ordre GROUP BY Year(OrdreDato)"_s).number,
               errors::kSyntax);
     EXPECT_EQ(failureOf(u"SELECT COUNT(*) FROM Ordre GROUP BY 1"_s).number, errors::kSyntax);
+    EXPECT_EQ(failureOf(u"SELECT OrdreNr<ID FROM Ordre GROUP BY Ordre.OrdreNr<Ordre.ID"_s).number,
+              0);
+    EXPECT_EQ(failureOf(u"SELECT OrdreNr=ID FROM Ordre GROUP BY OrdreNr<ID"_s).number,
+              errors::kSyntax);
     // Each run may bring another number, so these are not the same expression.
     EXPECT_EQ(failureOf(u"SELECT ID+1 FROM Ordre GROUP BY ID+1"_s).number, errors::kSyntax);
 }
