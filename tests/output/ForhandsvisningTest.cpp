@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QScrollBar>
 #include <QSpinBox>
+#include <QToolBar>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -494,6 +495,14 @@ TEST_F(ForhandsvisningTest, TheSearchStaysWithinANarrowWindow)
     runEvents();
     EXPECT_EQ(m_vindu->width(), 600);
     EXPECT_GT(iVinduet(), sammeLinje) << "on a line of its own";
+    const int beggesBredde =
+        i<QToolBar>(u"verktoy"_s)->sizeHint().width() + i<QToolBar>(u"sok"_s)->sizeHint().width();
+    m_vindu->resize(beggesBredde, 480);
+    runEvents();
+    EXPECT_EQ(iVinduet(), sammeLinje);
+    m_vindu->resize(beggesBredde - 1, 480);
+    runEvents();
+    EXPECT_GT(iVinduet(), sammeLinje);
     m_vindu->resize(900, 700);
     runEvents();
     EXPECT_EQ(iVinduet(), sammeLinje);

@@ -133,6 +133,17 @@ TEST_F(SkriverTest, TheSuggestedFileNameHoldsNoSignThatAFileMayNotHave)
     }
 }
 
+TEST_F(SkriverTest, APdfFileThatIsThereIsReplacedOnlyByConsent)
+{
+    QFile liggerDer(fil(u"gammel.pdf"_s));
+    ASSERT_TRUE(liggerDer.open(QIODevice::WriteOnly));
+    meldinger.svar = 6; // Yes
+    onNextModal<QFileDialog>(
+        [&](QFileDialog &dialog) { svarMedFil(dialog, liggerDer.fileName()); });
+    EXPECT_EQ(velgPdfFil(u"Lagre"_s, side({210, 297})), liggerDer.fileName());
+    EXPECT_EQ(meldinger.ta().size(), 1);
+}
+
 TEST_F(SkriverTest, ThePrintedPageIsThatOfThePreview)
 {
     Forhandsvisning *vist = visListe(8);
