@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ado/dialect/ErrorNumbers.h"
 #include "runtime/Value.h"
 
 /// The named values of the database interface; the numbers are its published ones.
@@ -19,15 +20,8 @@ inline constexpr int kText = 1;
 inline constexpr int kNoRecords = 128;
 } // namespace options
 
-/// Numbers of the database errors.
+/// Numbers of the database errors, besides those of statements.
 namespace errors {
-inline constexpr int kSyntax = -2147217900;       ///< statement not understood, or refused
-inline constexpr int kNoSuchTable = -2147217865;  ///< unknown table
-inline constexpr int kNoSuchColumn = -2147217904; ///< unknown column
-inline constexpr int kTableExists = -2147217857;  ///< the table to create is there already
-inline constexpr int kColumnExists = -2147217858; ///< the column to add is there already
-inline constexpr int kTypeMismatch = -2147217913; ///< value does not fit the column's type
-inline constexpr int kOutOfRange = -2147217887;   ///< number outside the column's range
 inline constexpr int kIntegrity = -2147217873;    ///< a constraint refused the change
 inline constexpr int kNoPermission = -2147217911; ///< read-only file or missing right
 inline constexpr int kRowNotFound = -2147217864;  ///< no row hit by a write-back

@@ -1,6 +1,6 @@
 #include "platform/ado/dialect/Errors.h"
 
-#include "platform/ado/AdoTypes.h"
+#include "platform/ado/dialect/ErrorNumbers.h"
 #include "runtime/RunTimeError.h"
 
 using namespace Qt::StringLiterals;

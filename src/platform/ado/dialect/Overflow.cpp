@@ -1,6 +1,6 @@
 #include "platform/ado/dialect/Overflow.h"
 
-#include "platform/ado/AdoTypes.h"
+#include "platform/ado/dialect/ErrorNumbers.h"
 #include "platform/ado/dialect/Writer.h"
 
 using namespace Qt::StringLiterals;
