@@ -6,6 +6,7 @@
 #include <array>
 
 class QLineEdit;
+class QObject;
 class QWidget;
 
 /// The numbers of the order screen's text fields.

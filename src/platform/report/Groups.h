@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 namespace report {
@@ -21,7 +22,7 @@ struct Span
 class Groups
 {
 public:
-    Groups(int groups, int rows) : m_starts(static_cast<size_t>(groups)), m_rows(rows) {}
+    Groups(int groups, int rows) : m_starts(static_cast<std::size_t>(groups)), m_rows(rows) {}
 
     /// The next row begins the groups from number `level` on; the count of groups begins none.
     /// Told of every row in turn; the first row begins all.
