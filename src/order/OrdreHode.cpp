@@ -200,8 +200,8 @@ void OrdreHode::forlatFelt(int nr)
     try {
         mistetFokus(nr);
     } catch (const RunTimeError &error) {
-        QMetaObject::invokeMethod(
-            this, [error] { showUntrapped(error); }, Qt::QueuedConnection);
+        const auto tell = [error] { showUntrapped(error); };
+        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
     }
 }
 

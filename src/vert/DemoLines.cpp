@@ -26,8 +26,8 @@ void DemoLines::addProduct(const QString &number, const QString &name, Currency 
 
 void DemoLines::sumUp(const QString &rounding)
 {
-    BeregnSummer(
-        *this, [&](const QString &, const QString &) { return rounding; }, *this);
+    const auto setting = [&](const QString &, const QString &) { return rounding; };
+    BeregnSummer(*this, setting, *this);
 }
 
 QString DemoLines::text(int col, int row) const

@@ -195,13 +195,13 @@ TEST_F(FrmBokforTest, WhatWaitsInTheEventLoopWaitsUntilTheRunIsOver)
     QStringList happened;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [&] { happened += u"timer"_s; });
+    const auto call = [&] { happened += u"kall"_s; };
     nekt = [&](const QString &statement) {
         if (!statement.startsWith(u"UPDATE Ordre"))
             return;
         happened += u"bokført"_s;
         timer.start(0);
-        QMetaObject::invokeMethod(
-            form(), [&] { happened += u"kall"_s; }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(form(), call, Qt::QueuedConnection);
     };
     transfer();
     EXPECT_EQ(happened.first(3), QStringList(3, u"bokført"_s));
@@ -215,12 +215,12 @@ TEST_F(FrmBokforTest, RunsTheJournalsAndLetsPendingEventsRunAfterEach)
     open();
     clickCell(kBokfor, 1);
     QStringList happened;
+    const auto event = [&] { happened += u"hendelse"_s; };
     form()->setRapport([&](const QString &rapport, qint16 modus, const QString &utvalg,
                            const QString &formel1, const QString &formel2) {
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
         happened += u"%1 %2 [%3] [%4] [%5]"_s.arg(rapport).arg(modus).arg(utvalg, formel1, formel2);
-        QMetaObject::invokeMethod(
-            form(), [&] { happened += u"hendelse"_s; }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(form(), event, Qt::QueuedConnection);
     });
     transfer([&] { EXPECT_TRUE(happened.isEmpty()); });
     EXPECT_EQ(happened,

@@ -92,8 +92,8 @@ TEST_F(VisMeldingTest, ANoteThatStaysAwayIsNotWaitedForLong)
 
 TEST_F(VisMeldingTest, ANoteThatIsClosedMeanwhileIsNotWaitedFor)
 {
-    QMetaObject::invokeMethod(
-        qApp, [] { note()->unload(); }, Qt::QueuedConnection);
+    const auto close = [] { note()->unload(); };
+    QMetaObject::invokeMethod(qApp, close, Qt::QueuedConnection);
     VisMelding(u"a"_s, 64, u"b"_s, 1, false);
     EXPECT_EQ(note(), nullptr);
     EXPECT_EQ(clock.sleeps, Sleeps({1000}));
@@ -105,8 +105,8 @@ TEST_F(VisMeldingTest, TheComponentMayGoWhileTheNoteStands)
         SharedForm<frmTMsgBox>::get().load();
         return note();
     }();
-    QMetaObject::invokeMethod(
-        qApp, [] { Forms::deleteAll(); }, Qt::QueuedConnection);
+    const auto unload = [] { Forms::deleteAll(); };
+    QMetaObject::invokeMethod(qApp, unload, Qt::QueuedConnection);
     VisMelding(u"a"_s, 64, u"b"_s, 1, false);
     EXPECT_FALSE(gone);
     EXPECT_TRUE(Forms::loaded().empty());

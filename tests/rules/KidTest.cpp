@@ -249,9 +249,8 @@ TEST(LagKID, TakesFieldsAsTheyStand)
 TEST(LagKID, ErrorsReachTheCaller)
 {
     const auto withLength = [](const QString &length) {
-        return errorOf([&] {
-            (void)LagKID(active({{u"KIDlengdeKundenr"_s, length}}), u"1234"_s, u"77"_s);
-        });
+        const auto settings = active({{u"KIDlengdeKundenr"_s, length}});
+        return errorOf([&] { (void)LagKID(settings, u"1234"_s, u"77"_s); });
     };
     EXPECT_EQ(withLength(u"-1"_s), errors::kInvalidCall);
     EXPECT_EQ(withLength(u"32768"_s), errors::kOverflow);

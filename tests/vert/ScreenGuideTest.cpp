@@ -196,11 +196,10 @@ TEST_F(ScreenGuideTest, AnswersAMessageBoxByTheTextOfItsButton)
 {
     int pressed = 0;
     onClick([&] { pressed = MsgBox(u"Slette  ordren?"_s, msgbox::kYesNo); });
-    EXPECT_EQ(guide.answer(u"Nei"_s, [&] { guide.click(button); }), u"Slette  ordren?"_s);
+    const auto click = [&] { guide.click(button); };
+    EXPECT_EQ(guide.answer(u"Nei"_s, click), u"Slette  ordren?"_s);
     EXPECT_EQ(pressed, answer::kNo);
-    EXPECT_EQ(guide.answer(
-                  u"Ja"_s, [&] { guide.click(button); }, u"spørsmål"_s),
-              u"Slette  ordren?"_s);
+    EXPECT_EQ(guide.answer(u"Ja"_s, click, u"spørsmål"_s), u"Slette  ordren?"_s);
     EXPECT_EQ(pressed, answer::kYes);
     EXPECT_EQ(pictures(), QStringList{u"01-spørsmål.png"_s});
 
@@ -233,17 +232,15 @@ TEST_F(ScreenGuideTest, DealsWithABoxInsideAModalWindow)
         });
         chosen = picker.exec() == QDialog::Accepted ? u"ja"_s : u"nei"_s;
     });
-    guide.modal(
-        u"frmKunder"_s, [&] { guide.click(button); },
-        [&](QWidget &picker) {
-            guide.answer(u"Ja"_s, [&] { guide.click(guide.control(picker, u"cmdBruk"_s)); });
-        });
+    const auto click = [&] { guide.click(button); };
+    guide.modal(u"frmKunder"_s, click, [&](QWidget &picker) {
+        guide.answer(u"Ja"_s, [&] { guide.click(guide.control(picker, u"cmdBruk"_s)); });
+    });
     EXPECT_EQ(chosen, u"ja"_s);
 
     // One that is left standing is taken down and told.
     EXPECT_TRUE(refusal([&] {
-                    guide.modal(
-                        u"frmKunder"_s, [&] { guide.click(button); }, [](QWidget &) {});
+                    guide.modal(u"frmKunder"_s, click, [](QWidget &) {});
                 }).contains(u"frmKunder ble ikke lukket"_s));
     EXPECT_EQ(chosen, u"nei"_s);
 }

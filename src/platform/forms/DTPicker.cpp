@@ -136,7 +136,8 @@ QDateTime DTPicker::dateTimeFromText(const QString &text) const
 {
     const QDate typed = m_typing ? QDate() : readDate(text);
     const bool isInside = typed.isValid() && typed >= minimumDate() && typed <= maximumDate();
-    // The field's own kind of time is kept: local midnight would be the day before in a field of UTC.
+    // The field's own kind of time is kept: local midnight would be the day before in a field of
+    // UTC.
     QDateTime moment = dateTime();
     if (isInside)
         moment.setDate(typed);

@@ -22,10 +22,7 @@ class NothingButToday : public Environment, public Names
 public:
     Value field(int) override { return {}; }
     Value aggregate(const Expr &) override { return {}; }
-    Value special(Special) override
-    {
-        return Value(utcMoment(Clock::current().today()));
-    }
+    Value special(Special) override { return Value(utcMoment(Clock::current().today())); }
     FieldInfo field(QStringView) const override { return {}; }
     int group(QStringView) const override { return kOwnScope; }
     Expr *formula(QStringView) override { return nullptr; }

@@ -141,8 +141,7 @@ TEST(RowSet, DateIsTheNearestSecondThatTheDatabaseKeeps)
     RowSet rows({column(u"Dato"_s, DataType::Date)}, u"Folk"_s);
     const int row = rows.addRow();
     rows.setValue(row, 0, Value(2958465.99998));
-    EXPECT_EQ(rows.value(row, 0).toDate(),
-              utcMoment(QDate(9999, 12, 31), QTime(23, 59, 58)));
+    EXPECT_EQ(rows.value(row, 0).toDate(), utcMoment(QDate(9999, 12, 31), QTime(23, 59, 58)));
     rows.setValue(row, 0, Value(utcMoment(QDate(1899, 12, 29), QTime(5, 59, 59, 700))));
     EXPECT_EQ(rows.value(row, 0).toDate(), utcMoment(QDate(1899, 12, 29), QTime(6, 0)));
 }

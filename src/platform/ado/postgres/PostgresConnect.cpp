@@ -173,8 +173,8 @@ pg_conn *connectPostgres(const QMap<QString, QString> &keywords)
     if (!connection)
         throw RunTimeError(errors::kUnspecified, u"Det er ikke nok minne."_s);
     PQsetErrorVerbosity(connection.get(), PQERRORS_SQLSTATE);
-    PQsetNoticeProcessor(
-        connection.get(), [](void *, const char *) {}, nullptr);
+    const PQnoticeProcessor passOverNotice = [](void *, const char *) {};
+    PQsetNoticeProcessor(connection.get(), passOverNotice, nullptr);
     const bool started = PQstatus(connection.get()) != CONNECTION_BAD;
     if (!started || !waitUntilOpen(connection.get(), deadline)) {
         const bool timedOut = started && PQstatus(connection.get()) != CONNECTION_BAD;

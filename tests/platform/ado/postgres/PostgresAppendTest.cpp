@@ -108,10 +108,8 @@ TEST_F(PostgresAppend, SessionGoesOnBehindARefusedRow)
                   m_session->append(u"Ordre", rowsOf({{1, Value(u"ti tegn er for mye"_s)}}));
               }),
               errors::kOutOfRange);
-    EXPECT_EQ(errorOf([&] {
-                  m_session->append(u"Finnes", rowsOf({{1, Value()}}));
-              }),
-              errors::kNoSuchTable);
+    const RowSet one = rowsOf({{1, Value()}});
+    EXPECT_EQ(errorOf([&] { m_session->append(u"Finnes", one); }), errors::kNoSuchTable);
     m_session->append(u"Ordre", rowsOf({{1, Value(u"ni"_s)}}));
     EXPECT_EQ(m_session->query(u"SELECT * FROM Ordre").rowCount(), 1);
 }
@@ -121,12 +119,10 @@ TEST_F(PostgresAppend, EndOfTheConnectionIsAnError)
     m_session->begin();
     m_session->execute(u"INSERT INTO Ordre (ID) VALUES (7)");
     endConnections();
-    EXPECT_EQ(errorOf([&] {
-                  m_session->append(u"Ordre", rowsOf({{8, Value()}}));
-              }),
-              errors::kUnspecified);
+    const RowSet one = rowsOf({{8, Value()}});
+    EXPECT_EQ(errorOf([&] { m_session->append(u"Ordre", one); }), errors::kUnspecified);
     m_session->rollback();
-    m_session->append(u"Ordre", rowsOf({{8, Value()}}));
+    m_session->append(u"Ordre", one);
     EXPECT_EQ(stored(u"SELECT string_agg(\"ID\"::text, ',') FROM \"Ordre\""_s), "8");
 }
 

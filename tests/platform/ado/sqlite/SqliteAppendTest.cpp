@@ -47,18 +47,14 @@ TEST_F(SqliteAppend, KeepsNumbersAndGoesOnBehindThem)
 
 TEST_F(SqliteAppend, AllRowsOrNone)
 {
-    EXPECT_EQ(errorOf([&] {
-                  m_session->append(u"Ordre", rowsOf({u"a"_s, u"b"_s}, {1, 1}));
-              }),
-              errors::kIntegrity);
+    const RowSet ones = rowsOf({u"a"_s, u"b"_s}, {1, 1});
+    EXPECT_EQ(errorOf([&] { m_session->append(u"Ordre", ones); }), errors::kIntegrity);
     EXPECT_EQ(stored("SELECT COUNT(*) FROM Ordre"), "0");
 
     m_session->begin();
     m_session->execute(u"INSERT INTO Ordre (Navn) VALUES ('før')");
-    EXPECT_EQ(errorOf([&] {
-                  m_session->append(u"Ordre", rowsOf({u"a"_s, u"b"_s}, {8, 8}));
-              }),
-              errors::kIntegrity);
+    const RowSet eights = rowsOf({u"a"_s, u"b"_s}, {8, 8});
+    EXPECT_EQ(errorOf([&] { m_session->append(u"Ordre", eights); }), errors::kIntegrity);
     m_session->append(u"Ordre", rowsOf({u"c"_s}, {9}));
     m_session->commit();
     EXPECT_EQ(stored("SELECT group_concat(ID) FROM Ordre"), "1,9");

@@ -14,10 +14,10 @@ TEST(StoredDate, DayAloneAndDayWithTime)
 
 TEST(StoredDate, ReadsWhatItWrites)
 {
-    for (const QDateTime &date : {utcMoment(QDate(1970, 1, 1)),
-                                  utcMoment(QDate(1899, 12, 30), QTime(23, 59, 59)),
-                                  utcMoment(QDate(9999, 12, 31), QTime(1, 0, 0)),
-                                  utcMoment(QDate(2000, 2, 29), QTime(0, 0, 1))})
+    for (const QDateTime &date :
+         {utcMoment(QDate(1970, 1, 1)), utcMoment(QDate(1899, 12, 30), QTime(23, 59, 59)),
+          utcMoment(QDate(9999, 12, 31), QTime(1, 0, 0)),
+          utcMoment(QDate(2000, 2, 29), QTime(0, 0, 1))})
         EXPECT_EQ(millisecondsOf(storedDate(date).toStdString()), date.toMSecsSinceEpoch());
 }
 
