@@ -171,7 +171,7 @@ void frmOptions::setSmallestSize()
         room.setHeight(std::max({room.height(), layout.minimumSize().height(),
                                  layout.minimumHeightForWidth(room.width())}));
     }
-    onResize();
+    frmOptions::onResize(); // by its full name, since the form is still being made
     const QSize smallest = room + size() - m_ui->picOptions_0->size();
     setMinimumTwips(pixelsToTwips(smallest.width()), pixelsToTwips(smallest.height()));
     resize(smallest);

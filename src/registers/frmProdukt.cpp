@@ -53,7 +53,7 @@ void putText(QComboBox &box, const QString &text)
 }
 
 /// An empty value leaves a blank in its cell.
-QString blankForEmpty(QString text)
+QString blankForEmpty(const QString &text)
 {
     return text.isEmpty() ? u" "_s : text;
 }

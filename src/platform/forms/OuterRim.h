@@ -42,6 +42,16 @@ bool atOuterRim(Handler &&handler)
     }
 }
 
+/// Calls `handler` with all the arguments, or with none when it takes none.
+template<class Handler, class... Arguments>
+void callWithAllOrNone(Handler &handler, const Arguments &...arguments)
+{
+    if constexpr (std::is_invocable_v<Handler &, const Arguments &...>)
+        std::invoke(handler, arguments...);
+    else
+        std::invoke(handler);
+}
+
 /// Connects a control's event to its handler, at the outer rim. `handler` takes all arguments of
 /// the signal, or none; the connection ends with `context`.
 template<class Sender, class Signal, class Handler>
@@ -51,11 +61,6 @@ QMetaObject::Connection onEvent(const Sender *sender, Signal signal, const QObje
     return QObject::connect(
         sender, signal, context,
         [handler = std::move(handler)](const auto &...arguments) mutable -> void {
-            atOuterRim([&] {
-                if constexpr (std::is_invocable_v<Handler &, decltype(arguments)...>)
-                    std::invoke(handler, arguments...);
-                else
-                    std::invoke(handler);
-            });
+            atOuterRim([&] { callWithAllOrNone(handler, arguments...); });
         });
 }

@@ -23,8 +23,10 @@ public:
             if (const auto own = m_cells.find({col, row}); own != m_cells.end())
                 return own->second;
         }
-        if (col >= 0 && size_t(col) < m_columns.size() && m_columns[size_t(col)])
-            return *m_columns[size_t(col)];
+        if (col >= 0 && size_t(col) < m_columns.size()) {
+            if (const std::optional<T> &column = m_columns[size_t(col)])
+                return *column;
+        }
         return m_sheet;
     }
     /// The value that rows without one of their own have in that column.

@@ -184,7 +184,8 @@ void fpSpread::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton || !m_pressed)
         return;
-    const Cell cell = *std::exchange(m_pressed, std::nullopt);
+    const Cell cell = *m_pressed;
+    m_pressed.reset();
     if (cellAt(event->position().toPoint()) != cell || m_extent != cell)
         return;
     const QPointer<fpSpread> self(this);

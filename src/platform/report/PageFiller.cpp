@@ -127,9 +127,7 @@ void PageFiller::placeRow(int row)
     bool wantsPage = false;
     for (int group = level; group < m_groups.count(); ++group)
         wantsPage = wantsPage || m_report.groups[static_cast<size_t>(group)].newPage;
-    if (wantsPage && row > 0)
-        breakPage(row);
-    else if (!m_fresh && !staysTogether(row))
+    if ((wantsPage && row > 0) || (!m_fresh && !staysTogether(row)))
         breakPage(row);
 
     Unit unit = unitAt(row);

@@ -286,8 +286,8 @@ void PostgresSession::perform(const dialect::Lexed &lexed, RowSet *rows)
             return changeSchema(translation);
         if (translation.kind == dialect::StatementKind::Identity)
             return answerIdentity(translation, rows);
-        prepared = new Prepared(m_link, std::move(translation));
-        m_statements.insert(lexed.shape, prepared);
+        m_statements.insert(lexed.shape, new Prepared(m_link, std::move(translation)));
+        prepared = m_statements.object(lexed.shape);
     }
 
     const dialect::Translation &translation = prepared->translation;
@@ -362,7 +362,7 @@ void PostgresSession::writeBack(RowSet &rows, const std::vector<int> &changedRow
         });
         writeBack->write(changedRows);
     });
-    writeBack->accept(rows);
+    writeBack->accept(rows); // NOLINT(bugprone-unchecked-optional-access): made above, or raised
 }
 
 void PostgresSession::append(QStringView table, const RowSet &rows)

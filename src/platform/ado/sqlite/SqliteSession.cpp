@@ -153,8 +153,9 @@ void SqliteSession::run(QStringView text, RowSet *rows)
             return;
         }
         SqliteStatement statement(m_database.handle(), translation.sql);
-        prepared = new Prepared{std::move(translation), std::move(statement)};
-        m_statements.insert(lexed.shape, prepared);
+        m_statements.insert(lexed.shape,
+                            new Prepared{std::move(translation), std::move(statement)});
+        prepared = m_statements.object(lexed.shape);
     }
 
     const dialect::Translation &translation = prepared->translation;
