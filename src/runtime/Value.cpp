@@ -46,7 +46,7 @@ QDateTime momentOf(double days)
         raise(errors::kOverflow);
     const auto milliseconds =
         static_cast<qint64>(std::llround(std::fabs(days - whole) * kMillisecondsPerDay));
-    const QDateTime moment = dateZero().addDays(static_cast<qint64>(whole)).addMSecs(milliseconds);
+    QDateTime moment = dateZero().addDays(static_cast<qint64>(whole)).addMSecs(milliseconds);
     if (dateZero().daysTo(moment) > static_cast<qint64>(kLastDay)) // by the rounding
         raise(errors::kOverflow);
     return moment;

@@ -121,7 +121,7 @@ QString Attributes::text(QStringView name, const QString &absent)
 
 QString Attributes::required(QStringView name)
 {
-    const QString value = text(name);
+    QString value = text(name);
     if (value.isEmpty())
         raiseInFile(m_place, u"<%1> mangler «%2»"_s.arg(m_element, name));
     return value;
