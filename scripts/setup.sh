@@ -26,6 +26,16 @@ packages=(
     libxml2-utils   # xmllint, by which the tests check documents
 )
 
+# What ./check needs besides.
+check_packages=(
+    clang           # the fuzz targets, headers alone
+    libclang-rt-dev # the fuzzer and the sanitizers of clang
+    clang-format-19 # one version judges, and both Debians have this one
+    clang-tidy-19
+    python3         # the checks in scripts/check
+    git             # lists the files
+)
+
 say() {
     printf '== %s\n' "$*" >&2
 }

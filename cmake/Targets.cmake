@@ -1,0 +1,27 @@
+# Writes what each library and program compiles and links to targets.txt in the build folder, a line
+# for each: name|folder|sources|links|links handed on. ./check reads there which floor owns a header.
+
+function(faktura_write_targets file folder)
+    get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
+    foreach(target ${targets})
+        get_target_property(type ${target} TYPE)
+        if(type MATCHES "_LIBRARY$|^EXECUTABLE$")
+            set(line "${target}|${folder}")
+            foreach(property SOURCES LINK_LIBRARIES INTERFACE_LINK_LIBRARIES)
+                get_target_property(value ${target} ${property})
+                if(NOT value)
+                    set(value "")
+                endif()
+                string(APPEND line "|${value}")
+            endforeach()
+            file(APPEND ${file} "${line}\n")
+        endif()
+    endforeach()
+    get_property(below DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)
+    foreach(subfolder ${below})
+        faktura_write_targets(${file} ${subfolder})
+    endforeach()
+endfunction()
+
+file(WRITE ${CMAKE_BINARY_DIR}/targets.txt "")
+faktura_write_targets(${CMAKE_BINARY_DIR}/targets.txt ${CMAKE_SOURCE_DIR})
