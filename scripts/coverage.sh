@@ -4,8 +4,8 @@
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
+packages+=("${check_packages[@]}")
 install_missing
-install_missing_for_checks
 build coverage
 folder=$root/build/coverage
 find "$folder" -name '*.gcda' -delete # counts of an earlier run

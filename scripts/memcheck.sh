@@ -27,8 +27,8 @@ if (($# > 0)); then # one program, for the parallel runs below
     exit
 fi
 
+packages+=("${check_packages[@]}")
 install_missing
-install_missing_for_checks
 build release
 programs=()
 for folder in "${folders[@]}"; do

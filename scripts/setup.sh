@@ -26,7 +26,7 @@ packages=(
     libxml2-utils   # xmllint, by which the tests check documents
 )
 
-# What ./check needs besides.
+# What ./check, the gate and ./test --dekning need besides.
 check_packages=(
     clang           # the fuzz targets, headers alone
     libclang-rt-dev # the fuzzer and the sanitizers of clang
@@ -34,6 +34,8 @@ check_packages=(
     clang-tidy-19
     python3         # the checks in scripts/check
     git             # lists the files
+    valgrind        # sees values that nobody set
+    gcovr           # counts what the tests reach
 )
 
 say() {
