@@ -154,7 +154,8 @@ TEST_P(AutomationTest, ThePageNamesWhatIsThere)
     const auto exists = [&](const QString &name) { return screen->findChild<QObject *>(name); };
     EXPECT_EQ(without(documented, exists), QStringList()) << "stand in docs/automation.md alone";
     const auto isDocumented = [&](const QString &name) { return documented.count(name) > 0; };
-    EXPECT_EQ(without(controlsOf(*screen), isDocumented), QStringList()) << "are not in docs/automation.md";
+    EXPECT_EQ(without(controlsOf(*screen), isDocumented), QStringList())
+        << "are not in docs/automation.md";
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, AutomationTest, ::testing::ValuesIn(kScreens),
