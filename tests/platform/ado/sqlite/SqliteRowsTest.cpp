@@ -79,8 +79,8 @@ TEST_F(SqliteRows, ValueOfAnotherTypeIsAMismatch)
     for (const auto &[column, sql] : cases) {
         store(column, sql);
         EXPECT_EQ(errorAt(column), errors::kTypeMismatch) << column << " = " << sql;
-        EXPECT_TRUE(
-            textOf([&] { static_cast<void>(read(column)); }).contains(QString::fromLatin1(column)));
+        const QString text = textOf([&, name = column] { static_cast<void>(read(name)); });
+        EXPECT_TRUE(text.contains(QString::fromLatin1(column))) << text.toStdString();
     }
 }
 
