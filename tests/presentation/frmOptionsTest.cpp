@@ -76,7 +76,7 @@ TEST_F(FrmOptionsTest, TheToolTips)
 TEST_F(FrmOptionsTest, TheTabs)
 {
     openScreen();
-    const auto &strip = control<TabStrip>(u"tbsOptions"_s);
+    auto &strip = control<TabStrip>(u"tbsOptions"_s);
     ASSERT_EQ(strip.count(), 3);
     EXPECT_EQ(strip.tabText(0), u"KID"_s);
     EXPECT_EQ(strip.tabText(1), u"Logo"_s);
@@ -167,7 +167,7 @@ TEST_F(FrmOptionsTest, ATabBringsItsPageAndTakesTheOthersAway)
 TEST_F(FrmOptionsTest, ControlTabGoesRoundThePages)
 {
     openScreen();
-    const auto &strip = control<TabStrip>(u"tbsOptions"_s);
+    auto &strip = control<TabStrip>(u"tbsOptions"_s);
     for (const int next : {2, 3, 1}) {
         QTest::keyClick(screen()->focusWidget() ? screen()->focusWidget() : screen(), Qt::Key_Tab,
                         Qt::ControlModifier);
@@ -222,7 +222,7 @@ TEST_F(FrmOptionsTest, PagesAndButtonsFollowTheForm)
                     << child->objectName().toStdString();
             }
         }
-        const QWidget &save = control(u"cmdApply"_s);
+        QWidget &save = control(u"cmdApply"_s);
         const QRect place(save.mapTo(screen(), QPoint()), save.size());
         EXPECT_TRUE(screen()->rect().contains(place));
         EXPECT_GT(place.top(), strip.bottom());

@@ -206,7 +206,7 @@ TEST_F(FrmKalkyleTest, HoldsItsSmallestWidth)
     screen()->setPlace(195, 195, 1500, 4500);
     runEvents();
     EXPECT_EQ(screen()->width(), twipsToPixels(4000));
-    const auto &close = control<QPushButton>(u"btnClose"_s);
+    auto &close = control<QPushButton>(u"btnClose"_s);
     EXPECT_EQ(close.geometry().bottom(), screen()->height() - 8 - 1) << "the bar is at the foot";
     EXPECT_TRUE(screen()->rect().contains(close.geometry()));
 }

@@ -389,13 +389,13 @@ TEST_F(FrmProduktTest, StripPageAndGridFollowTheForm)
     for (const QSize twips : {QSize(9150, 6435), QSize(15000, 9000)}) {
         screen()->setPlace(200, 200, twips.width(), twips.height());
         runEvents();
-        const auto &strip = control<TabStrip>(u"TabStrip1"_s);
+        auto &strip = control<TabStrip>(u"TabStrip1"_s);
         EXPECT_EQ(strip.geometry(),
                   twipsToPixels(60, 1020, twips.width() - 120, twips.height() - 1500));
         EXPECT_EQ(grid().size(), page(0).size());
         EXPECT_EQ(strip.geometry() | page(0).geometry(), strip.geometry());
         EXPECT_EQ(page(0).geometry().right(), screen()->width() - 8 - 1);
-        const auto &close = control<QPushButton>(u"btnClose"_s);
+        auto &close = control<QPushButton>(u"btnClose"_s);
         EXPECT_GT(close.mapTo(screen(), QPoint()).y(), strip.geometry().bottom());
         EXPECT_TRUE(
             screen()->rect().contains(QRect(close.mapTo(screen(), QPoint()), close.size())));
