@@ -18,9 +18,10 @@ TextSetter::TextSetter(const std::vector<TextStyle> &styles)
 {
     m_fonts.reserve(styles.size());
     for (const TextStyle &style : styles) {
-        const QFontMetricsF metrics(fontInUnits(style.font));
+        const QFont scaled = fontInUnits(style.font);
+        const QFontMetricsF metrics(scaled);
         m_fonts.push_back(
-            {metrics, metrics.ascent() / kUnitsPerMm, metrics.lineSpacing() / kUnitsPerMm});
+            {metrics, metrics.ascent() / kUnitsPerMm, lineHeightInUnits(scaled) / kUnitsPerMm});
     }
 }
 

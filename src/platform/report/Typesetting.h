@@ -15,4 +15,9 @@ inline constexpr double kUnitsPerMm = kUnitsPerPoint / kMmPerPoint;
 /// The font of a style, whose size is in points, in units.
 [[nodiscard]] QFont fontInUnits(const QFont &font);
 
+/// From one base line to the next, for a font in units. The gap between lines is read from the font
+/// file: the toolkit's own measure holds it in some versions (6.4) and leaves it out in others
+/// (6.8).
+[[nodiscard]] double lineHeightInUnits(const QFont &font);
+
 } // namespace report
