@@ -5,6 +5,8 @@
 
 #include <QFileDialog>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -61,8 +63,10 @@ bool askForFile(FileQuestion &question)
     if (runModal(dialog) != QDialog::Accepted)
         return false;
     question.fileName = dialog.selectedFiles().value(0);
-    // With the patterns hidden, the dialog answers with the description.
-    const QString chosen = dialog.selectedNameFilter().trimmed();
-    question.filterIndex = int(filters.descriptions.indexOf(chosen)) + 1;
+    // With the patterns hidden, the dialog answers with the description or, from Qt 6.5, the pair.
+    const QString chosen = dialog.selectedNameFilter();
+    question.filterIndex = int(std::max(filters.descriptions.indexOf(chosen.trimmed()),
+                                        dialog.nameFilters().indexOf(chosen))) +
+                           1;
     return true;
 }
