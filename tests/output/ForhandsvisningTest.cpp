@@ -157,6 +157,15 @@ TEST_F(ForhandsvisningTest, ScrollingTellsThePage)
     EXPECT_EQ(side(), 1);
 }
 
+TEST_F(ForhandsvisningTest, TheLastPageHasTheSameEdgeBelowAsTheFirstHasAbove)
+{
+    vis(14);
+    const int over = visning().sideplass(0).top();
+    EXPECT_GT(over, 0);
+    visning().verticalScrollBar()->setValue(visning().verticalScrollBar()->maximum());
+    EXPECT_EQ(visning().viewport()->rect().bottom() - visning().sideplass(2).bottom(), over);
+}
+
 TEST_F(ForhandsvisningTest, AllPagesCanBeReachedWhenSeveralFitTheWindow)
 {
     vis(14);
