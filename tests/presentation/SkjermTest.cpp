@@ -139,6 +139,14 @@ TEST_F(SkjermTest, AStoredTextCountsByItsLeadingNumber)
     EXPECT_EQ(placeFor(*form), QRect(150, 0, 6000, 3000));
 }
 
+TEST_F(SkjermTest, AStoredPlaceBetweenTwoPixelsGoesToTheNearer)
+{
+    store(u"FLeft"_s, u"22"_s);
+    store(u"FTop"_s, u"23"_s);
+    auto *form = new RecordingForm;
+    EXPECT_EQ(placeFor(*form), QRect(15, 30, 6000, 3000));
+}
+
 TEST_F(SkjermTest, AStoredNumberThatIsTooLargeCountsAsNothing)
 {
     store(u"FTop"_s, u"99999999999"_s);
