@@ -5,6 +5,7 @@ import os
 import resource
 import signal
 import subprocess
+import tempfile
 import time
 from dataclasses import dataclass, field
 from pathlib import Path
@@ -131,17 +132,29 @@ def run(suite, build, home, number, patience):
             command.append("--gtest_filter=" + ":".join(suite.cases))
     environment = dict(os.environ, HOME=str(home), **suite.environment,
                        FAKTURA_PLANTED=str(number))
-    process = subprocess.Popen(command, cwd=suite.program.parent, env=environment,
-                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                               stderr=subprocess.STDOUT, start_new_session=True,
-                               preexec_fn=limit)
-    try:
-        output = process.communicate(timeout=patience)[0].decode(errors="replace")
-    except subprocess.TimeoutExpired:
-        os.killpg(process.pid, signal.SIGKILL)
+    # Into a file, since a process that is left over would hold a pipe open.
+    with tempfile.TemporaryFile() as output:
+        process = subprocess.Popen(command, cwd=suite.program.parent, env=environment,
+                                   stdin=subprocess.DEVNULL, stdout=output,
+                                   stderr=subprocess.STDOUT, start_new_session=True,
+                                   preexec_fn=limit)
+        try:
+            status = process.wait(patience)
+        except subprocess.TimeoutExpired:
+            status = None
+        kill_session(process.pid)
         process.wait()
-        return "does not end"
-    return verdict(process.returncode, output)
+        output.seek(0)
+        text = output.read().decode(errors="replace")
+    return "does not end" if status is None else verdict(status, text)
+
+
+def kill_session(leader):
+    """The test program, if it is still there, and what it has left behind."""
+    try:
+        os.killpg(leader, signal.SIGKILL)
+    except ProcessLookupError:
+        pass
 
 
 def limit():
