@@ -186,11 +186,21 @@ TEST_F(SheetTest, WhatACellHasOfItsOwnFollowsItsRow)
 {
     column(1, {u"b"_s, u"a"_s});
     sheet.setBackColor(CellRange::cell(1, 1), kWhite);
+    sheet.setForeColor(CellRange::cell(1, 1), 0x0000FF);
+    sheet.setAlign(CellRange::cell(1, 1), CellAlign::Right);
+    sheet.setType(CellRange::cell(1, 1), CellType::ofNumber(10));
     sheet.setLocked(CellRange::cell(2, 2), true);
     sheet.sortRows(1, 10, 1, true);
     EXPECT_EQ(sheet.backColor(1, 2), kWhite);
     EXPECT_EQ(sheet.backColor(1, 1), kWindowBackground);
+    EXPECT_EQ(sheet.foreColor(1, 2), 0x0000FFu);
+    EXPECT_NE(sheet.foreColor(1, 1), 0x0000FFu);
+    EXPECT_EQ(sheet.align(1, 2), CellAlign::Right);
+    EXPECT_NE(sheet.align(1, 1), CellAlign::Right);
+    EXPECT_EQ(sheet.type(1, 2).kind, CellKind::CheckBox);
+    EXPECT_NE(sheet.type(1, 1).kind, CellKind::CheckBox);
     EXPECT_TRUE(sheet.isLocked(2, 1));
+    EXPECT_FALSE(sheet.isLocked(2, 2));
 }
 
 TEST_F(SheetTest, SortingByAColumnThatIsNotThereIsAnError)
