@@ -3,6 +3,10 @@
 #include "platform/forms/TestApplication.h"
 
 #include <QComboBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -37,6 +41,35 @@ TEST(PrinterDialog, AChosenPrinterIsReturnedWithoutAFile)
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
     EXPECT_EQ(dialog.printer(), u"Lager"_s);
     EXPECT_EQ(dialog.pdfFile(), QString());
+}
+
+TEST(PrinterDialog, APrinterThatIsChosenAfterAFileTakesItsPlace)
+{
+    PrinterDialog dialog(kPrinters, true);
+    dialog.findChild<QComboBox *>(u"cmbSkriver"_s)->setCurrentIndex(2); // the PDF file
+    onNextModal<QFileDialog>([](QFileDialog &question) {
+        question.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&question));
+        QTest::keyClick(question.findChild<QLineEdit *>(u"fileNameEdit"_s), Qt::Key_Return);
+    });
+    dialog.findChild<QPushButton *>(u"cmdSkriv"_s)->click();
+    EXPECT_EQ(QFileInfo(dialog.pdfFile()).fileName(), u"Utskrift.pdf"_s);
+    dialog.choose(u"Lager"_s);
+    dialog.findChild<QPushButton *>(u"cmdSkriv"_s)->click();
+    EXPECT_EQ(dialog.pdfFile(), QString());
+}
+
+TEST(PrinterDialog, ItsFieldsStandBehindTheirCaptions)
+{
+    PrinterDialog dialog(kPrinters, true);
+    dialog.show();
+    QStringList captions;
+    for (const QLabel *caption : dialog.findChildren<QLabel *>()) {
+        captions << caption->text();
+        ASSERT_NE(caption->buddy(), nullptr);
+        EXPECT_LT(caption->geometry().right(), caption->buddy()->geometry().left());
+    }
+    EXPECT_EQ(captions, (QStringList{u"&Skriver:"_s, u"Antall &eksemplarer:"_s}));
 }
 
 TEST(PrinterDialog, AnUnknownPrinterIsNotChosen)

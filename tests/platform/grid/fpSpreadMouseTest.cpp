@@ -209,6 +209,17 @@ TEST_F(fpSpreadMouse, AHeaderBringsTheFocusIntoTheGrid)
     EXPECT_TRUE(grid.hasFocus());
 }
 
+TEST_F(fpSpreadMouse, ARowHeaderChoosesNothingWhereTheCellMayNotBeLeft)
+{
+    QObject::connect(&grid, &fpSpread::LeaveCell, &grid,
+                     [](int, int, int, int, bool *cancel) { *cancel = true; });
+    QTest::mouseClick(grid.verticalHeader()->viewport(), Qt::LeftButton, {},
+                      QPoint(5, middle(1, 4).y()));
+    EXPECT_EQ(active(), std::pair(1, 1));
+    EXPECT_EQ(grid.currentIndex(), grid.model()->index(0, 0));
+    EXPECT_EQ(grid.selectedRowCount(), 0);
+}
+
 TEST_F(fpSpreadMouse, DraggingOverHeadersSelectsFromTheActiveCellOn)
 {
     const auto drag = [](QHeaderView *header, QPoint from, QPoint to) {

@@ -113,7 +113,9 @@ TEST_F(MakeReportTest, TypesAreCheckedBeforeAnythingIsPrinted)
     for (const QByteArray &bands :
          {detail("{OrdreLinjer.ProduktNavn}+1"), detail("{Klient.Logo}"), detail("{Ordre.Ukjent}"),
           detail("'x'", "visible=\"{Ordre.OrdreNr}\""),
-          detail("{Ordre.OrdreNr}", "format=\"0.000\""), detail("Sum({OrdreLinjer.ProduktNavn})"),
+          detail("{Ordre.OrdreNr}", "format=\"0.000\""),
+          detail("{LinjeBrutto}", "format=\"dd.mm.yyyy\""), detail("Today", "format=\"0.00\""),
+          detail("Sum({OrdreLinjer.ProduktNavn})"),
           QByteArray("<formula name=\"A\">{@A}</formula>") + kDetail,
           QByteArray("<formula name=\"Ubrukt\">1+'x'</formula>") + kDetail,
           QByteArray("<group name=\"G\" on=\"Sum({Ordre.OrdreNr})\"/>") + kDetail,

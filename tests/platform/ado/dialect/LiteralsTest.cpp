@@ -156,12 +156,27 @@ TEST(Literals, ReadsDatesInBothForms)
 
 TEST(Literals, RefusesWhatIsNoDate)
 {
-    for (const QString &text :
-         {u"# Null#"_s, u"##"_s, u"#13/45/2020#"_s, u"#25/12/2014#"_s, u"#02/29/2013#"_s,
-          u"#03/09/14#"_s, u"#03/09/0014#"_s, u"#03/09/20140#"_s, u"#03.09.2014#"_s,
-          u"#14-03-09#"_s, u"#2014/03/09#"_s, u"#03-09-2014#"_s, u"#03/09/2014 24:00#"_s,
-          u"#03/09/2014 12#"_s, u"#03/09/2014 12:00:00:00#"_s, u"#03/09/2014 x#"_s,
-          u"#/3/9/2014#"_s, u"#+3/09/2014#"_s, u"#03//2014#"_s}) {
+    for (const QString &text : {u"# Null#"_s,
+                                u"##"_s,
+                                u"#13/45/2020#"_s,
+                                u"#25/12/2014#"_s,
+                                u"#02/29/2013#"_s,
+                                u"#03/09/14#"_s,
+                                u"#03/09/0014#"_s,
+                                u"#03/09/20140#"_s,
+                                u"#03.09.2014#"_s,
+                                u"#14-03-09#"_s,
+                                u"#142-03-09#"_s,
+                                u"#2014-03#"_s,
+                                u"#2014/03/09#"_s,
+                                u"#03-09-2014#"_s,
+                                u"#03/09/2014 24:00#"_s,
+                                u"#03/09/2014 12#"_s,
+                                u"#03/09/2014 12:00:00:00#"_s,
+                                u"#03/09/2014 x#"_s,
+                                u"#/3/9/2014#"_s,
+                                u"#+3/09/2014#"_s,
+                                u"#03//2014#"_s}) {
         EXPECT_EQ(errorOfAssigned(u"OrdreDato"_s, text), errors::kSyntax) << text.toStdString();
     }
     EXPECT_EQ(failureOf(u"UPDATE Ordre SET OrdreDato=# Null#"_s).text,
