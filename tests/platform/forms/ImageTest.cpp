@@ -52,6 +52,18 @@ TEST_F(ImageTest, WithoutAPictureNothingIsDrawn)
     EXPECT_EQ(colorAt(12, 12), form->palette().window().color());
 }
 
+TEST_F(ImageTest, OnlyALeftPressEndsHere)
+{
+    const auto endsHere = [this](Qt::MouseButton button) {
+        QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5),
+                          image->mapToGlobal(QPointF(5, 5)), button, button, Qt::NoModifier);
+        QApplication::sendEvent(image, &press);
+        return press.isAccepted();
+    };
+    EXPECT_TRUE(endsHere(Qt::LeftButton));
+    EXPECT_FALSE(endsHere(Qt::RightButton));
+}
+
 TEST_F(ImageTest, ALeftClickInsideCounts)
 {
     QTest::mouseClick(image, Qt::LeftButton);
