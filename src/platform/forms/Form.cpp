@@ -120,8 +120,6 @@ bool Form::unload(UnloadMode mode)
     // Not hide: the program may end with its last window.
     if (isVisible())
         close();
-    // What is left of a click finds nothing to press any more, so no handler begins.
-    setEnabled(false);
     deleteAfterHandlers(this);
     return true;
 }

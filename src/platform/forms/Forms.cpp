@@ -81,12 +81,15 @@ bool Forms::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyRelease)
         m_lastKey = nullptr;
-    if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
+    if (!event->isInputEvent() || !watched->isWidgetType())
         return false;
     const auto *receiver = static_cast<const QWidget *>(watched);
-    if (!isFirstReceiver(receiver, event))
-        return false;
     auto *form = qobject_cast<Form *>(receiver->window());
+    // What is left of a click finds nothing to press any more, so no handler begins.
+    if (form && form->isUnloaded())
+        return true;
+    if (event->type() != QEvent::KeyPress || !isFirstReceiver(receiver, event))
+        return false;
     return form && form->isLoaded() && form->previewKey(static_cast<QKeyEvent *>(event));
 }
 
