@@ -122,7 +122,8 @@ int fail(const QString &line, int status)
 }
 
 /// Qt tells of a missing display in several lines and ends the program by a signal; here is the one
-/// line that a user gets, before anything is begun.
+/// line that a user gets, before anything is begun. That the machine lacks the environment's
+/// locale, of which Qt tells in four, takes nothing from the user.
 void tellOfDisplay(QtMsgType type, const QMessageLogContext &, const QString &)
 {
     if (type != QtFatalMsg)
@@ -135,11 +136,11 @@ void tellOfDisplay(QtMsgType type, const QMessageLogContext &, const QString &)
     std::_Exit(fail(u"ingen skjerm svarer (%1)"_s.arg(tried.join(u", "_s)), HostError::kNoDisplay));
 }
 
-std::unique_ptr<QCoreApplication> makeWindowsApplication(int &argc, char **argv,
-                                                         QtMessageHandler handler)
+template<class Application>
+std::unique_ptr<QCoreApplication> makeQuietly(int &argc, char **argv, QtMessageHandler handler)
 {
     qInstallMessageHandler(tellOfDisplay);
-    auto application = std::make_unique<QApplication>(argc, argv);
+    auto application = std::make_unique<Application>(argc, argv);
     qInstallMessageHandler(handler);
     return application;
 }
@@ -150,11 +151,11 @@ std::unique_ptr<QCoreApplication> makeApplication(const Options &options, int &a
     if (options.task == Options::Task::Screens) {
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
-        return makeWindowsApplication(argc, argv, passOnMessage);
+        return makeQuietly<QApplication>(argc, argv, passOnMessage);
     }
     if (showsMenu(options))
-        return makeWindowsApplication(argc, argv, nullptr);
-    return std::make_unique<QCoreApplication>(argc, argv);
+        return makeQuietly<QApplication>(argc, argv, nullptr);
+    return makeQuietly<QCoreApplication>(argc, argv, nullptr);
 }
 
 } // namespace
