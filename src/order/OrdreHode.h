@@ -13,8 +13,8 @@ class frmOrdre;
 
 /// The header of the order screen: what its fields do when they get and lose the focus, and the
 /// date pickers beside them. Outside the modes New and Change the fields are kept read-only: they
-/// send the focus on and take no text. A picked customer is written into the fields in any mode, without passing
-/// through their focus.
+/// send the focus on and take no text. A picked customer is written into the fields in any mode,
+/// without passing through their focus.
 class OrdreHode : public QObject, public KundeMottaker
 {
     Q_OBJECT
