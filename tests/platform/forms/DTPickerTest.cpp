@@ -133,8 +133,8 @@ TEST_F(Picker, DatesAreTypedWithOrWithoutMarksAndWithShortParts)
     }
 }
 
-// The days on which clocks change somewhere: Oslo, New York, Auckland, and Santiago, where one of them
-// has no midnight. Each of them is a day like others in every zone.
+// The days on which clocks change somewhere: Oslo, New York, Auckland, and Santiago, where one of
+// them has no midnight. Each of them is a day like others in every zone.
 TEST_F(Picker, ADayOnWhichTheClocksChangeStaysThatDay)
 {
     const QDate days[] = {QDate(2026, 3, 29), QDate(2026, 10, 25), QDate(2026, 3, 8),

@@ -49,8 +49,8 @@ constexpr QLatin1StringView kSettings = "-c lock_timeout=8000 -c standard_confor
                                         "-c default_transaction_isolation=read\\ committed"_L1;
 
 /// The server hands a moment that was stored with its zone over in the session's, which is this
-/// machine's own as long as nobody names another one. A zone that is in no list is left out, since a
-/// server refuses the whole session for it.
+/// machine's own as long as nobody names another one. A zone that is in no list is left out, since
+/// a server refuses the whole session for it.
 QString machinesZone()
 {
     const QByteArray zone = QTimeZone::systemTimeZoneId();
