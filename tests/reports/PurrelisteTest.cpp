@@ -23,7 +23,6 @@ protected:
 
     static constexpr double kNumberEdge = 26;
     static constexpr double kDaysEdge = 85;
-    static constexpr double kAmountEdge = 197;
     const QString kOverdue = kClient +
                              u" and {Ordre.OrdreStatus}<>'Ordre' and {Ordre.OrdreStatus}<>'Betalt'"
                              " and {Ordre.ForfallDato}<Date( 2014, 9, 1)"_s;
