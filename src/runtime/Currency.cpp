@@ -1,6 +1,8 @@
 #include "runtime/Currency.h"
 
+#include <bit>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 namespace {
@@ -62,7 +64,12 @@ double Currency::toDouble() const
     constexpr qint64 kExact = qint64{1} << 53;
     if (m_count >= -kExact && m_count <= kExact)
         return static_cast<double>(m_count) / kScale;
-    return static_cast<double>(static_cast<long double>(m_count) / kScale);
+    // A larger quotient is first rounded to the 53 bits that a double holds. (A long double is no
+    // help: how many bits it has depends on the machine.)
+    const auto whole = static_cast<quint64>(std::abs(m_count / kScale));
+    const int shift = 53 - static_cast<int>(std::bit_width(whole));
+    const Int128 mantissa = dividedHalfToEven(Int128{m_count} << shift, kScale);
+    return std::ldexp(static_cast<double>(mantissa), -shift);
 }
 
 Currency Currency::abs() const

@@ -2,6 +2,7 @@
 
 #include "runtime/Support.h"
 
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -131,6 +132,19 @@ TEST(Currency, ToDoubleIsTheNearestDouble)
     EXPECT_EQ(tenThousandths(9'007'199'254'740'995).toDouble(), 900719925474.0995);
     EXPECT_EQ(kLargest.toDouble(), 922337203685477.5807);
     EXPECT_EQ(kSmallest.toDouble(), -922337203685477.5808);
+}
+
+TEST(Currency, ToDoubleIsTheNearestDoubleOfAnyLargeCount)
+{
+    std::mt19937_64 generator(97); // a fixed start value
+    for (int i = 0; i < 100'000; ++i) {
+        const auto count = static_cast<qint64>(generator()) >> (i % 11);
+        // The decimals as text, which the library reads as the nearest double.
+        const QByteArray text = QByteArray::number(count) + "e-4";
+        double nearest = 0;
+        ASSERT_EQ(std::from_chars(text.begin(), text.end(), nearest).ec, std::errc());
+        ASSERT_EQ(tenThousandths(count).toDouble(), nearest) << count;
+    }
 }
 
 TEST(Currency, ComesBackFromADoubleUpTo15Digits)
