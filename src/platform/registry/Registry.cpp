@@ -23,7 +23,7 @@ namespace registry {
 namespace {
 
 /// No file of settings comes near this many bytes; a larger one is neither read nor written.
-constexpr qint64 kLargestFile = 16 * 1024 * 1024;
+constexpr qint64 kLargestFile = qint64{16} * 1024 * 1024;
 
 /// The bit of an access that allows changes.
 constexpr quint32 kSetValue = 0x2;

@@ -249,7 +249,7 @@ std::optional<StoredValue> valueFromText(QStringView text)
         return closedText(REG_MULTI_SZ, text.sliced(kMulti.size()));
     if (text.startsWith(kDword)) {
         QByteArray bytes;
-        for (int i = 3; i >= 0; --i) {
+        for (qsizetype i = 3; i >= 0; --i) {
             const auto byte = hexAt(text, kDword.size() + 2 * i, 2);
             if (!byte)
                 return std::nullopt;

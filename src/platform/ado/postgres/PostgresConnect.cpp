@@ -10,6 +10,7 @@
 #include <libpq-fe.h>
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
 #include <poll.h>
 #include <resolv.h>
@@ -166,7 +167,7 @@ pg_conn *connectPostgres(const QMap<QString, QString> &keywords)
     values.push_back(nullptr);
 
     // libpq leaves the time to the caller of this way to connect.
-    const QDeadlineTimer deadline(1000 * connectPatience(keywords));
+    const QDeadlineTimer deadline(std::chrono::seconds(connectPatience(keywords)));
     const ShortLookup lookup;
     std::unique_ptr<PGconn, void (*)(PGconn *)> connection(
         PQconnectStartParams(names.data(), values.data(), 0), PQfinish);

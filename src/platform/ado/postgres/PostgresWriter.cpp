@@ -194,7 +194,7 @@ QByteArray PostgresWriter::identityQuery() const
 QByteArray PostgresWriter::counterResult(QStringView table, QStringView counter, bool given) const
 {
     const QByteArray number = name(counter);
-    const QByteArray returned = " RETURNING " + number;
+    QByteArray returned = " RETURNING " + number;
     if (!given)
         return returned;
     // A number given by the statement moves the sequence on, so that it is not handed out again.
