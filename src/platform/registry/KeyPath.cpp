@@ -41,7 +41,7 @@ QString rootName(Handle root)
 /// `folder`/`name`, spelt as it is on the disk when only the case differs there.
 QString present(const QString &folder, const QString &name)
 {
-    const QString exact = folder + u'/' + name;
+    QString exact = folder + u'/' + name;
     if (QFileInfo::exists(exact))
         return exact;
     const QString folded = name.toCaseFolded();

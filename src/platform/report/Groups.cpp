@@ -26,7 +26,7 @@ Span Groups::span(int group, int row) const
 {
     const std::vector<int> &starts = m_starts[static_cast<size_t>(group)];
     const auto next = std::upper_bound(starts.begin(), starts.end(), row);
-    return {next[-1], next == starts.end() ? m_rows : *next, nullptr, 0};
+    return {next[-1], next == starts.end() ? m_rows : *next, nullptr, nullptr, 0};
 }
 
 } // namespace report

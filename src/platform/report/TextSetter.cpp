@@ -82,7 +82,7 @@ QString TextSetter::shortened(int style, const QString &text, double width) cons
 {
     if (text.isEmpty() || this->width(style, text) <= width + kTolerance)
         return text;
-    const QString dots = u"…"_s;
+    QString dots = u"…"_s;
     const double room = width - this->width(style, dots);
     if (room <= 0)
         return dots;

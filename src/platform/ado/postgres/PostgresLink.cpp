@@ -141,7 +141,7 @@ void PostgresLink::stream(const QByteArray &name, const PostgresParameters &para
 
 void PostgresLink::copyIn(const QByteArray &sql, const std::function<QByteArray()> &next)
 {
-    constexpr qsizetype kPiece = 64 * 1024; // bytes; one line each would be many small messages
+    constexpr qsizetype kPiece = 65'536; // bytes; one line each would be many small messages
     PGconn *connection = m_connection.get();
     const PostgresResult opened(PQexec(connection, sql.constData()));
     if (PQresultStatus(opened.get()) != PGRES_COPY_IN)

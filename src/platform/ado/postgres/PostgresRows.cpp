@@ -42,7 +42,9 @@ constexpr qint64 kMillisecondsTo2000 = 946'684'800'000; // since 1970
 qint64 tenThousandths(const char *bytes, const dialect::ResultColumn &column)
 {
     constexpr quint16 kNegative = 0x4000;
-    const auto part = [bytes](int index) { return qFromBigEndian<quint16>(bytes + 2 * index); };
+    const auto part = [bytes](qsizetype index) {
+        return qFromBigEndian<quint16>(bytes + 2 * index);
+    };
     const int count = part(0);
     const int weight = static_cast<qint16>(part(1));
     const quint16 sign = part(2);

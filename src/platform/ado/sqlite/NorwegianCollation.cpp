@@ -69,14 +69,14 @@ int compareNorwegian(void *collator, int leftSize, const void *left, int rightSi
     // Equal bytes are equal in every collation; grouping and joining meet them most of the time.
     if (leftSize == rightSize && std::memcmp(left, right, static_cast<size_t>(leftSize)) == 0)
         return 0;
-    const std::string_view leftText(static_cast<const char *>(left), static_cast<size_t>(leftSize));
-    const std::string_view rightText(static_cast<const char *>(right),
-                                     static_cast<size_t>(rightSize));
-    if (const auto order = comparePlain(leftText, rightText))
+    const auto *leftText = static_cast<const char *>(left);
+    const auto *rightText = static_cast<const char *>(right);
+    if (const auto order = comparePlain({leftText, static_cast<size_t>(leftSize)},
+                                        {rightText, static_cast<size_t>(rightSize)}))
         return *order;
     UErrorCode status = U_ZERO_ERROR;
-    return ucol_strcollUTF8(static_cast<UCollator *>(collator), leftText.data(), leftSize,
-                            rightText.data(), rightSize, &status);
+    return ucol_strcollUTF8(static_cast<UCollator *>(collator), leftText, leftSize, rightText,
+                            rightSize, &status);
 }
 
 void closeCollator(void *collator)

@@ -42,6 +42,8 @@ RunTimeError constraintError(int extendedCode, const QString &message)
     case SQLITE_CONSTRAINT_DATATYPE:
         return {errors::kTypeMismatch,
                 u"Verdien passer ikke til feltets type (%1)."_s.arg(message)};
+    default:
+        break;
     }
     return {errors::kIntegrity,
             u"Endringen ble avvist av en regel i databasen (%1)."_s.arg(message)};
