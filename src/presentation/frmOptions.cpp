@@ -4,7 +4,7 @@
 #include "data/mFaktura.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/PictureFile.h"
+#include "platform/pictures/PictureFile.h"
 #include "platform/forms/Twips.h"
 #include "presentation/Skjerm.h"
 #include "presentation/frmInvisible.h"

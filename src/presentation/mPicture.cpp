@@ -3,7 +3,7 @@
 #include "data/clsAdoUtils.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/forms/PictureBox.h"
-#include "platform/forms/PictureFile.h"
+#include "platform/pictures/PictureFile.h"
 #include "runtime/Conversions.h"
 #include "runtime/Paths.h"
 #include "state/SharedState.h"

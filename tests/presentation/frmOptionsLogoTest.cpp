@@ -1,7 +1,7 @@
 #include "presentation/OptionsFixture.h"
 
 #include "platform/forms/Image.h"
-#include "platform/forms/PictureBytes.h"
+#include "platform/pictures/PictureBytes.h"
 #include "presentation/frmInvisible.h"
 
 #include <QDialog>

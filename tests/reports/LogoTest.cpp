@@ -1,7 +1,7 @@
 #include "reports/InvoiceTest.h"
 
 #include "platform/ado/Recordset.h"
-#include "platform/forms/PictureBytes.h"
+#include "platform/pictures/PictureBytes.h"
 #include "platform/report/ReportFiles.h"
 
 using namespace Qt::StringLiterals;

@@ -13,8 +13,8 @@ namespace report {
 class Pictures
 {
 public:
-    /// The number of the picture in these bytes, which may be of any format that Qt reads; -1 when
-    /// they are no picture.
+    /// The number of the picture in these bytes, in any form that PictureFile.h tells of; -1 when
+    /// they are no picture there.
     [[nodiscard]] int fromBytes(const QByteArray &bytes);
     /// The same of a file; a file that is not there is no picture.
     [[nodiscard]] int fromFile(const QString &path);
@@ -26,6 +26,8 @@ public:
     [[nodiscard]] std::vector<QImage> takeAll() { return std::move(m_pictures); }
 
 private:
+    int added(QImage picture);
+
     std::vector<QImage> m_pictures;
     QHash<QByteArray, int> m_byBytes;
     QHash<QString, int> m_byFile;

@@ -1,5 +1,10 @@
-#include "platform/forms/PictureBytes.h"
+#include "platform/pictures/PictureBytes.h"
 #include "platform/report/Support.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <sys/stat.h>
 
 namespace report::test {
 
@@ -68,6 +73,40 @@ TEST_F(PictureTest, WhatIsNoPictureIsLeftOut)
     storeLogo("ikke noe bilde");
     EXPECT_TRUE(madeWith("value=\"{Klient.Logo}\"").pages[0].pictures.empty());
     EXPECT_TRUE(madeWith("file=\"borte.png\"").pages[0].pictures.empty());
+}
+
+TEST_F(PictureTest, ADrawingThatMayNameOtherFilesIsLeftOut)
+{
+    const QByteArray drawing =
+        "<svg xmlns='http://www.w3.org/2000/svg' width='40' height='20'><rect width='9' "
+        "height='9'/></svg>";
+    storeLogo(drawing);
+    EXPECT_TRUE(madeWith("value=\"{Klient.Logo}\"").pages[0].pictures.empty());
+    written(u"bilde.svg"_s, drawing);
+    EXPECT_TRUE(madeWith("file=\"bilde.svg\"").pages[0].pictures.empty());
+}
+
+TEST_F(PictureTest, ACutBitmapIsLeftOut)
+{
+    const QByteArray whole = greenPicture({40, 20}, "BMP");
+    storeLogo(whole.chopped(1));
+    EXPECT_TRUE(madeWith("value=\"{Klient.Logo}\"").pages[0].pictures.empty());
+}
+
+TEST_F(PictureTest, AMetafileIsDrawn)
+{
+    storeLogo(kMetafile);
+    const Document document = madeWith("value=\"{Klient.Logo}\"");
+    ASSERT_EQ(document.pictures.size(), 1u);
+    EXPECT_EQ(document.pictures.front().width(), 1200);
+}
+
+TEST_F(PictureTest, NobodyIsWaitedFor)
+{
+    const QString other = written(u"annen.png"_s, greenPicture({10, 20}, "PNG"));
+    const QString pipe = QFileInfo(other).dir().filePath(u"ror.png"_s);
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    EXPECT_TRUE(madeWith("file=\"ror.png\"").pages[0].pictures.empty());
 }
 
 TEST_F(PictureTest, AFileLiesBesideTheReport)

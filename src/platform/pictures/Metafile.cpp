@@ -1,4 +1,4 @@
-#include "platform/forms/Metafile.h"
+#include "platform/pictures/Metafile.h"
 
 #include <QFileInfo>
 #include <QProcess>

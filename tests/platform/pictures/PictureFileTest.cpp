@@ -1,7 +1,7 @@
-#include "platform/forms/PictureFile.h"
+#include "platform/pictures/PictureFile.h"
 
-#include "platform/forms/Metafile.h"
-#include "platform/forms/PictureBytes.h"
+#include "platform/pictures/Metafile.h"
+#include "platform/pictures/PictureBytes.h"
 #include "runtime/RunTimeError.h"
 
 #include <QFile>
@@ -260,6 +260,18 @@ TEST_F(PictureFiles, WhatIsNoPictureIsRefused)
     EXPECT_EQ(refusal(write(u"brev.jpg"_s, "Kjære kunde, vedlagt følger")), 481);
     EXPECT_EQ(refusal(write(u"null.dib"_s, QByteArray(5000, '\0'))), 481);
     EXPECT_EQ(refusal(write(u"bm.bmp"_s, "BM")), 481);
+}
+
+TEST_F(PictureFiles, BytesAreJudgedAsTheirFile)
+{
+    EXPECT_EQ(pictureFromBytes(bitmap(2, 3)).size(), QSize(2, 3));
+    EXPECT_EQ(pictureFromBytes(bitmap(2, 3).mid(14)).size(), QSize(2, 3)); // a DIB
+    EXPECT_EQ(pictureFromBytes(kGif).size(), QSize(1, 1));
+    EXPECT_EQ(pictureFromBytes(kMetafile).width(), 1200);
+    for (const QByteArray &bytes :
+         {QByteArray(), QByteArray("BM"), bitmap(60, 60).chopped(1), kMetafile.first(40),
+          promise(20000, 10000), QByteArray("<svg xmlns='http://www.w3.org/2000/svg'/>")})
+        EXPECT_TRUE(pictureFromBytes(bytes).isNull()) << bytes.toStdString();
 }
 
 TEST_F(PictureFiles, ACutPictureIsRefused)

@@ -14,6 +14,9 @@ inline constexpr qint64 kMostPixels = 32'000'000;
 /// before any memory is taken for them.
 [[nodiscard]] QImage loadPicture(const QString &systemPath);
 
+/// The same of a file's bytes in memory; a null image where loadPicture would raise error 481.
+[[nodiscard]] QImage pictureFromBytes(const QByteArray &bytes);
+
 /// Writes the picture as a BMP file of 24 bits a pixel, over a file of that name; what is
 /// transparent becomes white. Error 380 for the empty picture, 75 when the file cannot be written.
 void savePicture(const QImage &picture, const QString &systemPath);

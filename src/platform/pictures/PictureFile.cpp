@@ -1,12 +1,14 @@
-#include "platform/forms/PictureFile.h"
+#include "platform/pictures/PictureFile.h"
 
-#include "platform/forms/Metafile.h"
+#include "platform/pictures/Metafile.h"
 #include "runtime/RunTimeError.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QPainter>
+#include <QTemporaryFile>
 #include <QtEndian>
 
 #include <algorithm>
@@ -40,7 +42,7 @@ constexpr int kBitFields = 3;
 
 /// Whether the rows of a bitmap, whose info header stands at `info`, go beyond the end of the file.
 /// Qt's reader does not mind and leaves the rest of the picture to chance.
-bool isCutBitmap(QFile &file, qsizetype info)
+bool isCutBitmap(QIODevice &file, qsizetype info)
 {
     const QByteArray header = file.peek(info + kInfoHeader);
     if (header.size() < info + kCoreHeader)
@@ -75,22 +77,9 @@ bool isCutBitmap(QFile &file, qsizetype info)
     return rows + bytes > file.size();
 }
 
-} // namespace
-
-QImage loadPicture(const QString &systemPath)
+/// The picture in `file`, which is no metafile; a null image where there is none.
+QImage readRaster(QIODevice &file)
 {
-    if (systemPath.isEmpty())
-        return {};
-    QFile file(systemPath);
-    // Not a folder, and nothing that would be waited for.
-    if (!QFileInfo(systemPath).isFile() || !file.open(QIODevice::ReadOnly))
-        throw RunTimeError(errors::kFileNotFound);
-    if (isMetafile(file.peek(kFileHeader))) {
-        const QImage drawing = drawMetafile(systemPath);
-        if (drawing.isNull())
-            throw RunTimeError(kInvalidPicture);
-        return drawing;
-    }
     QImage picture;
     if (!file.peek(2).startsWith("BM") || !isCutBitmap(file, kFileHeader)) {
         QImageReader reader(&file);
@@ -102,9 +91,37 @@ QImage loadPicture(const QString &systemPath)
         reader.setAutoDetectImageFormat(false);
         picture = readBounded(reader);
     }
+    return picture;
+}
+
+} // namespace
+
+QImage loadPicture(const QString &systemPath)
+{
+    if (systemPath.isEmpty())
+        return {};
+    QFile file(systemPath);
+    // Not a folder, and nothing that would be waited for.
+    if (!QFileInfo(systemPath).isFile() || !file.open(QIODevice::ReadOnly))
+        throw RunTimeError(errors::kFileNotFound);
+    QImage picture =
+        isMetafile(file.peek(kFileHeader)) ? drawMetafile(systemPath) : readRaster(file);
     if (picture.isNull())
         throw RunTimeError(kInvalidPicture);
     return picture;
+}
+
+QImage pictureFromBytes(const QByteArray &bytes)
+{
+    if (isMetafile(bytes)) {
+        QTemporaryFile file; // the converter reads files alone
+        const bool written = file.open() && file.write(bytes) == bytes.size() && file.flush();
+        return written ? drawMetafile(file.fileName()) : QImage();
+    }
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return readRaster(buffer);
 }
 
 void savePicture(const QImage &picture, const QString &systemPath)
