@@ -3,17 +3,23 @@
 #include "platform/registry/IniFile.h"
 #include "platform/registry/KeyPath.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QThread>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <fcntl.h>
 #include <map>
 #include <optional>
 #include <sys/file.h>
+#include <sys/stat.h>
+#include <time.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -24,6 +30,8 @@ namespace {
 
 /// No file of settings comes near this many bytes; a larger one is neither read nor written.
 constexpr qint64 kLargestFile = qint64{16} * 1024 * 1024;
+
+constexpr std::chrono::seconds kLockPatience{2};
 
 /// The bit of an access that allows changes.
 constexpr quint32 kSetValue = 0x2;
@@ -72,22 +80,80 @@ struct Loaded
     IniFile file;
 };
 
-Loaded load(const QString &path)
+/// What tells one state of a file from the next. A change here makes a new file; another program
+/// may write into the old one, which alters its times.
+struct FileState
 {
+    dev_t device = 0;
+    ino_t number = 0;
+    off_t size = 0;
+    qint64 written = 0; ///< nanoseconds
+    qint64 changed = 0;
+
+    static FileState of(const QFile &file)
+    {
+        struct stat status = {};
+        if (::fstat(file.handle(), &status) != 0)
+            return {};
+        return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim),
+                nanoseconds(status.st_ctim)};
+    }
+    /// Whether a later change would show in the times, which go on in steps.
+    [[nodiscard]] bool isSettled() const
+    {
+        constexpr qint64 kLongestStep = 50'000'000; // nanoseconds
+        timespec now = {};
+        return ::clock_gettime(CLOCK_REALTIME, &now) == 0 &&
+               nanoseconds(now) - std::max(written, changed) > kLongestStep;
+    }
+    friend bool operator==(const FileState &, const FileState &) = default;
+
+private:
+    static qint64 nanoseconds(const timespec &time)
+    {
+        return qint64{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+    }
+};
+
+/// The file of settings as it stands on the disk. It is parsed once as long as it stays the same.
+/// The reference holds until the next call.
+const Loaded &load(const QString &path)
+{
+    struct Parsed
+    {
+        FileState state;
+        bool isSettled = false;
+        Loaded content;
+    };
+    static const Loaded absent;
+    static const Loaded denied{ERROR_ACCESS_DENIED, true, {}};
+    static std::map<QString, Parsed> files;
+
     const QFileInfo info(path);
-    if (!info.exists())
-        return {};
+    if (!info.exists()) {
+        files.erase(path);
+        return absent;
+    }
     QFile file(path);
     if (!info.isFile() || info.size() > kLargestFile || !file.open(QIODevice::ReadOnly))
-        return {ERROR_ACCESS_DENIED, true, {}};
+        return denied;
+    Parsed &parsed = files[path];
+    const FileState state = FileState::of(file);
+    if (parsed.isSettled && parsed.state == state)
+        return parsed.content;
+    const bool isSettled = state.isSettled(); // judged before the reading
     const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return {ERROR_ACCESS_DENIED, true, {}};
-    return {ERROR_SUCCESS, true, IniFile::fromBytes(bytes)};
+    if (file.error() != QFileDevice::NoError) {
+        files.erase(path);
+        return denied;
+    }
+    parsed = {state, isSettled, {ERROR_SUCCESS, true, IniFile::fromBytes(bytes)}};
+    return parsed.content;
 }
 
-/// Keeps other processes from changing a file of settings; waits for them to finish. The lock is a
-/// file of its own beside it, since the file itself is replaced by each change.
+/// Keeps other processes from changing a file of settings; waits a moment for them to finish, since
+/// it is the windows' thread that waits. The lock is a file of its own beside it, since the file
+/// itself is replaced by each change.
 class Lock
 {
 public:
@@ -95,9 +161,12 @@ public:
         : m_descriptor(::open(QFile::encodeName(settingsFile + ".lock"_L1).constData(),
                               O_RDWR | O_CREAT | O_CLOEXEC, 0666))
     {
-        while (m_descriptor >= 0 && ::flock(m_descriptor, LOCK_EX) != 0) {
-            if (errno == EINTR)
+        const QDeadlineTimer deadline(kLockPatience);
+        while (m_descriptor >= 0 && ::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
+            if ((errno == EWOULDBLOCK || errno == EINTR) && !deadline.hasExpired()) {
+                QThread::msleep(5);
                 continue;
+            }
             ::close(m_descriptor);
             m_descriptor = -1;
         }
@@ -161,7 +230,7 @@ qint32 probe(const KeyPath &path)
     if (isFixed(path) || companyHasApplications(path))
         return ERROR_SUCCESS;
     const KeyPlace place = placeOf(path);
-    const Loaded loaded = load(place.file);
+    const Loaded &loaded = load(place.file);
     if (loaded.status != ERROR_SUCCESS)
         return loaded.status;
     return loaded.exists && loaded.file.hasKey(place.key) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
@@ -230,7 +299,7 @@ qint32 RegQueryValueExA(Handle key, QByteArrayView name, quint32 *type, char *da
     if (data && !size)
         return ERROR_INVALID_PARAMETER;
     const KeyPlace place = placeOf(open->path);
-    const Loaded loaded = load(place.file);
+    const Loaded &loaded = load(place.file);
     if (loaded.status != ERROR_SUCCESS)
         return loaded.status;
     const auto value = loaded.file.value(place.key, valueName(name));

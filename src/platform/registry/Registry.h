@@ -18,9 +18,9 @@
 /// RegSetValueExA adds what the caller left out. Data of no bytes at all stays as it is.
 ///
 /// Every function returns one of the ERROR_ values and throws nothing. A change locks the file
-/// against other processes, reads it anew, and puts a whole new file in its place when it has
-/// reached the disk; a change that fails leaves the file as it was. Lines that are neither section
-/// nor value are kept. For one thread of a process.
+/// against other processes, for which it waits two seconds at most, reads it as it stands, and puts
+/// a whole new file in its place when it has reached the disk; a change that fails leaves the file
+/// as it was. Lines that are neither section nor value are kept. For one thread of a process.
 namespace registry {
 
 /// An open key, or one of the roots below.
@@ -36,7 +36,7 @@ inline constexpr quint32 KEY_ALL_ACCESS = 0xF003F;
 
 inline constexpr qint32 ERROR_SUCCESS = 0;
 inline constexpr qint32 ERROR_FILE_NOT_FOUND = 2; ///< no such key or value
-/// The files, the handle or a subkey forbid it, or a file would exceed 16 MB.
+/// The files, their lock, the handle or a subkey forbid it, or a file would exceed 16 MB.
 inline constexpr qint32 ERROR_ACCESS_DENIED = 5;
 inline constexpr qint32 ERROR_INVALID_HANDLE = 6; ///< neither a root nor an open key
 inline constexpr qint32 ERROR_INVALID_PARAMETER = 87;

@@ -3,9 +3,14 @@
 #include "support/Child.h"
 #include "support/SettingsFolder.h"
 
+#include <QDeadlineTimer>
+
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -35,6 +40,16 @@ std::string read(QByteArrayView name)
         status = RegQueryValueExA(key, name, nullptr, buffer.data(), &size);
     return status == ERROR_SUCCESS ? buffer.first(size).chopped(1).toStdString()
                                    : '<' + std::to_string(status) + '>';
+}
+
+/// How many bytes this process has read so far, as the kernel counts them.
+qint64 bytesRead()
+{
+    QFile counts(u"/proc/self/io"_s);
+    if (!counts.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray line = counts.readLine(); // "rchar: 4711"
+    return line.mid(line.indexOf(' ')).trimmed().toLongLong();
 }
 
 /// Rights that only hold against a user who is not the superuser.
@@ -191,6 +206,56 @@ TEST_F(RegistryFiles, AFullDiskLeavesTheFileAsItWas)
     EXPECT_EQ(user.wait(), 0);
     EXPECT_EQ(m_folder.content(kFile), before);
     EXPECT_EQ(files(), (QStringList{u"Strekkbok.ini"_s, u"Strekkbok.ini.lock"_s}));
+}
+
+TEST_F(RegistryFiles, ALockThatIsNeverReleasedIsNotWaitedForWithoutEnd)
+{
+    ASSERT_EQ(write("verdi", "1"), ERROR_SUCCESS);
+    const QByteArray before = m_folder.content(kFile);
+    const int lock = ::open(QFile::encodeName(m_folder.filePath(kFile) + u".lock"_s).constData(),
+                            O_RDWR | O_CLOEXEC);
+    ASSERT_GE(lock, 0);
+    ASSERT_EQ(::flock(lock, LOCK_EX), 0);
+    EXPECT_EQ(write("verdi", "2"), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(m_folder.content(kFile), before);
+    EXPECT_EQ(read("verdi"), "1"); // reading needs no lock
+    ::close(lock);
+    EXPECT_EQ(write("verdi", "2"), ERROR_SUCCESS);
+}
+
+TEST_F(RegistryFiles, AFileThatStaysTheSameIsReadOnce)
+{
+    ASSERT_EQ(write("verdi", "1"), ERROR_SUCCESS);
+    QByteArray many = m_folder.content(kFile);
+    for (int i = 0; i < 20'000; ++i)
+        many += "navn" + QByteArray::number(i) + "=innhold\n";
+    m_folder.write(kFile, many);
+    const auto readByOne = [] {
+        const qint64 before = bytesRead();
+        EXPECT_EQ(read("verdi"), "1");
+        return bytesRead() - before;
+    };
+    EXPECT_GT(readByOne(), many.size());
+    // What has just been written may be written again without a trace in its times.
+    const QDeadlineTimer deadline(std::chrono::seconds(20));
+    qint64 last = many.size();
+    while (last >= many.size() && !deadline.hasExpired())
+        last = readByOne();
+    EXPECT_LT(last, 10'000);
+}
+
+TEST_F(RegistryFiles, WhatAnotherProgramWritesIsSeenAtOnce)
+{
+    ASSERT_EQ(write("verdi", "0"), ERROR_SUCCESS);
+    const QByteArray form = m_folder.content(kFile);
+    for (int i = 0; i < 200; ++i) {
+        // In place and of the same size, as an editor does it.
+        const char digit = char('0' + i % 10);
+        m_folder.write(kFile, QByteArray(form).replace("verdi=0", QByteArray("verdi=") + digit));
+        ASSERT_EQ(read("verdi"), std::string(1, digit)) << i;
+    }
+    ASSERT_TRUE(QFile::remove(m_folder.filePath(kFile)));
+    EXPECT_EQ(read("verdi"), "<2>");
 }
 
 TEST_F(RegistryFiles, TwoProcessesWritingLoseNothing)
