@@ -10,10 +10,23 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// Whether nobody but this user (and root) reaches what lies in the folder.
+bool isPrivate(const QString &folder)
+{
+    constexpr auto kOthers = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                             QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    const QFileInfo info(folder);
+    return info.ownerId() == ::geteuid() && !(info.permissions() & kOthers);
+}
 
 QString logoFile()
 {
@@ -39,7 +52,9 @@ QByteArray readFile(const QString &path)
 
 QString TempMappe()
 {
-    const QString folder = QDir::tempPath();
+    QString folder = QDir::tempPath();
+    if (!folder.isEmpty() && !isPrivate(folder))
+        folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     return folder.isEmpty() ? QString() : paths::toModule(folder) + u'\\';
 }
 
@@ -56,7 +71,8 @@ QString LesLogo()
         QFile::remove(paths::toSystem(path));
         QByteArray stream;
         passOver([&] { stream = rs->value(u"Logo").toBytes(); });
-        passOver([&] { writeFile(path, stream); });
+        if (passOver([&] { writeFile(path, stream); }) != 0)
+            QFile::remove(paths::toSystem(path)); // a part of a picture is not to be taken for it
         passOver([&] { rs->close(); });
     }
     return path;

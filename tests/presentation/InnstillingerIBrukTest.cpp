@@ -10,6 +10,7 @@
 #include "presentation/frmOptions.h"
 #include "support/Control.h"
 #include "support/SettingsFolder.h"
+#include "support/Variable.h"
 
 #include <QAbstractButton>
 #include <QPainter>
@@ -27,19 +28,7 @@ const QRectF kLogoplass(20, 9, 63, 20); // mm, on the forms with logo
 class InnstillingerIBruk : public UtskriftTest
 {
 protected:
-    InnstillingerIBruk()
-    {
-        qputenv("TMPDIR", QFile::encodeName(m_temporary.path()));
-        skrivere.standardnavn = u"Kontor"_s;
-    }
-    ~InnstillingerIBruk() override
-    {
-        if (m_tmpdir.isNull())
-            qunsetenv("TMPDIR");
-        else
-            qputenv("TMPDIR", m_tmpdir);
-    }
-
+    InnstillingerIBruk() { skrivere.standardnavn = u"Kontor"_s; }
     // --- The options screen
 
     static frmOptions &valg() { return SharedForm<frmOptions>::get(); }
@@ -144,8 +133,8 @@ protected:
     bool harGiro() const { return tekster(vindu()).contains(u"H"_s); }
 
 private:
-    const QByteArray m_tmpdir = qgetenv("TMPDIR");
     QTemporaryDir m_temporary;
+    const Variable m_tmpdir{"TMPDIR", m_temporary.path()};
 };
 
 TEST_F(InnstillingerIBruk, TheKidOfTheOrderScreen)

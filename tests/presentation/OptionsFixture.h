@@ -14,6 +14,7 @@
 #include "support/ModuleTest.h"
 #include "support/SessionTap.h"
 #include "support/SettingsFolder.h"
+#include "support/Variable.h"
 
 #include <QCheckBox>
 #include <QFileInfo>
@@ -34,7 +35,6 @@ class OptionsFixture : public ModuleTest
 protected:
     OptionsFixture()
     {
-        qputenv("TMPDIR", QFile::encodeName(temporary.path()));
         Main();
         makeParentTables();
         run(u"INSERT INTO Klient (KlientNr,Navn) VALUES (5,'Strand Transport AS')"_s);
@@ -42,13 +42,6 @@ protected:
         EXPECT_EQ(startModule(), 1);
         (void)gDB->LastError(); // the start on a new database leaves a refusal there
         runEvents();
-    }
-    ~OptionsFixture() override
-    {
-        if (m_tmpdir.isNull())
-            qunsetenv("TMPDIR");
-        else
-            qputenv("TMPDIR", m_tmpdir);
     }
     void TearDown() override
     {
@@ -212,8 +205,6 @@ protected:
 
     SettingsFolder settings;
     QTemporaryDir temporary;
+    const Variable tmpdir{"TMPDIR", temporary.path()};
     QTemporaryDir files;
-
-private:
-    const QByteArray m_tmpdir = qgetenv("TMPDIR");
 };

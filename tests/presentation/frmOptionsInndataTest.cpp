@@ -256,7 +256,9 @@ TEST_F(FrmOptionsInndataTest, ATemporaryFolderThatCannotBeWrittenIsToldWithTheSa
 {
     putLogo(content(writePicture(u"logo.bmp"_s, "BMP", QSize(40, 20), Qt::darkGreen)));
     // Not a folder, so nothing can lie in it.
-    qputenv("TMPDIR", QFile::encodeName(writeFile(u"fil"_s, "x")));
+    const QString file = writeFile(u"fil"_s, "x");
+    ASSERT_TRUE(QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner));
+    qputenv("TMPDIR", QFile::encodeName(file));
     openScreen();
     EXPECT_EQ(logo().size(), QSize(237, 76));
     const auto said = answerMessage();

@@ -5,6 +5,10 @@
 
 #include <QDir>
 
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
 namespace {
 
 /// The logo between the client's row and the temporary file.
@@ -58,6 +62,39 @@ TEST_F(MPictureTest, WithoutATemporaryFolderThePathIsTheNameAlone)
     EXPECT_EQ(LesLogo(), u"output.bin"_s);
     EXPECT_EQ(content(current.filePath(u"output.bin"_s)), kStored);
     QDir::setCurrent(before);
+}
+
+TEST_F(MPictureTest, ASharedTemporaryFolderIsNotUsed)
+{
+    const QString session = temporary.filePath(u"økt"_s);
+    const QString shared = temporary.filePath(u"felles"_s);
+    QDir().mkpath(session);
+    QDir().mkpath(shared);
+    ASSERT_EQ(::chmod(QFile::encodeName(session).constData(), 0700), 0);
+    const Variable runtime("XDG_RUNTIME_DIR", session);
+    const Variable system("TMPDIR", shared);
+    for (const mode_t mode : {01777, 0755, 0750, 0701}) {
+        ASSERT_EQ(::chmod(QFile::encodeName(shared).constData(), mode), 0);
+        EXPECT_EQ(TempMappe(), paths::toModule(session) + u'\\') << std::oct << mode;
+    }
+    ASSERT_EQ(::chmod(QFile::encodeName(shared).constData(), 0700), 0);
+    EXPECT_EQ(TempMappe(), paths::toModule(shared) + u'\\');
+}
+
+TEST_F(MPictureTest, APlantedFolderOfTheSessionIsNotUsed)
+{
+    const QString shared = temporary.filePath(u"felles"_s);
+    QDir().mkpath(shared);
+    ASSERT_EQ(::chmod(QFile::encodeName(shared).constData(), 01777), 0);
+    const QString planted = temporary.filePath(u"plantet"_s);
+    ASSERT_TRUE(QFile::link(shared, planted));
+    const Variable runtime("XDG_RUNTIME_DIR", planted);
+    const Variable system("TMPDIR", shared);
+    const QFileInfo used(paths::toSystem(TempMappe()).chopped(1));
+    EXPECT_TRUE(used.isDir() && !used.isSymLink());
+    EXPECT_NE(used.canonicalFilePath(), QFileInfo(shared).canonicalFilePath());
+    EXPECT_EQ(used.permissions() & (QFile::ReadOther | QFile::ExeOther | QFile::WriteOther),
+              QFile::Permissions());
 }
 
 // --- Reading
@@ -144,6 +181,21 @@ TEST_F(MPictureTest, AFileThatCannotBeWrittenIsPassedOver)
     QDir().mkpath(logoFile() + u"/mappe"_s);
     EXPECT_EQ(LesLogo(), TempMappe() + u"output.bin"_s);
     EXPECT_TRUE(QFileInfo(logoFile()).isDir());
+}
+
+TEST_F(MPictureTest, APartOfALogoIsNotTakenForIt)
+{
+    putLogo(QByteArray(1'000'000, 'x'));
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{400'000, before.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    const QString path = LesLogo();
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+    ::signal(SIGXFSZ, handler);
+    EXPECT_EQ(path, TempMappe() + u"output.bin"_s);
+    EXPECT_FALSE(QFileInfo::exists(logoFile()));
 }
 
 // --- Writing
