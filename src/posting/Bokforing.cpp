@@ -1,6 +1,7 @@
 #include "posting/Bokforing.h"
 
 #include "data/clsAdoUtils.h"
+#include "posting/Bokfortur.h"
 #include "rules/Ordre.h"
 #include "runtime/Conversions.h"
 #include "runtime/Format.h"
@@ -110,17 +111,21 @@ private:
 
 void Kjoring::kjor()
 {
-    lagArbeidstabell();
     const int merket = antallMerket();
     int behandlet = 0;
-    m_skjerm.framdrift(behandlet, merket);
+    const auto vis = [&] { m_skjerm.framdrift(behandlet, merket); };
+    vis();
+    Bokfortur tur(vis);
+    lagArbeidstabell();
     const int rader = m_skjerm.antallRader();
     for (m_rad = 1; m_rad <= rader; ++m_rad) {
         if (!skalBokfores(m_rad))
             continue;
+        tur.behold();
         if (!bokforRad())
             return;
-        m_skjerm.framdrift(++behandlet, merket);
+        ++behandlet;
+        vis();
     }
     m_skjerm.lesFakturaer();
     if (m_antall > 0) {

@@ -45,7 +45,8 @@ public:
 /// Posts the marked invoices of the active client that are "Fakturert" still: for each a voucher
 /// with its lines and a row in tmpTbl, which is made anew, and the status "Bokført". An invoice
 /// dated outside the active year ends the run with a warning. Otherwise the list is loaded anew,
-/// and if anything was posted the number is told and the two journals are run.
+/// and if anything was posted the number is told and the two journals are run. Before its first
+/// statement a run waits for its turn in the database (Bokfortur.h).
 ///
 /// Errors are passed over, statement by statement, and each statement commits by itself: what fails
 /// is missing, and the invoice counts as posted all the same. Account, permit, the mark of a credit

@@ -51,6 +51,7 @@ public:
         m_after("append");
     }
     const ado::dialect::Catalog &catalog() override { return m_session->catalog(); }
+    bool takeTurn() override { return m_session->takeTurn(); }
     bool reset() noexcept override { return m_session->reset(); }
     bool usable() noexcept override { return m_session->usable(); }
 

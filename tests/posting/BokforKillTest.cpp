@@ -1,7 +1,4 @@
-#include "data/clsAdoUtils.h"
-#include "platform/ado/Connection.h"
-#include "posting/BokforTest.h"
-#include "shell/Main.h"
+#include "posting/BokforProsessTest.h"
 #include "state/SharedState.h"
 #include "support/Child.h"
 
@@ -16,7 +13,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kInvoices = 8;
-constexpr int kFirst = 101;
 constexpr int kLines = 4; // of a whole voucher: three rates and the customer
 constexpr int kStatementsOfTable = 2;
 // Of an invoice, in their order.
@@ -48,66 +44,9 @@ private:
 };
 
 /// Posting runs that are killed, and run again by whoever starts the program the next time.
-class BokforKillTest : public BokforTest
+class BokforKillTest : public BokforProsessTest
 {
 protected:
-    /// The invoices anew, none of them posted.
-    void prepare()
-    {
-        ado::Connection connection;
-        connection.open(connectionString());
-        connection.beginTrans();
-        for (const QString &table : {u"Bilag"_s, u"BilagLinjer"_s, u"OrdreLinjer"_s, u"Ordre"_s})
-            connection.execute(u"DELETE FROM "_s + table);
-        for (int nr = kFirst; nr < kFirst + kInvoices; ++nr) {
-            connection.execute(
-                u"INSERT INTO Ordre (KlientNr,OrdreNr,OrdreStatus,KundeNr,KundeNavn,FakDato,"
-                u"ForfallDato,SumBrutto,Avrunding) VALUES (5,%1,'Fakturert',10001,'Kunde %1',"
-                u"#03/09/2014#,#03/23/2014#,350,0)"_s.arg(nr));
-            ado::Recordset id;
-            id.setActiveConnection(connection);
-            id.setSource(u"SELECT @@IDENTITY"_s);
-            id.open();
-            for (const int rate : {10, 15, 25})
-                connection.execute(
-                    u"INSERT INTO OrdreLinjer (OrdreID,MvaPst,SumNetto,SumBrutto) VALUES "
-                    u"(%1,%2,100,%3)"_s.arg(id.integer(0))
-                        .arg(rate)
-                        .arg(100 + rate));
-        }
-        connection.commitTrans();
-    }
-    /// The list as the screen would load it, everything marked.
-    void loadList(NoterendeSkjerm &list)
-    {
-        for (const QString &row : rows(u"SELECT OrdreNr,KundeNavn,ID FROM Ordre WHERE "
-                                       u"OrdreStatus='Fakturert' ORDER BY OrdreNr"_s)) {
-            const QStringList cells = row.split(u'|');
-            list.rader.push_back({{{},
-                                   cells[0],
-                                   u"10001"_s,
-                                   cells[1],
-                                   u"09.03.2014"_s,
-                                   u"23.03.2014"_s,
-                                   {},
-                                   {},
-                                   cells[2]},
-                                  true});
-        }
-    }
-    /// As after a new start of the program.
-    void startAnew()
-    {
-        Main();
-        gKlient = gKlientInn = 5;
-        gAar = 2014;
-        gDB->setConnectionString(connectionString());
-    }
-    int count(const QString &tableAndCondition)
-    {
-        return rows(u"SELECT COUNT (*) FROM "_s + tableAndCondition).value(0).toInt();
-    }
-
     /// What there is of an invoice.
     struct Found
     {
@@ -191,7 +130,7 @@ TEST_F(BokforKillTest, AKilledRunCanBeRunAgain)
     for (int point = 0; point < underlag().killPoints() && !HasFailure(); ++point) {
         SCOPED_TRACE(point);
         startAnew();
-        prepare();
+        prepare(kInvoices);
         // Every second one is killed before a statement, at each place of an invoice in turn, the
         // others at any moment of the few statements after one.
         const bool before = point % 2 == 0;

@@ -60,6 +60,7 @@ public:
         m_session->append(table, rows);
     }
     const ado::dialect::Catalog &catalog() override { return m_session->catalog(); }
+    bool takeTurn() override { return m_session->takeTurn(); }
     bool reset() noexcept override
     {
         m_log->calls += u"release"_s;

@@ -107,6 +107,11 @@ void Connection::execute(const QString &statement, int options)
     open.execute(statement);
 }
 
+bool Connection::takeTurn()
+{
+    return session().takeTurn();
+}
+
 Ref<Recordset> Connection::openSchema(SchemaList list)
 {
     Session &open = session();

@@ -47,6 +47,11 @@ public:
     /// Runs exactly one statement in the desktop dialect; rows that it returns are dropped.
     void execute(const QString &statement, int options = options::kUnspecified);
 
+    /// Takes the turn at what only one connection at a time, of any process, is to do with the
+    /// database; false while another one has it. It is kept until this connection closes or its
+    /// process dies. Lost with its session, it is taken anew by the next call, if it is free.
+    [[nodiscard]] bool takeTurn();
+
     /// The columns of all tables, one row each: TABLE_NAME, COLUMN_NAME, ORDINAL_POSITION,
     /// DATA_TYPE (small integer, a DataType code), CHARACTER_MAXIMUM_LENGTH, with names in the case
     /// in which they were created; tables by name, columns by position.

@@ -41,7 +41,11 @@ public:
     /// The tables as they are now; valid until the next call on the session.
     virtual const dialect::Catalog &catalog() = 0;
 
-    /// Makes the session fit for the next owner: rolled back, nothing pending, no identity left.
+    /// Takes the turn of Connection::takeTurn; what has it already keeps it, until reset().
+    virtual bool takeTurn() = 0;
+
+    /// Makes the session fit for the next owner: rolled back, nothing pending, no identity and no
+    /// turn left.
     /// False when it cannot be used again.
     virtual bool reset() noexcept = 0;
     /// False when an idle session no longer stands on the source that it was opened on.

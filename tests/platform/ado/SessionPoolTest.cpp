@@ -30,6 +30,7 @@ public:
     void writeBack(RowSet &, const std::vector<int> &) override {}
     void append(QStringView, const RowSet &) override {}
     const dialect::Catalog &catalog() override { return m_catalog; }
+    bool takeTurn() override { return true; }
     bool reset() noexcept override
     {
         ++m_log.resets;

@@ -33,6 +33,7 @@ public:
     void writeBack(RowSet &rows, const std::vector<int> &changedRows) override;
     void append(QStringView table, const RowSet &rows) override;
     const dialect::Catalog &catalog() override;
+    bool takeTurn() override;
     bool reset() noexcept override;
     bool usable() noexcept override;
 
@@ -87,6 +88,7 @@ private:
     Transaction m_transaction = Transaction::None;
     bool m_schemaTouched = false; // within the transaction
     qint32 m_identity = 0;
+    bool m_hasTurn = false;
     // What is known of the schema, as of the count of the process's own changes.
     quint64 m_knownChanges = 0;
     std::optional<dialect::Catalog> m_catalog;

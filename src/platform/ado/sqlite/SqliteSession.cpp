@@ -22,7 +22,8 @@ constexpr int kCachedStatements = 64;
 SqliteSession::SqliteSession(const QString &path)
     : m_database(path), m_beginWriting(m_database.handle(), "BEGIN IMMEDIATE"),
       m_commit(m_database.handle(), "COMMIT"),
-      m_schemaVersion(m_database.handle(), "PRAGMA schema_version"), m_statements(kCachedStatements)
+      m_schemaVersion(m_database.handle(), "PRAGMA schema_version"), m_turn(path),
+      m_statements(kCachedStatements)
 {
 }
 
@@ -244,6 +245,7 @@ void SqliteSession::append(QStringView table, const RowSet &rows)
 bool SqliteSession::reset() noexcept
 {
     const bool rolledBack = passOver([this] { rollback(); }) == 0;
+    m_turn.release();
     sqlite3_set_last_insert_rowid(m_database.handle(), 0);
     return rolledBack && !m_database.inTransaction() && !m_database.isFrozen();
 }

@@ -4,6 +4,7 @@
 #include "platform/ado/WriteBack.h"
 #include "platform/ado/sqlite/SqliteDatabase.h"
 #include "platform/ado/sqlite/SqliteStatement.h"
+#include "platform/ado/sqlite/SqliteTurn.h"
 #include "platform/ado/sqlite/SqliteWriter.h"
 
 #include <QCache>
@@ -31,6 +32,7 @@ public:
     void writeBack(RowSet &rows, const std::vector<int> &changedRows) override;
     void append(QStringView table, const RowSet &rows) override;
     const dialect::Catalog &catalog() override;
+    bool takeTurn() override { return m_turn.take(); }
     bool reset() noexcept override;
     bool usable() noexcept override;
 
@@ -61,6 +63,7 @@ private:
     SqliteStatement m_commit;
     SqliteStatement m_schemaVersion;
     SqliteWriter m_writer;
+    SqliteTurn m_turn;
     Transaction m_transaction = Transaction::None;
     bool m_schemaTouched = false; // within the transaction
     // What is known of the schema of that version; no catalogue while nothing is.
