@@ -42,9 +42,7 @@ bool clsAdoUtils::Execute(const QString &SQL)
     ado::Connection connection;
     try {
         openWorkingConnection(connection);
-        connection.beginTrans();
-        connection.execute(SQL, ado::options::kUnspecified);
-        connection.commitTrans();
+        connection.transact([&] { connection.execute(SQL, ado::options::kUnspecified); });
         connection.close();
         return true;
     } catch (const RunTimeError &error) {
@@ -101,10 +99,10 @@ bool clsAdoUtils::PutRS(const Ref<ado::Recordset> &rs)
     ado::Connection connection;
     try {
         openWorkingConnection(connection);
-        connection.beginTrans();
-        rs->setActiveConnection(connection);
-        rs->updateBatch(ado::AffectRecords::All);
-        connection.commitTrans();
+        connection.transact([&] {
+            rs->setActiveConnection(connection); // takes back what a lost transaction had accepted
+            rs->updateBatch(ado::AffectRecords::All);
+        });
         rs->clearActiveConnection();
         connection.close();
         return true;
@@ -132,14 +130,15 @@ qint32 clsAdoUtils::ExecuteID(const QString &SQL)
         identity.setSource(u"SELECT @@IDENTITY"_s);
 
         openWorkingConnection(connection);
-        connection.beginTrans();
-        connection.execute(SQL, ado::options::kText + ado::options::kNoRecords);
-        // On the inserting connection: any other one would not see the row's key.
-        identity.setActiveConnection(connection);
-        identity.open(ado::options::kText);
-        const qint32 id = identity.integer(0);
-        identity.close();
-        connection.commitTrans();
+        qint32 id = 0;
+        connection.transact([&] {
+            connection.execute(SQL, ado::options::kText + ado::options::kNoRecords);
+            // On the inserting connection: any other one would not see the row's key.
+            identity.setActiveConnection(connection);
+            identity.open(ado::options::kText);
+            id = identity.integer(0);
+            identity.close();
+        });
         connection.close();
         return id;
     } catch (const RunTimeError &error) {

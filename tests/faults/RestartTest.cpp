@@ -2,6 +2,7 @@
 #include "faults/Victim.h"
 #include "faults/Work.h"
 #include "platform/ado/Connection.h"
+#include "presentation/StandingClock.h"
 #include "state/SharedState.h"
 #include "support/ModuleTest.h"
 #include "support/PostgresCluster.h"
@@ -97,6 +98,7 @@ TEST_F(RestartTest, RestartBelowAStatementIsItsErrorAndTheNextOneRuns)
 
 TEST_F(RestartTest, PostingRunLosesTheStatementsOfTheOutageAndRepeatsNone)
 {
+    const StandingClock clock; // nobody waits for the server in earnest
     const QStringList plan = effectsOfPosting();
     constexpr int before = 2 * kStatementsPerInvoice + 3;
     constexpr int during = 3;
@@ -122,6 +124,7 @@ TEST_F(RestartTest, PostingRunLosesTheStatementsOfTheOutageAndRepeatsNone)
 
 TEST_F(RestartTest, ServerThatIsDownIsToldAndFoundAgain)
 {
+    const StandingClock clock; // nobody waits for the server in earnest
     ASSERT_EQ(startModule(connectionString()), 1);
     const QString insert = u"INSERT INTO Produkt (KlientNr,ProduktNr) VALUES (5,'A')"_s;
     PostgresCluster::shared().stop();

@@ -52,6 +52,7 @@ public:
     }
     const ado::dialect::Catalog &catalog() override { return m_session->catalog(); }
     bool takeTurn() override { return m_session->takeTurn(); }
+    bool transactionLost() const noexcept override { return m_session->transactionLost(); }
     bool reset() noexcept override { return m_session->reset(); }
     bool usable() noexcept override { return m_session->usable(); }
 

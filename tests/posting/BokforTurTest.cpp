@@ -2,6 +2,7 @@
 #include "posting/BokforProsessTest.h"
 #include "presentation/StandingClock.h"
 #include "support/Child.h"
+#include "support/Rounds.h"
 
 #include <QSet>
 
@@ -14,13 +15,6 @@ namespace {
 
 constexpr int kInvoices = 12;
 constexpr int kMinute = 60'000; // milliseconds
-
-/// How many rounds are run: a few, or as many as FAKTURA_RUNDER names.
-int rounds()
-{
-    const int asked = qEnvironmentVariableIntValue("FAKTURA_RUNDER");
-    return asked > 0 ? asked : 3;
-}
 
 /// Looks into the work table when a journal is run, as the journal would.
 class JournalSkjerm final : public NoterendeSkjerm
@@ -106,13 +100,13 @@ protected:
 
 TEST_F(BokforTurTest, TwoProcessesPostEachInvoiceOnce)
 {
-    for (int round = 0; round < rounds() && !HasFailure(); ++round)
+    for (int round = 0; round < rounds(3) && !HasFailure(); ++round)
         postAtOnce(2);
 }
 
 TEST_F(BokforTurTest, FourProcessesPostEachInvoiceOnce)
 {
-    for (int round = 0; round < rounds() && !HasFailure(); ++round)
+    for (int round = 0; round < rounds(3) && !HasFailure(); ++round)
         postAtOnce(4);
 }
 

@@ -61,6 +61,7 @@ public:
     }
     const ado::dialect::Catalog &catalog() override { return m_session->catalog(); }
     bool takeTurn() override { return m_session->takeTurn(); }
+    bool transactionLost() const noexcept override { return m_session->transactionLost(); }
     bool reset() noexcept override
     {
         m_log->calls += u"release"_s;

@@ -100,6 +100,22 @@ void Connection::rollbackTrans()
     m_inTransaction = false;
 }
 
+void Connection::transact(const std::function<void()> &work)
+{
+    for (int left = Session::kAttempts;; --left) {
+        beginTrans();
+        try {
+            work();
+            commitTrans();
+            return;
+        } catch (const RunTimeError &) {
+            if (left == 1 || !m_session || !m_session->transactionLost())
+                throw;
+            rollbackTrans();
+        }
+    }
+}
+
 void Connection::execute(const QString &statement, int options)
 {
     Session &open = session();

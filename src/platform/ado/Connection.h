@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 namespace ado {
@@ -43,6 +44,11 @@ public:
     void beginTrans();
     void commitTrans();
     void rollbackTrans();
+
+    /// Runs `work` between beginTrans and commitTrans, and all of it again, some times at most,
+    /// when the transaction was lost with the way to the database before it was committed. What
+    /// else `work` or the commit raises leaves the transaction to the caller's rollbackTrans.
+    void transact(const std::function<void()> &work);
 
     /// Runs exactly one statement in the desktop dialect; rows that it returns are dropped.
     void execute(const QString &statement, int options = options::kUnspecified);

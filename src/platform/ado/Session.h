@@ -15,6 +15,9 @@ namespace ado {
 class Session
 {
 public:
+    /// How often work is begun that a database loses each time.
+    static constexpr int kAttempts = 5;
+
     virtual ~Session() = default;
 
     /// Starts a transaction; it takes no lock before its first statement. The caller begins no
@@ -23,6 +26,9 @@ public:
     /// Raises, too, when the database has given the transaction up on its own (a full disk).
     virtual void commit() = 0;
     virtual void rollback() = 0;
+    /// True when the transaction has gone down with the session's way to the database, and nothing
+    /// of it is stored; rolled back, it can be run again from its beginning.
+    [[nodiscard]] virtual bool transactionLost() const noexcept { return false; }
 
     /// Runs one statement of the desktop dialect and drops its rows.
     virtual void execute(QStringView statement) = 0;
@@ -48,7 +54,8 @@ public:
     /// turn left.
     /// False when it cannot be used again.
     virtual bool reset() noexcept = 0;
-    /// False when an idle session no longer stands on the source that it was opened on.
+    /// False when an idle session does not stand on the source that it was opened on, nor can be
+    /// put back on it.
     virtual bool usable() noexcept = 0;
 };
 

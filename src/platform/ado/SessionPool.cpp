@@ -23,11 +23,15 @@ std::shared_ptr<Session> SessionPool::acquire(const DataSource &source)
         idle = std::make_shared<IdleList>();
 
     std::unique_ptr<Session> session;
-    while (!session && !idle->empty()) {
+    if (!idle->empty()) {
         session = std::move(idle->back());
         idle->pop_back();
-        if (!session->usable())
+        // What is wrong with the source is wrong for the others, too; each of them might wait for
+        // it.
+        if (!session->usable()) {
             session.reset();
+            idle->clear();
+        }
     }
     if (!session)
         session = m_opener(source);

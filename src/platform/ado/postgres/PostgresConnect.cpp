@@ -2,6 +2,7 @@
 
 #include "platform/ado/AdoTypes.h"
 #include "platform/ado/postgres/PostgresError.h"
+#include "runtime/Clock.h"
 
 #include <QDeadlineTimer>
 #include <QRegularExpression>
@@ -10,7 +11,6 @@
 #include <libpq-fe.h>
 
 #include <algorithm>
-#include <chrono>
 #include <memory>
 #include <poll.h>
 #include <resolv.h>
@@ -23,7 +23,10 @@ namespace ado {
 
 namespace {
 
+using OwnedConnection = std::unique_ptr<PGconn, void (*)(PGconn *)>;
+
 constexpr int kConnectTimeout = 9; // seconds
+constexpr int kRestartPause = 100; // milliseconds between two attempts
 constexpr int kLookupTimeout = 4;  // seconds, of one name, all name servers together
 static_assert(kLookupTimeout >= MAXNS, "each name server is waited for");
 
@@ -116,6 +119,43 @@ bool waitUntilOpen(PGconn *connection, const QDeadlineTimer &deadline)
     return wanted == PGRES_POLLING_OK;
 }
 
+/// libpq's keywords as its functions take them.
+class Parameters
+{
+public:
+    explicit Parameters(const QMap<QString, QString> &keywords)
+    {
+        const QMap<QString, QString> all = completed(keywords);
+        for (auto pair = all.begin(); pair != all.end(); ++pair) {
+            m_texts.push_back(pair.key().toUtf8());
+            m_texts.push_back(pair.value().toUtf8());
+        }
+        for (std::size_t i = 0; i < m_texts.size(); i += 2) {
+            m_names.push_back(m_texts[i].constData());
+            m_values.push_back(m_texts[i + 1].constData());
+        }
+        m_names.push_back(nullptr);
+        m_values.push_back(nullptr);
+    }
+
+    [[nodiscard]] OwnedConnection startConnection() const
+    {
+        OwnedConnection connection(PQconnectStartParams(m_names.data(), m_values.data(), 0),
+                                   PQfinish);
+        if (!connection)
+            throw RunTimeError(errors::kUnspecified, u"Det er ikke nok minne."_s);
+        PQsetErrorVerbosity(connection.get(), PQERRORS_SQLSTATE);
+        const PQnoticeProcessor passOverNotice = [](void *, const char *) {};
+        PQsetNoticeProcessor(connection.get(), passOverNotice, nullptr);
+        return connection;
+    }
+
+private:
+    std::vector<QByteArray> m_texts;
+    std::vector<const char *> m_names;
+    std::vector<const char *> m_values;
+};
+
 QString nameOf(PGconn *connection)
 {
     const auto text = [](const char *part) { return QString::fromUtf8(part); };
@@ -149,41 +189,30 @@ PostgresFailure failureOf(PGconn *connection, bool timedOut)
 
 } // namespace
 
-pg_conn *connectPostgres(const QMap<QString, QString> &keywords)
+pg_conn *connectPostgres(const QMap<QString, QString> &keywords, bool known)
 {
-    std::vector<QByteArray> texts;
-    const QMap<QString, QString> all = completed(keywords);
-    for (auto pair = all.begin(); pair != all.end(); ++pair) {
-        texts.push_back(pair.key().toUtf8());
-        texts.push_back(pair.value().toUtf8());
-    }
-    std::vector<const char *> names;
-    std::vector<const char *> values;
-    for (std::size_t i = 0; i < texts.size(); i += 2) {
-        names.push_back(texts[i].constData());
-        values.push_back(texts[i + 1].constData());
-    }
-    names.push_back(nullptr);
-    values.push_back(nullptr);
-
+    const Parameters parameters(keywords);
+    const int patience = 1000 * connectPatience(keywords);
     // libpq leaves the time to the caller of this way to connect.
-    const QDeadlineTimer deadline(std::chrono::seconds(connectPatience(keywords)));
+    const QDeadlineTimer deadline(patience);
     const ShortLookup lookup;
-    std::unique_ptr<PGconn, void (*)(PGconn *)> connection(
-        PQconnectStartParams(names.data(), values.data(), 0), PQfinish);
-    if (!connection)
-        throw RunTimeError(errors::kUnspecified, u"Det er ikke nok minne."_s);
-    PQsetErrorVerbosity(connection.get(), PQERRORS_SQLSTATE);
-    const PQnoticeProcessor passOverNotice = [](void *, const char *) {};
-    PQsetNoticeProcessor(connection.get(), passOverNotice, nullptr);
-    const bool started = PQstatus(connection.get()) != CONNECTION_BAD;
-    if (!started || !waitUntilOpen(connection.get(), deadline)) {
+    for (int waited = 0;; waited += kRestartPause) {
+        OwnedConnection connection = parameters.startConnection();
+        const bool started = PQstatus(connection.get()) != CONNECTION_BAD;
+        if (started && waitUntilOpen(connection.get(), deadline)) {
+            PQsetErrorVerbosity(connection.get(), PQERRORS_DEFAULT);
+            return connection.release();
+        }
         const bool timedOut = started && PQstatus(connection.get()) != CONNECTION_BAD;
-        throw postgresConnectError(failureOf(connection.get(), timedOut), nameOf(connection.get()),
-                                   QString::fromUtf8(PQdb(connection.get())));
+        const PostgresFailure failure = failureOf(connection.get(), timedOut);
+        const bool restarts = failure.state == "57P03";
+        known = known || restarts;
+        const bool mayReturn = restarts || (known && failure.state.isEmpty() && !timedOut);
+        if (!mayReturn || waited >= patience || deadline.hasExpired())
+            throw postgresConnectError(failure, nameOf(connection.get()),
+                                       QString::fromUtf8(PQdb(connection.get())));
+        Clock::current().sleep(kRestartPause);
     }
-    PQsetErrorVerbosity(connection.get(), PQERRORS_DEFAULT);
-    return connection.release();
 }
 
 int connectPatience(const QMap<QString, QString> &keywords)

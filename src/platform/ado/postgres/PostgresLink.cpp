@@ -40,9 +40,17 @@ PostgresLink::PostgresLink(Keywords keywords) : m_keywords(std::move(keywords))
 
 void PostgresLink::reopen()
 {
-    m_connection.reset(connectPostgres(m_keywords));
+    // What has been waited for in vain is not waited for again.
+    const bool known = std::exchange(m_reached, false);
+    m_connection.reset(connectPostgres(m_keywords, known));
+    m_reached = true;
     m_dropped.clear();
     m_silence.start();
+}
+
+int PostgresLink::patience() const
+{
+    return 1000 * connectPatience(m_keywords);
 }
 
 bool PostgresLink::isLost() const noexcept

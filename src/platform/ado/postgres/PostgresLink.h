@@ -33,8 +33,11 @@ public:
     /// password.
     explicit PostgresLink(Keywords keywords);
 
-    /// Opens anew. What stood prepared is gone.
+    /// Opens anew, and waits for a server that is being restarted (connectPostgres). What stood
+    /// prepared is gone.
     void reopen();
+    /// How long an answer to that is worth waiting for, in milliseconds.
+    [[nodiscard]] int patience() const;
     /// False when the other end is known to be gone. Asks the server only after a minute of
     /// silence.
     [[nodiscard]] bool isAlive() noexcept;
@@ -68,6 +71,7 @@ private:
     void dropStatements();
 
     const Keywords m_keywords;
+    bool m_reached = false; // the server, at the last attempt
     std::unique_ptr<pg_conn, Closer> m_connection;
     QElapsedTimer m_silence; // since the last answer
     quint64 m_prepared = 0;

@@ -6,6 +6,7 @@
 #include "platform/ado/postgres/PostgresCopy.h"
 #include "platform/ado/postgres/PostgresError.h"
 #include "platform/ado/postgres/PostgresRows.h"
+#include "runtime/Clock.h"
 
 #include <libpq-fe.h>
 
@@ -16,6 +17,7 @@ namespace ado {
 namespace {
 
 constexpr int kCachedStatements = 64;
+constexpr int kStatusPause = 100;               // milliseconds between two questions
 constexpr qint64 kTurn = 0x5374'726B'4B62'6F6B; // the advisory lock; any number of our own
 constexpr qsizetype kLongestName = 63;          // bytes of UTF-8
 
@@ -36,6 +38,11 @@ bool isAboutSchema(const RunTimeError &error)
     default:
         return false;
     }
+}
+
+bool isQuery(const dialect::Lexed &statement)
+{
+    return statement.tokens.front().text.compare(u"SELECT", Qt::CaseInsensitive) == 0;
 }
 
 /// The server cuts a longer name without an error, and then nothing finds it.
@@ -86,32 +93,60 @@ void PostgresSession::begin()
 
 void PostgresSession::commit()
 {
-    const Transaction ended = std::exchange(m_transaction, Transaction::Lost);
-    if (ended == Transaction::Lost)
-        throw postgresLost();
-    if (ended != Transaction::Begun)
+    if (m_transaction != Transaction::Begun) {
+        requireRunning();
         sendCommit();
+    }
     m_transaction = Transaction::None;
     if (std::exchange(m_schemaTouched, false))
         ++schemaChanges;
 }
 
+/// If the connection ends before it is known that the transaction was committed, the server is
+/// asked what became of it, by the number that it has there.
 void PostgresSession::sendCommit()
 {
+    m_transaction = Transaction::Over;
+    QByteArray number;
     PostgresResult result;
     try {
+        number = PQgetvalue(m_link.run("SELECT txid_current_if_assigned()").get(), 0, 0);
         result = m_link.run("COMMIT");
     } catch (const RunTimeError &) {
         if (!m_link.isLost())
             throw;
-        throw RunTimeError(errors::kUnspecified,
-                           u"Forbindelsen til databasetjeneren ble brutt under lagringen; det er "
-                           "uvisst om endringen er lagret."_s);
+        if (!number.isEmpty() && wasCommitted(number))
+            return;
+        m_transaction = Transaction::Lost;
+        throw postgresLost();
     }
     // An aborted transaction is rolled back by COMMIT, without an error.
     if (qstrcmp(PQcmdStatus(result.get()), "COMMIT") != 0)
         throw RunTimeError(errors::kUnspecified,
                            u"Transaksjonen er avbrutt av databasen; ingenting i den er lagret."_s);
+}
+
+/// What became of a transaction whose COMMIT was cut off. Raises when that cannot be found out.
+bool PostgresSession::wasCommitted(const QByteArray &number)
+{
+    const QByteArray question = "SELECT txid_status(" + number + ')';
+    passOver([this] { reopen(); });
+    for (int waited = 0; !m_link.isLost() && waited < m_link.patience(); waited += kStatusPause) {
+        QByteArray status;
+        const int error =
+            passOver([&] { status = PQgetvalue(m_link.run(question.constData()).get(), 0, 0); });
+        if (status == "committed")
+            return true;
+        // A server that came back from a crash may not know the number at all.
+        if (status == "aborted" || error == errors::kTypeMismatch)
+            return false;
+        if (status != "in progress")
+            break;
+        Clock::current().sleep(kStatusPause); // it has not noticed yet that the connection ended
+    }
+    throw RunTimeError(errors::kUnspecified,
+                       u"Forbindelsen til databasetjeneren ble brutt under lagringen; det er "
+                       "uvisst om endringen er lagret."_s);
 }
 
 void PostgresSession::rollback()
@@ -123,19 +158,33 @@ void PostgresSession::rollback()
         passOver([this] { m_link.run("ROLLBACK"); });
 }
 
+void PostgresSession::requireRunning() const
+{
+    if (m_transaction == Transaction::Lost || m_transaction == Transaction::Over)
+        throw postgresLost();
+}
+
+void PostgresSession::reopen()
+{
+    forgetSchema();
+    m_hasTurn = false;
+    m_link.reopen();
+}
+
+bool PostgresSession::transactionLost() const noexcept
+{
+    const bool open =
+        m_transaction == Transaction::Started || m_transaction == Transaction::Running;
+    return m_transaction == Transaction::Lost || (open && m_link.isLost());
+}
+
 /// Sends the BEGIN that is due, on a new connection if the old one has ended. Nothing is lost by
 /// trying BEGIN twice.
 void PostgresSession::start()
 {
-    if (m_transaction == Transaction::Lost)
-        throw postgresLost();
+    requireRunning();
     if (m_transaction == Transaction::Started || m_transaction == Transaction::Running)
         return;
-    const auto reopen = [this] {
-        forgetSchema();
-        m_hasTurn = false;
-        m_link.reopen();
-    };
     if (!m_link.isAlive())
         reopen();
     if (m_transaction != Transaction::Begun)
@@ -149,6 +198,23 @@ void PostgresSession::start()
         m_link.run("BEGIN");
     }
     m_transaction = Transaction::Started;
+}
+
+/// Runs `read`, which changes nothing, and outside a transaction once more on a new connection when
+/// the one below it has ended.
+template<class Read>
+void PostgresSession::reading(Read read)
+{
+    for (int left = kAttempts;; --left) {
+        start();
+        try {
+            read();
+            return;
+        } catch (const RunTimeError &) {
+            if (left == 1 || m_transaction != Transaction::None || !m_link.isLost())
+                throw;
+        }
+    }
 }
 
 /// Runs `action`, which sends statements, so that a failure leaves a transaction as it was before.
@@ -204,9 +270,11 @@ void PostgresSession::allOrNothing(Change change)
 
 const dialect::Catalog &PostgresSession::catalog()
 {
-    forgetSchema();
-    start();
-    return knownCatalog();
+    reading([this] {
+        forgetSchema();
+        knownCatalog();
+    });
+    return *m_catalog;
 }
 
 const dialect::Catalog &PostgresSession::knownCatalog()
@@ -266,15 +334,21 @@ RowSet PostgresSession::query(QStringView statement)
 void PostgresSession::run(QStringView text, RowSet *rows)
 {
     const dialect::Lexed lexed = dialect::lex(text);
-    const bool remembered = m_catalog.has_value();
-    try {
-        perform(lexed, rows);
-    } catch (const RunTimeError &error) {
-        if (!remembered || !isAboutSchema(error))
-            throw;
-        forgetSchema();
-        perform(lexed, rows);
-    }
+    const auto attempt = [&] {
+        const bool remembered = m_catalog.has_value();
+        try {
+            perform(lexed, rows);
+        } catch (const RunTimeError &error) {
+            if (!remembered || !isAboutSchema(error))
+                throw;
+            forgetSchema();
+            perform(lexed, rows);
+        }
+    };
+    if (isQuery(lexed))
+        reading(attempt);
+    else
+        attempt();
 }
 
 void PostgresSession::perform(const dialect::Lexed &lexed, RowSet *rows)
@@ -414,7 +488,7 @@ bool PostgresSession::reset() noexcept
 
 bool PostgresSession::usable() noexcept
 {
-    return m_link.isAlive();
+    return m_link.isAlive() || passOver([this] { reopen(); }) == 0;
 }
 
 } // namespace ado

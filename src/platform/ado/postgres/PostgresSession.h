@@ -28,6 +28,7 @@ public:
     void commit() override;
     /// Never raises: a server that is gone has rolled back.
     void rollback() override;
+    bool transactionLost() const noexcept override;
     void execute(QStringView statement) override;
     RowSet query(QStringView statement) override;
     void writeBack(RowSet &rows, const std::vector<int> &changedRows) override;
@@ -43,7 +44,8 @@ private:
         Begun,   // nothing asked of the server yet
         Started, // BEGIN alone
         Running,
-        Lost, // the connection ended
+        Lost, // the connection ended before the commit
+        Over, // by a commit that failed
     };
     class Prepared
     {
@@ -66,8 +68,13 @@ private:
         QByteArray m_name;
     };
 
+    void requireRunning() const;
     void start();
+    void reopen();
     void sendCommit();
+    bool wasCommitted(const QByteArray &number);
+    template<class Read>
+    void reading(Read read);
     template<class Action>
     void guarded(Action action);
     template<class Change>

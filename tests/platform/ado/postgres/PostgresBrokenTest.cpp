@@ -12,6 +12,12 @@ protected:
         client.run(u"CREATE TABLE T (Nr LONG CONSTRAINT N PRIMARY KEY, Navn TEXT(9))"_s);
         client.run(u"INSERT INTO T (Nr) VALUES (1)"_s);
     }
+    /// Ends those who wait for a lock.
+    static void endWaiting(OtherUser &other)
+    {
+        other.run(u"SELECT pg_terminate_backend(pid, 10000) FROM pg_stat_activity WHERE datname = "
+                  "current_database() AND wait_event_type = 'Lock'"_s);
+    }
     std::string count() { return stored(u"SELECT COUNT(*) FROM \"T\""_s); }
 };
 
@@ -56,13 +62,13 @@ TEST_F(PostgresBroken, TransactionThatIsCutOffIsToldAndKeepsNothing)
     EXPECT_EQ(count(), "2");
 }
 
-TEST_F(PostgresBroken, CutOffCommitIsToldAsUncertain)
+TEST_F(PostgresBroken, TransactionThatIsCutOffBeforeItsCommitIsToldAndKeepsNothing)
 {
     Client client(m_database);
     client.beginTrans();
     client.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
     endConnections();
-    EXPECT_TRUE(textOf([&] { client.commitTrans(); }).contains(u"uvisst"));
+    EXPECT_TRUE(textOf([&] { client.commitTrans(); }).contains(u"brutt"));
     client.close();
     EXPECT_EQ(
         SessionPool::shared().idleCount(resolve(ConnectionString(m_database.connectionString()))),
@@ -81,8 +87,7 @@ TEST_F(PostgresBroken, StatementThatIsCutOffIsToldAndNotRunAgain)
             client.beginTrans();
         {
             const WhenSomeoneWaits cutsOff(m_database, [&] {
-                other.run(u"SELECT pg_terminate_backend(pid, 10000) FROM pg_stat_activity WHERE "
-                          "datname = current_database() AND wait_event_type = 'Lock'"_s);
+                endWaiting(other);
                 other.run(u"ROLLBACK"_s);
             });
             EXPECT_EQ(errorOf([&] { client.run(u"UPDATE T SET Navn='x'"_s); }),
@@ -95,22 +100,210 @@ TEST_F(PostgresBroken, StatementThatIsCutOffIsToldAndNotRunAgain)
     }
 }
 
-TEST_F(PostgresBroken, ReadingThatIsCutOffIsTold)
+TEST_F(PostgresBroken, ReadingThatIsCutOffIsRunAgain)
 {
     Client client(m_database);
     OtherUser other(m_database);
     other.run(u"BEGIN"_s);
     other.run(u"LOCK TABLE \"T\""_s);
+    const WhenSomeoneWaits cutsOff(m_database, [&] {
+        endWaiting(other);
+        other.run(u"ROLLBACK"_s);
+    });
+    EXPECT_EQ(client.rows(u"SELECT Nr FROM T"_s).recordCount(), 1);
+}
+
+TEST_F(PostgresBroken, ReadingIsGivenUpAfterFiveTimes)
+{
+    OtherUser other(m_database);
+    // Whoever reads the view ends his own connection.
+    other.run(u"CREATE FUNCTION fall() RETURNS integer LANGUAGE sql AS $$ SELECT "
+              "(SELECT 1 FROM pg_terminate_backend(pg_backend_pid(), 10000)) $$"_s);
+    other.run(u"CREATE TABLE tries (a integer)"_s);
+    other.run(u"CREATE SEQUENCE tried"_s);
+    other.run(u"ALTER TABLE \"T\" ENABLE ROW LEVEL SECURITY"_s);
+    other.run(u"ALTER TABLE \"T\" FORCE ROW LEVEL SECURITY"_s);
+    other.run(u"CREATE POLICY p ON \"T\" USING (nextval('tried') > 0 AND fall() = 1)"_s);
+    other.run(u"CREATE ROLE leser LOGIN PASSWORD 'x'"_s);
+    other.run(u"GRANT ALL ON \"T\", tried TO leser"_s);
     {
-        const WhenSomeoneWaits cutsOff(m_database, [&] {
-            other.run(
-                u"SELECT pg_terminate_backend(pid, 10000) FROM pg_stat_activity WHERE datname "
-                "= current_database() AND wait_event_type = 'Lock'"_s);
-            other.run(u"ROLLBACK"_s);
-        });
+        Client client(m_database.connectionString() + u";uid=leser"_s);
         EXPECT_EQ(errorOf([&] { (void)client.rows(u"SELECT Nr FROM T"_s); }), errors::kUnspecified);
     }
-    EXPECT_EQ(client.rows(u"SELECT Nr FROM T"_s).recordCount(), 1);
+    EXPECT_EQ(stored(u"SELECT last_value FROM tried"_s), "5");
+    other.run(u"DROP OWNED BY leser"_s);
+    other.run(u"DROP ROLE leser"_s);
+}
+
+// --- Transactions that are run again
+
+TEST_F(PostgresBroken, LostTransactionIsRunAgainWhole)
+{
+    Client client(m_database);
+    int begun = 0;
+    client.transact([&] {
+        client.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
+        if (++begun == 1)
+            endConnections();
+        client.run(u"INSERT INTO T (Nr) VALUES (3)"_s);
+    });
+    EXPECT_EQ(begun, 2);
+    client.transact([&] {
+        client.run(u"INSERT INTO T (Nr) VALUES (4)"_s);
+        if (++begun == 3)
+            endConnections(); // found at the commit
+    });
+    EXPECT_EQ(begun, 4);
+    EXPECT_EQ(count(), "4");
+}
+
+TEST_F(PostgresBroken, NumberOfARowIsThatOfTheTransactionWhichIsStored)
+{
+    Client client(m_database);
+    client.run(u"CREATE TABLE C (ID COUNTER PRIMARY KEY, Navn TEXT(9))"_s);
+    Value id;
+    bool cutOff = false;
+    client.transact([&] {
+        client.run(u"INSERT INTO C (Navn) VALUES ('a')"_s);
+        id = client.value(u"SELECT @@IDENTITY"_s);
+        if (!std::exchange(cutOff, true))
+            endConnections();
+    });
+    EXPECT_EQ(stored(u"SELECT string_agg(\"ID\"::text, ',') FROM \"C\""_s),
+              id.toText().toStdString());
+}
+
+TEST_F(PostgresBroken, TransactionIsGivenUpAfterFiveTimes)
+{
+    Client client(m_database);
+    int begun = 0;
+    EXPECT_EQ(errorOf([&] {
+                  client.transact([&] {
+                      ++begun;
+                      client.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
+                      endConnections();
+                  });
+              }),
+              errors::kUnspecified);
+    EXPECT_EQ(begun, 5);
+    client.rollbackTrans();
+    EXPECT_EQ(count(), "1");
+}
+
+TEST_F(PostgresBroken, RefusedStatementIsNotRunAgain)
+{
+    Client client(m_database);
+    int begun = 0;
+    EXPECT_EQ(errorOf([&] {
+                  client.transact([&] {
+                      ++begun;
+                      client.run(u"INSERT INTO T (Nr) VALUES (1)"_s);
+                  });
+              }),
+              errors::kIntegrity);
+    EXPECT_EQ(begun, 1);
+}
+
+TEST_F(PostgresBroken, CommitThatIsCutOffBeforeItIsDoneIsRunAgain)
+{
+    Client client(m_database);
+    OtherUser other(m_database);
+    other.run(u"CREATE FUNCTION vent() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN PERFORM "
+              "pg_advisory_xact_lock(7); RETURN NULL; END $$"_s);
+    other.run(u"CREATE CONSTRAINT TRIGGER v AFTER INSERT ON \"T\" DEFERRABLE INITIALLY DEFERRED "
+              "FOR EACH ROW EXECUTE FUNCTION vent()"_s);
+    other.run(u"SELECT pg_advisory_lock(7)"_s);
+    const WhenSomeoneWaits cutsOff(m_database, [&] {
+        endWaiting(other);
+        other.run(u"SELECT pg_advisory_unlock(7)"_s);
+    });
+    int begun = 0;
+    client.transact([&] {
+        ++begun;
+        client.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
+    });
+    EXPECT_EQ(begun, 2);
+    EXPECT_EQ(count(), "2");
+}
+
+TEST_F(PostgresBroken, CommitThatWasDoneIsFoundOutAndNotRunAgain)
+{
+    // A commit that waits for a copy of the database elsewhere is done here already.
+    Client client(m_database.connectionString() + u"&options=-c%20synchronous_commit%3Don"_s);
+    OtherUser other(m_database);
+    const auto copies = [&](const QString &names) {
+        other.run(u"ALTER SYSTEM SET synchronous_standby_names = '"_s + names + u'\'');
+        other.run(u"SELECT pg_reload_conf()"_s);
+        while (other.run(u"SHOW synchronous_standby_names"_s) != names)
+            std::this_thread::yield();
+    };
+    other.run(u"SET synchronous_commit = off"_s);
+    copies(u"ingen"_s);
+    int begun = 0;
+    {
+        std::thread cutsOff([this] {
+            OtherUser watcher(m_database);
+            const QString end =
+                u"SELECT COUNT(pg_terminate_backend(pid, 10000)) FROM pg_stat_activity "
+                "WHERE datname = current_database() AND wait_event = 'SyncRep'"_s;
+            while (watcher.run(end) == u"0"_s)
+                std::this_thread::yield();
+        });
+        client.transact([&] {
+            ++begun;
+            client.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
+        });
+        cutsOff.join();
+    }
+    copies(QString());
+    EXPECT_EQ(begun, 1);
+    EXPECT_EQ(count(), "2");
+}
+
+// --- Servers that come back
+
+TEST(PostgresRestart, ServerThatIsBeingRestartedIsWaitedFor)
+{
+    PostgresCluster cluster(PostgresCluster::Durability::None);
+    const QString database = cluster.createDatabase();
+    Client client(cluster.connectionString(database));
+    client.run(u"CREATE TABLE T (Nr LONG)"_s);
+    SteppedClock clock([&](int sleeps) {
+        if (sleeps == 3)
+            cluster.start();
+    });
+    const ScopedClock scope(clock);
+    cluster.stop();
+    client.transact([&] { client.run(u"INSERT INTO T (Nr) VALUES (1)"_s); });
+    EXPECT_GE(clock.sleeps, 3);
+
+    client.close(); // the idle session knows the server as well
+    clock.sleeps = 0;
+    cluster.stop();
+    Client later(cluster.connectionString(database));
+    EXPECT_GE(clock.sleeps, 3);
+    EXPECT_EQ(later.value(u"SELECT COUNT(*) FROM T"_s), Value(qint32{1}));
+    later.close();
+    SessionPool::shared().clear();
+}
+
+TEST(PostgresRestart, ServerThatStaysAwayIsWaitedForOnce)
+{
+    PostgresCluster cluster(PostgresCluster::Durability::None);
+    Client client(cluster.connectionString(cluster.createDatabase()));
+    SteppedClock clock;
+    const ScopedClock scope(clock);
+    cluster.stop();
+    for (int i = 0; i < 3; ++i)
+        EXPECT_TRUE(textOf([&] { client.rows(u"SELECT Nr FROM T"_s); }).contains(u"Får ikke"));
+    EXPECT_EQ(clock.slept, 9000);
+    // Who has never seen it does not wait at all.
+    client.close();
+    SessionPool::shared().clear();
+    EXPECT_TRUE(textOf([&] {
+                    Client stranger(cluster.connectionString(u"firma1"_s));
+                }).contains(u"Får ikke"));
+    EXPECT_EQ(clock.slept, 9000);
 }
 
 TEST(PostgresRestart, ServerThatComesBackIsUsedOnUnseen)
@@ -123,6 +316,8 @@ TEST(PostgresRestart, ServerThatComesBackIsUsedOnUnseen)
     const QString insert = u"INSERT INTO T (Navn) VALUES ('%1')"_s;
     Client(connectionString).run(insert.arg(u"en"_s));
 
+    SteppedClock clock; // nobody waits for it in earnest
+    const ScopedClock scope(clock);
     cluster.stop();
     const QString down = textOf([&] { open.run(insert.arg(u"borte"_s)); });
     EXPECT_TRUE(down.contains(u"Får ikke kontakt")) << down.toStdString();

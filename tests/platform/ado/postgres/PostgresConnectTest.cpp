@@ -261,7 +261,10 @@ TEST_F(PostgresConnectTest, SilentServerIsGivenUp)
 
 TEST_F(PostgresConnectTest, InterruptedWaitForTheServerGoesOn)
 {
-    const SilentPort starting;
+    SilentPort starting;
+    const int port = starting.number();
+    SteppedClock clock;
+    const ScopedClock scope(clock);
     const Interruptions interruptions;
     std::thread server([&] {
         const int client = ::accept(starting.socket(), nullptr, nullptr);
@@ -275,15 +278,17 @@ TEST_F(PostgresConnectTest, InterruptedWaitForTheServerGoesOn)
                                      "SFATAL\0"
                                      "C57P03\0"
                                      "Mvent\0";
+        starting.close(); // to further attempts
         EXPECT_GT(::send(client, kStarting, sizeof kStarting, MSG_NOSIGNAL), 0);
         ::close(client);
     });
     const QString text = textOf([&] {
-        Client client(address(m_user, m_password, m_database.name(), starting.number()) +
-                      u"?sslmode=disable"_s);
+        Client client(address(m_user, m_password, m_database.name(), port) + u"?sslmode=disable"_s);
     });
     server.join();
-    EXPECT_TRUE(text.contains(u"holder på å starte")) << text.toStdString();
+    // It was waited for, and then nobody was there any more.
+    EXPECT_EQ(clock.slept, 9000);
+    EXPECT_TRUE(text.contains(u"Får ikke kontakt")) << text.toStdString();
 }
 
 TEST_F(PostgresConnectTest, NameServersShareFourSecondsUnlessTheMachineWaitsLess)
