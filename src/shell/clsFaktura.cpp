@@ -60,7 +60,9 @@ void clsFaktura::setCurrentYear(qint16 vData)
 void clsFaktura::StartModul()
 {
     m_moduleInit = 1;
-    passOver(OpenConnection);
+    // The tables below may be known from an earlier start of this load, and are then all found.
+    if (passOver(OpenConnection) != 0)
+        m_moduleInit = 0;
 
     // All four run, whatever became of the ones before.
     for (const auto operation :
@@ -80,9 +82,10 @@ void clsFaktura::StartModul()
 
 void clsFaktura::OpenConnection()
 {
+    // What was opened before is over, so that after a failed open gDB has nothing to write to.
+    gDB->setConnectionString(QString());
     gConn = Ref<ado::Connection>::make();
     gConn->setCursorLocation(ado::CursorLocation::Client);
     gConn->open(gConnect, {}, {}, ado::options::kUnspecified);
-    // After a failed open gDB keeps the text it had; at first none, so its statements fail cleanly.
     gDB->setConnectionString(gConnect);
 }
