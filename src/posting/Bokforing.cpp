@@ -7,6 +7,8 @@
 #include "runtime/Format.h"
 #include "state/SharedState.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 using namespace bokforkolonne;
 
@@ -85,13 +87,15 @@ private:
 
     void brukValgtKonto();
     [[nodiscard]] int mvaKode(const ado::Recordset &gruppe) const;
-    static void utfor(const QString &sql)
+    void utfor(const QString &sql)
     {
+        m_tur->behold();
         passOver([&] { gDB->Execute(sql); });
     }
 
     BokforSkjerm &m_skjerm;
-    const QString m_valgt; // the text of the account's combo box
+    std::optional<Bokfortur> m_tur; // for as long as the run and its journals last
+    const QString m_valgt;          // the text of the account's combo box
     QString m_loyve;
 
     // Carried through the whole run.
@@ -115,13 +119,13 @@ void Kjoring::kjor()
     int behandlet = 0;
     const auto vis = [&] { m_skjerm.framdrift(behandlet, merket); };
     vis();
-    Bokfortur tur(vis);
+    m_tur.emplace(vis);
     lagArbeidstabell();
     const int rader = m_skjerm.antallRader();
     for (m_rad = 1; m_rad <= rader; ++m_rad) {
         if (!skalBokfores(m_rad))
             continue;
-        tur.behold();
+        m_tur->behold();
         if (!bokforRad())
             return;
         ++behandlet;

@@ -1,6 +1,7 @@
 #include "posting/Bokfortur.h"
 
 #include "data/clsAdoUtils.h"
+#include "platform/ado/AdoTypes.h"
 #include "runtime/Clock.h"
 #include "state/SharedState.h"
 
@@ -20,8 +21,8 @@ Bokfortur::Bokfortur(std::function<void()> venter)
 {
     if (!m_ytterst)
         return;
-    passOver([this] { m_forbindelse.open(gDB->ConnectionString()); });
-    vent();
+    if (passOver([this] { m_forbindelse.open(gDB->ConnectionString()); }) == 0)
+        vent();
 }
 
 Bokfortur::~Bokfortur()
@@ -32,19 +33,25 @@ Bokfortur::~Bokfortur()
 
 void Bokfortur::behold()
 {
-    if (m_harTur)
-        vent();
+    if (!m_harTur)
+        return;
+    // Where the database is away there is nothing to wait for: the run's own statement tells.
+    passOver([this] {
+        if (!m_forbindelse.takeTurn())
+            vent();
+    });
 }
 
-/// A database that gives no turns, such as one that this user may not write to, is not waited for.
+/// A server that is away meanwhile is waited for as well.
 void Bokfortur::vent()
 {
-    passOver([this] {
-        int ventet = 0;
-        while (!(m_harTur = m_forbindelse.takeTurn()) && ventet < kLengst) {
-            m_venter();
-            Clock::current().sleep(kPause);
-            ventet += kPause;
-        }
-    });
+    m_harTur = false;
+    for (int ventet = 0; ventet < kLengst; ventet += kPause) {
+        const int feil = passOver([this] { m_harTur = m_forbindelse.takeTurn(); });
+        // Who may not write beside the database cannot post in it either.
+        if (m_harTur || feil == ado::errors::kNoPermission)
+            return;
+        m_venter();
+        Clock::current().sleep(kPause);
+    }
 }

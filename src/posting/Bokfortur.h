@@ -17,7 +17,7 @@ public:
     Bokfortur(const Bokfortur &) = delete;
     Bokfortur &operator=(const Bokfortur &) = delete;
 
-    /// Waits for it anew when it was lost with its session.
+    /// Takes it back when it was lost with its session; to be called before each change.
     void behold();
 
 private:

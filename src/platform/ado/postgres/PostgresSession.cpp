@@ -17,9 +17,8 @@ namespace ado {
 namespace {
 
 constexpr int kCachedStatements = 64;
-constexpr int kStatusPause = 100;               // milliseconds between two questions
-constexpr qint64 kTurn = 0x5374'726B'4B62'6F6B; // the advisory lock; any number of our own
-constexpr qsizetype kLongestName = 63;          // bytes of UTF-8
+constexpr int kStatusPause = 100;      // milliseconds between two questions
+constexpr qsizetype kLongestName = 63; // bytes of UTF-8
 
 /// Changes of a schema that this process has made. A session that knows of fewer may be wrong about
 /// tables that another session of ours has changed.
@@ -167,7 +166,7 @@ void PostgresSession::requireRunning() const
 void PostgresSession::reopen()
 {
     forgetSchema();
-    m_hasTurn = false;
+    m_turn.lose();
     m_link.reopen();
 }
 
@@ -462,26 +461,18 @@ void PostgresSession::append(QStringView table, const RowSet &rows)
     });
 }
 
-// --- The turn
+// --- Between two owners
 
 bool PostgresSession::takeTurn()
 {
     start();
-    if (!m_hasTurn) {
-        const PostgresResult taken = m_link.run(
-            ("SELECT pg_try_advisory_lock(" + QByteArray::number(kTurn) + ')').constData());
-        m_hasTurn = *PQgetvalue(taken.get(), 0, 0) == 't';
-    }
-    return m_hasTurn;
+    return m_turn.take(m_link);
 }
-
-// --- Between two owners
 
 bool PostgresSession::reset() noexcept
 {
     rollback();
-    if (std::exchange(m_hasTurn, false))
-        passOver([this] { m_link.run("SELECT pg_advisory_unlock_all()"); });
+    m_turn.release(m_link);
     m_identity = 0;
     return m_link.isIdle();
 }

@@ -2,6 +2,7 @@
 
 #include "platform/ado/Session.h"
 #include "platform/ado/postgres/PostgresLink.h"
+#include "platform/ado/postgres/PostgresTurn.h"
 #include "platform/ado/postgres/PostgresWriter.h"
 
 #include <QCache>
@@ -91,11 +92,11 @@ private:
     void forgetSchema();
 
     PostgresLink m_link;
+    PostgresTurn m_turn;
     PostgresWriter m_writer;
     Transaction m_transaction = Transaction::None;
     bool m_schemaTouched = false; // within the transaction
     qint32 m_identity = 0;
-    bool m_hasTurn = false;
     // What is known of the schema, as of the count of the process's own changes.
     quint64 m_knownChanges = 0;
     std::optional<dialect::Catalog> m_catalog;

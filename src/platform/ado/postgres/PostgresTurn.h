@@ -1,0 +1,30 @@
+#pragma once
+
+namespace ado {
+
+class PostgresLink;
+
+/// The turn of Connection::takeTurn at a database on a server: an advisory lock, which ends with
+/// its session. A session may end while its process goes on, so whoever waits for the turn takes it
+/// only when it has stood free for a while; who had it takes it back at once.
+class PostgresTurn
+{
+public:
+    /// To be asked again, some times a second, until it is true.
+    [[nodiscard]] bool take(PostgresLink &link);
+    void release(PostgresLink &link) noexcept;
+    /// The session ended below it.
+    void lose();
+
+private:
+    enum class State {
+        None,
+        Waiting, // another one has it, or had it lately
+        Held,
+        Lost,
+    };
+    State m_state = State::None;
+    int m_seenFree = 0; // so many times at a stretch
+};
+
+} // namespace ado
