@@ -266,24 +266,15 @@ QByteArray SelectTranslator::itemList(const Select &query)
     return sql;
 }
 
-/// How rows come of which the query's own ORDER BY says nothing, or which it leaves equal.
+/// How rows come of which the query's own ORDER BY says nothing, or which it leaves equal: as a
+/// desktop database gives them, by the key of the table or by the query's groups. No database of
+/// ours does so unasked; SQLite walks whatever index its planner likes.
 QByteArrayList SelectTranslator::orderUnasked(const Select &query, bool grouped,
                                               QByteArrayList groups) const
 {
     if (query.distinct)
-        return resultOrder(query); // no database gives them so of itself
-    if (m_writer.keepsOrder(isSimple(grouped)))
-        return {};
+        return resultOrder(query);
     return grouped ? groupOrder(std::move(groups)) : keyOrder();
-}
-
-/// As Writer::keepsOrder has it.
-bool SelectTranslator::isSimple(bool grouped) const
-{
-    const std::vector<ColumnInfo> &columns = m_sources.front().table->columns;
-    const auto isOrdinary = [](const ColumnInfo &column) { return !column.key || column.counter; };
-    return m_sources.size() == 1 &&
-           (grouped || std::all_of(columns.begin(), columns.end(), isOrdinary));
 }
 
 /// By the keys of the tables, the last of several left out, spelled so that an index gives the

@@ -27,7 +27,6 @@ private:
     QByteArray itemList(const Select &query);
     QByteArrayList orderList(const Select &query);
     QByteArrayList orderUnasked(const Select &query, bool grouped, QByteArrayList groups) const;
-    bool isSimple(bool grouped) const;
     QByteArrayList keyOrder() const;
     QByteArrayList resultOrder(const Select &query) const;
     QByteArrayList groupOrder(QByteArrayList groups) const;

@@ -69,12 +69,6 @@ public:
     /// An item of a select list, so that it leaves the database as `type`.
     [[nodiscard]] virtual QByteArray resultItem(const QByteArray &operand, DataType type) const = 0;
 
-    /// True when rows that ORDER BY leaves equal, or all where it is missing, come by the key of
-    /// the table or by the query's groups, as a desktop database gives them; else the query is made
-    /// to say so. `simple` tells that it reads one table, and groups it or finds no key in it but
-    /// a counter. Several tables come by the keys of all but the last.
-    [[nodiscard]] virtual bool keepsOrder(bool simple) const = 0;
-
     // ---- statements ----
     /// What an INSERT says for a counter that is to get the next number.
     [[nodiscard]] virtual QByteArray nextNumber() const { return "NULL"; }

@@ -39,7 +39,6 @@ public:
     [[nodiscard]] QByteArray collated(const QByteArray &text) const override;
     [[nodiscard]] QByteArray orderItem(const QByteArray &operand, bool descending) const override;
     [[nodiscard]] QByteArray resultItem(const QByteArray &operand, DataType type) const override;
-    [[nodiscard]] bool keepsOrder(bool /*simple*/) const override { return false; }
     /// Empty: the session keeps the number that its insert returned.
     [[nodiscard]] QByteArray identityQuery() const override;
     [[nodiscard]] QByteArray nextNumber() const override { return "DEFAULT"; }

@@ -29,8 +29,6 @@ public:
     [[nodiscard]] QByteArray collated(const QByteArray &text) const override;
     [[nodiscard]] QByteArray orderItem(const QByteArray &operand, bool descending) const override;
     [[nodiscard]] QByteArray resultItem(const QByteArray &operand, DataType type) const override;
-    /// Rows lie by their number, and the planner reads joined tables in any order.
-    [[nodiscard]] bool keepsOrder(bool simple) const override { return simple; }
     [[nodiscard]] QByteArray identityQuery() const override;
     [[nodiscard]] QByteArray columnType(QStringView column, DataType type,
                                         int width) const override;

@@ -55,7 +55,7 @@ inline QString sqlOf(const QString &statement)
 inline QString whereOf(const QString &condition)
 {
     const QString sql = sqlOf(u"SELECT ID FROM Ordre WHERE "_s + condition);
-    return sql.sliced(sql.indexOf(u" WHERE ") + 7);
+    return sql.section(u" WHERE "_s, 1).section(u" ORDER BY "_s, 0, 0);
 }
 
 /// The values that a statement's literals are turned into.

@@ -24,7 +24,7 @@ TEST(Select, NamesComeOutAsCreatedAndAliasesAsWritten)
     const Translation t =
         translated(u"select id, ORDRE.ordrenr, KLIENTNR as nyttnr, [betalt] from ORDRE"_s);
     EXPECT_EQ(t.sql, "SELECT \"Ordre\".\"ID\", \"Ordre\".\"OrdreNr\", \"Ordre\".\"KlientNr\", "
-                     "\"Ordre\".\"Betalt\" FROM \"Ordre\"");
+                     "\"Ordre\".\"Betalt\" FROM \"Ordre\" ORDER BY \"Ordre\".\"ID\"");
     EXPECT_EQ(namesOf(t), (QStringList{u"ID"_s, u"OrdreNr"_s, u"nyttnr"_s, u"Betalt"_s}));
     EXPECT_EQ(t.baseTable, u"Ordre"_s);
     EXPECT_TRUE(t.columns[0].key);
@@ -124,15 +124,16 @@ TEST(Select, ChainsOfJoinsNeedNoParentheses)
               "\"L\".\"ID\""_s);
 }
 
-// Which table a database reads first is its own choice; the order of the rows is not.
-TEST(Select, JoinedRowsComeByTheKeysOfAllTablesButTheLast)
+// Which table or index a database reads first is its own choice; the order of the rows is not.
+TEST(Select, RowsComeByTheKeysOfAllTablesButTheLastOfSeveral)
 {
     const auto order = [](const QString &statement) {
         const QString sql = sqlOf(statement);
         return sql.contains(u" ORDER BY ") ? sql.sliced(sql.indexOf(u" ORDER BY ") + 10)
                                            : QString();
     };
-    EXPECT_EQ(order(u"SELECT OrdreNr FROM Ordre"_s), QString());
+    EXPECT_EQ(order(u"SELECT OrdreNr FROM Ordre"_s), u"\"Ordre\".\"ID\""_s);
+    EXPECT_EQ(order(u"SELECT Max(OrdreNr) FROM Ordre"_s), QString());
     EXPECT_EQ(order(u"SELECT OrdreNr FROM Ordre O LEFT JOIN Poststed ON OrdreStatus=PostNr"_s),
               u"\"O\".\"ID\""_s);
     EXPECT_EQ(order(u"SELECT OrdreNr FROM Ordre O, OrdreLinjer L, Poststed"_s),
@@ -208,7 +209,7 @@ TEST(Select, TextIsComparedInNorwegianWherever)
     EXPECT_EQ(sqlOf(u"SELECT Max(PostSted) FROM Poststed GROUP BY PostNr ORDER BY PostNr DESC"_s),
               u"SELECT MAX(\"Poststed\".\"PostSted\" COLLATE NORSK) FROM \"Poststed\" GROUP BY "
               "\"Poststed\".\"PostNr\" COLLATE NORSK ORDER BY \"Poststed\".\"PostNr\" COLLATE "
-              "NORSK DESC"_s);
+              "NORSK DESC, \"Poststed\".\"PostNr\" COLLATE NORSK"_s);
     EXPECT_FALSE(whereOf(u"OrdreStatus IS NULL"_s).contains(u"COLLATE"));
 }
 
@@ -218,15 +219,16 @@ TEST(Select, OrdersByTheNumberOfAResultColumnWherePossible)
         const QString sql = sqlOf(statement);
         return sql.sliced(sql.indexOf(u" ORDER BY ") + 10);
     };
-    EXPECT_EQ(order(u"SELECT ID, OrdreNr FROM Ordre ORDER BY ordreNr DESC"_s), u"2 DESC"_s);
+    EXPECT_EQ(order(u"SELECT ID, OrdreNr FROM Ordre ORDER BY ordreNr DESC"_s),
+              u"2 DESC, \"Ordre\".\"ID\""_s);
     EXPECT_EQ(order(u"SELECT ID, OrdreNr AS Nr FROM Ordre ORDER BY nr, Ordre.OrdreNr"_s),
-              u"2, 2"_s);
+              u"2, 2, \"Ordre\".\"ID\""_s);
     EXPECT_EQ(order(u"SELECT DISTINCT PostNr FROM Poststed ORDER BY PostNr ASC"_s),
               u"1 COLLATE NORSK"_s);
     EXPECT_EQ(order(u"SELECT KlientNr FROM Ordre O, OrdreLinjer L ORDER BY KlientNr"_s),
               u"1, \"O\".\"ID\""_s);
     EXPECT_EQ(order(u"SELECT ID FROM Ordre ORDER BY KlientNr+1"_s),
-              u"(HELTALL(\"Ordre\".\"KlientNr\" + ?1))"_s);
+              u"(HELTALL(\"Ordre\".\"KlientNr\" + ?1)), \"Ordre\".\"ID\""_s);
     EXPECT_EQ(failureOf(u"SELECT O.ID, L.ID FROM Ordre O, OrdreLinjer L ORDER BY ID"_s).number,
               errors::kNoSuchColumn);
     EXPECT_EQ(failureOf(u"SELECT DISTINCT ID FROM Ordre ORDER BY OrdreNr"_s).number,
@@ -241,7 +243,7 @@ TEST(Select, GroupsEveryColumnThatIsNoSum)
                     "Sum(Sum)<>0;"_s),
               u"SELECT \"OrdreLinjer\".\"MvaPst\", SUM(\"OrdreLinjer\".\"Sum\") FROM "
               "\"OrdreLinjer\" GROUP BY \"OrdreLinjer\".\"MvaPst\" HAVING "
-              "SUM(\"OrdreLinjer\".\"Sum\") <> ?1"_s);
+              "SUM(\"OrdreLinjer\".\"Sum\") <> ?1 ORDER BY \"OrdreLinjer\".\"MvaPst\""_s);
     const Failure failure = failureOf(u"SELECT ID FROM OrdreLinjer GROUP BY MvaPst"_s);
     EXPECT_EQ(failure.number, errors::kSyntax);
     EXPECT_EQ(failure.text, u"Syntaksfeil i setningen ved tegn 8: feltet «ID» står verken i GROUP "
