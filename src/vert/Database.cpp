@@ -11,6 +11,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -21,6 +23,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QLatin1StringView kMarkSuffix(".lages");
+constexpr QLatin1StringView kModuleTables[] = {"Ordre"_L1, "Produkt"_L1, "OrdreLinjer"_L1};
 
 bool isConnectionString(const QString &text)
 {
@@ -114,6 +117,18 @@ bool database::areSame(const Place &a, const Place &b)
 bool database::isMade(const QString &path)
 {
     return QFileInfo(path).size() > 0 && !QFileInfo::exists(path + kMarkSuffix);
+}
+
+bool database::hasModuleTables(const Place &place)
+{
+    bool hasAll = false;
+    passOver([&] {
+        const ado::dialect::Catalog catalog = ado::openSession(place.source)->catalog();
+        hasAll = std::ranges::all_of(kModuleTables, [&](QLatin1StringView table) {
+            return catalog.table(QString(table)) != nullptr;
+        });
+    });
+    return hasAll;
 }
 
 database::MakingMark::MakingMark(const QString &path)
@@ -248,7 +263,7 @@ QString database::reasonForFailedStart(const QString &connectionString)
                     throw;
             }
         };
-        for (const QLatin1StringView table : {"Ordre"_L1, "Produkt"_L1, "OrdreLinjer"_L1})
+        for (const QLatin1StringView table : kModuleTables)
             attempt(u"CREATE TABLE %1 (ID LONG)"_s.arg(table), ado::errors::kTableExists);
         attempt(u"ALTER TABLE Klient ADD COLUMN FakTekst2 TEXT(255)"_s, ado::errors::kColumnExists);
     } catch (const RunTimeError &error) {

@@ -32,6 +32,10 @@ struct Place
 /// made anew.
 [[nodiscard]] bool isMade(const QString &path);
 
+/// True when the module has its tables in the database, so that a start finds them. False also when
+/// the database cannot be read.
+[[nodiscard]] bool hasModuleTables(const Place &place);
+
 /// Stands beside a database file while it is being made, as "<file>.lages", and holds a lock. One
 /// that is there without its maker, who was stopped, tells that the file beside it is half made.
 class MakingMark

@@ -57,10 +57,6 @@ void screentour::run(Component &component, const Options &options, const tour::S
         tour::startModule(component, place, options, say);
     } else {
         tour::makeDemo(component, place, options, say);
-        // The tour takes place on a later day: a start that has made its tables leaves errors
-        // behind, of which the first save would tell.
-        component.unload();
-        tour::startModule(component, place, options, say);
     }
 
     tour::useDatabase(place, options);

@@ -93,7 +93,17 @@ void tour::startModule(Component &component, const database::Place &place, const
         if (!reason.isEmpty())
             throw HostError(u"modulen ble ikke startet: "_s + reason.simplified());
     }
-    const int ready = component.start(place.connectionString, options.klient, options.aar);
+    const auto start = [&] {
+        return component.start(place.connectionString, options.klient, options.aar);
+    };
+    const bool makesTables = !database::hasModuleTables(place);
+    int ready = start();
+    // A start that has made its tables leaves texts of errors behind, by which the first save would
+    // fail half way.
+    if (ready != 0 && makesTables) {
+        component.unload();
+        ready = start();
+    }
     if (ready == 0) {
         const QString reason = database::reasonForFailedStart(place.connectionString);
         throw HostError(u"modulen ble ikke klar (ModuleInit 0)"_s +

@@ -14,8 +14,8 @@ namespace tour {
 
 using Say = std::function<void(const QString &line)>;
 
-/// Starts the module on the database.
-/// A failed start is a HostError with the reason, where it can be had.
+/// Starts the module on the database. When its tables had to be made, the component is unloaded and
+/// started anew. A failed start is a HostError with the reason, where it can be had.
 void startModule(Component &component, const database::Place &place, const Options &options,
                  const Say &say);
 

@@ -1,0 +1,57 @@
+#include "support/Rows.h"
+#include "support/SettingsFolder.h"
+#include "vert/Component.h"
+#include "vert/Database.h"
+#include "vert/ParentTables.h"
+#include "vert/ScreenGuide.h"
+#include "vert/Tour.h"
+#include "vert/tour/Stops.h"
+
+#include <QApplication>
+#include <QPointer>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The host's own way of starting the module, with its windows.
+class FirstOrderTest : public ::testing::Test
+{
+protected:
+    FirstOrderTest()
+    {
+        QApplication::setQuitOnLastWindowClosed(false);
+        options.aar = 2014;
+    }
+
+    SettingsFolder settings;
+    QTemporaryDir folder;
+    const database::Place place = database::locate(folder.filePath(u"firma.db"_s));
+    Options options;
+    const tour::Say silent = [](const QString &) {};
+    Component component{QStringLiteral(COMPONENT)};
+};
+
+TEST_F(FirstOrderTest, ANewCompanysFirstOrderKeepsItsLines)
+{
+    tour::makeDemo(component, place, options, silent);
+    screentour::Guide guide(folder.path(), silent);
+    ASSERT_NO_THROW(screentour::visitOrders(guide));
+    const QStringList products =
+        rowsOf(place.connectionString, u"SELECT ProduktNr FROM OrdreLinjer ORDER BY ID"_s);
+    EXPECT_EQ(products.last(3), (QStringList{u"T100"_s, u"M200"_s, u"F510"_s}));
+}
+
+TEST_F(FirstOrderTest, TablesThatAreThereNeedNoSecondStart)
+{
+    tour::makeDemo(component, place, options, silent);
+    component.unload();
+    tour::startModule(component, place, options, silent);
+    const QPointer<QWidget> menu = &screentour::Guide::window(u"frmRegningsdel"_s);
+    tour::startModule(component, place, options, silent);
+    EXPECT_TRUE(menu) << "the screens are those of the first start";
+}
+
+} // namespace
