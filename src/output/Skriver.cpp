@@ -10,7 +10,6 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QRegularExpression>
-#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -130,7 +129,7 @@ std::optional<QString> velgPdfFil(const QString &tittel, const report::Document 
     dialog.filter = u"PDF-filer (*.pdf)|*.pdf"_s;
     dialog.filterIndex = 1;
     dialog.defaultExt = u"pdf"_s;
-    dialog.initDir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    dialog.fileKind = u"PDF"_s;
     dialog.fileName = filnavn(document.title);
     dialog.cancelError = true;
     const int error = passOver([&] { dialog.showSave(); });

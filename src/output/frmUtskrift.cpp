@@ -130,6 +130,7 @@ void frmUtskrift::skrivEhf()
             d.fileName = (kreditnota == 1 ? u"Kreditnota-"_s : u"Faktura-"_s) + trimBlanks(fakNr) +
                          u".xml"_s;
             d.defaultExt = u"xml"_s;
+            d.fileKind = u"EHF"_s;
         });
         QFile fil(dialog.fileName);
         if (!fil.open(QIODevice::WriteOnly))

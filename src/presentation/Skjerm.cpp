@@ -14,12 +14,15 @@
 #include <QFontMetrics>
 #include <QLabel>
 #include <QLayout>
+#include <QUrl>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+const QString kFolders = u"Regningsdel\\Mapper"_s;
 
 constexpr int kStripHeight = 46;      // pixels
 constexpr int kCommonLine = 18;       // pixels
@@ -69,6 +72,23 @@ void HentSkjermPlass(Form &form, qint32 defaultTop, qint32 defaultLeft, qint32 d
     const qint32 width = stored(u"FWidth"_s, defaultWidth);
     const qint32 height = stored(u"FHeight"_s, defaultHeight);
     form.setPlace(left, top, width, height);
+}
+
+// As a URL, for the settings have no room for letters beyond their code page.
+
+void LagreMappe(const QString &fileKind, const QString &folder)
+{
+    passOver([&] {
+        gReg->SaveSetting(kFolders, fileKind,
+                          QUrl::fromLocalFile(folder).toString(QUrl::FullyEncoded));
+    });
+}
+
+QString HentMappe(const QString &fileKind)
+{
+    QString stored;
+    passOver([&] { stored = gReg->GetSetting(kFolders, fileKind, {}); });
+    return QUrl(stored.remove(QChar(u'\0'))).toLocalFile();
 }
 
 int BreddeFor(const QWidget &control, QStringView text, int beside)

@@ -16,6 +16,11 @@ void LagreSkjermPlass(const Form &form);
 void HentSkjermPlass(Form &form, qint32 defaultTop, qint32 defaultLeft, qint32 defaultWidth,
                      qint32 defaultHeight);
 
+/// Stores the folder that was used last for a kind of file, and gives it back: empty when there is
+/// none.
+void LagreMappe(const QString &fileKind, const QString &folder);
+[[nodiscard]] QString HentMappe(const QString &fileKind);
+
 /// The pixels that a control of a drawn width needs for `text` and `beside` it for frame and
 /// margins: its least width as drawn, or more in larger letters.
 [[nodiscard]] int BreddeFor(const QWidget &control, QStringView text, int beside);

@@ -350,6 +350,9 @@ void frmOptions::cmdLogoInn_Click()
         dialog.filter = u"Bitmaps(*.bmp)|*.bmp|Bitmaps(*.dib)|*.dib|GIF bilder(*.gif)|*.gif|"
                         "JPEG bilder(*.jpg)|*.jpg|WMF filer(*.wmf)|*.wmf|Alle filer (*.*)|*.*"_s;
         dialog.filterIndex = 0;
+        // Not the file that another screen has asked for.
+        dialog.fileName.clear();
+        dialog.fileKind = u"Logo"_s;
         dialog.showOpen();
         m_ui->picLogo->setPicture(loadPicture(dialog.fileName));
     });

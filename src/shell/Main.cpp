@@ -5,9 +5,11 @@
 #include "output/RapportUtgang.h"
 #include "output/frmUtskrift.h"
 #include "platform/ado/SessionPool.h"
+#include "platform/forms/FileDialog.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/help/HtmlHelp.h"
+#include "presentation/Skjerm.h"
 #include "shell/clsFaktura.h"
 #include "shell/clsRegSettings.h"
 #include "state/Messages.h"
@@ -27,6 +29,7 @@ void Main()
         if (qobject_cast<QApplication *>(QCoreApplication::instance()))
             MsgBox(text, style);
     });
+    setFolderMemory({HentMappe, LagreMappe});
     frmOrdre::setUtskriftApner(frmUtskrift::apne);
     TakeUp(Ref<clsFaktura>::make());
 }

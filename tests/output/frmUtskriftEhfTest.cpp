@@ -1,5 +1,6 @@
 #include "output/frmUtskriftTest.h"
 
+#include "presentation/Skjerm.h"
 #include "presentation/frmInvisible.h"
 #include "shell/Main.h"
 
@@ -54,6 +55,21 @@ TEST_F(FrmUtskriftTest, WritesTheInvoiceAsEhf)
     EXPECT_TRUE(xml.endsWith("</Invoice>\r\n"));
     EXPECT_EQ(xml.count("\r\n"), 4);
     EXPECT_TRUE(skrivere.brukt.isEmpty());
+}
+
+TEST_F(FrmUtskriftTest, TheNextEhfFileIsOfferedWhereTheLastOneLies)
+{
+    Main();
+    ASSERT_TRUE(QDir(folder()).mkdir(u"EHF"_s));
+    int ordreNr = 1031;
+    for (const QString &navn : {u"EHF/f.xml"_s, u"g.xml"_s}) {
+        aapneFor({.ordreNr = ordreNr++});
+        merk(ehf());
+        skrivEhf(navn);
+        EXPECT_EQ(HentMappe(u"EHF"_s), QFileInfo(fil(navn)).path());
+        skjerm()->unload();
+        runEvents();
+    }
 }
 
 TEST_F(FrmUtskriftTest, TheFlagDecidesTheEhfDocument)

@@ -264,6 +264,18 @@ TEST_F(SkjermTest, OneOfSeveralFormsIsFound)
     EXPECT_TRUE(ErFormLastet(u"frmC"_s));
 }
 
+// --- folders
+
+TEST_F(SkjermTest, AFolderIsRememberedByTheKindOfFile)
+{
+    EXPECT_EQ(HentMappe(u"EHF"_s), QString());
+    LagreMappe(u"EHF"_s, u"/home/kari/Faktura 2014 æøå ŁЖ %20"_s);
+    LagreMappe(u"Logo"_s, u"/"_s);
+    EXPECT_EQ(HentMappe(u"EHF"_s), u"/home/kari/Faktura 2014 æøå ŁЖ %20"_s);
+    EXPECT_EQ(HentMappe(u"Logo"_s), u"/"_s);
+    EXPECT_EQ(HentMappe(u"PDF"_s), QString());
+}
+
 // --- the hidden forms
 
 TEST_F(SkjermTest, TheHiddenFormsGoAtLogOff)

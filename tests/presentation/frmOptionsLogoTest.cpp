@@ -226,6 +226,24 @@ TEST_F(FrmOptionsLogoTest, TheDialogOpensOnTheFirstFilterWhateverWasChosenBefore
     });
 }
 
+TEST_F(FrmOptionsLogoTest, TheNextStartsDialogOpensWhereTheLastLogoLay)
+{
+    const QString path = writePicture(u"logo.bmp"_s, "BMP", QSize(40, 20), Qt::darkBlue);
+    openOnLogo();
+    insertLogo(path);
+    reload();
+    Main();
+    connect();
+    openOnLogo();
+    QString opened;
+    SharedForm<frmInvisible>::get().CommonDialog1.fileName = u"/Faktura-12.xml"_s;
+    insertLogo([&](QFileDialog &dialog) {
+        opened = dialog.directory().path();
+        dialog.reject();
+    });
+    EXPECT_EQ(opened, QFileInfo(path).path());
+}
+
 TEST_F(FrmOptionsLogoTest, AChosenFileIsShownAndStoredWithTheSaveOnly)
 {
     const QString path = writePicture(u"logo.bmp"_s, "BMP", QSize(237, 76), Qt::darkBlue);

@@ -29,6 +29,7 @@ void CommonDialog::showFileDialog(bool save)
     question.filter = filter;
     question.filterIndex = filterIndex;
     question.defaultExt = defaultExt;
+    question.fileKind = fileKind;
     question.initDir = initDir;
     question.fileName = fileName;
     if (!askForFile(question)) {

@@ -42,7 +42,10 @@ public:
     QString defaultExt;
     /// Empty for "Åpne", "Lagre som" and "Skriv ut".
     QString dialogTitle;
-    /// The folder to start in when `fileName` has none; empty for the current folder.
+    /// Names what the file is, so that the next dialog for that kind opens in the same folder.
+    QString fileKind;
+    /// The folder to start in when `fileName` has none; empty for the one last used for `fileKind`,
+    /// or the user's documents.
     QString initDir;
 
     /// Number of copies, 1 to 999.

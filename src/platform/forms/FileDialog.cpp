@@ -4,8 +4,10 @@
 #include "platform/forms/NorwegianTexts.h"
 
 #include <QFileDialog>
+#include <QStandardPaths>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -36,7 +38,41 @@ Filters filtersOf(const QString &filter)
     return result;
 }
 
+FolderMemory &folderMemory()
+{
+    static FolderMemory memory;
+    return memory;
+}
+
+QString folderToStartIn(const FileQuestion &question)
+{
+    const auto &recall = folderMemory().folder;
+    const bool isKnownKind = recall && !question.fileKind.isEmpty();
+    const QFileInfo suggested(question.fileName);
+    const QString candidates[] = {
+        suggested.isAbsolute() ? suggested.path() : QString(),
+        question.initDir,
+        isKnownKind ? recall(question.fileKind) : QString(),
+        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
+    };
+    const auto found = std::ranges::find_if(
+        candidates, [](const QString &folder) { return QFileInfo(folder).isDir(); });
+    return found == std::end(candidates) ? QDir::homePath() : *found;
+}
+
+void rememberFolder(const FileQuestion &question)
+{
+    const auto &remember = folderMemory().remember;
+    if (remember && !question.fileKind.isEmpty())
+        remember(question.fileKind, QFileInfo(question.fileName).absolutePath());
+}
+
 } // namespace
+
+void setFolderMemory(FolderMemory memory)
+{
+    folderMemory() = std::move(memory);
+}
 
 bool askForFile(FileQuestion &question)
 {
@@ -50,7 +86,7 @@ bool askForFile(FileQuestion &question)
     dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(!question.save && question.mustExist ? QFileDialog::ExistingFile
                                                             : QFileDialog::AnyFile);
-    dialog.setDirectory(question.initDir);
+    dialog.setDirectory(folderToStartIn(question));
     dialog.setDefaultSuffix(question.defaultExt);
     const Filters filters = filtersOf(question.filter);
     if (const QStringList &pairs = filters.pairs; !pairs.isEmpty()) {
@@ -58,11 +94,12 @@ bool askForFile(FileQuestion &question)
         const bool isInside = question.filterIndex >= 1 && question.filterIndex <= pairs.size();
         dialog.selectNameFilter(pairs[isInside ? question.filterIndex - 1 : 0]);
     }
-    dialog.selectFile(question.fileName);
+    dialog.selectFile(QFileInfo(question.fileName).fileName());
 
     if (runModal(dialog) != QDialog::Accepted)
         return false;
     question.fileName = dialog.selectedFiles().value(0);
+    rememberFolder(question);
     // With the patterns hidden, the dialog answers with the description or, from Qt 6.5, the pair.
     const QString chosen = dialog.selectedNameFilter();
     question.filterIndex = int(std::max(filters.descriptions.indexOf(chosen.trimmed()),

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 /// What a file dialog is asked and what it answers.
 struct FileQuestion
 {
@@ -15,10 +17,23 @@ struct FileQuestion
     /// In and out: the number of the chosen pair, from 1; anything else opens on the first.
     int filterIndex = 0;
     QString defaultExt; ///< added to a name without extension; without the dot
-    QString initDir;    ///< where to start when `fileName` has no folder; empty: current folder
-    QString fileName;   ///< in: the suggestion; out: the chosen file with its folder
+    /// Names what the file is, for FolderMemory; empty to remember nothing.
+    QString fileKind;
+    QString initDir;  ///< where to start when `fileName` has no folder that is there
+    QString fileName; ///< in: the suggestion; out: the chosen file with its folder
 };
 
-/// Asks the user for a file in the top-level dialog "CommonDialog". Returns false, with `question`
+/// What remembers the folder that was used last for a kind of file.
+struct FolderMemory
+{
+    std::function<QString(const QString &fileKind)> folder; ///< empty when none is known
+    std::function<void(const QString &fileKind, const QString &folder)> remember;
+};
+/// While none is set, every dialog is the first of its kind.
+void setFolderMemory(FolderMemory memory);
+
+/// Asks the user for a file in the top-level dialog "CommonDialog". It opens in the folder of
+/// `fileName`, else `initDir`, else the one last used for the kind of file, else the user's
+/// documents, else the user's home, whichever is there first. Returns false, with `question`
 /// untouched, when the user cancels.
 bool askForFile(FileQuestion &question);

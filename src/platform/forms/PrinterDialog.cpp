@@ -7,7 +7,6 @@
 #include <QFormLayout>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -78,7 +77,7 @@ void PrinterDialog::accept()
         question.title = u"Lagre PDF-fil"_s;
         question.filter = u"PDF-filer (*.pdf)|*.pdf"_s;
         question.defaultExt = u"pdf"_s;
-        question.initDir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        question.fileKind = u"PDF"_s;
         question.fileName = u"Utskrift.pdf"_s;
         if (!askForFile(question))
             return;

@@ -1,10 +1,12 @@
 #include "platform/forms/CommonDialog.h"
 
+#include "platform/forms/FileDialog.h"
 #include "platform/forms/TestApplication.h"
 #include "runtime/RunTimeError.h"
 
 #include <QComboBox>
 #include <QFileDialog>
+#include <QHash>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -61,6 +63,71 @@ protected:
 
     QTemporaryDir folder;
     CommonDialog dialog;
+};
+
+/// A user's home, and a memory of folders that begins empty.
+class FolderChoice : public FormsFixture
+{
+protected:
+    FolderChoice() : m_home(qgetenv("HOME")), m_settings(qgetenv("XDG_CONFIG_HOME"))
+    {
+        qputenv("HOME", home.path().toUtf8());
+        qputenv("XDG_CONFIG_HOME", home.filePath(u"settings"_s).toUtf8());
+        setFolderMemory({[this](const QString &kind) { return remembered.value(kind); },
+                         [this](const QString &kind, const QString &folder) {
+                             remembered.insert(kind, folder);
+                         }});
+    }
+    ~FolderChoice() override
+    {
+        setFolderMemory({});
+        restore("HOME", m_home);
+        restore("XDG_CONFIG_HOME", m_settings);
+    }
+
+    [[nodiscard]] QString makeFolder(const QString &name) const
+    {
+        EXPECT_TRUE(QDir(home.path()).mkdir(name));
+        return home.filePath(name);
+    }
+    /// Where a dialog for a file of that kind opens.
+    static QString openedFor(const QString &kind, const QString &fileName = {})
+    {
+        CommonDialog dialog;
+        dialog.fileKind = kind;
+        dialog.fileName = fileName;
+        QString opened;
+        onNextModal<QFileDialog>([&](QFileDialog &shown) {
+            opened = shown.directory().path();
+            shown.reject();
+        });
+        dialog.showSave();
+        return opened;
+    }
+    static void choose(const QString &kind, const QString &file)
+    {
+        CommonDialog dialog;
+        dialog.fileKind = kind;
+        dialog.fileName = file;
+        onNextModal<QFileDialog>([](QFileDialog &shown) { pressOk(shown); });
+        dialog.showSave();
+        EXPECT_EQ(dialog.fileName, file);
+    }
+
+    QTemporaryDir home;
+    QHash<QString, QString> remembered;
+
+private:
+    static void restore(const char *name, const QByteArray &value)
+    {
+        if (value.isNull())
+            qunsetenv(name);
+        else
+            qputenv(name, value);
+    }
+
+    const QByteArray m_home;
+    const QByteArray m_settings;
 };
 
 class PrinterChoice : public FormsFixture
@@ -175,6 +242,48 @@ TEST_F(FileChoice, TheFilterIndexCountsFromOneBothWays)
     });
     dialog.showSave();
     EXPECT_EQ(dialog.filterIndex, 3);
+}
+
+TEST_F(FolderChoice, AUserWithoutDocumentsBeginsAtHome)
+{
+    EXPECT_EQ(openedFor(u"EHF"_s, u"Faktura-12.xml"_s), home.path());
+}
+
+TEST_F(FolderChoice, TheFirstOfAKindBeginsAmongTheDocuments)
+{
+    const QString documents = makeFolder(u"Documents"_s);
+    EXPECT_EQ(openedFor(u"EHF"_s, u"Faktura-12.xml"_s), documents);
+    EXPECT_EQ(openedFor({}), documents);
+}
+
+TEST_F(FolderChoice, TheNextOfAKindBeginsWhereTheLastOneLies)
+{
+    const QString documents = makeFolder(u"Documents"_s);
+    const QString invoices = makeFolder(u"Faktura 2014"_s);
+    choose(u"EHF"_s, invoices + u"/Faktura-12.xml"_s);
+    EXPECT_EQ(openedFor(u"EHF"_s, u"Faktura-13.xml"_s), invoices);
+    EXPECT_EQ(openedFor(u"Logo"_s), documents) << "a kind of its own";
+    EXPECT_EQ(openedFor({}), documents) << "no kind";
+    EXPECT_EQ(remembered.keys(), QStringList(u"EHF"_s));
+}
+
+TEST_F(FolderChoice, AFolderThatHasGoneIsPassedOver)
+{
+    const QString documents = makeFolder(u"Documents"_s);
+    remembered.insert(u"EHF"_s, home.filePath(u"minnepinne"_s));
+    EXPECT_EQ(openedFor(u"EHF"_s), documents);
+    EXPECT_EQ(openedFor(u"EHF"_s, home.filePath(u"minnepinne/Faktura-12.xml"_s)), documents);
+    QFile file(home.filePath(u"minnepinne"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(openedFor(u"EHF"_s), documents) << "a file is no folder";
+}
+
+TEST_F(FolderChoice, ACancelledDialogRemembersNothing)
+{
+    remembered.insert(u"EHF"_s, makeFolder(u"a"_s));
+    EXPECT_EQ(openedFor(u"EHF"_s, makeFolder(u"b"_s) + u"/Faktura-12.xml"_s),
+              home.filePath(u"b"_s));
+    EXPECT_EQ(remembered.value(u"EHF"_s), home.filePath(u"a"_s));
 }
 
 TEST_F(FileChoice, TheOverwritePromptAsksInNorwegian)
