@@ -84,6 +84,10 @@ void OrdreLagring::btnSave_Click()
     m_knapper.SettKnapper(true, true, false, true, false);
     m_ui.btnCancel->setEnabled(false);
     m_ui.vaSpread1->setEditModeReplace(false);
+    if (resultat > 0)
+        m_ui.btnPrint->setFocus();
+    else
+        m_felter[kKundeNr].setFocus();
 }
 
 QString OrdreLagring::feil() const

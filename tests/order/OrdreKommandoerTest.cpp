@@ -205,6 +205,17 @@ TEST_F(OrdreKommandoerTest, NewEndsChangeMode)
     EXPECT_EQ(tekst(16), u"0"_s);
 }
 
+TEST_F(OrdreKommandoerTest, EnterAfterACancelInBrowseModeClosesNothing)
+{
+    leggOrdre({.ordreNr = 1});
+    apne();
+    klikk(u"cmdFirst"_s);
+    klikk(u"btnCancel"_s);
+    EXPECT_EQ(fokus(), u"btnChange"_s);
+    tast(Qt::Key_Return);
+    EXPECT_NE(skjerm(), nullptr);
+}
+
 TEST_F(OrdreKommandoerTest, CancelOfANewOrderLeavesBlankFields)
 {
     leggOrdre({.ordreNr = 7});

@@ -126,6 +126,27 @@ TEST_F(OrdreLagringFeilTest, AnApostropheInTheHeaderIsAFailure)
     EXPECT_EQ(notat(), QString());
 }
 
+TEST_F(OrdreLagringFeilTest, EnterAfterAFailureKeepsWhatWasTyped)
+{
+    nyOrdre();
+    skriv(hode::kKundeNavn, u"O'Brien"_s);
+    lagre();
+    EXPECT_EQ(meldinger.ta(), QStringList(feilet));
+    EXPECT_EQ(fokus(), u"txtFields_18"_s);
+    tast(Qt::Key_Return);
+    ASSERT_NE(skjerm(), nullptr);
+    EXPECT_EQ(tekst(hode::kKundeNavn), u"O'Brien"_s);
+}
+
+TEST_F(OrdreLagringFeilTest, ARefusedOrderLeavesTheFocusOnTheCommand)
+{
+    nyOrdre();
+    skriv(hode::kKundeNavn, QString());
+    lagre();
+    EXPECT_EQ(meldinger.ta(), QStringList(feilbar + u"kundenavn kan ikke være blank\n"_s));
+    EXPECT_EQ(fokus(), u"btnSave"_s);
+}
+
 TEST_F(OrdreLagringFeilTest, AFailedChangeLeavesTheStoredOrder)
 {
     endreOrdre();

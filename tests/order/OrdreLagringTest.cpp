@@ -93,6 +93,19 @@ TEST_F(OrdreLagringTest, AfterASaveTheWayOnIsPrinting)
     EXPECT_TRUE(erPaa(u"btnNew"_s));
 }
 
+TEST_F(OrdreLagringTest, EnterAfterASaveGoesOnToPrinting)
+{
+    nyOrdre();
+    int utskrifter = 0;
+    frmOrdre::setUtskriftApner([&](const OrdreUtskrift &) { ++utskrifter; });
+    lagre();
+    EXPECT_EQ(fokus(), u"btnPrint"_s);
+    tast(Qt::Key_Return);
+    frmOrdre::setUtskriftApner({});
+    EXPECT_EQ(utskrifter, 1);
+    ASSERT_NE(skjerm(), nullptr);
+}
+
 TEST_F(OrdreLagringTest, ADoubleClickStoresANewOrderOnce)
 {
     nyOrdre();

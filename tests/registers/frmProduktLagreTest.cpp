@@ -81,6 +81,7 @@ TEST_F(FrmProduktLagreTest, ASaveEndsTheMode)
     EXPECT_EQ(enabledButtons(), u"Ny Endre Avbryt Avslutt"_s);
     EXPECT_EQ(field(0).text(), u"B2"_s);
     EXPECT_EQ(field(11).text(), QString()) << "the new key is not shown";
+    EXPECT_EQ(screen()->focusWidget()->objectName(), u"btnChange"_s);
     screen()->activateWindow(); // from the note
     runEvents();
     field(0).setFocus();
@@ -193,6 +194,7 @@ TEST_F(FrmProduktLagreTest, AFailedUpdateEndsTheModeAndKeepsWhatWasTyped)
     (void)messageOfSave();
     EXPECT_EQ(field(1).text(), u"O'Hara"_s);
     EXPECT_EQ(enabledButtons(), u"Ny Endre Avbryt Avslutt"_s);
+    EXPECT_EQ(focused(), u"btnChange"_s) << "which is how to try again";
     field(1).setFocus();
     settle();
     EXPECT_NE(focused(), u"txtFields_1"_s);

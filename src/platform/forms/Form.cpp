@@ -196,6 +196,14 @@ void Form::closeEvent(QCloseEvent *event)
         event->ignore();
 }
 
+bool Form::focusNextPrevChild(bool next)
+{
+    // Behind the command that has just been given stands, on most screens, the one that closes
+    // them; the next Enter would be for that.
+    const QWidget *focused = focusWidget();
+    return QWidget::focusNextPrevChild(next && (!focused || focused->isEnabled()));
+}
+
 void Form::hideEvent(QHideEvent *event)
 {
     QWidget::hideEvent(event);

@@ -93,6 +93,8 @@ protected:
 
     bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    /// A control that is disabled under the user's hands passes the focus back, not on.
+    bool focusNextPrevChild(bool next) override;
     void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;

@@ -172,6 +172,17 @@ TEST_F(FormKeys, EnterOnACheckBoxPressesTheDefaultButton)
     EXPECT_FALSE(box->isChecked());
 }
 
+TEST_F(FormKeys, AButtonThatIsDisabledPassesTheFocusBack)
+{
+    ok->setFocus();
+    ok->setEnabled(false);
+    EXPECT_EQ(QApplication::focusWidget(), other);
+    other->setEnabled(false);
+    EXPECT_EQ(QApplication::focusWidget(), edit);
+    press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), cancel) << "a Tab goes on";
+}
+
 TEST_F(FormKeys, EscapePressesTheCancelButton)
 {
     form->setCancelButton(cancel);
