@@ -7,6 +7,7 @@
 #include "platform/forms/MsgBox.h"
 #include "platform/forms/NorwegianTexts.h"
 #include "platform/forms/OuterRim.h"
+#include "platform/forms/PassingWheel.h"
 #include "platform/report/PdfFile.h"
 #include "runtime/RunTimeError.h"
 
@@ -55,6 +56,7 @@ Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> documen
       m_sider(new Sidevisning(m_document, this))
 {
     installNorwegianTexts();
+    ignorePassingWheel(*this);
     setObjectName(u"Forhandsvisning"_s);
     setLocale(QLocale(QLocale::NorwegianBokmal, QLocale::Norway));
     setAttribute(Qt::WA_DeleteOnClose);

@@ -3,7 +3,6 @@
 #include "data/clsAdoUtils.h"
 #include "output/mUtskrift.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/PassingWheel.h"
 #include "presentation/Skjerm.h"
 #include "runtime/Clock.h"
 #include "runtime/Conversions.h"
@@ -40,8 +39,6 @@ frmOrdreSkriv::frmOrdreSkriv()
     m_ui->setupUi(this);
     // What is typed stays as it is typed.
     m_ui->cmbKunde->setCompleter(nullptr);
-    ignorePassingWheel(*m_ui->cmbKunde);
-    ignorePassingWheel(*m_ui->cmbStatus);
     // What is not hidden with the reminder list stands still.
     for (QLabel *ledetekst : {m_ui->Label1, m_ui->Label3}) {
         QSizePolicy plass = ledetekst->sizePolicy();

@@ -3,7 +3,6 @@
 #include "data/clsAdoUtils.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/PassingWheel.h"
 #include "platform/forms/SendKeys.h"
 #include "platform/grid/fpSpread.h"
 #include "presentation/Skjerm.h"
@@ -150,7 +149,6 @@ frmBokfor::frmBokfor() : Form(u"frmBokfor"_s), m_ui(std::make_unique<Ui::frmBokf
     // What is typed stays as it is typed.
     for (QComboBox *boks : {m_ui->cmbKonto, m_ui->cmbLoyve}) {
         boks->setCompleter(nullptr);
-        ignorePassingWheel(*boks);
     }
 
     onEvent(m_ui->cmbKonto, &QComboBox::activated, this, [this] { kuttVedBlank(*m_ui->cmbKonto); });

@@ -225,6 +225,21 @@ TEST_F(ForhandsvisningTest, AZoomBetweenTwoStepsGoesToTheNextOne)
     EXPECT_EQ(etter(90.2, u"cmdZoomUt"_s), 75);
 }
 
+TEST_F(ForhandsvisningTest, TheWheelPassesOverZoomAndPageNumber)
+{
+    vis(14);
+    const QString zoomFor = zoom();
+    for (QWidget *boks : {i<QWidget>(u"cmbZoom"_s), i<QWidget>(u"txtSide"_s)}) {
+        visning().setFocus();
+        QWheelEvent event(QPointF(5, 5), boks->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, 120),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(boks, &event);
+        runEvents();
+    }
+    EXPECT_EQ(zoom(), zoomFor);
+    EXPECT_EQ(side(), 1);
+}
+
 TEST_F(ForhandsvisningTest, CtrlAndTheWheelZoomAroundThePointer)
 {
     vis(14);

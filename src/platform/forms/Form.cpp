@@ -2,6 +2,7 @@
 
 #include "platform/forms/Forms.h"
 #include "platform/forms/OuterRim.h"
+#include "platform/forms/PassingWheel.h"
 #include "platform/forms/Twips.h"
 #include "runtime/RunTimeError.h"
 
@@ -35,7 +36,7 @@ Form::Form(const QString &name) : QWidget(nullptr, Qt::Window)
 {
     setObjectName(name);
     setLocale(QLocale(QLocale::NorwegianBokmal, QLocale::Norway));
-    (void)Forms::instance();
+    ignorePassingWheel(*this);
 }
 
 Form::~Form()

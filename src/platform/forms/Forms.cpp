@@ -2,6 +2,7 @@
 
 #include "platform/forms/Form.h"
 #include "platform/forms/NorwegianTexts.h"
+#include "platform/forms/PassingWheel.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -81,6 +82,8 @@ bool Forms::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyRelease)
         m_lastKey = nullptr;
+    if (endsAsPassingWheel(*watched, *event))
+        return true;
     if (!event->isInputEvent() || !watched->isWidgetType())
         return false;
     const auto *receiver = static_cast<const QWidget *>(watched);

@@ -1,5 +1,7 @@
 #include "platform/forms/ModalDialog.h"
 
+#include "platform/forms/PassingWheel.h"
+
 #include <QApplication>
 #include <QDialog>
 #include <QPointer>
@@ -41,6 +43,7 @@ void putOnScreen(QWidget &window)
 
 int runModal(QDialog &dialog)
 {
+    ignorePassingWheel(dialog);
     const QPointer<QWidget> before = QApplication::activeWindow();
     if (before)
         standAbove(dialog, *before);

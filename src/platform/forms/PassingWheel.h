@@ -1,8 +1,15 @@
 #pragma once
 
+class QEvent;
+class QObject;
 class QWidget;
 
-/// Lets a wheel change the control only while it has the focus: one that passes by on its way over
-/// the window neither changes it nor gives it the focus, and goes on to what lies below. For combo
-/// boxes, date pickers and spin boxes. Holds as long as the control lives.
-void ignorePassingWheel(QWidget &control);
+/// Lets a wheel change a combo box, date picker or spin box of the window only while that control
+/// has the focus: one that passes by on its way over the window neither changes it nor gives it the
+/// focus, and goes on to what lies below. Every Form and every dialog that runModal shows is such a
+/// window; the parent's own are not.
+void ignorePassingWheel(QWidget &window);
+
+/// What comes of that for an event of the application, which Forms sees ahead of all. True when the
+/// event ends here.
+[[nodiscard]] bool endsAsPassingWheel(QObject &watched, QEvent &event);
