@@ -1,6 +1,5 @@
 #include "platform/forms/DTPicker.h"
 
-#include "platform/forms/PassingWheel.h"
 #include "runtime/RunTimeError.h"
 
 #include <QCalendarWidget>
@@ -64,6 +63,12 @@ QDate readDate(const QString &text)
     return day == 0 ? QDate() : month.addDays(std::min(day, month.daysInMonth()) - 1);
 }
 
+/// Whether the focus moves for the time of an open list or menu, or of another window.
+bool isForAWhile(const QFocusEvent &event)
+{
+    return event.reason() == Qt::PopupFocusReason || event.reason() == Qt::ActiveWindowFocusReason;
+}
+
 void dressCalendar(QCalendarWidget &calendar)
 {
     calendar.setFirstDayOfWeek(Qt::Monday); // by itself that of the machine
@@ -89,7 +94,6 @@ DTPicker::DTPicker(QWidget *parent) : QDateEdit(parent)
     connect(this, &QDateEdit::dateChanged, this, &DTPicker::tellChoice);
     connect(lineEdit(), &QLineEdit::textEdited, this, [this] { m_typing = true; });
     dressCalendar(*calendarWidget());
-    ignorePassingWheel(*this);
     connect(calendarWidget(), &QCalendarWidget::clicked, this, &DTPicker::pickedInCalendar);
     connect(calendarWidget(), &QCalendarWidget::activated, this, &DTPicker::pickedInCalendar);
 }
@@ -151,14 +155,19 @@ QString DTPicker::textFromDateTime(const QDateTime &dateTime) const
 
 void DTPicker::stepBy(int steps)
 {
+    // A step that comes past the focus, as from assistive technology, is an entering too: else it
+    // would start from a value that has nothing to do with what the picker is for.
+    if (!hasFocus())
+        Q_EMIT entered();
     judgeTyped();
     QDateEdit::stepBy(steps);
 }
 
 void DTPicker::focusInEvent(QFocusEvent *event)
 {
-    // Coming back from the calendar or from another window is no entering.
-    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
+    // Coming back from the calendar or from another window is no entering; but the window may have
+    // been left with the focus elsewhere.
+    if (!std::exchange(m_inside, true) || !isForAWhile(*event))
         Q_EMIT entered();
     QDateEdit::focusInEvent(event);
 }
@@ -166,6 +175,7 @@ void DTPicker::focusInEvent(QFocusEvent *event)
 void DTPicker::focusOutEvent(QFocusEvent *event)
 {
     judgeTyped();
+    m_inside = isForAWhile(*event);
     QDateEdit::focusOutEvent(event);
 }
 

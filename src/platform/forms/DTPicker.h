@@ -5,14 +5,13 @@
 /// A date picker: a field for a date, shown as "dd.mm.yyyy", with a calendar that drops down.
 ///
 /// Its events are of two kinds. `dateChosen` tells that the user has chosen a date, by the calendar
-/// (also the date that stood there), by typing or by the arrow keys and the wheel (a wheel that
-/// passes over a picker without the focus goes on to what lies below); a typed date
+/// (also the date that stood there), by typing or by the arrow keys and the wheel; a typed date
 /// counts when the field is left or Enter is pressed, and Escape drops it. `entered` tells that the
-/// user goes into the picker or is about to open its calendar. Setting value and limits by the
-/// functions of this class raises neither. Day, month and year are typed with or without marks
-/// between them, the year with two digits or four. Until it counts, a typed date stands as it is
-/// typed and the value does not follow; then a day beyond the end of its month becomes the month's
-/// last, and a date outside the limits is refused: the picker keeps its value.
+/// user goes into the picker, is about to open its calendar or takes a step from outside. Setting
+/// value and limits by the functions of this class raises neither. Day, month and year are typed
+/// with or without marks between them, the year with two digits or four. Until it counts, a typed
+/// date stands as it is typed and the value does not follow; then a day beyond the end of its month
+/// becomes the month's last, and a date outside the limits is refused: the picker keeps its value.
 ///
 /// The calendar drops down on a click on the arrow, F4 and Alt+Down.
 class DTPicker : public QDateEdit
@@ -56,6 +55,7 @@ private:
     void tellChoice();
 
     bool m_byCode = false;
+    bool m_inside = false;     ///< the user has gone in and not left again
     bool m_typing = false;     ///< what is shown has been typed and does not count yet
     bool m_choiceTold = false; ///< since the calendar was opened
     bool m_movedOn = false;    ///< the last digit typed has moved on to the next part of the date

@@ -472,3 +472,32 @@ TEST_F(Picker, AWheelThatPassesOverLeavesTheDateAndTheFocus)
     EXPECT_NE(picker->value(), QDate(2026, 5, 17));
     EXPECT_EQ(chosen->count(), 1);
 }
+
+TEST_F(Picker, AStepFromOutsideGoesInFirst)
+{
+    QObject::connect(picker, &DTPicker::entered, picker,
+                     [this] { picker->setValue(QDate(2026, 11, 23)); });
+    picker->stepBy(1); // as assistive technology does it
+    EXPECT_EQ(entered->count(), 1);
+    EXPECT_EQ(chosen->count(), 1);
+    EXPECT_EQ(picker->value(), QDate(2026, 11, 24));
+}
+
+TEST_F(Picker, AFocusThatComesWithTheWindowIsAnEnteringTheFirstTime)
+{
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    picker->setFocus();
+    EXPECT_EQ(entered->count(), 0);
+    form->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form));
+    EXPECT_EQ(entered->count(), 1);
+
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    form->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form));
+    EXPECT_EQ(entered->count(), 1) << "the user has not left it";
+}
