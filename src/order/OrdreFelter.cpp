@@ -1,5 +1,6 @@
 #include "order/OrdreFelter.h"
 
+#include "platform/forms/LockedText.h"
 #include "platform/forms/OneLine.h"
 
 #include <QLineEdit>
@@ -31,6 +32,7 @@ OrdreFelter::OrdreFelter(const QWidget &skjerm)
         m_felter[size_t(nr)] = skjerm.findChild<QLineEdit *>(u"txtFields_%1"_s.arg(nr));
         Q_ASSERT(m_felter[size_t(nr)]);
         holdOneLine(*m_felter[size_t(nr)]);
+        keepWhileLocked(*m_felter[size_t(nr)]);
     }
 }
 
@@ -42,6 +44,7 @@ QString OrdreFelter::text(int nr) const
 void OrdreFelter::setText(int nr, const QString &text) const
 {
     QLineEdit &felt = (*this)[nr];
+    const ProgramWrites writes;
     felt.setText(text);
     felt.home(false);
 }

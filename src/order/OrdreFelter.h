@@ -51,7 +51,7 @@ public:
     /// `nr` is one of `ordrefelt`.
     [[nodiscard]] QLineEdit &operator[](int nr) const { return *m_felter.at(size_t(nr)); }
     [[nodiscard]] QString text(int nr) const;
-    /// Shows the text from its beginning.
+    /// Shows the text from its beginning, also in a field that is locked.
     void setText(int nr, const QString &text) const;
     /// The number of the field that is this widget, or -1.
     [[nodiscard]] int nrOf(const QObject *widget) const;

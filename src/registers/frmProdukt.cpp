@@ -1,9 +1,9 @@
 #include "registers/frmProdukt.h"
 
 #include "data/clsAdoUtils.h"
+#include "platform/forms/LockedText.h"
 #include "platform/forms/OneLine.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/PassingWheel.h"
 #include "platform/forms/SendKeys.h"
 #include "platform/forms/Twips.h"
 #include "presentation/Skjerm.h"
@@ -41,12 +41,14 @@ constexpr int kPageMargin = 60;
 /// A program's text stands with its beginning in sight and the selection start at 0.
 void putText(QLineEdit &field, const QString &text)
 {
+    const ProgramWrites writes;
     field.setText(text);
     field.setCursorPosition(0);
 }
 
 void putText(QComboBox &box, const QString &text)
 {
+    const ProgramWrites writes;
     box.setCurrentIndex(-1);
     box.setEditText(text);
     box.lineEdit()->setCursorPosition(0);
@@ -125,11 +127,17 @@ void frmProdukt::connectControls()
     for (QLineEdit *field : m_txtFields) {
         field->installEventFilter(this);
         holdOneLine(*field);
+        keepWhileLocked(*field);
     }
     holdOneLine(*m_ui->cmbMvaSats->lineEdit());
+    keepWhileLocked(*m_ui->cmbMvaSats->lineEdit());
     m_ui->cmbMvaSats->installEventFilter(this);
-    ignorePassingWheel(*m_ui->cmbMvaSats);
     m_ui->chkBruttoPris->installEventFilter(this);
+    // A press past the focus, as from assistive technology.
+    onEvent(m_ui->chkBruttoPris, &QCheckBox::clicked, this, [this](bool checked) {
+        if (!isEditing())
+            m_ui->chkBruttoPris->setChecked(!checked);
+    });
 }
 
 // --- The life of the form
@@ -141,6 +149,7 @@ void frmProdukt::onLoad()
     VisHjelpBilde(*this);
     InitGrid();
     FyllGrid();
+    const ProgramWrites writes;
     m_ui->cmbMvaSats->clear();
     m_ui->cmbMvaSats->addItems({gMva25, gMva15, gMva10, gMva0});
     m_ui->vaSpread1->setFocus();
@@ -250,6 +259,7 @@ void frmProdukt::BlankFelter()
     putText(*m_txtFields[kCostField], u"0.00"_s);
     putText(*m_txtFields[kPriceField], u"0.00"_s);
     m_ui->chkBruttoPris->setChecked(false);
+    const ProgramWrites writes;
     m_ui->cmbMvaSats->setCurrentIndex(0);
     m_txtFields[0]->setFocus();
 }

@@ -20,7 +20,7 @@ class frmProdukt;
 /// The screen is in browse mode unless `m_bEndre` (change) or `m_bNy` (new) is true. Only saving
 /// and cancelling end a mode, so one that was left open by a change of tab stays on beside the
 /// next, and then the change is what is saved. In browse mode a field sends the focus on as soon as
-/// it gets it, and that is all that protects it.
+/// it gets it, and takes nothing on roads that need no focus.
 class frmProdukt : public Form
 {
     Q_OBJECT

@@ -1,6 +1,7 @@
 #include "order/OrdreSkjerm.h"
 
 #include "platform/forms/DTPicker.h"
+#include "runtime/Conversions.h"
 #include "runtime/MachineLocale.h"
 #include "shell/clsRegSettings.h"
 #include "state/SharedState.h"
@@ -472,6 +473,26 @@ TEST_F(OrdreHodeTest, ATextThatIsNoDateOrOutsideTheLimitsLeavesThePicker)
         EXPECT_EQ(velger(u"dtpOrdre"_s)->value(), before) << text.toStdString();
         EXPECT_EQ(tekst(10), text);
     }
+}
+
+TEST_F(OrdreHodeTest, APickerThatWasNeverEnteredPutsNoDateOfItsOwnIntoTheField)
+{
+    apneI(u"btnNew"_s);
+    skriv(10, u"23.11.2014"_s);
+    gaTil(0);
+    DTPicker *picker = velger(u"dtpOrdre"_s);
+    picker->setValue(QDate(2014, 1, 1));
+    // Assistive technology writes a text, and then takes a step.
+    QAccessible::queryAccessibleInterface(picker)->editableTextInterface()->insertText(0, u"0"_s);
+    EXPECT_EQ(tekst(10), u"23.11.2014"_s);
+    picker->setCurrentSection(QDateTimeEdit::DaySection);
+    picker->stepUp();
+    EXPECT_EQ(toDate(tekst(10)).date(), QDate(2014, 11, 24));
+    skriv(10, u"12.05.2014"_s);
+    gaTil(0);
+    picker->setCurrentSection(QDateTimeEdit::DaySection);
+    picker->stepDown();
+    EXPECT_EQ(toDate(tekst(10)).date(), QDate(2014, 5, 11));
 }
 
 } // namespace

@@ -157,6 +157,17 @@ TEST_F(FrmProduktFocusTest, AMouseClickDoesNotChangeABrowsedPage)
     EXPECT_EQ(details(), before);
 }
 
+TEST_F(FrmProduktFocusTest, APressPastTheFocusLeavesABrowsedMark)
+{
+    doubleClickCell(1, 1);
+    const QStringList before = details();
+    gross().click(); // as assistive technology does it
+    EXPECT_EQ(details(), before);
+    changeFirst();
+    gross().click();
+    EXPECT_NE(details(), before);
+}
+
 TEST_F(FrmProduktFocusTest, TheListOfRatesOpensWhileEditing)
 {
     changeFirst();

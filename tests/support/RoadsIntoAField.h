@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QDropEvent>
@@ -9,7 +10,7 @@
 #include <QTest>
 
 /// Tries to bring `text` into the field on every road that leads around the keyboard: paste, the
-/// middle button, drag and drop, an input method, and undo.
+/// middle button, drag and drop, an input method, undo, and assistive technology.
 inline void tryEveryRoad(QLineEdit &field, const QString &text)
 {
     QApplication::clipboard()->setText(text);
@@ -34,4 +35,9 @@ inline void tryEveryRoad(QLineEdit &field, const QString &text)
         QApplication::sendEvent(&field, &composed);
 
     QTest::keyClick(&field, Qt::Key_Z, Qt::ControlModifier);
+
+    QAccessibleInterface *assistive = QAccessible::queryAccessibleInterface(&field);
+    assistive->editableTextInterface()->deleteText(0, 1);
+    assistive->editableTextInterface()->insertText(0, text);
+    assistive->setText(QAccessible::Value, text);
 }
