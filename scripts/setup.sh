@@ -23,6 +23,10 @@ packages=(
     postgresql      # the server that the tests run for themselves
     libgtest-dev    # the tests
     tzdata          # the time zones that the tests run in
+    xvfb            # a screen that nobody sees, for the tests with real windows
+    openbox         # their window manager
+    xdotool         # their mouse and keyboard
+    x11-utils       # xprop, which reads what the window manager knows
     libxml2-utils   # xmllint, by which the tests check documents
 )
 

@@ -11,6 +11,7 @@
 #include "platform/report/PdfFile.h"
 #include "runtime/RunTimeError.h"
 
+#include <QAccessibleWidget>
 #include <QAction>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -57,6 +58,7 @@ Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> documen
 {
     installNorwegianTexts();
     ignorePassingWheel(*this);
+    QAccessible::registerAccessibleInterface(new QAccessibleWidget(this, QAccessible::Window));
     setObjectName(u"Forhandsvisning"_s);
     setLocale(QLocale(QLocale::NorwegianBokmal, QLocale::Norway));
     setAttribute(Qt::WA_DeleteOnClose);

@@ -68,7 +68,8 @@ CommonDialog vis(void (CommonDialog::*dialogtype)(), Forbered forbered)
 
 } // namespace
 
-frmUtskrift::frmUtskrift() : Form(u"frmUtskrift"_s), m_ui(std::make_unique<Ui::frmUtskrift>())
+frmUtskrift::frmUtskrift()
+    : Form(u"frmUtskrift"_s, FormKind::Dialog), m_ui(std::make_unique<Ui::frmUtskrift>())
 {
     m_ui->setupUi(this);
     setDefaultButton(m_ui->OKButton);
@@ -97,7 +98,6 @@ void frmUtskrift::onLoad()
 {
     m_rapport = rapportnavn(leadingNumber(LesInnstilling(u"Fakturablankett"_s, u"0"_s)));
     adjustSize();
-    centreOnScreen();
 }
 
 void frmUtskrift::onQueryUnload(bool &, UnloadMode mode)

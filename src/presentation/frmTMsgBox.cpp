@@ -40,10 +40,10 @@ QString pictureKey(qint32 icon)
 } // namespace
 
 frmTMsgBox::frmTMsgBox()
-    : Form(u"frmTMsgBox"_s), m_ui(std::make_unique<Ui::frmTMsgBox>()), m_timer1(new QTimer(this)),
-      m_imageList1(QSize(32, 32))
+    : Form(u"frmTMsgBox"_s, FormKind::Note), m_ui(std::make_unique<Ui::frmTMsgBox>()),
+      m_timer1(new QTimer(this)), m_imageList1(QSize(32, 32))
 {
-    setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     m_ui->setupUi(this);
     for (const qint32 icon : {-3, -2, -1, 0, 16, 32, 48}) {
@@ -90,6 +90,7 @@ void frmTMsgBox::onActivate()
     const int textWidth = pixelsToTwips(m_ui->Label1->width());
     if (textWidth > kWidestAsDrawn)
         resize(twipsToPixels(textWidth + kRoomBesideText), height());
+    centreOverOwner();
     showPicture();
 }
 

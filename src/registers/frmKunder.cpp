@@ -77,7 +77,8 @@ QString rowText(const ado::Recordset &rs)
 
 } // namespace
 
-frmKunder::frmKunder() : Form(u"frmKunder"_s), m_ui(std::make_unique<Ui::frmKunder>())
+frmKunder::frmKunder()
+    : Form(u"frmKunder"_s, FormKind::Dialog), m_ui(std::make_unique<Ui::frmKunder>())
 {
     m_ui->setupUi(this);
     fpSpread &grid = *m_ui->fpSpread1;

@@ -14,11 +14,14 @@
 #include "runtime/RunTimeError.h"
 #include "ui_frmRegningsdel.h"
 
+#include <QScreen>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr QSize kButtonPicture{48, 48};
+constexpr int kFromEdge = 4; // pixels
 
 using Opener = void (*)();
 
@@ -95,6 +98,11 @@ void frmRegningsdel::onLoad()
     font.setPointSizeF(6.0);
     m_ui->Label1->setFont(font);
     m_ui->Label1->setText(u"Build "_s + QString::number(FAKTURA_REVISION));
+
+    // In the corner that the screens leave free, since the menu stays above them.
+    adjustSize();
+    const QRect area = screen()->availableGeometry();
+    move(area.right() - width() - kFromEdge, area.top());
 }
 
 bool frmRegningsdel::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)

@@ -13,10 +13,12 @@ HostTest::HostTest()
     : environment(QProcessEnvironment::systemEnvironment()),
       m_folder(QDir::tempPath() + u"/vert %1 prøve XXXXXX"_s)
 {
-    static int argc = 1;
-    static char name[] = "vert_test";
-    static char *argv[] = {name, nullptr};
-    static const QCoreApplication application(argc, argv); // QProcess wants one
+    if (!QCoreApplication::instance()) { // QProcess wants one
+        static int argc = 1;
+        static char name[] = "vert_test";
+        static char *argv[] = {name, nullptr};
+        static const QCoreApplication application(argc, argv);
+    }
     EXPECT_TRUE(m_folder.isValid());
     environment.insert(u"XDG_CONFIG_HOME"_s, m_settings.path());
     environment.remove(u"DISPLAY"_s);

@@ -1,11 +1,13 @@
 #include "platform/forms/Form.h"
 
 #include "platform/forms/Forms.h"
+#include "platform/forms/ModalDialog.h"
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/PassingWheel.h"
 #include "platform/forms/Twips.h"
 #include "runtime/RunTimeError.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
@@ -24,6 +26,20 @@ namespace {
 constexpr int kAlreadyDisplayed = 400;
 constexpr int kLongestSide = 150000; // twips, 10,000 pixels
 
+/// Without a role of its own a window would be a widget like any other to a screen reader.
+QAccessible::Role roleOf(FormKind kind)
+{
+    switch (kind) {
+    case FormKind::Dialog:
+        return QAccessible::Dialog;
+    case FormKind::Note:
+        return QAccessible::AlertMessage;
+    case FormKind::Screen:
+        break;
+    }
+    return QAccessible::Window;
+}
+
 void clickIfPossible(QAbstractButton *button)
 {
     if (button && button->isEnabled() && button->isVisible())
@@ -32,8 +48,10 @@ void clickIfPossible(QAbstractButton *button)
 
 } // namespace
 
-Form::Form(const QString &name) : QWidget(nullptr, Qt::Window)
+Form::Form(const QString &name, FormKind kind)
+    : QWidget(nullptr, kind == FormKind::Screen ? Qt::Window : Qt::Dialog), m_kind(kind)
 {
+    QAccessible::registerAccessibleInterface(new QAccessibleWidget(this, roleOf(kind)));
     setObjectName(name);
     setLocale(QLocale(QLocale::NorwegianBokmal, QLocale::Norway));
     ignorePassingWheel(*this);
@@ -69,6 +87,8 @@ void Form::setVisible(bool visible)
             setWindowState(windowState() & ~Qt::WindowMinimized);
         raise();
     } else {
+        if (m_kind != FormKind::Screen)
+            belongToActiveWindow();
         QWidget::setVisible(true);
     }
     activateWindow();
@@ -80,10 +100,7 @@ void Form::showModal()
 {
     if (isVisible())
         throw RunTimeError(kAlreadyDisplayed, u"Skjermbildet er allerede åpent."_s);
-    const QWidget *opener = QApplication::activeWindow();
     setWindowModality(Qt::ApplicationModal);
-    winId();
-    windowHandle()->setTransientParent(opener ? opener->windowHandle() : nullptr);
     QEventLoop loop;
     m_modalLoop = &loop;
     const QPointer<Form> self = this;
@@ -123,6 +140,15 @@ bool Form::unload(UnloadMode mode)
         close();
     deleteAfterHandlers(this);
     return true;
+}
+
+void Form::bringToFront()
+{
+    raise();
+    for (const QPointer<Form> &form : Forms::loaded()) {
+        if (form && form != this && form->m_activationTold)
+            form->m_inFront = this;
+    }
 }
 
 FormState Form::state() const
@@ -165,6 +191,13 @@ void Form::centreOnScreen()
     move(place.topLeft());
 }
 
+void Form::centreOverOwner()
+{
+    const QWindow *handle = windowHandle();
+    if (handle && handle->transientParent())
+        centreOver(*this, handle->transientParent()->frameGeometry());
+}
+
 void Form::setDefaultButton(QAbstractButton *button)
 {
     if (auto *former = qobject_cast<QPushButton *>(m_defaultButton))
@@ -187,6 +220,9 @@ bool Form::event(QEvent *event)
     if (event->type() == QEvent::WindowActivate) {
         if (!std::exchange(m_activationTold, false))
             becomeActive();
+        if (Form *inFront = m_inFront.data())
+            inFront->raise();
+        m_inFront = nullptr;
     }
     return handled;
 }
@@ -234,6 +270,16 @@ void Form::resizeEvent(QResizeEvent *event)
     QWidget::resizeEvent(event);
     if (m_life == Life::Loaded)
         atOuterRim([this] { onResize(); });
+}
+
+void Form::belongToActiveWindow()
+{
+    const QWidget *owner = QApplication::activeWindow();
+    if (!owner)
+        owner = Forms::instance().active();
+    winId();
+    windowHandle()->setTransientParent(owner ? owner->windowHandle() : nullptr);
+    centreOverOwner();
 }
 
 void Form::becomeActive()

@@ -13,6 +13,13 @@ enum class UnloadMode {
     LoggingOff = 2, ///< the user logs off or the machine shuts down
 };
 
+/// What a form is among the windows of the desktop, which screen readers tell as well.
+enum class FormKind {
+    Screen, ///< stands by itself
+    Dialog, ///< belongs to the window from which it is opened, and stands over it
+    Note,   ///< a dialog that tells something; screen readers read it out
+};
+
 /// The three states of a form's window, with the platform's numbers.
 enum class FormState { Normal = 0, Minimised = 1, Maximised = 2 };
 
@@ -40,7 +47,7 @@ class Form : public QWidget
     Q_OBJECT
 
 public:
-    explicit Form(const QString &name);
+    explicit Form(const QString &name, FormKind kind = FormKind::Screen);
     ~Form() override;
 
     /// Runs `onLoad` and enters the form in `Forms`; does nothing on a loaded form.
@@ -49,17 +56,18 @@ public:
     /// True from the moment the form is unloaded until it is deleted.
     [[nodiscard]] bool isUnloaded() const { return m_life == Life::Unloaded; }
 
-    /// Shows the form (loading it first) without modality and without an owner; one that is on
-    /// screen already comes up again, out of the task bar if need be. QWidget::show and its kin all
-    /// come here.
+    /// Shows the form (loading it first) without modality, a dialog over the window that is active
+    /// then, a screen without an owner; one that is on screen already comes up again, out of the
+    /// task bar if need be. QWidget::show and its kin all come here.
     void setVisible(bool visible) override;
     /// Shows the form so that no other window of the program can be used, and returns when it has
     /// been hidden or unloaded; it may be deleted by then. Error 400 when it is visible already.
     void showModal();
     /// Unloads the form. Returns false when `onQueryUnload` cancelled it.
     bool unload(UnloadMode mode = UnloadMode::Code);
-    /// Puts the window on top of the others without giving it the focus ("ZOrder").
-    void bringToFront() { raise(); }
+    /// Puts the window on top of the others without giving it the focus ("ZOrder"); also above a
+    /// form that has just been shown, which the window system brings up in its own time.
+    void bringToFront();
 
     [[nodiscard]] FormState state() const;
     void setState(FormState state);
@@ -99,19 +107,25 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
+    /// Puts a dialog over the middle of the window that it belongs to.
+    void centreOverOwner();
+
 private:
     friend class Forms;
 
     enum class Life { Made, Loaded, Unloading, Unloaded };
 
+    void belongToActiveWindow();
     void becomeActive();
     bool previewKey(QKeyEvent *event);
 
+    const FormKind m_kind;
     Life m_life = Life::Made;
     bool m_asking = false;
     /// The window system's report of the activation that setVisible has already told about is
     /// still to come.
     bool m_activationTold = false;
+    QPointer<Form> m_inFront; ///< comes to the front again when that report is there
     QEventLoop *m_modalLoop = nullptr;
     QPointer<QAbstractButton> m_defaultButton;
     QPointer<QAbstractButton> m_cancelButton;

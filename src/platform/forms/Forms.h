@@ -25,6 +25,8 @@ public:
     [[nodiscard]] static std::vector<QPointer<Form>> loaded();
     /// The loaded form of that name, compared case-sensitively; null when there is none.
     [[nodiscard]] static Form *byName(const QString &name);
+    /// The one of them that was active last; null when none is visible.
+    [[nodiscard]] Form *active() const { return m_active; }
 
     /// Unloads every form with UnloadMode::LoggingOff, as when the session ends. Returns false when
     /// a form refused; the others are unloaded all the same.

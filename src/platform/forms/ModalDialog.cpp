@@ -19,13 +19,18 @@ void standAbove(QDialog &dialog, const QWidget &window)
     dialog.windowHandle()->setTransientParent(window.windowHandle());
     dialog.ensurePolished();
     dialog.adjustSize();
-    QRect place(QPoint(0, 0), dialog.size());
-    place.moveCenter(window.frameGeometry().center());
-    dialog.move(place.topLeft());
-    putOnScreen(dialog);
+    centreOver(dialog, window.frameGeometry());
 }
 
 } // namespace
+
+void centreOver(QWidget &window, const QRect &below)
+{
+    QRect place(QPoint(0, 0), window.size());
+    place.moveCenter(below.center());
+    window.move(place.topLeft());
+    putOnScreen(window);
+}
 
 void putOnScreen(QWidget &window)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 class QDialog;
+class QRect;
 class QWidget;
 
 /// Shows one of the platform's own dialogs above the window that is active now, waits for the user,
@@ -10,6 +11,9 @@ class QWidget;
 /// gets no owner: a form that unloads itself while the dialog is up (a timed note does) must not
 /// take the dialog with it.
 int runModal(QDialog &dialog);
+
+/// Moves a window to the middle of a place, and wholly onto the screen there.
+void centreOver(QWidget &window, const QRect &below);
 
 /// Moves a window that is not wholly on its screen there, its upper left corner before all.
 void putOnScreen(QWidget &window);

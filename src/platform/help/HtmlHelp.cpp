@@ -2,6 +2,7 @@
 
 #include "runtime/Paths.h"
 
+#include <QAccessibleWidget>
 #include <QAction>
 #include <QApplication>
 #include <QFile>
@@ -46,6 +47,7 @@ class HelpWindow : public QWidget
 public:
     HelpWindow() : m_pages(new Pages(this))
     {
+        QAccessible::registerAccessibleInterface(new QAccessibleWidget(this, QAccessible::Window));
         setObjectName(u"HtmlHelp"_s);
         setWindowTitle(u"Hjelp"_s);
         m_pages->setObjectName(u"sider"_s);
