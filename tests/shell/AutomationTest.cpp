@@ -13,6 +13,7 @@
 #include "shell/frmRegningsdel.h"
 #include "support/ModuleTest.h"
 
+#include <QAccessible>
 #include <QFile>
 #include <QFrame>
 #include <QGroupBox>
@@ -156,6 +157,19 @@ TEST_P(AutomationTest, ThePageNamesWhatIsThere)
     const auto isDocumented = [&](const QString &name) { return documented.count(name) > 0; };
     EXPECT_EQ(without(controlsOf(*screen), isDocumented), QStringList())
         << "are not in docs/automation.md";
+}
+
+TEST_P(AutomationTest, WhatTakesTheFocusHasANameForAScreenReader)
+{
+    const std::unique_ptr<QWidget> screen = GetParam().make();
+    for (QWidget *widget : screen->findChildren<QWidget *>()) {
+        if (widget->focusPolicy() == Qt::NoFocus || !widget->isVisibleTo(screen.get()))
+            continue;
+        const QAccessibleInterface *told = QAccessible::queryAccessibleInterface(widget);
+        EXPECT_FALSE(told->text(QAccessible::Name).trimmed().isEmpty())
+            << widget->metaObject()->className() << ' ' << widget->objectName().toStdString()
+            << " in " << widget->parentWidget()->objectName().toStdString();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, AutomationTest, ::testing::ValuesIn(kScreens),

@@ -51,7 +51,6 @@ void clickIfPossible(QAbstractButton *button)
 Form::Form(const QString &name, FormKind kind)
     : QWidget(nullptr, kind == FormKind::Screen ? Qt::Window : Qt::Dialog), m_kind(kind)
 {
-    QAccessible::registerAccessibleInterface(new QAccessibleWidget(this, roleOf(kind)));
     setObjectName(name);
     setLocale(QLocale(QLocale::NorwegianBokmal, QLocale::Norway));
     ignorePassingWheel(*this);
@@ -69,6 +68,8 @@ void Form::load()
     if (m_life != Life::Made)
         return;
     m_life = Life::Loaded;
+    // Not in the constructor: it counts for the class that the form is by then.
+    QAccessible::registerAccessibleInterface(new QAccessibleWidget(this, roleOf(m_kind)));
     Forms::instance().add(*this);
     atOuterRim([this] { onLoad(); });
 }

@@ -10,9 +10,19 @@ namespace {
 
 using FormKindTest = FormsFixture;
 
-QAccessible::Role roleOf(QWidget &window)
+class Screen : public Form
 {
-    return QAccessible::queryAccessibleInterface(&window)->role();
+    Q_OBJECT
+
+public:
+    using Form::Form;
+};
+
+QAccessible::Role roleOf(const QString &name, FormKind kind)
+{
+    auto *screen = new Screen(name, kind);
+    screen->load();
+    return QAccessible::queryAccessibleInterface(screen)->role();
 }
 
 const QWindow *ownerOf(const QWidget &window)
@@ -22,9 +32,9 @@ const QWindow *ownerOf(const QWidget &window)
 
 TEST_F(FormKindTest, ScreenReadersKnowAScreenADialogAndANoteByTheirRoles)
 {
-    EXPECT_EQ(roleOf(*new Form(u"frmScreen"_s)), QAccessible::Window);
-    EXPECT_EQ(roleOf(*new Form(u"frmDialog"_s, FormKind::Dialog)), QAccessible::Dialog);
-    EXPECT_EQ(roleOf(*new Form(u"frmNote"_s, FormKind::Note)), QAccessible::AlertMessage);
+    EXPECT_EQ(roleOf(u"frmScreen"_s, FormKind::Screen), QAccessible::Window);
+    EXPECT_EQ(roleOf(u"frmDialog"_s, FormKind::Dialog), QAccessible::Dialog);
+    EXPECT_EQ(roleOf(u"frmNote"_s, FormKind::Note), QAccessible::AlertMessage);
 }
 
 TEST_F(FormKindTest, AScreenStandsByItself)
@@ -79,3 +89,5 @@ TEST_F(FormKindTest, AModalDialogBelongsToItsOpener)
 }
 
 } // namespace
+
+#include "FormKindTest.moc"
