@@ -71,6 +71,8 @@ void frmTMsgBox::setText(const QString &text)
 {
     m_ui->Label1->setText(text);
     m_ui->Label1->adjustSize();
+    if (isVisible())
+        announce(text);
 }
 
 void frmTMsgBox::hideButton()
@@ -91,6 +93,7 @@ void frmTMsgBox::onActivate()
     if (textWidth > kWidestAsDrawn)
         resize(twipsToPixels(textWidth + kRoomBesideText), height());
     centreOverOwner();
+    announce(m_ui->Label1->text());
     showPicture();
 }
 

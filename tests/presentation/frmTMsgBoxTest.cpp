@@ -7,6 +7,7 @@
 #include "platform/forms/TestApplication.h"
 #include "platform/forms/Twips.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QPushButton>
 #include <QWindow>
@@ -118,6 +119,17 @@ TEST_F(FrmTMsgBoxTest, ANoteThatIsUpTakesTheNewPicture)
     EXPECT_EQ(picture(), artwork(u"exclamation.svg"_s));
     note->setIconID(0);
     EXPECT_EQ(picture(), artwork(u"exclamation.svg"_s));
+}
+
+TEST_F(FrmTMsgBoxTest, ScreenReadersAreToldTheTextAndANewOneToo)
+{
+    const auto told = [this] {
+        return QAccessible::queryAccessibleInterface(note)->text(QAccessible::Description);
+    };
+    show(u"Posten er lagret."_s);
+    EXPECT_EQ(told(), u"Posten er lagret."_s);
+    show(u"Data er lagret."_s);
+    EXPECT_EQ(told(), u"Data er lagret."_s);
 }
 
 TEST_F(FrmTMsgBoxTest, TheTimerRunsFromActivationOn)

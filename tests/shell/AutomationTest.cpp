@@ -161,7 +161,11 @@ TEST_P(AutomationTest, ThePageNamesWhatIsThere)
 
 TEST_P(AutomationTest, WhatTakesTheFocusHasANameForAScreenReader)
 {
+    makeParentTables();
+    ASSERT_EQ(startModule(), 1);
     const std::unique_ptr<QWidget> screen = GetParam().make();
+    if (auto *form = qobject_cast<Form *>(screen.get()))
+        form->load();
     for (QWidget *widget : screen->findChildren<QWidget *>()) {
         if (widget->focusPolicy() == Qt::NoFocus || !widget->isVisibleTo(screen.get()))
             continue;

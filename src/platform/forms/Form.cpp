@@ -7,11 +7,14 @@
 #include "platform/forms/Twips.h"
 #include "runtime/RunTimeError.h"
 
+#include <QAbstractSpinBox>
 #include <QAccessibleWidget>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QWindow>
@@ -38,6 +41,18 @@ QAccessible::Role roleOf(FormKind kind)
         break;
     }
     return QAccessible::Window;
+}
+
+/// The field inside a list or a picker takes the focus, and is what a screen reader names then.
+void nameInnerFields(const Form &form)
+{
+    for (QLineEdit *field : form.findChildren<QLineEdit *>()) {
+        QWidget *outer = field->parentWidget();
+        if (qobject_cast<QComboBox *>(outer) || qobject_cast<QAbstractSpinBox *>(outer)) {
+            const auto *told = QAccessible::queryAccessibleInterface(outer);
+            field->setAccessibleName(told->text(QAccessible::Name));
+        }
+    }
 }
 
 void clickIfPossible(QAbstractButton *button)
@@ -70,6 +85,7 @@ void Form::load()
     m_life = Life::Loaded;
     // Not in the constructor: it counts for the class that the form is by then.
     QAccessible::registerAccessibleInterface(new QAccessibleWidget(this, roleOf(m_kind)));
+    nameInnerFields(*this);
     Forms::instance().add(*this);
     atOuterRim([this] { onLoad(); });
 }
@@ -192,6 +208,17 @@ void Form::centreOnScreen()
     move(place.topLeft());
 }
 
+void Form::announce(const QString &text)
+{
+    setAccessibleDescription(text);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    QAccessibleAnnouncementEvent event(this, text);
+#else
+    QAccessibleEvent event(this, QAccessible::Alert);
+#endif
+    QAccessible::updateAccessibility(&event);
+}
+
 void Form::centreOverOwner()
 {
     const QWindow *handle = windowHandle();
@@ -279,7 +306,7 @@ void Form::belongToActiveWindow()
     if (!owner)
         owner = Forms::instance().active();
     winId();
-    windowHandle()->setTransientParent(owner ? owner->windowHandle() : nullptr);
+    windowHandle()->setTransientParent(owner && owner != this ? owner->windowHandle() : nullptr);
     centreOverOwner();
 }
 

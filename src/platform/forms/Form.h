@@ -107,6 +107,8 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
+    /// Has a screen reader read out what the form tells, wherever the focus is.
+    void announce(const QString &text);
     /// Puts a dialog over the middle of the window that it belongs to.
     void centreOverOwner();
 

@@ -220,15 +220,18 @@ QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
         connect(box, &QLineEdit::textEdited, box, [box] { box->setModified(true); });
         editor = box;
     }
-    if (QLineEdit *box = textBox(editor))
+    const QString column = m_sheet.text(index.column() + 1, 0);
+    editor->setAccessibleName(column);
+    if (QLineEdit *box = textBox(editor)) {
+        box->setAccessibleName(column);
         box->setAlignment(Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()));
+    }
     const QVariant background = index.data(Qt::BackgroundRole);
     if (background.isValid()) {
         QPalette palette = editor->palette();
         palette.setBrush(QPalette::Base, background.value<QBrush>());
         editor->setPalette(palette);
     }
-    editor->setAccessibleName(m_sheet.text(index.column() + 1, 0));
     return editor;
 }
 
