@@ -152,6 +152,16 @@ HelpWindow &window()
     return *theWindow;
 }
 
+void standAbove(QWindow *owner)
+{
+    window().winId();
+    QWindow &handle = *window().windowHandle();
+    if (handle.transientParent() == owner)
+        return;
+    window().hide(); // whether it is kept from the user is judged when it comes up
+    handle.setTransientParent(owner);
+}
+
 /// The compiled file beside the given name.
 QString compiledBeside(const QString &moduleFile)
 {
@@ -175,8 +185,8 @@ QWidget *HtmlHelpA(QWidget *owner, const QString &file, int command, const QStri
     const QString page = u':' + kPages + u'/' + paths::toSystem(topic);
     if (!QFileInfo(page).isFile())
         return nullptr;
-    window().winId();
-    window().windowHandle()->setTransientParent(owner ? owner->window()->windowHandle() : nullptr);
+    // A modal window would keep the user from any window that is not its own.
+    standAbove(owner ? owner->window()->windowHandle() : QGuiApplication::modalWindow());
     window().showPage(page);
     return theWindow;
 }

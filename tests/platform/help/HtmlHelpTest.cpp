@@ -178,6 +178,18 @@ TEST_F(HtmlHelpTest, TheWindowStaysAboveItsOwner)
     EXPECT_EQ(window->windowHandle()->transientParent(), nullptr);
 }
 
+TEST_F(HtmlHelpTest, AModalWindowDoesNotKeepTheUserFromIt)
+{
+    QWidget *window = show(kTopics[0]);
+    QWidget modal;
+    modal.setWindowModality(Qt::ApplicationModal);
+    modal.show();
+    show(kTopics[1]);
+    EXPECT_EQ(window->windowHandle()->transientParent(), modal.windowHandle());
+    QTest::keyClick(window->windowHandle(), Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+}
+
 TEST_F(HtmlHelpTest, AnOwnerThatIsNotOnTheScreenWillDo)
 {
     QWidget owner;
