@@ -156,10 +156,13 @@ void frmOrdre::connectCommands()
     onEvent(m_ui->btnSave, &QAbstractButton::clicked, this,
             [this] { m_rom->lagring.btnSave_Click(); });
     onEvent(m_ui->btnClose, &QAbstractButton::clicked, this, [this] { unload(); });
-    // A button that is pressed by its key takes the focus like one that is clicked, so that the
-    // field or cell being typed in is left ahead of the command.
-    for (QPushButton *button : findChildren<QPushButton *>())
-        onEvent(button, &QAbstractButton::pressed, button, [button] { button->setFocus(); });
+    setCommandKey(Qt::ALT | Qt::Key_Home, m_ui->cmdFirst);
+    setCommandKey(Qt::ALT | Qt::Key_Left, m_ui->cmdPrevious);
+    setCommandKey(Qt::ALT | Qt::Key_Right, m_ui->cmdNext);
+    setCommandKey(Qt::ALT | Qt::Key_End, m_ui->cmdLast);
+    setCommandKey(Qt::CTRL | Qt::Key_P, m_ui->btnPrint);
+    setCommandKey(Qt::CTRL | Qt::Key_N, m_ui->btnNew);
+    setCommandKey(Qt::CTRL | Qt::Key_S, m_ui->btnSave);
     onEvent(m_ui->imgAar, &Image::clicked, this, [this] { m_rom->kommandoer.imgAar_Click(); });
     onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKeys(u"{F1}"_s); });
 }

@@ -87,6 +87,8 @@ void Form::load()
     QAccessible::registerAccessibleInterface(new QAccessibleWidget(this, roleOf(m_kind)));
     nameInnerFields(*this);
     Forms::instance().add(*this);
+    for (QPushButton *button : findChildren<QPushButton *>())
+        connect(button, &QAbstractButton::pressed, button, [button] { button->setFocus(); });
     atOuterRim([this] { onLoad(); });
 }
 
@@ -235,6 +237,13 @@ void Form::setDefaultButton(QAbstractButton *button)
         pushButton->setDefault(true);
 }
 
+void Form::setCommandKey(QKeyCombination key, QAbstractButton *button)
+{
+    m_commandKeys.push_back({key, button});
+    if (button->toolTip().isEmpty())
+        button->setToolTip(QKeySequence(key).toString(QKeySequence::NativeText));
+}
+
 void Form::onQueryUnload(bool &, UnloadMode) {}
 
 bool Form::onKeyDown(Qt::Key, Qt::KeyboardModifiers)
@@ -320,5 +329,17 @@ bool Form::previewKey(QKeyEvent *event)
 {
     bool swallowed = false;
     atOuterRim([&] { swallowed = onKeyDown(Qt::Key(event->key()), event->modifiers()); });
-    return swallowed || m_life != Life::Loaded;
+    return swallowed || m_life != Life::Loaded || pressCommand(event->keyCombination());
+}
+
+bool Form::pressCommand(QKeyCombination key)
+{
+    const auto command = std::ranges::find(m_commandKeys, key, &CommandKey::key);
+    if (command == m_commandKeys.end())
+        return false;
+    const QPointer<QAbstractButton> button = command->button;
+    if (button && button->isEnabled() && button->isVisible())
+        button->setFocus(Qt::ShortcutFocusReason);
+    clickIfPossible(button);
+    return true;
 }

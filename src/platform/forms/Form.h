@@ -4,6 +4,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <vector>
+
 class QEventLoop;
 
 /// Why a form is asked to close.
@@ -33,6 +35,8 @@ enum class FormState { Normal = 0, Minimised = 1, Maximised = 2 };
 ///   program's active form again after another *form*. Message boxes, file and print dialogs, the
 ///   parent's windows and other programs do not count.
 /// - `onKeyDown` sees every key ahead of the control that has the focus.
+/// - A push button that is pressed by a key takes the focus like one that is clicked, so that the
+///   field or cell being typed in is left ahead of the command.
 /// - `unload` asks `onQueryUnload`, runs `onUnload`, takes the form out of `Forms` and deletes it
 ///   as soon as all running event handlers have returned.
 ///
@@ -87,6 +91,9 @@ public:
     void setDefaultButton(QAbstractButton *button);
     void setCancelButton(QAbstractButton *button) { m_cancelButton = button; }
     [[nodiscard]] QAbstractButton *defaultButton() const { return m_defaultButton; }
+    /// The key presses the button wherever the focus is, like the letter that a caption has for
+    /// Alt, and tells of itself in the tool tip of a button that has none.
+    void setCommandKey(QKeyCombination key, QAbstractButton *button);
 
 protected:
     virtual void onLoad() {}
@@ -117,9 +124,16 @@ private:
 
     enum class Life { Made, Loaded, Unloading, Unloaded };
 
+    struct CommandKey
+    {
+        QKeyCombination key;
+        QPointer<QAbstractButton> button;
+    };
+
     void belongToActiveWindow();
     void becomeActive();
     bool previewKey(QKeyEvent *event);
+    bool pressCommand(QKeyCombination key);
 
     const FormKind m_kind;
     Life m_life = Life::Made;
@@ -131,4 +145,5 @@ private:
     QEventLoop *m_modalLoop = nullptr;
     QPointer<QAbstractButton> m_defaultButton;
     QPointer<QAbstractButton> m_cancelButton;
+    std::vector<CommandKey> m_commandKeys;
 };

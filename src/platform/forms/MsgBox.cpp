@@ -19,8 +19,6 @@
 #include <array>
 #include <memory>
 #include <span>
-#include <utility>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -36,18 +34,17 @@ struct Button
 {
     int answer;
     QMessageBox::ButtonRole role;
+    /// A letter that stands behind "&" chooses the button from the keyboard, with Alt or without.
     QStringView text;
-    /// Chooses the button from the keyboard without Alt; 0 for none.
-    int letter;
 };
 
-constexpr Button kOkButton{answer::kOk, QMessageBox::AcceptRole, u"OK", 0};
-constexpr Button kCancelButton{answer::kCancel, QMessageBox::RejectRole, u"Avbryt", 0};
-constexpr Button kAbortButton{answer::kAbort, QMessageBox::YesRole, u"Avbryt", Qt::Key_A};
-constexpr Button kRetryButton{answer::kRetry, QMessageBox::AcceptRole, u"Prøv igjen", Qt::Key_P};
-constexpr Button kIgnoreButton{answer::kIgnore, QMessageBox::NoRole, u"Ignorer", Qt::Key_I};
-constexpr Button kYesButton{answer::kYes, QMessageBox::YesRole, u"Ja", Qt::Key_J};
-constexpr Button kNoButton{answer::kNo, QMessageBox::NoRole, u"Nei", Qt::Key_N};
+constexpr Button kOkButton{answer::kOk, QMessageBox::AcceptRole, u"OK"};
+constexpr Button kCancelButton{answer::kCancel, QMessageBox::RejectRole, u"Avbryt"};
+constexpr Button kAbortButton{answer::kAbort, QMessageBox::YesRole, u"&Avbryt"};
+constexpr Button kRetryButton{answer::kRetry, QMessageBox::AcceptRole, u"&Prøv igjen"};
+constexpr Button kIgnoreButton{answer::kIgnore, QMessageBox::NoRole, u"&Ignorer"};
+constexpr Button kYesButton{answer::kYes, QMessageBox::YesRole, u"&Ja"};
+constexpr Button kNoButton{answer::kNo, QMessageBox::NoRole, u"&Nei"};
 
 constexpr Button kOkOnly[] = {kOkButton};
 constexpr Button kOkCancel[] = {kOkButton, kCancelButton};
@@ -92,13 +89,12 @@ QMessageBox::Icon iconOf(int style)
     }
 }
 
-/// A box that answers to letters, whose text scrolls by the page keys, and of which the user must
-/// press a button when none of them stands for Escape.
+/// A box that answers to its buttons' letters, whose text scrolls by the page keys, and of which
+/// the user must press a button when none of them stands for Escape.
 class Box : public QMessageBox
 {
 public:
     void setScrollBar(QScrollBar *bar) { m_scrollBar = bar; }
-    void setLetter(int key, QPushButton *button) { m_letters.emplace_back(key, button); }
     void mustChoose()
     {
         m_mustChoose = true;
@@ -110,8 +106,9 @@ protected:
     {
         if (m_mustChoose && event->matches(QKeySequence::Cancel))
             return;
-        for (const auto &[key, button] : m_letters) {
-            if (event->key() == key && event->modifiers() == Qt::NoModifier) {
+        for (QAbstractButton *button : buttons()) {
+            if (event->modifiers() == Qt::NoModifier &&
+                button->shortcut() == QKeySequence(Qt::ALT | Qt::Key(event->key()))) {
                 button->click();
                 return;
             }
@@ -135,7 +132,6 @@ protected:
     }
 
 private:
-    std::vector<std::pair<int, QPushButton *>> m_letters;
     bool m_mustChoose = false;
     QScrollBar *m_scrollBar = nullptr; ///< null while all text is seen
 };
@@ -209,8 +205,6 @@ int MsgBox(const QString &text, int style, const QString &givenTitle)
         const Button &button = buttons[i];
         QPushButton *widget = box.addButton(button.text.toString(), button.role);
         widget->setObjectName(u"button%1"_s.arg(button.answer));
-        if (button.letter != 0)
-            box.setLetter(button.letter, widget);
         if (i == wanted)
             box.setDefaultButton(widget);
         made[i] = widget;

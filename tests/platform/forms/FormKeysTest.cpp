@@ -193,3 +193,51 @@ TEST_F(FormKeys, EscapePressesTheCancelButton)
     press(Qt::Key_Escape);
     EXPECT_EQ(clicks.count(), 1);
 }
+
+TEST_F(FormKeys, ACommandKeyPressesItsButtonFromAnyControl)
+{
+    form->setCommandKey(Qt::CTRL | Qt::Key_S, other);
+    EXPECT_EQ(other->toolTip(), u"Ctrl+S"_s);
+    const QSignalSpy clicks(other, &QPushButton::clicked);
+    press(Qt::Key_S);
+    EXPECT_EQ(clicks.count(), 0);
+    press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(clicks.count(), 1);
+    EXPECT_EQ(QApplication::focusWidget(), other)
+        << "the field has to be left ahead of the command";
+    EXPECT_EQ(edit->text(), u"s"_s);
+}
+
+TEST_F(FormKeys, ACommandKeyLeavesAButtonAloneThatCannotBePressed)
+{
+    other->setToolTip(u"Lagrer"_s);
+    form->setCommandKey(Qt::Key_F5, other);
+    EXPECT_EQ(other->toolTip(), u"Lagrer"_s);
+    const QSignalSpy clicks(other, &QPushButton::clicked);
+    other->setEnabled(false);
+    press(Qt::Key_F5);
+    EXPECT_EQ(clicks.count(), 0);
+    EXPECT_EQ(QApplication::focusWidget(), edit);
+}
+
+TEST_F(FormKeys, ACommandKeyOfAButtonThatIsGoneDoesNothing)
+{
+    form->setCommandKey(Qt::Key_F5, other);
+    delete other;
+    press(Qt::Key_F5);
+    EXPECT_EQ(QApplication::focusWidget(), edit);
+}
+
+TEST_F(FormKeys, AButtonPressedByItsLetterTakesTheFocus)
+{
+    auto *letters = new RecordingForm(u"frmBokstaver"_s);
+    auto *field = new QLineEdit(letters);
+    auto *save = new QPushButton(u"&Lagre"_s, letters);
+    letters->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(letters));
+    field->setFocus();
+    const QSignalSpy presses(save, &QPushButton::pressed);
+    QTest::keyClick(letters->windowHandle(), Qt::Key_L, Qt::AltModifier);
+    EXPECT_EQ(presses.count(), 1);
+    EXPECT_EQ(QApplication::focusWidget(), save);
+}
