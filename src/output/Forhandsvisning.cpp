@@ -9,6 +9,7 @@
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/PassingWheel.h"
 #include "platform/report/PdfFile.h"
+#include "presentation/Skjerm.h"
 #include "runtime/RunTimeError.h"
 
 #include <QAccessibleWidget>
@@ -377,7 +378,11 @@ bool Forhandsvisning::event(QEvent *event)
 void Forhandsvisning::keyPressEvent(QKeyEvent *event)
 {
     const bool linjeskift = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (event->matches(QKeySequence::Cancel))
+    if (event->key() == Qt::Key_F1)
+        VisHjelp(u"html\\ordre.htm"_s);
+    else if (event->matches(QKeySequence::Cancel) && m_sokt && m_sokt->hasFocus())
+        lesSidene();
+    else if (event->matches(QKeySequence::Cancel))
         close();
     else if (linjeskift && m_sokt && m_sokt->hasFocus())
         gaaTilTreff(event->modifiers().testFlag(Qt::ShiftModifier) ? -1 : 1);

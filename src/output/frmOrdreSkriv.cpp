@@ -47,6 +47,7 @@ frmOrdreSkriv::frmOrdreSkriv()
     }
     setDefaultButton(m_ui->OKButton);
     setCancelButton(m_ui->CancelButton);
+    setCommandKey(Qt::CTRL | Qt::Key_P, m_ui->OKButton);
 
     onEvent(m_ui->optType_1, &QRadioButton::toggled, this, [this](bool on) { optType_Click(on); });
     onEvent(m_ui->dtpFraDato, &DTPicker::dateChosen, this, [this] { dtpFraDato_Change(); });
@@ -162,6 +163,13 @@ void frmOrdreSkriv::OKButton_Click()
         else
             SkrivRapport(u"Ordreoversikt.rpt"_s, modus, ordreUtvalg(), {}, {});
     });
+}
+
+bool frmOrdreSkriv::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
+{
+    if (key == Qt::Key_F1)
+        VisHjelp(u"html\\oversikt.htm"_s);
+    return false;
 }
 
 void frmOrdreSkriv::onQueryUnload(bool &, UnloadMode mode)

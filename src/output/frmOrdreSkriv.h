@@ -20,6 +20,7 @@ public:
 
 protected:
     void onLoad() override;
+    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
     void onQueryUnload(bool &cancel, UnloadMode mode) override;
 
 private:

@@ -121,6 +121,8 @@ frmOversikt::frmOversikt() : Form(u"frmOversikt"_s), m_ui(std::make_unique<Ui::f
     onEvent(m_ui->btnRefresh, &QPushButton::clicked, this, [this] { LesOversikt(); });
     onEvent(m_ui->btnClose, &QPushButton::clicked, this, [this] { unload(); });
     onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKeys(u"{F1}"_s); });
+    setCommandKey(Qt::CTRL | Qt::Key_P, m_ui->btnPrint);
+    setCommandKey(Qt::Key_F5, m_ui->btnRefresh);
 }
 
 frmOversikt::~frmOversikt() = default;

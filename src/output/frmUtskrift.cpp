@@ -7,6 +7,7 @@
 #include "output/mUtskrift.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/OuterRim.h"
+#include "presentation/Skjerm.h"
 #include "presentation/frmInvisible.h"
 #include "rules/Innstilling.h"
 #include "rules/Ordre.h"
@@ -74,6 +75,7 @@ frmUtskrift::frmUtskrift()
     m_ui->setupUi(this);
     setDefaultButton(m_ui->OKButton);
     setCancelButton(m_ui->CancelButton);
+    setCommandKey(Qt::CTRL | Qt::Key_P, m_ui->OKButton);
     onEvent(m_ui->OKButton, &QAbstractButton::clicked, this, [this] { OKButton_Click(); });
     onEvent(m_ui->CancelButton, &QAbstractButton::clicked, this, [this] { unload(); });
 }
@@ -98,6 +100,13 @@ void frmUtskrift::onLoad()
 {
     m_rapport = rapportnavn(leadingNumber(LesInnstilling(u"Fakturablankett"_s, u"0"_s)));
     adjustSize();
+}
+
+bool frmUtskrift::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
+{
+    if (key == Qt::Key_F1)
+        VisHjelp(u"html\\ordre.htm"_s);
+    return false;
 }
 
 void frmUtskrift::onQueryUnload(bool &, UnloadMode mode)

@@ -253,7 +253,7 @@ void frmBokfor::Check1_Click()
             SpreadSetText(grid, kBokfor, row, merk ? u"1" : u"0", false);
     }
     grid.setRedraw(true);
-    m_ui->Check1->setText(merk ? u"Fjern merking"_s : u"Merk alle"_s);
+    m_ui->Check1->setText(merk ? u"Fjern &merking"_s : u"&Merk alle"_s);
     tilpassValg();
 }
 

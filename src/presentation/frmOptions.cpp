@@ -119,7 +119,9 @@ frmOptions::frmOptions()
     m_ui->picOptions_2->hide();
     m_ui->picOptions_0->raise();
 
+    setDefaultButton(m_ui->cmdOK);
     setCancelButton(m_ui->cmdCancel);
+    setCommandKey(Qt::CTRL | Qt::Key_S, m_ui->cmdApply);
     connectControls();
 }
 
@@ -196,6 +198,8 @@ void frmOptions::onResize()
 
 bool frmOptions::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)
 {
+    if (key == Qt::Key_F1)
+        VisHjelp(u"html\\intro1.htm"_s);
     if (key != Qt::Key_Tab || shift != Qt::ControlModifier)
         return false;
     m_ui->tbsOptions->clickNext();

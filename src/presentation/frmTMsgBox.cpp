@@ -50,6 +50,8 @@ frmTMsgBox::frmTMsgBox()
         const QString key = pictureKey(icon);
         m_imageList1.add(key, u":/faktura/"_s + key.toLower() + u".svg"_s);
     }
+    setDefaultButton(m_ui->Command1);
+    setCancelButton(m_ui->Command1);
     m_timer1->setObjectName(u"Timer1"_s);
     m_timer1->setInterval(kTickInterval);
     onEvent(m_timer1, &QTimer::timeout, this, [this] { tick(); });

@@ -2,6 +2,7 @@
 
 #include "data/clsAdoUtils.h"
 #include "platform/forms/OuterRim.h"
+#include "presentation/Skjerm.h"
 #include "presentation/mVASpread.h"
 #include "registers/KundeMottaker.h"
 #include "rules/Forfall.h"
@@ -141,6 +142,13 @@ void frmKunder::onResize()
     fpSpread &grid = *m_ui->fpSpread1;
     const int bredere = std::max(0, place().width() - kWidth);
     grid.setColWidth(kNavn, kNavnWidth + grid.twipsToColWidth(bredere));
+}
+
+bool frmKunder::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
+{
+    if (key == Qt::Key_F1)
+        VisHjelp(u"html\\ordre.htm"_s);
+    return false;
 }
 
 void frmKunder::onQueryUnload(bool &, UnloadMode mode)

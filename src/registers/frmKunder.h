@@ -37,6 +37,7 @@ protected:
     void onLoad() override;
     void onActivate() override;
     void onResize() override;
+    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
     void onQueryUnload(bool &cancel, UnloadMode mode) override;
     void onUnload() override;
 

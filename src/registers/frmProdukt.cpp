@@ -114,6 +114,9 @@ void frmProdukt::connectControls()
     onEvent(m_ui->btnRefresh, &QPushButton::clicked, this, [this] { btnRefresh_Click(); });
     onEvent(m_ui->btnClose, &QPushButton::clicked, this, [this] { unload(); });
     onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKeys(u"{F1}"_s); });
+    setCommandKey(Qt::CTRL | Qt::Key_N, m_ui->btnNew);
+    setCommandKey(Qt::CTRL | Qt::Key_S, m_ui->btnSave);
+    setCommandKey(Qt::Key_F5, m_ui->btnRefresh);
 
     onEvent(m_ui->vaSpread1, &fpSpread::DblClick, this,
             [this](int, int row) { vaSpread1_DblClick(row); });

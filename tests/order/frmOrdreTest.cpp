@@ -4,6 +4,7 @@
 #include "platform/grid/fpSpread.h"
 #include "shell/clsRegSettings.h"
 #include "state/SharedState.h"
+#include "support/Caption.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -41,7 +42,7 @@ TEST_F(FrmOrdreTest, TextsAndTips)
         {u"chkLevAdr"_s, u"Samme leveringsadresse"_s},
     };
     for (const auto &[name, caption] : captions)
-        EXPECT_EQ(control<QAbstractButton>(name)->text(), caption);
+        EXPECT_EQ(captionOf(*control<QAbstractButton>(name)), caption);
     const std::pair<QString, QString> tips[] = {
         {u"cmdFirst"_s, u"Gå til første post"_s},
         {u"cmdPrevious"_s, u"Gå til forrige post"_s},
@@ -69,14 +70,14 @@ TEST_F(FrmOrdreTest, EachFieldHasItsLabel)
         QStringList found;
         for (const QLabel *label : skjerm()->findChildren<QLabel *>()) {
             if (label->buddy() == felt(nr))
-                found += label->text();
+                found += captionOf(*label);
         }
         EXPECT_EQ(found, QStringList{text}) << nr;
     }
     // Those that no label tells of have a name for those who cannot see.
     for (const int nr : {2, 4, 6, 8})
         EXPECT_NE(felt(nr)->accessibleName(), QString()) << nr;
-    EXPECT_EQ(control<QLabel>(u"lblDager"_s)->text(), u"dager"_s);
+    EXPECT_EQ(captionOf(*control<QLabel>(u"lblDager"_s)), u"dager"_s);
     EXPECT_EQ(control<QLabel>(u"Label5"_s)->buddy(), felt(25));
 }
 

@@ -4,6 +4,7 @@
 #include "presentation/frmInvisible.h"
 #include "runtime/Clock.h"
 #include "state/SharedState.h"
+#include "support/Caption.h"
 #include "support/SessionTap.h"
 
 #include <QAbstractItemView>
@@ -109,21 +110,21 @@ TEST_F(FrmOrdreSkrivTest, TextsAndTips)
     EXPECT_EQ(liste()->objectName(), u"frmOrdreSkriv"_s);
     EXPECT_EQ(liste()->windowTitle(), u"Ordre oversikt"_s);
     EXPECT_EQ(at<QGroupBox>(u"rammeType"_s)->title(), u"Utskrift av: "_s);
-    EXPECT_EQ(at<QRadioButton>(u"optType_0"_s)->text(), u"Ordre oversikt"_s);
-    EXPECT_EQ(at<QRadioButton>(u"optType_1"_s)->text(), u"Purreliste"_s);
-    EXPECT_EQ(at<QRadioButton>(u"optSkriv_0"_s)->text(), u"Forhåndsvis"_s);
+    EXPECT_EQ(captionOf(*at<QRadioButton>(u"optType_0"_s)), u"Ordre oversikt"_s);
+    EXPECT_EQ(captionOf(*at<QRadioButton>(u"optType_1"_s)), u"Purreliste"_s);
+    EXPECT_EQ(captionOf(*at<QRadioButton>(u"optSkriv_0"_s)), u"Forhåndsvis"_s);
     EXPECT_EQ(at(u"optSkriv_0"_s)->toolTip(), u"Forhåndsvis rapporten"_s);
-    EXPECT_EQ(at<QRadioButton>(u"optSkriv_1"_s)->text(), u"Direkte utskrift"_s);
+    EXPECT_EQ(captionOf(*at<QRadioButton>(u"optSkriv_1"_s)), u"Direkte utskrift"_s);
     EXPECT_EQ(at(u"optSkriv_1"_s)->toolTip(), u"Skriv direkte til standardskriver"_s);
-    EXPECT_EQ(at<QLabel>(u"Label1"_s)->text(), u"Fra/Til dato:"_s);
-    EXPECT_EQ(at<QLabel>(u"Label2"_s)->text(), u"Kunde:"_s);
-    EXPECT_EQ(at<QLabel>(u"Label3"_s)->text(), u"Ordre status:"_s);
-    EXPECT_EQ(at<QLabel>(u"Label4"_s)->text(), u"-"_s);
+    EXPECT_EQ(captionOf(*at<QLabel>(u"Label1"_s)), u"Fra/Til dato:"_s);
+    EXPECT_EQ(captionOf(*at<QLabel>(u"Label2"_s)), u"Kunde:"_s);
+    EXPECT_EQ(captionOf(*at<QLabel>(u"Label3"_s)), u"Ordre status:"_s);
+    EXPECT_EQ(captionOf(*at<QLabel>(u"Label4"_s)), u"-"_s);
     EXPECT_EQ(at<QLabel>(u"Label6"_s)->text(),
               u"Oversikt-liste over registrerte ordre, med forhåndsvisning."_s);
     EXPECT_EQ(kunde()->toolTip(), u"Kunder som har/har hatt ordre/faktura."_s);
-    EXPECT_EQ(at<QPushButton>(u"OKButton"_s)->text(), u"Skriv"_s);
-    EXPECT_EQ(at<QPushButton>(u"CancelButton"_s)->text(), u"Avbryt"_s);
+    EXPECT_EQ(captionOf(*at<QPushButton>(u"OKButton"_s)), u"Skriv"_s);
+    EXPECT_EQ(captionOf(*at<QPushButton>(u"CancelButton"_s)), u"Avbryt"_s);
     EXPECT_TRUE(isOn(u"optType_0"_s));
     EXPECT_FALSE(isOn(u"optType_1"_s));
     EXPECT_TRUE(isOn(u"optSkriv_0"_s));

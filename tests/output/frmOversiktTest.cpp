@@ -5,6 +5,7 @@
 #include "shell/clsRegSettings.h"
 #include "shell/frmRegningsdel.h"
 #include "state/SharedState.h"
+#include "support/Caption.h"
 #include "support/SessionTap.h"
 
 #include <QClipboard>
@@ -24,9 +25,9 @@ TEST_F(FrmOversiktTest, TextsAndTips)
               u"Oversikt over alle ordre/faktura med status.\n"
               u"Dobbeltklikk på posten for å se på den i ordre -bildet, dobbeltklikk i "
               u"kolonnetittel for sortering."_s);
-    EXPECT_EQ(in<QPushButton>(oversikt(), u"btnPrint"_s)->text(), u"Rapport"_s);
-    EXPECT_EQ(in<QPushButton>(oversikt(), u"btnRefresh"_s)->text(), u"Oppfrisk"_s);
-    EXPECT_EQ(in<QPushButton>(oversikt(), u"btnClose"_s)->text(), u"Avslutt"_s);
+    EXPECT_EQ(captionOf(*in<QPushButton>(oversikt(), u"btnPrint"_s)), u"Rapport"_s);
+    EXPECT_EQ(captionOf(*in<QPushButton>(oversikt(), u"btnRefresh"_s)), u"Oppfrisk"_s);
+    EXPECT_EQ(captionOf(*in<QPushButton>(oversikt(), u"btnClose"_s)), u"Avslutt"_s);
     EXPECT_EQ(in<Image>(oversikt(), u"imgF1"_s)->toolTip(),
               u" Vis hjelp for dette skjermbildet (F1)"_s);
 }

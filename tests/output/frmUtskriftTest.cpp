@@ -1,4 +1,5 @@
 #include "output/frmUtskriftTest.h"
+#include "support/Caption.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -13,15 +14,15 @@ TEST_F(FrmUtskriftTest, TextsAndTips)
     EXPECT_EQ(dialog()->objectName(), u"frmUtskrift"_s);
     EXPECT_EQ(dialog()->windowTitle(), u"Utskrift"_s);
     EXPECT_FALSE(dialog()->isModal());
-    EXPECT_EQ(original()->text(), u"Skriv orginal"_s);
-    EXPECT_EQ(kopi()->text(), u"Skriv kopi"_s);
-    EXPECT_EQ(ehf()->text(), u"EHF (xml) format"_s);
+    EXPECT_EQ(captionOf(*original()), u"Skriv orginal"_s);
+    EXPECT_EQ(captionOf(*kopi()), u"Skriv kopi"_s);
+    EXPECT_EQ(captionOf(*ehf()), u"EHF (xml) format"_s);
     EXPECT_EQ(ehf()->toolTip(), u"Utsktift til fil i EHF-format"_s);
     EXPECT_FALSE(ehf()->isChecked());
-    EXPECT_EQ(i<QLabel>(u"lblFakNr"_s)->text(), u"Faktura nr.: "_s);
-    EXPECT_EQ(i<QLabel>(u"lblFakID"_s)->text(), u"FakID:"_s);
-    EXPECT_EQ(i<QPushButton>(u"OKButton"_s)->text(), u"Skriv"_s);
-    EXPECT_EQ(i<QPushButton>(u"CancelButton"_s)->text(), u"Avbryt"_s);
+    EXPECT_EQ(captionOf(*i<QLabel>(u"lblFakNr"_s)), u"Faktura nr.: "_s);
+    EXPECT_EQ(captionOf(*i<QLabel>(u"lblFakID"_s)), u"FakID:"_s);
+    EXPECT_EQ(captionOf(*i<QPushButton>(u"OKButton"_s)), u"Skriv"_s);
+    EXPECT_EQ(captionOf(*i<QPushButton>(u"CancelButton"_s)), u"Avbryt"_s);
 }
 
 TEST_F(FrmUtskriftTest, OriginalIsChosenByDesign)

@@ -1,4 +1,5 @@
 #include "posting/frmBokforTest.h"
+#include "support/Caption.h"
 
 // --- Marking
 
@@ -45,7 +46,7 @@ TEST_F(FrmBokforTest, MarkAllMarksTheInvoicesAndLeavesTheButton)
     open();
     auto *check = control<QCheckBox>(u"Check1"_s);
     click(check);
-    EXPECT_EQ(check->text(), u"Fjern merking"_s);
+    EXPECT_EQ(captionOf(*check), u"Fjern merking"_s);
     runEvents();
     EXPECT_EQ(check->visibleRegion().boundingRect(), check->rect());
     EXPECT_GE(check->width(), check->sizeHint().width());
@@ -55,7 +56,7 @@ TEST_F(FrmBokforTest, MarkAllMarksTheInvoicesAndLeavesTheButton)
     clickCell(kBokfor, 1); // off
     EXPECT_TRUE(canTransfer());
     click(check);
-    EXPECT_EQ(check->text(), u"Merk alle"_s);
+    EXPECT_EQ(captionOf(*check), u"Merk alle"_s);
     EXPECT_EQ(at(kBokfor, 1) + at(kBokfor, 2), u"00"_s);
     EXPECT_TRUE(canTransfer());
 

@@ -4,6 +4,7 @@
 #include "presentation/Skjerm.h"
 #include "shell/clsRegSettings.h"
 #include "state/SharedState.h"
+#include "support/Caption.h"
 
 #include <QLabel>
 #include <QWheelEvent>
@@ -18,15 +19,15 @@ TEST_F(FrmBokforTest, TextsAndTips)
     EXPECT_EQ(control<QLabel>(u"lblTekst"_s)->text(),
               u"Oversikt over fakturaer som er klargjort for overføring til regnskap. Huk av for "
               u"faktura(ene) som skal overføres og klikk Bokfør."_s);
-    EXPECT_EQ(control<QLabel>(u"lblKonto"_s)->text(), u"Konto:"_s);
-    EXPECT_EQ(control<QLabel>(u"lblLoyve"_s)->text(), u"Løyve:"_s);
+    EXPECT_EQ(captionOf(*control<QLabel>(u"lblKonto"_s)), u"Konto:"_s);
+    EXPECT_EQ(captionOf(*control<QLabel>(u"lblLoyve"_s)), u"Løyve:"_s);
     EXPECT_EQ(box(u"cmbKonto"_s)->toolTip(),
               u"Konto 3000 (3100 v. 0 moms) er standard, velg evt. annen konto"_s);
     EXPECT_EQ(box(u"cmbLoyve"_s)->toolTip(),
               u"Velg løyve hvis det skal spesifiseres, ellers <nei>"_s);
-    EXPECT_EQ(control<QCheckBox>(u"Check1"_s)->text(), u"Merk alle"_s);
-    EXPECT_EQ(button(u"btnTransfer"_s)->text(), u"Bokfør"_s);
-    EXPECT_EQ(button(u"btnClose"_s)->text(), u"Avslutt"_s);
+    EXPECT_EQ(captionOf(*control<QCheckBox>(u"Check1"_s)), u"Merk alle"_s);
+    EXPECT_EQ(captionOf(*button(u"btnTransfer"_s)), u"Bokfør"_s);
+    EXPECT_EQ(captionOf(*button(u"btnClose"_s)), u"Avslutt"_s);
     EXPECT_EQ(control<Image>(u"imgF1"_s)->toolTip(), u" Vis hjelp for dette skjermbildet (F1)"_s);
 }
 

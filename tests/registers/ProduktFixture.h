@@ -9,6 +9,7 @@
 #include "registers/frmProdukt.h"
 #include "shell/Main.h"
 #include "state/SharedState.h"
+#include "support/Caption.h"
 #include "support/Control.h"
 #include "support/ModuleTest.h"
 #include "support/SessionTap.h"
@@ -120,7 +121,7 @@ protected:
                                     u"btnRefresh"_s, u"btnClose"_s}) {
             const auto &button = control<QPushButton>(name);
             if (button.isEnabled())
-                captions += button.text();
+                captions += captionOf(button);
         }
         return captions.join(u' ');
     }

@@ -7,6 +7,7 @@
 #include "platform/forms/Twips.h"
 #include "shell/clsRegSettings.h"
 #include "state/SharedState.h"
+#include "support/Caption.h"
 #include "support/Control.h"
 #include "support/ModuleTest.h"
 #include "support/SessionTap.h"
@@ -97,9 +98,9 @@ TEST_F(FrmKalkyleTest, OpensAsDesigned)
         EXPECT_EQ(box(name).text(), u"0"_s);
         EXPECT_EQ(box(name).alignment() & Qt::AlignHorizontal_Mask, Qt::AlignRight);
     }
-    EXPECT_EQ(control<QPushButton>(u"btnExecute"_s).text(), u"Utfør"_s);
-    EXPECT_EQ(control<QPushButton>(u"btnWinCalc"_s).text(), u"Kalkulator"_s);
-    EXPECT_EQ(control<QPushButton>(u"btnClose"_s).text(), u"Avslutt"_s);
+    EXPECT_EQ(captionOf(control<QPushButton>(u"btnExecute"_s)), u"Utfør"_s);
+    EXPECT_EQ(captionOf(control<QPushButton>(u"btnWinCalc"_s)), u"Kalkulator"_s);
+    EXPECT_EQ(captionOf(control<QPushButton>(u"btnClose"_s)), u"Avslutt"_s);
     EXPECT_EQ(control<Image>(u"imgF1"_s).size(), QSize(24, 24));
 }
 

@@ -2,6 +2,7 @@
 
 #include "data/clsAdoUtils.h"
 #include "state/SharedState.h"
+#include "support/Caption.h"
 #include "support/SessionTap.h"
 
 #include <QRadioButton>
@@ -24,10 +25,10 @@ TEST_F(FrmKunderTest, TheGridHasItsColumns)
     EXPECT_EQ(grid().defaultColWidth(), 10.5);
     EXPECT_EQ(grid().colWidth(1), 10.5);
     EXPECT_EQ(grid().colWidth(2), 24.12);
-    EXPECT_EQ(control<QRadioButton>(u"optUtvalg_0"_s)->text(), u"Alle"_s);
-    EXPECT_EQ(control<QRadioButton>(u"optUtvalg_1"_s)->text(), u"Kunder"_s);
-    EXPECT_EQ(control<QPushButton>(u"OKButton"_s)->text(), u"OK"_s);
-    EXPECT_EQ(control<QPushButton>(u"CancelButton"_s)->text(), u"Cancel"_s);
+    EXPECT_EQ(captionOf(*control<QRadioButton>(u"optUtvalg_0"_s)), u"Alle"_s);
+    EXPECT_EQ(captionOf(*control<QRadioButton>(u"optUtvalg_1"_s)), u"Kunder"_s);
+    EXPECT_EQ(captionOf(*control<QPushButton>(u"OKButton"_s)), u"OK"_s);
+    EXPECT_EQ(captionOf(*control<QPushButton>(u"CancelButton"_s)), u"Cancel"_s);
 }
 
 TEST_F(FrmKunderTest, TheNameTakesTheRoomOfALargerWindow)

@@ -1,17 +1,4 @@
-#include "order/frmOrdre.h"
-#include "output/Forhandsvisning.h"
-#include "output/frmOrdreSkriv.h"
-#include "output/frmOversikt.h"
-#include "output/frmUtskrift.h"
-#include "platform/forms/TestApplication.h"
-#include "posting/frmBokfor.h"
-#include "presentation/frmOptions.h"
-#include "presentation/frmTMsgBox.h"
-#include "registers/frmKalkyle.h"
-#include "registers/frmKunder.h"
-#include "registers/frmProdukt.h"
-#include "shell/frmRegningsdel.h"
-#include "support/ModuleTest.h"
+#include "shell/Screens.h"
 
 #include <QAccessible>
 #include <QFile>
@@ -29,40 +16,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Names = std::set<QString>;
-
-struct Screen
-{
-    QString name;
-    std::function<std::unique_ptr<QWidget>()> make;
-};
-
-void PrintTo(const Screen &screen, std::ostream *out)
-{
-    *out << screen.name.toStdString();
-}
-
-template<class Form>
-std::unique_ptr<QWidget> make()
-{
-    return std::make_unique<Form>();
-}
-
-std::unique_ptr<QWidget> makePreview()
-{
-    auto document = std::make_shared<report::Document>();
-    document->paper = QSizeF(210, 297);
-    document->pages.resize(1);
-    return std::make_unique<Forhandsvisning>(document, report::WindowSettings());
-}
-
-const Screen kScreens[] = {
-    {u"frmRegningsdel"_s, make<frmRegningsdel>}, {u"frmProdukt"_s, make<frmProdukt>},
-    {u"frmKalkyle"_s, make<frmKalkyle>},         {u"frmOrdre"_s, make<frmOrdre>},
-    {u"frmKunder"_s, make<frmKunder>},           {u"frmOversikt"_s, make<frmOversikt>},
-    {u"frmOrdreSkriv"_s, make<frmOrdreSkriv>},   {u"frmBokfor"_s, make<frmBokfor>},
-    {u"frmOptions"_s, make<frmOptions>},         {u"frmUtskrift"_s, make<frmUtskrift>},
-    {u"frmTMsgBox"_s, make<frmTMsgBox>},         {u"Forhandsvisning"_s, makePreview},
-};
 
 /// The names in one cell of a table: `Command2`; `Text1`, `Text2`; `txtFields_0` to `txtFields_4`.
 Names namesOf(const QString &cell)

@@ -11,6 +11,7 @@
 #include "shell/clsFaktura.h"
 #include "state/Messages.h"
 #include "state/SharedState.h"
+#include "support/Caption.h"
 #include "support/Control.h"
 #include "support/ModuleTest.h"
 
@@ -160,7 +161,7 @@ TEST_F(FrmRegningsdelTest, TheButtonsHaveTheirTexts)
     };
     for (const QStringList &text : texts) {
         const PictureButton *found = button(text[0]);
-        EXPECT_EQ(found->text(), text[1]);
+        EXPECT_EQ(captionOf(*found), text[1]);
         EXPECT_EQ(found->toolTip(), text[2]);
         EXPECT_FALSE(found->icon().isNull());
         EXPECT_TRUE(found->isEnabled());

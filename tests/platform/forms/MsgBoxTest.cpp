@@ -2,6 +2,7 @@
 
 #include "platform/forms/TestApplication.h"
 #include "runtime/RunTimeError.h"
+#include "support/Caption.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -24,7 +25,7 @@ class StandardMessage : public FormsFixture
 QPushButton *button(const QMessageBox &box, const QString &text)
 {
     for (QPushButton *candidate : box.findChildren<QPushButton *>()) {
-        if (candidate->text() == text)
+        if (captionOf(*candidate) == text)
             return candidate;
     }
     return nullptr;
@@ -316,7 +317,7 @@ TEST_F(StandardMessage, ThePublicNames)
     onNextModal<QMessageBox>([&](QMessageBox &box) {
         name = box.objectName();
         for (const QAbstractButton *made : box.buttons())
-            buttons << made->objectName() + u'=' + made->text();
+            buttons << made->objectName() + u'=' + captionOf(*made);
         box.reject();
     });
     MsgBox(u"Tekst"_s, 3);
