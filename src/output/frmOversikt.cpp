@@ -21,7 +21,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 enum Kolonne { kOrdreNr = 1, kKundeNr, kKundeNavn, kFakDato, kForfall, kBelop, kStatus, kOrdreId };
-enum Sortering : qint16 { kUsortert = 0, kStigende = 1, kSynkende = 2 };
 
 constexpr int kMinsteSide = 4000;      // twips
 constexpr double kNavnebredde = 20.12; // column units
@@ -155,14 +154,13 @@ void frmOversikt::LesOversikt()
             passOver([&] { SpreadAddRow(grid, radtekst.rad()); });
     });
     grid.setRedraw(true);
-    m_iSortKol = 0;
-    m_iSortVei = kUsortert;
+    m_sortering.glem();
 }
 
 void frmOversikt::fpSpread1_DblClick(int col, int row)
 {
     if (row == 0)
-        sorter(qint16(col));
+        m_sortering.sorter(*m_ui->fpSpread1, qint16(col));
     else
         visOrdre(row);
 }
@@ -174,14 +172,6 @@ void frmOversikt::visOrdre(int row)
     // A row without an order opens the screen as the menu does: 0 is not taken.
     ordre.setInnID(toLong(leadingNumber(SpreadGetText(*m_ui->fpSpread1, kOrdreId, row))));
     ordre.show();
-}
-
-void frmOversikt::sorter(qint16 col)
-{
-    const bool synkende = col == m_iSortKol && m_iSortVei == kStigende;
-    SpreadSort(*m_ui->fpSpread1, col, !synkende);
-    m_iSortKol = col;
-    m_iSortVei = synkende ? kSynkende : kStigende;
 }
 
 void frmOversikt::onResize()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/forms/Form.h"
+#include "presentation/ListeSortering.h"
 
 #include <memory>
 
@@ -29,9 +30,7 @@ private:
     void LesOversikt();
     void fpSpread1_DblClick(int col, int row);
     void visOrdre(int row);
-    void sorter(qint16 col);
 
     std::unique_ptr<Ui::frmOversikt> m_ui;
-    qint16 m_iSortKol = 0; ///< the column sorted last; 0 for none
-    qint16 m_iSortVei = 0; ///< 0 none, 1 ascending, 2 descending
+    ListeSortering m_sortering;
 };

@@ -32,6 +32,7 @@ void SpreadClear(fpSpread &grid)
     grid.setBlockMode(false);
     grid.setAction(fpSpread::DeselectBlockAction);
     grid.setMaxRows(kRowsOfEmptyGrid);
+    grid.setSortMark(0, true);
 }
 
 void SpreadSelectRows(fpSpread &grid, int firstRow, int lastRow, bool on)

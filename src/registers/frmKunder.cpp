@@ -197,6 +197,9 @@ void frmKunder::SkrivGrid(const QString &sFilter, const QString &sSortering)
             passOver([&] { SpreadAddRow(grid, text); });
         }
     }
+    if (rs)
+        grid.setSortMark(sSortering.startsWith("Navn"_L1) ? kNavn : kKundeNr,
+                         !sSortering.endsWith("DESC"_L1));
     // The row that OK takes, where the user has chosen none.
     SpreadSelectRows(grid, grid.activeRow(), grid.activeRow(), true);
     grid.setBlockMode(false);

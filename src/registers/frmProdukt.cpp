@@ -119,7 +119,7 @@ void frmProdukt::connectControls()
     setCommandKey(Qt::Key_F5, m_ui->btnRefresh);
 
     onEvent(m_ui->vaSpread1, &fpSpread::DblClick, this,
-            [this](int, int row) { vaSpread1_DblClick(row); });
+            [this](int col, int row) { vaSpread1_DblClick(col, row); });
     onEvent(m_ui->vaSpread1, &fpSpread::SelChange, this,
             [this](int, int, int, int, int, int curRow) { VisProdukt(curRow); });
     onEvent(m_ui->vaSpread1, &fpSpread::LeaveCell, this,
@@ -209,6 +209,7 @@ void frmProdukt::InitGrid()
 void frmProdukt::FyllGrid()
 {
     fpSpread &grid = *m_ui->vaSpread1;
+    m_sortering.glem();
     grid.setRedraw(false);
     passOver([&] { SpreadLockAll(grid, false); });
     passOver([&] { SpreadClear(grid); });
@@ -402,10 +403,12 @@ void frmProdukt::btnRefresh_Click()
     FyllGrid();
 }
 
-void frmProdukt::vaSpread1_DblClick(int row)
+void frmProdukt::vaSpread1_DblClick(int col, int row)
 {
-    if (row < 1) // a column header
+    if (row < 1) { // a column header
+        m_sortering.sorter(*m_ui->vaSpread1, qint16(col));
         return;
+    }
     SpreadSelectRows(*m_ui->vaSpread1, row, row, true);
     VisProdukt(row);
     m_ui->TabStrip1->select(kDetailsTab);

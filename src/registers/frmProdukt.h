@@ -2,6 +2,7 @@
 
 #include "platform/ado/Recordset.h"
 #include "platform/forms/Form.h"
+#include "presentation/ListeSortering.h"
 #include "runtime/Ref.h"
 
 #include <array>
@@ -57,7 +58,7 @@ private:
     void btnSave_Click();
     void btnCancel_Click();
     void btnRefresh_Click();
-    void vaSpread1_DblClick(int row);
+    void vaSpread1_DblClick(int col, int row);
     void vaSpread1_LeaveCell(int col, int row, int newCol, int newRow);
 
     void setMode(bool isNew, bool isChange);
@@ -85,5 +86,6 @@ private:
     Ref<ado::Recordset> m_rsProdukt;        ///< of the last fill
     bool m_bEndre = false;
     bool m_bNy = false;
+    ListeSortering m_sortering;
     bool m_lagrer = false; ///< a save is under way
 };

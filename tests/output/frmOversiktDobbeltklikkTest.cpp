@@ -21,6 +21,19 @@ TEST_F(FrmOversiktTest, ADoubleClickOpensTheOrderByItsId)
     EXPECT_FALSE(control(u"cmdFirst"_s)->isVisible());
 }
 
+TEST_F(FrmOversiktTest, EnterOpensTheRowThatTypingHasFound)
+{
+    const int id = legg({.nr = 301, .navn = u"'Nord AS'"_s});
+    legg({.nr = 302, .navn = u"'Berit'"_s});
+    open();
+    QTest::keyClicks(&grid(), u"nord"_s);
+    EXPECT_EQ(grid().activeRow(), 2);
+    QTest::keyClick(&grid(), Qt::Key_Return);
+    ASSERT_NE(skjerm(), nullptr);
+    EXPECT_EQ(skjerm()->InnID(), id);
+    EXPECT_EQ(tekst(ordrefelt::kOrdreNr), u"301"_s);
+}
+
 TEST_F(FrmOversiktTest, TheRowHeaderOpensItsOrderToo)
 {
     legg({.nr = 7});
@@ -99,6 +112,27 @@ TEST_F(FrmOversiktTest, AHeaderSortsRisingThenFallingThenRising)
     EXPECT_EQ(column(kNavn), rising);
     doubleClickHeader(kNavn);
     EXPECT_EQ(column(kNavn), falling);
+}
+
+TEST_F(FrmOversiktTest, CtrlEnterSortsByTheActiveColumn)
+{
+    for (const auto &[nr, navn] : {std::pair(1, u"'Åse'"_s), std::pair(2, u"'Berit'"_s)})
+        legg({.nr = nr, .navn = navn});
+    open();
+    QTest::keyClick(&grid(), Qt::Key_Right);
+    QTest::keyClick(&grid(), Qt::Key_Right);
+    const QHeaderView &header = *grid().horizontalHeader();
+    EXPECT_FALSE(header.isSortIndicatorShown());
+    QTest::keyClick(&grid(), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(column(kNavn), QStringList({u"Berit"_s, u"Åse"_s}));
+    EXPECT_TRUE(header.isSortIndicatorShown());
+    EXPECT_EQ(header.sortIndicatorSection() + 1, kNavn);
+    EXPECT_EQ(header.sortIndicatorOrder(), Qt::AscendingOrder);
+    QTest::keyClick(&grid(), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(column(kNavn), QStringList({u"Åse"_s, u"Berit"_s}));
+    EXPECT_EQ(header.sortIndicatorOrder(), Qt::DescendingOrder);
+    QTest::keyClick(&grid(), Qt::Key_F5);
+    EXPECT_FALSE(header.isSortIndicatorShown()) << "the list is in its own order again";
 }
 
 TEST_F(FrmOversiktTest, AnotherHeaderBeginsRising)

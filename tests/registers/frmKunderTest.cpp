@@ -188,6 +188,24 @@ TEST_F(FrmKunderTest, DoubleClickOnTheHeadersSorts)
     EXPECT_EQ(numbers().first(), u" 50001"_s) << "the options leave the sort clause alone";
 }
 
+TEST_F(FrmKunderTest, CtrlEnterSortsByTheActiveColumnAndTheHeaderShowsIt)
+{
+    addCustomer(10001, u"Berit"_s);
+    addCustomer(10002, u"Anne"_s);
+    show();
+    const QHeaderView &header = *grid().horizontalHeader();
+    EXPECT_EQ(header.sortIndicatorSection(), 0);
+    QTest::keyClick(&grid(), Qt::Key_Right);
+    QTest::keyClick(&grid(), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(column(2), QStringList({u"Anne"_s, u"Berit"_s}));
+    EXPECT_EQ(header.sortIndicatorSection(), 1);
+    EXPECT_EQ(header.sortIndicatorOrder(), Qt::AscendingOrder);
+    QTest::keyClick(&grid(), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(column(2), QStringList({u"Berit"_s, u"Anne"_s}));
+    EXPECT_EQ(header.sortIndicatorOrder(), Qt::DescendingOrder);
+    EXPECT_NE(form(), nullptr);
+}
+
 TEST_F(FrmKunderTest, AHeaderWithoutAClauseLeavesTheFormUsable)
 {
     addCustomer(10001, u"Anne"_s);

@@ -114,6 +114,28 @@ TEST_F(FrmKunderTest, ArrowKeysAndEnterPick)
     EXPECT_EQ(form(), nullptr);
 }
 
+TEST_F(FrmKunderTest, TypingANameAndEnterPick)
+{
+    addCustomer(10001, u"Anne"_s);
+    addCustomer(10002, u"Berit"_s);
+    pick(mottaker, [&] {
+        runEvents();
+        QTest::keyClicks(&grid(), u"beri"_s);
+        QTest::keyClick(&grid(), Qt::Key_Return);
+    });
+    EXPECT_EQ(mottaker.texts[KundeFelt::KundeNavn], u"Berit"_s);
+}
+
+TEST_F(FrmKunderTest, EnterAtOncePicksTheMarkedRow)
+{
+    addCustomer(10001, u"Anne"_s);
+    pick(mottaker, [&] {
+        runEvents();
+        QTest::keyClick(&grid(), Qt::Key_Return);
+    });
+    EXPECT_EQ(mottaker.texts[KundeFelt::KundeNavn], u"Anne"_s);
+}
+
 TEST_F(FrmKunderTest, AClickMakesOkTheDefaultButton)
 {
     addCustomer(10001, u"Anne"_s);

@@ -1,5 +1,7 @@
 #include "registers/ProduktFixture.h"
 
+#include <QHeaderView>
+
 // Editing in the product grid, which is for the eye alone.
 
 namespace {
@@ -182,6 +184,41 @@ TEST_F(FrmProduktGridTest, TurnsToTheDetailsInTheMiddleOfAnEdit)
     clickTab(2);
     EXPECT_EQ(field(1).text(), u"Olje"_s);
     EXPECT_EQ(enabledButtons(), u"Ny Endre Avslutt"_s);
+}
+
+TEST_F(FrmProduktGridTest, EnterOpensTheProductThatIsFound)
+{
+    addThreeProducts();
+    openScreen();
+    key(Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(&grid(), u"filt"_s);
+    settle();
+    EXPECT_EQ(grid().activeRow(), 2);
+    key(Qt::Key_Return);
+    EXPECT_EQ(selectedTab(), 2);
+    EXPECT_EQ(field(0).text(), u"B2"_s);
+    EXPECT_TRUE(control<QPushButton>(u"btnChange"_s).isEnabled());
+}
+
+TEST_F(FrmProduktGridTest, AHeaderSortsByMouseAndByKey)
+{
+    addThreeProducts();
+    openScreen();
+    const QHeaderView &header = *grid().horizontalHeader();
+    QTest::mouseDClick(header.viewport(), Qt::LeftButton, {},
+                       QPoint(header.sectionViewportPosition(1) + 20, header.height() / 2));
+    EXPECT_EQ(at(2, 1), u"Filter"_s);
+    EXPECT_EQ(at(9, 1), u"2"_s) << "whole rows";
+    EXPECT_EQ(header.sortIndicatorSection(), 1);
+    clickCell(2, 1);
+    key(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(at(2, 1), u"Pære"_s);
+    EXPECT_EQ(selectedTab(), 1);
+    clickTab(2);
+    EXPECT_EQ(field(0).text(), u"C3"_s) << "the row that is marked now";
+    clickTab(1);
+    EXPECT_EQ(at(2, 1), u"Olje"_s) << "in the order of the numbers again";
+    EXPECT_FALSE(header.isSortIndicatorShown());
 }
 
 } // namespace

@@ -4,9 +4,11 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QToolTip>
 #include <QValidator>
 
 #include <algorithm>
@@ -49,6 +51,8 @@ private:
 
 bool leavesCell(const QKeyEvent &key, const QWidget &editor)
 {
+    if (CellDelegate::leavesGrid(key.key(), key.modifiers()))
+        return true;
     if ((key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0)
         return false;
     switch (key.key()) {
@@ -145,6 +149,13 @@ void CellDelegate::putInOneLine(QString &text)
     }
 }
 
+bool CellDelegate::leavesGrid(int key, Qt::KeyboardModifiers modifiers)
+{
+    const Qt::KeyboardModifiers unshifted = modifiers & ~Qt::ShiftModifier;
+    const bool tab = key == Qt::Key_Tab || key == Qt::Key_Backtab;
+    return (key == Qt::Key_F6 && !unshifted) || (tab && unshifted == Qt::ControlModifier);
+}
+
 QLineEdit *CellDelegate::textBox(QWidget *editor)
 {
     if (auto *combo = qobject_cast<QComboBox *>(editor))
@@ -197,6 +208,18 @@ void CellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     }
     if (framed)
         paintFrame(painter, cell);
+}
+
+bool CellDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
+                             const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    if (event->type() != QEvent::ToolTip || !index.isValid())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    const bool isCut = cell.fontMetrics.horizontalAdvance(cell.text) > textRoom(cell);
+    QToolTip::showText(event->globalPos(), isCut ? cell.text : QString(), view, option.rect);
+    return true;
 }
 
 QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,

@@ -21,6 +21,8 @@ public:
     [[nodiscard]] static class QLineEdit *textBox(QWidget *editor);
     /// Tabs and line ends part cells and rows: within a cell's text they become blanks.
     static void putInOneLine(QString &text);
+    /// Whether the key takes the focus out of the grid from any cell.
+    [[nodiscard]] static bool leavesGrid(int key, Qt::KeyboardModifiers modifiers);
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
@@ -31,6 +33,9 @@ public:
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
     /// Loads the cell's text anew in any case.
     void reload(QWidget *editor, const QModelIndex &index) const;
+    /// Shows the whole text of a cell that is cut.
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) override;
     /// Writes only what the user has changed.
     void setModelData(QWidget *editor, QAbstractItemModel *model,
                       const QModelIndex &index) const override;
@@ -38,8 +43,8 @@ public:
                               const QModelIndex &index) const override;
 
 Q_SIGNALS:
-    /// A key that leaves the cell ended an edit: Tab, Backtab, Return, Enter, or of a text
-    /// box Up, Down, PageUp or PageDown.
+    /// A key that leaves the cell ended an edit: one that leaves the grid, Tab, Backtab, Return,
+    /// Enter, or of a text box Up, Down, PageUp or PageDown.
     void moveWanted(int key, Qt::KeyboardModifiers modifiers);
 
 protected:

@@ -137,6 +137,7 @@ void fpSpread::setAction(int number)
     case SortAction:
         endEdit(QAbstractItemDelegate::NoHint);
         m_sheet.sortRows(block.row, block.row2, m_sortKey, m_sortRising);
+        setSortMark(m_sortKey, m_sortRising);
         m_model->rangeChanged(CellRange::everything());
         return;
     default:

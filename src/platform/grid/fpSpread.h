@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/grid/RowSearch.h"
 #include "platform/grid/Sheet.h"
 #include "platform/grid/SheetModel.h"
 
@@ -23,6 +24,11 @@ class CellDelegate;
 /// edit, F2 or a double click goes on with the text that stands there, Escape brings it back. A
 /// double click edits only while nobody listens to DblClick, and Enter in a cell that takes no
 /// input is left to the window.
+///
+/// In a list, a grid to whose DblClick a screen listens, Enter does what a double click on the cell
+/// does and Ctrl+Enter what one on the column's header does. Typing in a cell that takes no input
+/// finds the row that begins so, and Ctrl+F finds in any grid. F6 and Ctrl+Tab leave the grid, with
+/// Shift backwards.
 ///
 /// The model answers DisplayRole at (row - 1, column - 1).
 class fpSpread : public QTableView
@@ -118,6 +124,8 @@ public:
     [[nodiscard]] int widthInTwips() const { return width() * kTwipsPerPixel; }
     /// The texts of row 0 from column 1 on.
     void setColHeaders(const QStringList &texts);
+    /// The arrow in the header of the column by which the rows are sorted; column 0 for none.
+    void setSortMark(int col, bool rising);
 
     // --- State
 
@@ -226,7 +234,6 @@ private:
     bool clipboardKey(const QKeyEvent *event);
     bool editKey(QKeyEvent *event);
     bool moveKey(const QKeyEvent *event);
-    void moveByKey(int key, Qt::KeyboardModifiers modifiers);
     [[nodiscard]] std::optional<Cell> keyTarget(Cell from, int key,
                                                 Qt::KeyboardModifiers modifiers) const;
     [[nodiscard]] int visibleCol(int from, int step) const;
@@ -238,6 +245,14 @@ private:
     void clearSelection();
     [[nodiscard]] CellRange selectedOrActive() const;
 
+    // Working in a list (fpSpreadRows.cpp).
+    [[nodiscard]] static bool typesCharacter(const QKeyEvent &event);
+    void moveByKey(int key, Qt::KeyboardModifiers modifiers);
+    bool findKey(const QKeyEvent *event);
+    void tellSearch(bool found);
+    bool openKey(const QKeyEvent *event);
+    void showSortMark();
+
     Sheet m_sheet;
     SheetModel *m_model;
     CellDelegate *m_delegate;
@@ -246,6 +261,8 @@ private:
     bool m_blockMode = false;
     int m_sortKey = 1;
     bool m_sortRising = true;
+    int m_sortMark = 0; ///< the column with the arrow; 0 for none
+    bool m_sortMarkRises = true;
 
     std::vector<Column> m_columns; ///< by column number; 0 is not used
     double m_defaultColWidth = 10.5;
@@ -261,4 +278,5 @@ private:
     unsigned m_programMoves = 0;   ///< how often the program has moved the active cell
     bool m_userChangedCell = false;
     bool m_keyCameUp = false; ///< the key comes from a cell's editor that had no use for it
+    RowSearch m_search{m_sheet};
 };

@@ -24,17 +24,13 @@ bool isPlain(Qt::KeyboardModifiers modifiers)
     return !(modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
 }
 
-/// Whether a key types something that is seen, of the first plane or beyond it.
-bool beginsWithCharacter(const QString &text)
-{
-    return !text.isEmpty() && QChar::isPrint(text.toUcs4().constFirst());
-}
-
 } // namespace
 
 void fpSpread::connectInput()
 {
     connect(m_delegate, &CellDelegate::moveWanted, this, &fpSpread::moveByKey);
+    // A click on any header would move the arrow there.
+    connect(horizontalHeader(), &QHeaderView::sortIndicatorChanged, this, &fpSpread::showSortMark);
 
     // Choosing by the headers goes through the same steps as choosing by cells.
     disconnect(horizontalHeader(), SIGNAL(sectionPressed(int)), this, nullptr);
@@ -150,6 +146,7 @@ fpSpread::Cell fpSpread::cellAt(QPoint point) const
 void fpSpread::mousePressEvent(QMouseEvent *event)
 {
     m_pressed.reset();
+    m_search.end();
     if (event->button() != Qt::LeftButton) {
         event->ignore();
         return;
@@ -263,16 +260,6 @@ std::optional<fpSpread::Cell> fpSpread::keyTarget(Cell from, int key,
     }
 }
 
-void fpSpread::moveByKey(int key, Qt::KeyboardModifiers modifiers)
-{
-    if (const std::optional<Cell> to = keyTarget(m_active, key, modifiers)) {
-        userMoves(*to);
-        return;
-    }
-    // Behind the last cell, or in front of the first one, the focus leaves the grid.
-    focusNextPrevChild(key != Qt::Key_Backtab);
-}
-
 bool fpSpread::viewportEvent(QEvent *event)
 {
     if (event->type() == QEvent::KeyPress)
@@ -287,7 +274,8 @@ void fpSpread::keyPressEvent(QKeyEvent *event)
     if (editor != nullptr && !cameUp) { // sent to the grid itself
         QApplication::sendEvent(editor, event);
         event->accept(); // a key that the editor does not want has come up through here by now
-    } else if (editor != nullptr || (!clipboardKey(event) && !editKey(event) && !moveKey(event))) {
+    } else if (editor != nullptr || (!clipboardKey(event) && !findKey(event) && !openKey(event) &&
+                                     !editKey(event) && !moveKey(event))) {
         event->ignore();
     }
 }
@@ -337,8 +325,7 @@ bool fpSpread::editKey(QKeyEvent *event)
     }
     if (key == Qt::Key_Space && toggleMark())
         return true;
-    if (!beginsWithCharacter(event->text()) ||
-        !startEdit(m_editModeReplace ? Entry::Replace : Entry::Append))
+    if (!typesCharacter(*event) || !startEdit(m_editModeReplace ? Entry::Replace : Entry::Append))
         return false;
     QApplication::sendEvent(cellEditor(), event);
     return true;
@@ -350,6 +337,10 @@ bool fpSpread::moveKey(const QKeyEvent *event)
     const Qt::KeyboardModifiers modifiers = event->modifiers();
     const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
     const bool tab = key == Qt::Key_Tab || key == Qt::Key_Backtab;
+    if (CellDelegate::leavesGrid(key, modifiers)) {
+        moveByKey(key, modifiers);
+        return true;
+    }
     if (modifiers & (Qt::AltModifier | Qt::MetaModifier))
         return false;
     if ((enter || tab) && !isPlain(modifiers))
@@ -417,6 +408,7 @@ void fpSpread::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint h
 void fpSpread::focusOutEvent(QFocusEvent *event)
 {
     QTableView::focusOutEvent(event);
+    m_search.end();
     if (focusIsElsewhere())
         leaveChangedCell();
 }
