@@ -102,6 +102,7 @@ struct Expr
     int scope = -1;                ///< of Aggregate: the group's number, kWholeReport or kOwnScope
     int onceScope = -1;            ///< of Aggregate with `once`: that group's number
     int slot = -1;                 ///< of Aggregate: its own number within the report
+    qint64 work = 1;               ///< nodes that are gone through, named formulas included
 };
 
 inline ExprPtr::ExprPtr() = default;

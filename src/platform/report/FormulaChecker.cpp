@@ -8,6 +8,11 @@ namespace report {
 
 namespace {
 
+/// Formulas that name one another twice each would double the work with every one of them.
+constexpr qint64 kMostWork = 100'000;
+/// Formulas that stand open within one another; each goes through a tree of bounded depth.
+constexpr int kMostOpen = 50;
+
 bool isNumeric(Type type)
 {
     return type == Type::Number || type == Type::Money || type == Type::Null;
@@ -53,9 +58,16 @@ Type FormulaChecker::check(Expr &expr, Use use)
     if (expr.kind == ExprKind::Aggregate && use == Use::RowOnly)
         raiseAt(expr.position, u"en sum kan ikke brukes her"_s);
     const Use inner = expr.kind == ExprKind::Aggregate ? Use::RowOnly : use;
-    for (const ExprPtr &argument : expr.arguments)
+    expr.work = 1;
+    for (const ExprPtr &argument : expr.arguments) {
         check(*argument, inner);
+        expr.work += argument->work;
+    }
     expr.type = typeOfNode(expr, use);
+    if (expr.formula)
+        expr.work += expr.formula->work;
+    if (expr.work > kMostWork)
+        raiseAt(expr.position, u"formlene viser til hverandre for mange ganger"_s);
     return expr.type;
 }
 
@@ -214,10 +226,15 @@ Type FormulaChecker::typeOfFormula(Expr &expr, Use use)
     if (state == State::Open)
         raiseAt(expr.position, u"formelen {@%1} viser til seg selv"_s.arg(expr.name));
     // What was checked for a band has to be looked at again for narrower use.
-    if (state == State::Untouched || use == Use::RowOnly) {
+    const State wanted = use == Use::RowOnly ? State::DoneForRows : State::Done;
+    if (state < wanted) {
+        if (m_open == kMostOpen)
+            raiseAt(expr.position, u"for mange formler viser til hverandre"_s);
+        ++m_open;
         m_states.insert(formula, State::Open);
         check(*formula, use);
-        m_states.insert(formula, State::Done);
+        m_states.insert(formula, wanted);
+        --m_open;
     }
     expr.formula = formula;
     return formula->type;

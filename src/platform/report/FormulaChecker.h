@@ -26,7 +26,9 @@ public:
     [[nodiscard]] virtual Expr *formula(QStringView name) = 0;
 };
 
-/// Resolves the names of formulas and works out their types. Every fault raises kFormula.
+/// Resolves the names of formulas and works out their types. Every fault raises kFormula; so do
+/// formulas that name one another so often that working one out would take more than 100 000 steps,
+/// or more than 50 within one another.
 class FormulaChecker
 {
 public:
@@ -45,7 +47,7 @@ public:
     [[nodiscard]] int slotCount() const { return m_slots; }
 
 private:
-    enum class State { Untouched, Open, Done };
+    enum class State { Open, Untouched, Done, DoneForRows };
 
     Type typeOfNode(Expr &expr, Use use);
     Type typeOfBinary(const Expr &expr) const;
@@ -57,6 +59,7 @@ private:
 
     Names &m_names;
     QHash<const Expr *, State> m_states; // of the named formulas
+    int m_open = 0;
     int m_slots = 0;
 };
 

@@ -11,7 +11,9 @@ namespace report {
 namespace {
 
 constexpr int kVersion = 1;
-constexpr int kMaxIncludes = 8; // files open within one another
+constexpr int kMaxIncludes = 8;    // files open within one another
+constexpr int kMostIncludes = 100; // in all; each may hold others many times over
+constexpr size_t kMostFormulas = 1000;
 constexpr double kSmallestType = 1;
 constexpr double kLargestType = 200; // points
 
@@ -84,7 +86,7 @@ private:
         attributes.finish();
         if (file.contains(u'/') || file.contains(u'\\') || file.contains(QChar(u'\0')))
             raiseInFile(attributes.place(), u"en fil tas inn med sitt navn alene"_s);
-        if (m_sources.size() >= kMaxIncludes)
+        if (m_sources.size() >= kMaxIncludes || ++m_includes > kMostIncludes)
             raiseInFile(attributes.place(), u"for mange filer tar inn hverandre"_s);
         source().expectEmpty();
         QByteArray bytes;
@@ -168,6 +170,8 @@ private:
                 raiseInFile(attributes.place(),
                             u"formelen «%1» finnes fra før"_s.arg(formula.name));
         }
+        if (m_report.formulas.size() == kMostFormulas)
+            raiseInFile(attributes.place(), u"rapporten har for mange formler"_s);
         const QString text = source().takeText();
         formula.text = readFormula(text, attributes.place(), u"@"_s + formula.name);
         m_report.formulas.push_back(std::move(formula));
@@ -387,6 +391,7 @@ private:
 
     const std::function<QByteArray(const QString &)> &m_include;
     std::vector<std::unique_ptr<XmlSource>> m_sources; // the one being read is the last
+    int m_includes = 0;
     ReportFile m_report;
 };
 

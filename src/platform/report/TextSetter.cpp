@@ -11,6 +11,9 @@ namespace report {
 namespace {
 
 constexpr double kTolerance = 1e-6; // mm
+/// Texts up to so many characters are measured whole. The width of a much longer one does not fit
+/// into the numbers that fonts are measured in.
+constexpr qsizetype kMeasuredWhole = 1000;
 
 } // namespace
 
@@ -35,11 +38,20 @@ double TextSetter::width(int style, const QString &text) const
 /// How many characters from the start are no wider than `width`; at least one.
 qsizetype TextSetter::fitting(int style, QStringView text, double width) const
 {
+    const auto fit = [&](qsizetype count) {
+        return this->width(style, text.first(count).toString()) <= width + kTolerance;
+    };
+    // However long the text is, no more than twice of what fits is measured.
     qsizetype fits = 1;
-    qsizetype tooMany = text.size() + 1;
+    qsizetype tooMany = 32;
+    while (tooMany <= text.size() && fit(tooMany)) {
+        fits = tooMany;
+        tooMany *= 2;
+    }
+    tooMany = std::min(tooMany, text.size() + 1);
     while (fits + 1 < tooMany) {
         const qsizetype middle = (fits + tooMany) / 2;
-        if (this->width(style, text.first(middle).toString()) <= width + kTolerance)
+        if (fit(middle))
             fits = middle;
         else
             tooMany = middle;
@@ -47,6 +59,12 @@ qsizetype TextSetter::fitting(int style, QStringView text, double width) const
     if (fits < text.size() && text[fits - 1].isHighSurrogate())
         fits += fits > 1 ? -1 : 1;
     return fits;
+}
+
+bool TextSetter::fits(int style, const QString &text, double width) const
+{
+    return text.size() <= kMeasuredWhole ? this->width(style, text) <= width + kTolerance
+                                         : fitting(style, text, width) == text.size();
 }
 
 void TextSetter::wrapLine(int style, QStringView line, double width, QStringList &lines) const
@@ -70,7 +88,7 @@ QStringList TextSetter::wrapped(int style, const QString &text, double width) co
     QStringList lines;
     for (const QString &line : text.split(u'\n')) {
         const QString plain = line.endsWith(u'\r') ? line.chopped(1) : line;
-        if (this->width(style, plain) <= width + kTolerance)
+        if (fits(style, plain, width))
             lines += plain;
         else
             wrapLine(style, plain, width, lines);
@@ -80,7 +98,7 @@ QStringList TextSetter::wrapped(int style, const QString &text, double width) co
 
 QString TextSetter::shortened(int style, const QString &text, double width) const
 {
-    if (text.isEmpty() || this->width(style, text) <= width + kTolerance)
+    if (fits(style, text, width))
         return text;
     QString dots = u"…"_s;
     const double room = width - this->width(style, dots);

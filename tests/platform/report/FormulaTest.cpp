@@ -213,6 +213,28 @@ TEST_F(FormulaTest, Functions)
     EXPECT_EQ(text(u"Mod10('0')"), "0");
 }
 
+TEST_F(FormulaTest, FormulasThatDoubleTheWorkAreRefused)
+{
+    m_row.declare(u"F0"_s, u"1"_s);
+    for (int i = 1; i < 45; ++i)
+        m_row.declare(u"F%1"_s.arg(i), u"{@F%1}+{@F%1}"_s.arg(i - 1));
+    EXPECT_EQ(text(u"{@F10}"), "1024");
+    EXPECT_EQ(error(u"{@F44}"),
+              "Feil i formel ved tegn 7: formlene viser til hverandre for mange ganger");
+    // Over rows alone each would be looked at anew.
+    EXPECT_EQ(error(u"Sum({@F44})"),
+              "Feil i formel ved tegn 7: formlene viser til hverandre for mange ganger");
+}
+
+TEST_F(FormulaTest, ALongChainOfFormulasIsRefused)
+{
+    m_row.declare(u"F0"_s, u"1"_s);
+    for (int i = 1; i < 1000; ++i)
+        m_row.declare(u"F%1"_s.arg(i), u"{@F%1}"_s.arg(i - 1));
+    EXPECT_EQ(text(u"{@F49}"), "1");
+    EXPECT_EQ(error(u"{@F999}"), "Feil i formel ved tegn 1: for mange formler viser til hverandre");
+}
+
 TEST_F(FormulaTest, NamedFormulas)
 {
     m_row.declare(u"Type"_s, u"if {Nr}>5 then 'stor' else 'liten'");

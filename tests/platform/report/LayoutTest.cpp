@@ -1,4 +1,5 @@
 #include "platform/report/Support.h"
+#include "platform/report/TextSetter.h"
 
 namespace report::test {
 
@@ -463,6 +464,21 @@ TEST_F(LayoutTest, FiftyPagesAndAThousandRowsKeepTheirOrder)
             EXPECT_EQ(text, u"Vare %1"_s.arg(next++));
     }
     EXPECT_EQ(next, 2601);
+}
+
+TEST(TextSetter, BreaksALongTextWithoutMeasuringItOverAndOver)
+{
+    TextStyle style;
+    style.font = QFont(u"Liberation Sans"_s, 9);
+    const TextSetter setter({style});
+    const QString word(600'000, u'm'); // no blank to break at
+    const QStringList lines = setter.wrapped(0, word, 100);
+    EXPECT_EQ(lines.join(QString()), word);
+    ASSERT_GT(lines.size(), 10'000);
+    EXPECT_LE(setter.width(0, lines.first()), 100);
+    EXPECT_GT(setter.width(0, lines.first() + u'm'), 100);
+    EXPECT_EQ(lines.first(), lines.at(lines.size() - 2));
+    EXPECT_EQ(setter.shortened(0, word, 100), lines.first().chopped(1) + u'…');
 }
 
 } // namespace report::test

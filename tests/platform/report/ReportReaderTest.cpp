@@ -235,6 +235,25 @@ TEST_F(ReportReaderTest, TakesInPartsWhereElementsStand)
     EXPECT_EQ(file.details.front().items.front().style, 1);
 }
 
+TEST_F(ReportReaderTest, PartsThatMultiplyAreRefused)
+{
+    for (int i = 1; i < 7; ++i) {
+        const QByteArray next = "<include file=\"d" + QByteArray::number(i + 1) + ".part\"/>";
+        m_parts[u"d%1.part"_s.arg(i)] = "<part version=\"1\">" + next.repeated(20) + "</part>";
+    }
+    m_parts[u"d7.part"_s] = "<part version=\"1\"/>";
+    EXPECT_EQ(fault("<include file=\"d1.part\"/>").substr(0, 7), "d6.part");
+    EXPECT_NE(fault("<include file=\"d1.part\"/>").find("for mange filer"), std::string::npos);
+}
+
+TEST_F(ReportReaderTest, TooManyFormulasAreRefused)
+{
+    QByteArray formulas;
+    for (int i = 0; i <= 1000; ++i)
+        formulas += "<formula name=\"F" + QByteArray::number(i) + "\">1</formula>";
+    EXPECT_NE(fault(formulas).find("rapporten har for mange formler"), std::string::npos);
+}
+
 TEST_F(ReportReaderTest, FaultsInPartsNameThePart)
 {
     m_parts[u"feil.part"_s] = "<part version=\"1\">\n <tull/></part>";
