@@ -26,7 +26,7 @@ void ImageList::add(const QString &key, const QString &file)
     if (!source.open(QIODevice::ReadOnly))
         throw RunTimeError(errors::kFileNotFound);
     const QByteArray bytes = source.readAll();
-    Picture picture{key, {}, {}};
+    Picture picture{key, {}, {}, {}};
     const bool isSvg = bytes.trimmed().startsWith('<');
     if (isSvg)
         picture.svg = bytes;
@@ -40,12 +40,10 @@ void ImageList::add(const QString &key, const QString &file)
 
 QPixmap ImageList::picture(int index, qreal pixelRatio) const
 {
-    if (index < 1 || index > count())
-        throw RunTimeError(kIndexOutOfBounds, u"Indeksen er utenfor samlingen"_s);
+    const Picture &picture = at(index);
     QPixmap pixmap((QSizeF(m_size) * pixelRatio).toSize());
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    const Picture &picture = m_pictures[size_t(index - 1)];
     if (picture.image.isNull()) {
         QSvgRenderer renderer(picture.svg);
         renderer.setAspectRatioMode(Qt::KeepAspectRatio);
@@ -69,15 +67,24 @@ QPixmap ImageList::picture(const QString &key, qreal pixelRatio) const
 
 QIcon ImageList::icon(int index) const
 {
-    QIcon icon;
-    for (int ratio = 1; ratio <= kHighestPixelRatio; ++ratio)
-        icon.addPixmap(picture(index, ratio));
+    QIcon &icon = at(index).icon;
+    if (icon.isNull()) {
+        for (int ratio = 1; ratio <= kHighestPixelRatio; ++ratio)
+            icon.addPixmap(picture(index, ratio));
+    }
     return icon;
 }
 
 QIcon ImageList::icon(const QString &key) const
 {
     return icon(indexOf(key));
+}
+
+const ImageList::Picture &ImageList::at(int index) const
+{
+    if (index < 1 || index > count())
+        throw RunTimeError(kIndexOutOfBounds, u"Indeksen er utenfor samlingen"_s);
+    return m_pictures[size_t(index - 1)];
 }
 
 int ImageList::indexOf(const QString &key) const

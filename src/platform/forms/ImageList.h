@@ -32,7 +32,8 @@ public:
     [[nodiscard]] QPixmap picture(int index, qreal pixelRatio = 1) const;
     [[nodiscard]] QPixmap picture(const QString &key, qreal pixelRatio = 1) const;
 
-    /// The same pictures as icons, which hold them for pixel ratios 1, 2 and 3.
+    /// The same pictures as icons, which hold them for pixel ratios 1, 2 and 3. One that is asked
+    /// for again is the same one: what is drawn of it for a button is kept by Qt for each icon.
     [[nodiscard]] QIcon icon(int index) const;
     [[nodiscard]] QIcon icon(const QString &key) const;
 
@@ -41,9 +42,11 @@ private:
     {
         QString key;
         QByteArray svg;
-        QImage image; ///< instead, where the file is no SVG picture
+        QImage image;       ///< instead, where the file is no SVG picture
+        mutable QIcon icon; ///< drawn when it is first asked for
     };
 
+    [[nodiscard]] const Picture &at(int index) const;
     [[nodiscard]] int indexOf(const QString &key) const;
 
     QSize m_size;

@@ -116,3 +116,10 @@ TEST_F(Pictures, AddingWhatCannotBeShownIsAnError)
     EXPECT_EQ(passOver([&] { list.add(u"Info"_s, good); }), 35602);
     EXPECT_EQ(list.count(), 1);
 }
+
+TEST_F(Pictures, AnIconIsMadeOnce)
+{
+    list.add(u"Stop"_s, svg(u"r.svg"_s, u"#ff0000"_s));
+    EXPECT_EQ(list.icon(1).cacheKey(), list.icon(1).cacheKey());
+    EXPECT_EQ(list.icon(1).availableSizes().size(), 3);
+}
