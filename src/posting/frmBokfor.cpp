@@ -14,6 +14,7 @@
 #include "ui_frmBokfor.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QPointer>
 
 using namespace Qt::StringLiterals;
@@ -146,9 +147,11 @@ frmBokfor::frmBokfor() : Form(u"frmBokfor"_s), m_ui(std::make_unique<Ui::frmBokf
 
     tilpassValg();
 
-    // What is typed stays as it is typed.
+    // What is typed stays as it is typed: nothing completes it, and one that spells an item is not
+    // taken for a choice of it when the box is left.
     for (QComboBox *boks : {m_ui->cmbKonto, m_ui->cmbLoyve}) {
         boks->setCompleter(nullptr);
+        disconnect(boks->lineEdit(), &QLineEdit::editingFinished, boks, nullptr);
     }
 
     onEvent(m_ui->cmbKonto, &QComboBox::activated, this, [this] { kuttVedBlank(*m_ui->cmbKonto); });

@@ -317,6 +317,26 @@ TEST_F(FrmBokforTest, WhatIsTypedStaysAsItIs)
     EXPECT_EQ(list->count(), 2);
 }
 
+TEST_F(FrmBokforTest, ATextThatSpellsAnItemIsNoChoiceOfIt)
+{
+    run(u"INSERT INTO Kontoplan (KlientNr,KontoNr,Navn,KtoGruppe) VALUES (5,1900,'Kasse',10)"_s);
+    run(u"INSERT INTO Bil (KlientNr,BilLoyve,BilRegNr,BilType,Passiv) VALUES "
+        u"(5,'L-1','AB12345','Volvo',0)"_s);
+    open();
+    for (const auto &[name, item] : {std::pair(u"cmbKonto"_s, u"1900 Kasse"_s),
+                                     std::pair(u"cmbLoyve"_s, u"L-1 AB12345 Volvo"_s)}) {
+        QComboBox *list = box(name);
+        ASSERT_GE(list->findText(item), 0);
+        list->setFocus();
+        list->lineEdit()->selectAll();
+        QTest::keyClicks(list, item);
+        QTest::keyClick(list, Qt::Key_Return);
+        EXPECT_EQ(list->currentText(), item);
+        QTest::keyClick(list, Qt::Key_Tab);
+        EXPECT_EQ(list->currentText(), item);
+    }
+}
+
 // --- Keys, place and size
 
 TEST_F(FrmBokforTest, EscapeClosesFromAnyControl)
