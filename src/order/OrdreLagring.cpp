@@ -75,6 +75,7 @@ void OrdreLagring::btnSave_Click()
     if (resultat > 0) {
         // Not the order's ID: what follows works with this until the record is read again.
         m_tilstand.AktivID = resultat;
+        m_ui.vaSpread1->forgetEdits();
         VisMelding(u"Posten er lagret."_s, msgbox::kInformation, u"Lagre"_s, kNoteSeconds, false);
     } else {
         MsgBox(u"Lagring feilet, feil: "_s + gDB->LastError(), msgbox::kExclamation);

@@ -314,10 +314,22 @@ bool CellDelegate::eventFilter(QObject *object, QEvent *event)
             Q_EMIT moveWanted(pressed, modifiers);
             return true;
         }
-        if (typesDecimalSign(*key, *editor))
+        if (typesDecimalSign(*key, *editor) || passesHistoryOn(*key, editor))
             return true;
     }
     return QStyledItemDelegate::eventFilter(object, event);
+}
+
+bool CellDelegate::passesHistoryOn(const QKeyEvent &key, QWidget *editor)
+{
+    const QLineEdit *box = textBox(editor);
+    if (key.matches(QKeySequence::Undo) && (box == nullptr || !box->isUndoAvailable()))
+        Q_EMIT undoWanted();
+    else if (key.matches(QKeySequence::Redo) && (box == nullptr || !box->isRedoAvailable()))
+        Q_EMIT redoWanted();
+    else
+        return false;
+    return true;
 }
 
 void CellDelegate::finish(QWidget *editor)

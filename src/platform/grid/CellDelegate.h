@@ -46,6 +46,9 @@ Q_SIGNALS:
     /// A key that leaves the cell ended an edit: one that leaves the grid, Tab, Backtab, Return,
     /// Enter, or of a text box Up, Down, PageUp or PageDown.
     void moveWanted(int key, Qt::KeyboardModifiers modifiers);
+    /// The user wants to undo, or to do again, and the editor has nothing of its own for that.
+    void undoWanted();
+    void redoWanted();
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
@@ -57,6 +60,7 @@ private:
         return m_sheet.type(index.column() + 1, index.row() + 1);
     }
     void finish(QWidget *editor);
+    bool passesHistoryOn(const QKeyEvent &key, QWidget *editor);
 
     const Sheet &m_sheet;
     bool m_activeCellFilled = false;

@@ -32,6 +32,7 @@ fpSpread::~fpSpread() = default;
 
 void fpSpread::setMaxCols(int count)
 {
+    forgetEdits();
     m_sheet.setMaxCols(count);
     m_columns.resize(size_t(count) + 1);
     if (m_active.col > count)
@@ -48,6 +49,8 @@ void fpSpread::setMaxRows(int count)
     const bool lost = m_active.row > count;
     if (lost)
         endEdit(QAbstractItemDelegate::RevertModelCache);
+    if (count < maxRows())
+        forgetEdits();
     m_sheet.setMaxRows(count);
     if (m_selected && m_selected->row2 > count)
         select(std::nullopt);
@@ -60,7 +63,10 @@ void fpSpread::setMaxRows(int count)
 
 void fpSpread::setText(QStringView text)
 {
+    const QString before = m_answers ? this->text() : QString();
     m_sheet.setText(col(), row(), text);
+    if (m_answers)
+        EditHistory::note(*m_answers, {row(), col()}, before, this->text());
     m_model->cellChanged(col(), row());
     if (editMode() && m_active == Cell{col(), row()})
         m_delegate->reload(cellEditor(), currentIndex());
@@ -128,6 +134,7 @@ void fpSpread::setAction(int number)
         return;
     case ClearTextAction:
         endEdit(QAbstractItemDelegate::RevertModelCache);
+        forgetEdits();
         m_sheet.clearTexts(block);
         m_model->rangeChanged(block);
         return;
@@ -136,6 +143,7 @@ void fpSpread::setAction(int number)
         return;
     case SortAction:
         endEdit(QAbstractItemDelegate::NoHint);
+        forgetEdits();
         m_sheet.sortRows(block.row, block.row2, m_sortKey, m_sortRising);
         setSortMark(m_sortKey, m_sortRising);
         m_model->rangeChanged(CellRange::everything());

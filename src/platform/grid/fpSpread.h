@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/grid/EditHistory.h"
 #include "platform/grid/RowSearch.h"
 #include "platform/grid/Sheet.h"
 #include "platform/grid/SheetModel.h"
 
 #include <QTableView>
 
+#include <functional>
 #include <optional>
 
 class CellDelegate;
@@ -23,7 +25,10 @@ class CellDelegate;
 /// A user leaves a cell with Tab, Enter, the arrow keys or a click elsewhere; typing starts an
 /// edit, F2 or a double click goes on with the text that stands there, Escape brings it back. A
 /// double click edits only while nobody listens to DblClick, and Enter in a cell that takes no
-/// input is left to the window.
+/// input is left to the window. Ctrl+Z takes back what one key has changed in the cells, with what
+/// the screen has written in answer, and Ctrl+Shift+Z does it again; emptying, sorting or shrinking
+/// the sheet ends that. A block of cells that is pasted fills the cells from the first one chosen,
+/// those that are in sight and take what comes to them.
 ///
 /// In a list, a grid to whose DblClick a screen listens, Enter does what a double click on the cell
 /// does and Ctrl+Enter what one on the column's header does. Typing in a cell that takes no input
@@ -138,6 +143,8 @@ public:
     /// Whether typing replaces a cell's text; otherwise it goes on at the end of the text.
     [[nodiscard]] bool editModeReplace() const { return m_editModeReplace; }
     void setEditModeReplace(bool on) { m_editModeReplace = on; }
+    /// What the user has changed so far stands, and cannot be undone any more.
+    void forgetEdits();
     [[nodiscard]] int activeCol() const { return m_active.col; }
     [[nodiscard]] int activeRow() const { return m_active.row; }
     /// How many rows the selection touches, and the first of them; 0 without a selection.
@@ -163,7 +170,8 @@ Q_SIGNALS:
     void DblClick(int col, int row);
     /// Before the active cell moves. `*cancel` set to true keeps it where it is, and so does moving
     /// the active cell elsewhere by ActiveCellAction. The new column and row are -1 when a cell
-    /// that the user has changed loses the focus to another control; that cannot be cancelled.
+    /// that the user has changed loses the focus to another control, and for each cell that a
+    /// pasted block, an undo or a redo has changed; that cannot be cancelled.
     void LeaveCell(int col, int row, int newCol, int newRow, bool *cancel);
     /// The user has selected the block from (blockCol, blockRow) to (blockCol2, blockRow2).
     void SelChange(int blockCol, int blockRow, int blockCol2, int blockRow2, int curCol,
@@ -231,7 +239,6 @@ private:
     [[nodiscard]] bool focusIsElsewhere() const;
     void leaveChangedCell();
     void userPressesRowHeader(int row);
-    bool clipboardKey(const QKeyEvent *event);
     bool editKey(QKeyEvent *event);
     bool moveKey(const QKeyEvent *event);
     [[nodiscard]] std::optional<Cell> keyTarget(Cell from, int key,
@@ -241,8 +248,18 @@ private:
     void endEdit(QAbstractItemDelegate::EndEditHint hint);
     bool openList();
     bool toggleMark();
+
+    // What the user changes in many cells at once, and takes back (fpSpreadEdits.cpp).
+    bool clipboardKey(const QKeyEvent *event);
+    bool historyKey(const QKeyEvent *event);
     void copySelection() const;
     void clearSelection();
+    void paste();
+    void pasteBlock(const QStringList &lines);
+    void replay(const EditHistory::Step &step);
+    bool userWrites(Cell cell, const QVariant &value, int role, EditHistory::Step &step);
+    bool tellOfChange(Cell cell, EditHistory::Step &answers);
+    bool hearAnswers(EditHistory::Step &answers, const std::function<void()> &tell);
     [[nodiscard]] CellRange selectedOrActive() const;
 
     // Working in a list (fpSpreadRows.cpp).
@@ -273,6 +290,9 @@ private:
     std::optional<CellRange> m_selected;
     bool m_editModeReplace = false;
     bool m_rowSelect = false;
+
+    EditHistory m_history;
+    EditHistory::Step *m_answers = nullptr; ///< takes what the screen writes while it is told
 
     std::optional<Cell> m_pressed; ///< where the mouse button went down
     unsigned m_programMoves = 0;   ///< how often the program has moved the active cell

@@ -3,7 +3,6 @@
 #include "platform/grid/CellDelegate.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -29,6 +28,8 @@ bool isPlain(Qt::KeyboardModifiers modifiers)
 void fpSpread::connectInput()
 {
     connect(m_delegate, &CellDelegate::moveWanted, this, &fpSpread::moveByKey);
+    connect(m_delegate, &CellDelegate::undoWanted, this, [this] { replay(m_history.undo()); });
+    connect(m_delegate, &CellDelegate::redoWanted, this, [this] { replay(m_history.redo()); });
     // A click on any header would move the arrow there.
     connect(horizontalHeader(), &QHeaderView::sortIndicatorChanged, this, &fpSpread::showSortMark);
 
@@ -112,11 +113,16 @@ bool fpSpread::mayLeaveFor(int newCol, int newRow)
 {
     const QPointer<fpSpread> self(this);
     endEdit(QAbstractItemDelegate::NoHint);
-    m_userChangedCell = false;
+    const bool changed = std::exchange(m_userChangedCell, false);
     const unsigned moves = m_programMoves;
     bool cancel = false;
-    Q_EMIT LeaveCell(m_active.col, m_active.row, newCol, newRow, &cancel);
-    return self && !cancel && moves == m_programMoves;
+    EditHistory::Step answers;
+    hearAnswers(answers,
+                [&] { Q_EMIT LeaveCell(m_active.col, m_active.row, newCol, newRow, &cancel); });
+    if (!self)
+        return false;
+    m_history.add(answers, changed);
+    return !cancel && moves == m_programMoves;
 }
 
 void fpSpread::userPressesRowHeader(int row)
@@ -274,29 +280,11 @@ void fpSpread::keyPressEvent(QKeyEvent *event)
     if (editor != nullptr && !cameUp) { // sent to the grid itself
         QApplication::sendEvent(editor, event);
         event->accept(); // a key that the editor does not want has come up through here by now
-    } else if (editor != nullptr || (!clipboardKey(event) && !findKey(event) && !openKey(event) &&
-                                     !editKey(event) && !moveKey(event))) {
+    } else if (editor != nullptr ||
+               (!clipboardKey(event) && !historyKey(event) && !findKey(event) && !openKey(event) &&
+                !editKey(event) && !moveKey(event))) {
         event->ignore();
     }
-}
-
-bool fpSpread::clipboardKey(const QKeyEvent *event)
-{
-    if (event->matches(QKeySequence::Copy)) {
-        copySelection();
-    } else if (event->matches(QKeySequence::Cut)) {
-        copySelection();
-        clearSelection();
-    } else if (event->matches(QKeySequence::Paste)) {
-        startEdit(Entry::Replace);
-        if (QLineEdit *box = CellDelegate::textBox(cellEditor()))
-            box->paste();
-    } else if (event->matches(QKeySequence::SelectAll)) {
-        selectAll();
-    } else {
-        return false;
-    }
-    return true;
 }
 
 bool fpSpread::editKey(QKeyEvent *event)
@@ -391,8 +379,11 @@ void fpSpread::commitData(QWidget *editor)
 {
     const QString before = m_sheet.text(m_active.col, m_active.row);
     QTableView::commitData(editor);
-    if (m_sheet.text(m_active.col, m_active.row) != before)
+    const QString after = m_sheet.text(m_active.col, m_active.row);
+    if (after != before) {
         m_userChangedCell = true;
+        m_history.add({{{m_active.row, m_active.col}, {before, after}}}, false);
+    }
 }
 
 void fpSpread::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
@@ -439,49 +430,11 @@ bool fpSpread::toggleMark()
 {
     const QModelIndex index = indexOf(m_active);
     const bool marked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
-    if (!m_model->setData(index, int(marked ? Qt::Unchecked : Qt::Checked), Qt::CheckStateRole))
+    EditHistory::Step step;
+    if (!userWrites(m_active, int(marked ? Qt::Unchecked : Qt::Checked), Qt::CheckStateRole, step))
         return false;
     m_userChangedCell = true;
-    Q_EMIT ButtonClicked(m_active.col, m_active.row);
+    if (tellOfChange(m_active, step))
+        m_history.add(step, false);
     return true;
-}
-
-CellRange fpSpread::selectedOrActive() const
-{
-    return m_selected ? *m_selected : CellRange::cell(m_active.col, m_active.row);
-}
-
-void fpSpread::copySelection() const
-{
-    const CellRange block = selectedOrActive();
-    QString text;
-    for (int row = block.row; row <= block.row2; ++row) {
-        bool first = true;
-        for (int col = block.col; col <= block.col2; ++col) {
-            if (colHidden(col))
-                continue;
-            if (!std::exchange(first, false))
-                text += u'\t';
-            QString cell = m_sheet.text(col, row);
-            CellDelegate::putInOneLine(cell);
-            text += cell;
-        }
-        if (block.row != block.row2)
-            text += u'\n';
-    }
-    QGuiApplication::clipboard()->setText(text);
-}
-
-void fpSpread::clearSelection()
-{
-    const CellRange block = selectedOrActive();
-    for (int row = block.row; row <= block.row2; ++row) {
-        for (int col = block.col; col <= block.col2; ++col) {
-            // A mark is turned over, and ButtonClicked tells of it; it cannot be emptied.
-            if (colHidden(col) || m_sheet.type(col, row).kind == CellKind::CheckBox)
-                continue;
-            if (m_model->setData(indexOf({col, row}), QString(), Qt::EditRole))
-                m_userChangedCell = true;
-        }
-    }
 }

@@ -345,7 +345,7 @@ TEST_F(fpSpreadKeys, PasteReplacesTheActiveCellsText)
     EXPECT_EQ(at(1, 1), u"limt");
 }
 
-TEST_F(fpSpreadKeys, PastedTabsAndLineEndsPartNothing)
+TEST_F(fpSpreadKeys, TabsAndLineEndsPastedIntoAnOpenCellPartNothing)
 {
     CellType list = CellType::ofNumber(8);
     list.editable = true;
@@ -353,6 +353,7 @@ TEST_F(fpSpreadKeys, PastedTabsAndLineEndsPartNothing)
     for (const int col : {1, 2}) {
         activate(col, 1);
         QGuiApplication::clipboard()->setText(u"a\tb\r\nc\n"_s);
+        key(Qt::Key_F2);
         key(Qt::Key_V, Qt::ControlModifier);
         key(Qt::Key_Return);
         EXPECT_EQ(at(col, 1), u"a b c");
