@@ -260,6 +260,7 @@ private:
     bool userWrites(Cell cell, const QVariant &value, int role, EditHistory::Step &step);
     bool tellOfChange(Cell cell, EditHistory::Step &answers);
     bool hearAnswers(EditHistory::Step &answers, const std::function<void()> &tell);
+    void showRefusal(Cell cell, const QString &typed);
     [[nodiscard]] CellRange selectedOrActive() const;
 
     // Working in a list (fpSpreadRows.cpp).

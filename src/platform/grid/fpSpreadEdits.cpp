@@ -1,6 +1,7 @@
 #include "platform/grid/fpSpread.h"
 
 #include "platform/grid/CellDelegate.h"
+#include "platform/grid/RefusalMark.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -126,7 +127,8 @@ void fpSpread::pasteBlock(const QStringList &lines)
         for (const QString &text : lines[cell.row - first.row].split(u'\t')) {
             last = {std::max(last.col, cell.col), cell.row};
             const QString before = m_sheet.text(cell.col, cell.row);
-            userWrites(cell, text, Qt::EditRole, step);
+            if (!userWrites(cell, text, Qt::EditRole, step))
+                showRefusal(cell, text);
             if (m_sheet.text(cell.col, cell.row) != before && !tellOfChange(cell, step))
                 return;
             const int next = visibleCol(cell.col, 1);
@@ -209,4 +211,10 @@ bool fpSpread::hearAnswers(EditHistory::Step &answers, const std::function<void(
     EditHistory::Step *const outer = std::exchange(m_answers, &answers);
     tell();
     return self && std::exchange(m_answers, outer) == &answers;
+}
+
+void fpSpread::showRefusal(Cell cell, const QString &typed)
+{
+    if (m_model->takesInput(cell.col, cell.row))
+        markRefusal(*this, indexOf(cell), typed, m_sheet.type(cell.col, cell.row));
 }

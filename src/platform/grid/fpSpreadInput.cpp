@@ -377,12 +377,16 @@ void fpSpread::endEdit(QAbstractItemDelegate::EndEditHint hint)
 
 void fpSpread::commitData(QWidget *editor)
 {
+    const QLineEdit *box = CellDelegate::textBox(editor);
+    const QString typed = box != nullptr && box->isModified() ? box->text() : QString();
     const QString before = m_sheet.text(m_active.col, m_active.row);
     QTableView::commitData(editor);
     const QString after = m_sheet.text(m_active.col, m_active.row);
     if (after != before) {
         m_userChangedCell = true;
         m_history.add({{{m_active.row, m_active.col}, {before, after}}}, false);
+    } else if (!m_sheet.type(m_active.col, m_active.row).accepted(typed)) {
+        showRefusal(m_active, typed);
     }
 }
 

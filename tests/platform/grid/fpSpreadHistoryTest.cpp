@@ -1,6 +1,9 @@
 #include "platform/grid/GridFixture.h"
 
 #include <QClipboard>
+#include <QFrame>
+#include <QTimer>
+#include <QToolTip>
 
 namespace {
 
@@ -45,6 +48,7 @@ protected:
                 sum += at(2, r).toInt();
         });
     }
+    QFrame *mark() const { return grid.viewport()->findChild<QFrame *>(u"avvist"_s); }
 
     int sum = 0;
 };
@@ -279,6 +283,7 @@ TEST_F(fpSpreadHistory, EachPastedCellIsJudgedByItsType)
     EXPECT_EQ(at(2, 1).first(2), u"12");
     EXPECT_EQ(block(3, 1, 4, 1), u"|fritt");
     EXPECT_EQ(block(1, 2, 2, 2), u"|");
+    EXPECT_NE(mark(), nullptr);
 }
 
 TEST_F(fpSpreadHistory, TheScreenIsToldOfEachPastedCell)
@@ -293,4 +298,36 @@ TEST_F(fpSpreadHistory, TheScreenIsToldOfEachPastedCell)
     paste(1, 1, u"3\t9\n"_s);
     EXPECT_EQ(block(1, 1, 2, 1), u"3|9") << "what is pasted stands over the answer";
     EXPECT_EQ(sum, 9);
+}
+
+// --- What a cell refuses
+
+TEST_F(fpSpreadHistory, ARefusedNumberIsShownForAMoment)
+{
+    setType(3, kAll, CellType::ofNumber(2));
+    fill(3, 2, u"3"_s);
+    activate(3, 2);
+    key(Qt::Key_F2);
+    type(u"-2"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(at(3, 2), u"3");
+    const QPointer<QFrame> shown = mark();
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(shown->geometry(), grid.visualRect(grid.model()->index(1, 2)));
+    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::isVisible(); }));
+    EXPECT_EQ(QToolTip::text(), u"«3,00-2» er ikke et tall. Cellen er som før.");
+    shown->findChild<QTimer *>()->start(0); // the moment is over
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !shown; }));
+}
+
+TEST_F(fpSpreadHistory, WhatIsTakenIsNotMarked)
+{
+    setType(3, kAll, CellType::ofNumber(2));
+    activate(3, 2);
+    type(u"2"_s);
+    key(Qt::Key_Return);
+    key(Qt::Key_F2);
+    key(Qt::Key_Return);
+    EXPECT_EQ(mark(), nullptr);
+    EXPECT_FALSE(QToolTip::isVisible());
 }
