@@ -249,12 +249,14 @@ QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
         box->setAccessibleName(column);
         box->setAlignment(Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()));
     }
-    const QVariant background = index.data(Qt::BackgroundRole);
-    if (background.isValid()) {
-        QPalette palette = editor->palette();
-        palette.setBrush(QPalette::Base, background.value<QBrush>());
-        editor->setPalette(palette);
+    QPalette palette = editor->palette();
+    for (const auto &[role, painted] : {std::pair(Qt::BackgroundRole, QPalette::Base),
+                                        std::pair(Qt::ForegroundRole, QPalette::Text)}) {
+        const QVariant brush = index.data(role);
+        if (brush.isValid())
+            palette.setBrush(painted, brush.value<QBrush>());
     }
+    editor->setPalette(palette);
     return editor;
 }
 

@@ -1,5 +1,7 @@
 #include "platform/grid/SheetModel.h"
 
+#include "platform/grid/Readable.h"
+
 #include <QBrush>
 #include <QGuiApplication>
 #include <QPalette>
@@ -16,6 +18,20 @@ QVariant brush(SheetColor color)
     if ((color & kSystemColor) != 0)
         return color == kButtonFace ? QVariant(QGuiApplication::palette().button()) : QVariant();
     return QBrush(QColor(int(color & 0xff), int(color >> 8 & 0xff), int(color >> 16 & 0xff)));
+}
+
+/// A told colour is kept where the ground that was told with it is. On a dark desktop the window's
+/// own ground is dark, and the text goes with that.
+QVariant textBrush(SheetColor told, SheetColor ground)
+{
+    const QPalette palette = QGuiApplication::palette();
+    const auto colorOf = [&](SheetColor color, QPalette::ColorRole own) {
+        const QVariant painted = brush(color);
+        return painted.isValid() ? painted.value<QBrush>().color() : palette.color(own);
+    };
+    const QColor wished = colorOf(told, QPalette::Text);
+    const QColor seen = readable(wished, colorOf(ground, QPalette::Base));
+    return seen == wished ? brush(told) : QVariant(QBrush(seen));
 }
 
 int alignment(CellAlign align)
@@ -145,7 +161,7 @@ QVariant SheetModel::data(const QModelIndex &index, int role) const
     case Qt::TextAlignmentRole:
         return alignment(m_sheet.align(col, row));
     case Qt::ForegroundRole:
-        return brush(m_sheet.foreColor(col, row));
+        return textBrush(m_sheet.foreColor(col, row), m_sheet.backColor(col, row));
     case Qt::BackgroundRole:
         return brush(m_sheet.backColor(col, row));
     default:

@@ -102,6 +102,13 @@ public:
     }
 
 protected:
+    void changeEvent(QEvent *event) override
+    {
+        QWidget::changeEvent(event);
+        // The pages take their colours from the palette when they are read.
+        if (event->type() == QEvent::PaletteChange)
+            m_pages->reload();
+    }
     void keyPressEvent(QKeyEvent *event) override
     {
         if (event->matches(QKeySequence::Cancel))

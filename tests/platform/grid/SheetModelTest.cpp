@@ -4,6 +4,8 @@
 
 #include <QAbstractItemModelTester>
 #include <QBrush>
+#include <QGuiApplication>
+#include <QPalette>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -155,6 +157,28 @@ TEST_F(SheetModelTest, ACheckCellIsCheckableAndNotEditable)
     EXPECT_EQ(cell.data(Qt::AccessibleTextRole), u"Bokfør"_s);
     EXPECT_FALSE(model.index(0, 0).data(Qt::CheckStateRole).isValid());
     EXPECT_FALSE(model.setData(model.index(0, 0), int(Qt::Checked), Qt::CheckStateRole));
+}
+
+TEST_F(SheetModelTest, ATextGoesWithTheGroundItStandsOn)
+{
+    const QPalette former = QGuiApplication::palette();
+    QPalette dark(Qt::black);
+    dark.setColor(QPalette::Text, Qt::lightGray);
+    QGuiApplication::setPalette(dark);
+    const QModelIndex cell = model.index(0, 0);
+    const auto textColour = [&](SheetColor told, SheetColor ground) {
+        sheet.setForeColor(CellRange::cell(1, 1), told);
+        sheet.setBackColor(CellRange::cell(1, 1), ground);
+        const QVariant brush = cell.data(Qt::ForegroundRole);
+        return brush.isValid() ? brush.value<QBrush>().color() : QColor();
+    };
+    EXPECT_EQ(textColour(kBlack, kWhite), QColor(Qt::black));
+    EXPECT_EQ(textColour(kBlack, kWindowBackground), QColor(Qt::white));
+    EXPECT_EQ(textColour(kBlack, kButtonFace), QColor(Qt::white));
+    EXPECT_EQ(textColour(kWindowText, kWindowBackground), QColor()) << "the view's own";
+    EXPECT_EQ(textColour(kWindowText, sheetColor(255, 255, 192)), QColor(Qt::black));
+    EXPECT_EQ(textColour(sheetColor(200, 0, 0), kWhite), QColor(200, 0, 0));
+    QGuiApplication::setPalette(former);
 }
 
 TEST_F(SheetModelTest, AnswersColoursAndAlignment)
