@@ -86,6 +86,15 @@ void setFloat(fpSpread &grid, int col)
     SpreadSetCellType(grid, col, kAll, kFloatType, false, {}, {});
 }
 
+/// A quantity shows the one decimal with which it is stored; the sums are made of all of it.
+void setAntall(fpSpread &grid)
+{
+    setFloat(grid, kAntall);
+    CellType antall = grid.cellType();
+    antall.shownDecimals = 1;
+    grid.setCellType(antall);
+}
+
 /// The price without VAT. A product whose mark is Null carries a price without VAT.
 Currency linjepris(const ado::Recordset &produkt)
 {
@@ -107,7 +116,7 @@ OrdreLinjer::OrdreLinjer(fpSpread &grid, const OrdreFelter &felter) : m_grid(gri
     grid.setColWidth(kProduktNavn, kProduktNavnWidth);
     for (const int col : {kRabatt, kID, kPos})
         grid.setColHidden(col, true);
-    setFloat(grid, kAntall);
+    setAntall(grid);
     SpreadSetColAlign(grid, kMvaPst, int(CellAlign::Right));
     onEvent(&grid, &fpSpread::LeaveCell, this, [this](int col, int row, int newCol, int, bool *) {
         vaSpread1_LeaveCell(col, row, newCol == kAll);

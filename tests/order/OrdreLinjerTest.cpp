@@ -356,6 +356,16 @@ TEST_F(OrdreLinjerTest, LettersAreNoQuantity)
     EXPECT_EQ(celle(kAntall, 1), u"2,00"_s);
 }
 
+TEST_F(OrdreLinjerTest, AQuantityShowsTheDecimalThatIsStored)
+{
+    nyOrdre();
+    skrivLinje(1, u"P1"_s, u"1,25"_s);
+    const QModelIndex antall = grid().model()->index(0, kAntall - 1);
+    EXPECT_EQ(antall.data(Qt::AccessibleTextRole), u"1,3"_s);
+    EXPECT_EQ(celle(kAntall, 1), u"1,25"_s) << "what the sums are made of";
+    EXPECT_EQ(celle(kSumNetto, 1), u" 125,00"_s);
+}
+
 TEST_F(OrdreLinjerTest, InBrowseModeChangesAreComputedAndLostAtTheNextMove)
 {
     leggOrdre({.ordreNr = 1});

@@ -262,7 +262,7 @@ QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
 
 void CellDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
 {
-    const QString text = type(index).shown(index.data(Qt::EditRole).toString());
+    const QString text = type(index).edited(index.data(Qt::EditRole).toString());
     if (editor->property(kLoadedText) == text)
         return;
     editor->setProperty(kLoadedText, text);

@@ -84,12 +84,22 @@ CellType CellType::ofNumber(int number)
 
 QString CellType::shown(const QString &text) const
 {
+    return written(text, shownDecimals.value_or(decimals));
+}
+
+QString CellType::edited(const QString &text) const
+{
+    return written(text, decimals);
+}
+
+QString CellType::written(const QString &text, int digits) const
+{
     if (!isNumber() || text.isEmpty())
         return text;
     const std::optional<Currency> amount = readNumber(text);
     if (!amount)
         return text;
-    return writeNumber(*amount, decimals, decimalSign,
+    return writeNumber(*amount, digits, decimalSign,
                        showThousands ? QStringView(&thousandsSign, 1) : QStringView());
 }
 

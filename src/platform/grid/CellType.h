@@ -31,7 +31,8 @@ struct CellType
     bool showThousands = false;
     QChar thousandsSign = u' ';
     QChar decimalSign = u',';
-    int decimals = 2; ///< 0 to 4; an integer cell has none
+    int decimals = 2;                 ///< 0 to 4; an integer cell has none
+    std::optional<int> shownDecimals; ///< of a cell that is not being edited; none for all
 
     QChar timeSign = u':';
 
@@ -49,6 +50,8 @@ struct CellType
     /// How the cell's text stands in the cell: a number with the cell's own signs; a text that is
     /// no number as it is.
     [[nodiscard]] QString shown(const QString &text) const;
+    /// How it stands there while it is edited: a number with all its decimals.
+    [[nodiscard]] QString edited(const QString &text) const;
     /// The text to keep when a user has typed `typed`; nothing when the type refuses it. Empty text
     /// is always taken.
     [[nodiscard]] std::optional<QString> accepted(const QString &typed) const;
@@ -57,4 +60,7 @@ struct CellType
     [[nodiscard]] bool takesCharacter(QChar c) const;
 
     friend bool operator==(const CellType &, const CellType &) = default;
+
+private:
+    [[nodiscard]] QString written(const QString &text, int digits) const;
 };

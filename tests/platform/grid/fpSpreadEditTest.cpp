@@ -28,6 +28,21 @@ protected:
 
 } // namespace
 
+TEST_F(fpSpreadEdit, ANumberIsEditedWithTheDecimalsThatItDoesNotShow)
+{
+    CellType quantity;
+    quantity.kind = CellKind::Float;
+    quantity.shownDecimals = 1;
+    setType(1, 1, quantity);
+    fill(1, 1, u"1,25"_s);
+    EXPECT_EQ(grid.model()->index(0, 0).data(Qt::AccessibleTextRole), u"1,3"_s);
+    activate(1, 1);
+    key(Qt::Key_F2);
+    EXPECT_EQ(qobject_cast<QLineEdit *>(editor())->text(), u"1,25"_s);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(at(1, 1), u"1,25"_s);
+}
+
 TEST_F(fpSpreadEdit, TypingGoesOnAtTheEndOfTheText)
 {
     fill(1, 1, u"ab"_s);
