@@ -2,7 +2,10 @@
 
 #include "platform/forms/LockedText.h"
 #include "platform/forms/OneLine.h"
+#include "rules/Forfall.h"
+#include "runtime/Conversions.h"
 
+#include <QLabel>
 #include <QLineEdit>
 
 #include <algorithm>
@@ -23,6 +26,19 @@ constexpr std::array<QStringView, ordrefelt::kAntall> kDatafelter{
     u"MvaKr",       u"SumBrutto",   u"Kontrollsiffer",
     u"EgenRef",     u"Avrunding",   u"",
 };
+
+/// Reads a field; an error in what stands there gets `form` as its second line.
+template<class Les>
+auto medForm(const QString &form, Les les)
+{
+    try {
+        return les();
+    } catch (const RunTimeError &error) {
+        if (error.number() != errors::kTypeMismatch)
+            throw;
+        throw RunTimeError(error.number(), error.description() + u'\n' + form);
+    }
+}
 
 } // namespace
 
@@ -47,6 +63,29 @@ void OrdreFelter::setText(int nr, const QString &text) const
     const ProgramWrites writes;
     felt.setText(text);
     felt.home(false);
+}
+
+QDate OrdreFelter::dato(int nr) const
+{
+    return medForm(ledetekst(nr) + u": skriv datoen som dd.mm.åååå, for eksempel 31.12.2014."_s,
+                   [&] { return toDate(text(nr)).date(); });
+}
+
+QString OrdreFelter::forfallFra(QDate fra) const
+{
+    return medForm(ledetekst(ordrefelt::kBetBet) +
+                       u": skriv antall dager med siffer, for eksempel 14."_s,
+                   [&] { return ForfallsDato(fra, text(ordrefelt::kBetBet)); });
+}
+
+QString OrdreFelter::ledetekst(int nr) const
+{
+    const QLineEdit *felt = &(*this)[nr];
+    for (const QLabel *label : felt->window()->findChildren<QLabel *>()) {
+        if (label->buddy() == felt)
+            return label->text().remove(u'&').remove(u':');
+    }
+    return {};
 }
 
 int OrdreFelter::nrOf(const QObject *widget) const

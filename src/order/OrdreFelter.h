@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDate>
 #include <QString>
 #include <QStringView>
 
@@ -53,6 +54,14 @@ public:
     [[nodiscard]] QString text(int nr) const;
     /// Shows the text from its beginning, also in a field that is locked.
     void setText(int nr, const QString &text) const;
+
+    // Error 13 for a text that cannot be read tells in its second line which field that is, and in
+    // which form it is written.
+
+    [[nodiscard]] QDate dato(int nr) const;
+    /// The day that comes as many days after `fra` as the field of the days to pay says.
+    [[nodiscard]] QString forfallFra(QDate fra) const;
+
     /// The number of the field that is this widget, or -1.
     [[nodiscard]] int nrOf(const QObject *widget) const;
 
@@ -60,5 +69,8 @@ public:
     [[nodiscard]] static QStringView datafelt(int nr);
 
 private:
+    /// The caption that stands beside the field, without its colon.
+    [[nodiscard]] QString ledetekst(int nr) const;
+
     std::array<QLineEdit *, ordrefelt::kAntall> m_felter;
 };

@@ -5,7 +5,6 @@
 #include "order/OrdreTilstand.h"
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/SendKeys.h"
-#include "rules/Forfall.h"
 #include "rules/Innstilling.h"
 #include "rules/Kid.h"
 #include "runtime/Conversions.h"
@@ -14,6 +13,9 @@
 #include "ui_frmOrdre.h"
 
 #include <QFocusEvent>
+#include <QKeyEvent>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using namespace ordrefelt;
@@ -133,7 +135,7 @@ void OrdreHode::tomFelter()
 
 bool OrdreHode::erUtenforAar() const
 {
-    return toDate(m_felter.text(kOrdreDato)).date().year() != gAar;
+    return m_felter.dato(kOrdreDato).year() != gAar;
 }
 
 void OrdreHode::setKundefelt(KundeFelt felt, const QString &text)
@@ -158,6 +160,8 @@ QString OrdreHode::betBet() const
 
 bool OrdreHode::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::KeyPress)
+        return apnerKalender(m_felter.nrOf(watched), *static_cast<QKeyEvent *>(event));
     if (event->type() != QEvent::FocusIn && event->type() != QEvent::FocusOut)
         return false;
     const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
@@ -173,6 +177,16 @@ bool OrdreHode::eventFilter(QObject *watched, QEvent *event)
     else if (event->type() == QEvent::FocusOut && !fraMeny && reason != Qt::ActiveWindowFocusReason)
         atOuterRim([&] { forlatFelt(nr); });
     return false;
+}
+
+/// A date field opens the calendar beside it by the calendar's own keys.
+bool OrdreHode::apnerKalender(int nr, const QKeyEvent &key)
+{
+    const auto entry = std::ranges::find(kPickers, nr, &Pickerfelt::nr);
+    if (entry == std::end(kPickers) || !DTPicker::dropsDown(key))
+        return false;
+    (m_ui.*entry->picker)->dropDown();
+    return true;
 }
 
 /// Passes over.
@@ -240,8 +254,7 @@ void OrdreHode::mistetFokus(int nr)
 
 void OrdreHode::settForfall()
 {
-    m_felter.setText(kForfallDato,
-                     ForfallsDato(toDate(m_felter.text(kFakDato)).date(), m_felter.text(kBetBet)));
+    m_felter.setText(kForfallDato, m_felter.forfallFra(m_felter.dato(kFakDato)));
 }
 
 void OrdreHode::wirePicker(DTPicker &picker, int nr)

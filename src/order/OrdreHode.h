@@ -7,6 +7,7 @@
 struct OrdreTilstand;
 class OrdreFelter;
 class DTPicker;
+class QKeyEvent;
 namespace Ui {
 class frmOrdre;
 }
@@ -42,6 +43,7 @@ private:
     /// Whether a field sends the focus on: some always, most of them outside a mode, dates never.
     [[nodiscard]] bool senderVidere(int nr) const;
     void laasFelter();
+    bool apnerKalender(int nr, const QKeyEvent &key);
     void fikkFokus(int nr, Qt::FocusReason reason);
     void forlatFelt(int nr);
     void mistetFokus(int nr);

@@ -11,7 +11,6 @@
 #include "platform/forms/Forms.h"
 #include "platform/forms/MsgBox.h"
 #include "registers/frmKunder.h"
-#include "rules/Forfall.h"
 #include "rules/Innstilling.h"
 #include "rules/Ordre.h"
 #include "rules/SjekkKlient.h"
@@ -256,7 +255,7 @@ void OrdreKommandoer::settDagens()
     m_rom.felter.setText(kOrdreStatus, ordrestatus::kOrdre.toString());
     for (const int nr : {kOrdreDato, kLevDato, kFakDato})
         m_rom.felter.setText(nr, Format(today, u"dd.mm.yyyy"));
-    m_rom.felter.setText(kForfallDato, ForfallsDato(today, m_rom.felter.text(kBetBet)));
+    m_rom.felter.setText(kForfallDato, m_rom.felter.forfallFra(today));
 }
 
 /// Error 13 when the order date is no date.

@@ -9,6 +9,7 @@
 
 #include <QCalendarWidget>
 #include <QContextMenuEvent>
+#include <QTableView>
 
 using namespace Qt::StringLiterals;
 
@@ -292,7 +293,9 @@ TEST_F(OrdreHodeTest, DaysThatAreNoNumberAreARunTimeError)
     for (const QString &days : {u"fjorten"_s, u""_s}) {
         skriv(9, days);
         tast(Qt::Key_Tab);
-        EXPECT_EQ(meldinger.ta(), QStringList{u"Kjørefeil 13:\n\nTypene stemmer ikke overens"_s});
+        EXPECT_EQ(meldinger.ta(),
+                  QStringList{u"Kjørefeil 13:\n\nTypene stemmer ikke overens\n"
+                              "Betalingsbet.: skriv antall dager med siffer, for eksempel 14."_s});
         EXPECT_EQ(tekst(13), u"09.03.2014"_s);
     }
 }
@@ -302,7 +305,9 @@ TEST_F(OrdreHodeTest, AnInvoiceDateThatIsNoneIsARunTimeError)
     apneI(u"btnNew"_s);
     skriv(12, u"snart"_s);
     tast(Qt::Key_Tab);
-    EXPECT_EQ(meldinger.ta(), QStringList{u"Kjørefeil 13:\n\nTypene stemmer ikke overens"_s});
+    EXPECT_EQ(meldinger.ta(),
+              QStringList{u"Kjørefeil 13:\n\nTypene stemmer ikke overens\n"
+                          "Faktura dato: skriv datoen som dd.mm.åååå, for eksempel 31.12.2014."_s});
     EXPECT_EQ(tekst(13), u"09.03.2014"_s);
     EXPECT_NE(fokus(), u"vaSpread1"_s);
 }
@@ -411,6 +416,43 @@ TEST_F(OrdreHodeTest, AChosenDateReachesItsFieldInAMode)
         skjerm()->unload();
         runEvents();
     }
+}
+
+TEST_F(OrdreHodeTest, F4AndAltDownInADateFieldOpenItsCalendar)
+{
+    const std::pair<QString, int> fields[] = {
+        {u"dtpOrdre"_s, 10}, {u"dtpLevDato"_s, 11}, {u"dtpForfall"_s, 13}, {u"dtpFakDato"_s, 12}};
+    for (const auto &[key, modifiers] :
+         {std::pair(Qt::Key_F4, Qt::NoModifier), std::pair(Qt::Key_Down, Qt::AltModifier)}) {
+        run(u"DELETE FROM OrdreLinjer"_s);
+        run(u"DELETE FROM Ordre"_s);
+        apneI(u"btnNew"_s);
+        for (const auto &[name, nr] : fields) {
+            skriv(nr, u"10.03.2014"_s);
+            tast(key, modifiers);
+            ASSERT_NE(QApplication::activePopupWidget(), nullptr) << nr;
+            QCalendarWidget *calendar = velger(name)->calendarWidget();
+            ASSERT_TRUE(calendar->isVisible()) << nr;
+            EXPECT_EQ(calendar->selectedDate(), QDate(2014, 3, 10)) << nr;
+            auto *days = calendar->findChild<QTableView *>();
+            QTest::keyClick(days, Qt::Key_Right);
+            QTest::keyClick(days, Qt::Key_Return);
+            runEvents();
+            EXPECT_EQ(tekst(nr), u"11.03.2014"_s);
+            EXPECT_EQ(fokus(), u"txtFields_%1"_s.arg(nr)) << "the field has not been left";
+        }
+        EXPECT_EQ(tekst(13), u"11.03.2014"_s) << "nor has the due date been reckoned";
+        skjerm()->unload();
+        runEvents();
+    }
+}
+
+TEST_F(OrdreHodeTest, TheseKeysDoNothingInAnotherField)
+{
+    apneI(u"btnNew"_s);
+    felt(0)->setFocus();
+    tast(Qt::Key_F4);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
 TEST_F(OrdreHodeTest, AChosenDateComesInTheMachinesShortForm)

@@ -10,7 +10,11 @@ namespace hode = ordrefelt;
 
 namespace {
 
-const QString kTypefeil = u"Kjørefeil 13:\n\nTypene stemmer ikke overens"_s;
+const QString kTypefeil = u"Kjørefeil 13:\n\nTypene stemmer ikke overens\n"_s;
+const QString kFeilDager =
+    kTypefeil + u"Betalingsbet.: skriv antall dager med siffer, for eksempel 14."_s;
+const QString kFeilDato =
+    kTypefeil + u"Faktura dato: skriv datoen som dd.mm.åååå, for eksempel 31.12.2014."_s;
 const QString kOverflyt = u"Kjørefeil 6:\n\nOverflyt"_s;
 
 /// What is typed, and what comes of it.
@@ -221,7 +225,7 @@ TEST_F(OrdreInndataTest, DaysOfPaymentOfAnyKind)
         {u" 14 "_s, u"23.03.2014"_s, {}},
         {u"14,9"_s, u"23.03.2014"_s, {}},
         {u"32768"_s, u"26.11.2103"_s, {}},
-        {u"14.9"_s, u"26.11.2103"_s, kTypefeil},
+        {u"14.9"_s, u"26.11.2103"_s, kFeilDager},
         {u"3000000"_s, u"26.11.2103"_s, kOverflyt},
         {u"99999999999999999999"_s, u"26.11.2103"_s, kOverflyt},
     };
@@ -241,12 +245,12 @@ TEST_F(OrdreInndataTest, InvoiceDatesOfAnyKind)
 {
     const Tilfelle kSaker[] = {
         {u"29.2.2016"_s, u"14.03.2016"_s, {}},
-        {u"29.2.2015"_s, u"14.03.2016"_s, kTypefeil},
+        {u"29.2.2015"_s, u"14.03.2016"_s, kFeilDato},
         {u"1/2/14"_s, u"15.02.2014"_s, {}},
         {u"2014-12-31"_s, u"14.01.2015"_s, {}},
         {u"31.12.9999"_s, u"14.01.2015"_s, kOverflyt},
-        {u"1.13.2014"_s, u"14.01.2015"_s, kTypefeil},
-        {u""_s, u"14.01.2015"_s, kTypefeil},
+        {u"1.13.2014"_s, u"14.01.2015"_s, kFeilDato},
+        {u""_s, u"14.01.2015"_s, kFeilDato},
     };
     apne();
     klikk(u"btnNew"_s);
@@ -317,7 +321,7 @@ TEST_F(OrdreInndataTest, TheSessionMayEndWhileAnErrorOfAFieldIsShown)
             QTest::mousePress(control(u"vaSpread1"_s), Qt::LeftButton);
         QTest::keyClick(skjerm()->focusWidget(), Qt::Key_Tab);
         runEvents();
-        EXPECT_EQ(meldinger.ta(), QStringList{kTypefeil});
+        EXPECT_EQ(meldinger.ta(), QStringList{kFeilDager});
         EXPECT_EQ(screen, nullptr);
     }
 }

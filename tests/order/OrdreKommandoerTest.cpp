@@ -300,7 +300,9 @@ TEST_F(OrdreKommandoerTest, ACopyOfDaysThatAreNoNumberIsARunTimeError)
     apne();
     ASSERT_EQ(tekst(9), QString());
     klikk(u"btnCopy"_s);
-    EXPECT_EQ(meldinger.ta(), QStringList{u"Kjørefeil 13:\n\nTypene stemmer ikke overens"_s});
+    EXPECT_EQ(meldinger.ta(),
+              QStringList{u"Kjørefeil 13:\n\nTypene stemmer ikke overens\n"
+                          "Betalingsbet.: skriv antall dager med siffer, for eksempel 14."_s});
     EXPECT_EQ(tekst(16), u"8"_s);
 }
 
@@ -376,7 +378,9 @@ TEST_F(OrdreKommandoerTest, ChangeOfAnOrderWithoutADateIsARunTimeErrorAtItsEnd)
     run(u"UPDATE Ordre SET OrdreDato=Null WHERE ID=%1"_s.arg(leggOrdre({.ordreNr = 7})));
     apne();
     klikk(u"btnChange"_s);
-    EXPECT_EQ(meldinger.ta(), QStringList{u"Kjørefeil 13:\n\nTypene stemmer ikke overens"_s});
+    EXPECT_EQ(meldinger.ta(),
+              QStringList{u"Kjørefeil 13:\n\nTypene stemmer ikke overens\n"
+                          "Ordre dato: skriv datoen som dd.mm.åååå, for eksempel 31.12.2014."_s});
     EXPECT_EQ(knapperPaa(), kEditing);
     EXPECT_TRUE(grid()->editModeReplace());
     EXPECT_FALSE(control(u"imgAar"_s)->isVisible());

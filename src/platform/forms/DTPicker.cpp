@@ -185,8 +185,7 @@ void DTPicker::keyPressEvent(QKeyEvent *event)
         m_typing = false;
     if (event->key() == Qt::Key_Escape && std::exchange(m_typing, false))
         setDate(value());
-    const bool altDown = event->key() == Qt::Key_Down && event->modifiers() == Qt::AltModifier;
-    if (altDown || event->key() == Qt::Key_F4) {
+    if (dropsDown(*event)) {
         dropDown();
         return;
     }
@@ -235,6 +234,12 @@ QRect DTPicker::arrow() const
     option.frame = hasFrame();
     option.subControls = QStyle::SC_All;
     return style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, this);
+}
+
+bool DTPicker::dropsDown(const QKeyEvent &event)
+{
+    return event.keyCombination() == QKeyCombination(Qt::Key_F4) ||
+           event.keyCombination() == (Qt::ALT | Qt::Key_Down);
 }
 
 void DTPicker::dropDown()

@@ -32,6 +32,11 @@ public:
 
     void stepBy(int steps) override;
 
+    /// Opens the calendar, as a click on the arrow does.
+    void dropDown();
+    /// Whether the key opens a calendar: F4 and Alt+Down.
+    [[nodiscard]] static bool dropsDown(const QKeyEvent &event);
+
 Q_SIGNALS:
     void dateChosen();
     void entered();
@@ -48,7 +53,6 @@ protected:
 
 private:
     [[nodiscard]] QRect arrow() const;
-    void dropDown();
     /// Lets the typed date count, if there is one.
     void judgeTyped();
     void pickedInCalendar();
