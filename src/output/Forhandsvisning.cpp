@@ -352,6 +352,7 @@ void Forhandsvisning::skrivUt()
 {
     const auto document = m_document; // the window may go while the dialog is up
     CommonDialog dialog;
+    dialog.fileName = pdfNavn(*document);
     dialog.cancelError = true;
     if (passOver([&] { dialog.showPrinter(); }) != 0)
         return;

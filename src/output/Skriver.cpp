@@ -26,14 +26,6 @@ const ValgtSkriver *gValgt = nullptr;
                   u"Skriveren «%1» tar ikke imot utskriften."_s.arg(printer.printerName()));
 }
 
-/// A plain file name out of a report's title.
-QString filnavn(const QString &tittel)
-{
-    static const QRegularExpression ugyldig(u"[\\\\/:*?\"<>|\\x00-\\x1f]+"_s);
-    const QString navn = QString(tittel).replace(ugyldig, u" "_s).simplified();
-    return (navn.isEmpty() ? u"Utskrift"_s : navn) + u".pdf"_s;
-}
-
 } // namespace
 
 QString Skrivere::standard() const
@@ -121,6 +113,14 @@ void skrivPaa(QPrinter &printer, const report::Document &document, int eksemplar
         nektet(printer);
 }
 
+QString pdfNavn(const report::Document &document)
+{
+    static const QRegularExpression ugyldig(u"[\\\\/:*?\"<>|\\x00-\\x1f]+"_s);
+    QString navn = document.fileName.isEmpty() ? document.title : document.fileName;
+    navn = navn.replace(ugyldig, u" "_s).simplified();
+    return (navn.isEmpty() ? u"Utskrift"_s : navn) + u".pdf"_s;
+}
+
 std::optional<QString> velgPdfFil(const QString &tittel, const report::Document &document)
 {
     CommonDialog dialog;
@@ -130,7 +130,7 @@ std::optional<QString> velgPdfFil(const QString &tittel, const report::Document 
     dialog.filterIndex = 1;
     dialog.defaultExt = u"pdf"_s;
     dialog.fileKind = u"PDF"_s;
-    dialog.fileName = filnavn(document.title);
+    dialog.fileName = pdfNavn(document);
     dialog.cancelError = true;
     const int error = passOver([&] { dialog.showSave(); });
     return error == 0 ? std::optional(dialog.fileName) : std::nullopt;

@@ -70,6 +70,9 @@ void skrivUt(const report::Document &document);
 /// to. kOutput when the printer refuses.
 void skrivPaa(QPrinter &printer, const report::Document &document, int eksemplarer = 1);
 
+/// The name that a PDF file of the document is offered.
+[[nodiscard]] QString pdfNavn(const report::Document &document);
+
 /// Asks for a PDF file to save the document in; none when the user cancels.
 [[nodiscard]] std::optional<QString> velgPdfFil(const QString &tittel,
                                                 const report::Document &document);

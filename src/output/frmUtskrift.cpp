@@ -50,6 +50,12 @@ QString merknad()
     return u"Note='"_s + tekstinnstilling(u"FakturaTekst1"_s, {}) + u'\'';
 }
 
+/// What a file of the invoice is offered as its name, without the ending.
+QString filnavn(bool erKreditnota, const QString &fakNr)
+{
+    return (erKreditnota ? u"Kreditnota-"_s : u"Faktura-"_s) + trimBlanks(fakNr);
+}
+
 /// Prepares the dialog of the hidden form and shows it. The form may go while it is up, so what is
 /// shown is a copy, which becomes the form's own afterwards. The end of the component is a Cancel.
 template<class Forbered>
@@ -136,8 +142,7 @@ void frmUtskrift::skrivEhf()
             d.flags = dialogflags::kOverwritePrompt | dialogflags::kHideReadOnly;
             d.filter = u"EHF Format (*.xml)|*.xml|All Files (*.*)|*.*"_s;
             d.filterIndex = 1;
-            d.fileName = (kreditnota == 1 ? u"Kreditnota-"_s : u"Faktura-"_s) + trimBlanks(fakNr) +
-                         u".xml"_s;
+            d.fileName = filnavn(m_erKreditnota, fakNr) + u".xml"_s;
             d.defaultExt = u"xml"_s;
             d.fileKind = u"EHF"_s;
         });
@@ -176,10 +181,11 @@ void frmUtskrift::skrivRapport()
         return;
     }
     passOver([&] {
-        const CommonDialog dialog = vis(&CommonDialog::showPrinter, [](CommonDialog &d) {
+        const CommonDialog dialog = vis(&CommonDialog::showPrinter, [&](CommonDialog &d) {
             d.cancelError = true;
             d.flags = dialogflags::kPrinterHidePrintToFile | dialogflags::kPrinterNoPageNumbers |
                       dialogflags::kPrinterNoSelection;
+            d.fileName = filnavn(m_erKreditnota, fakNr) + u".pdf"_s;
             d.copies = 1;
         });
         const ValgtSkriver valgt(dialog);

@@ -133,6 +133,14 @@ TEST_F(SkriverTest, TheSuggestedFileNameHoldsNoSignThatAFileMayNotHave)
     }
 }
 
+TEST_F(SkriverTest, ADocumentsOwnFileNameGoesAheadOfItsTitle)
+{
+    report::Document document = side({210, 297});
+    EXPECT_EQ(pdfNavn(document), u"Prøve.pdf"_s);
+    document.fileName = u"Faktura-1062"_s;
+    EXPECT_EQ(pdfNavn(document), u"Faktura-1062.pdf"_s);
+}
+
 TEST_F(SkriverTest, APdfFileThatIsThereIsReplacedOnlyByConsent)
 {
     QFile liggerDer(fil(u"gammel.pdf"_s));

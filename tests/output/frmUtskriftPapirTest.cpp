@@ -202,6 +202,26 @@ TEST_F(FrmUtskriftTest, TheChosenPrinterHoldsForAllCopiesAndNoLonger)
         EXPECT_EQ(papir(pdf), QSize(595, 842));
 }
 
+TEST_F(FrmUtskriftTest, APdfFileIsCalledLikeAnEhfFile)
+{
+    skrivere.standardnavn.clear();
+    for (const auto &[erKreditnota, navn] :
+         {std::pair(false, u"Faktura-1062.pdf"_s), std::pair(true, u"Kreditnota-1062.pdf"_s)}) {
+        QString foreslatt;
+        frmUtskrift::apne({erKreditnota, u"1"_s, u"1062"_s, true});
+        onNextModal<QDialog>([&](QDialog &d) {
+            onNextModal<QFileDialog>([&](QFileDialog &f) {
+                foreslatt = f.findChild<QLineEdit *>(u"fileNameEdit"_s)->text();
+                f.reject();
+            });
+            svarMedSkriver(d, {});
+            d.reject();
+        });
+        klikkI(u"OKButton"_s);
+        EXPECT_EQ(foreslatt, navn);
+    }
+}
+
 TEST_F(FrmUtskriftTest, SeveralCopiesToAPdfFileAskOnceAndLeaveOneFile)
 {
     skrivere.standardnavn.clear();

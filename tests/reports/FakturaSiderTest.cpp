@@ -24,6 +24,16 @@ TEST_F(FakturaSiderTest, OneLineIsOnePage)
     ASSERT_EQ(document.pages.size(), 1u);
 }
 
+TEST_F(FakturaSiderTest, AFileIsNamedAfterKindAndNumber)
+{
+    const int order = enterOrder(hours(1));
+    for (const auto &[type, kind] : {std::pair(faktype::kFaktura, u"Faktura"_s),
+                                     {faktype::kFakturakopi, u"Faktura"_s},
+                                     {faktype::kKreditnota, u"Kreditnota"_s},
+                                     {faktype::kKreditnotakopi, u"Kreditnota"_s}})
+        EXPECT_EQ(print(order, type).fileName, u"%1-%2"_s.arg(kind).arg(order));
+}
+
 TEST_F(FakturaSiderTest, FortyLinesAreCarriedOver)
 {
     const int order = enterOrder(hours(40));

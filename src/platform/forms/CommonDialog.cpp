@@ -50,6 +50,8 @@ void CommonDialog::showPrinter()
     dialog.setWindowTitle(dialogTitle.isEmpty() ? u"Skriv ut"_s : dialogTitle);
     dialog.choose(printerName.isEmpty() ? QPrinterInfo::defaultPrinterName() : printerName);
     dialog.setCopies(copies);
+    if (!fileName.isEmpty())
+        dialog.setPdfName(fileName);
     if (runModal(dialog) != QDialog::Accepted) {
         cancelled();
         return;

@@ -31,7 +31,8 @@ public:
     /// Sum of `dialogflags`.
     int flags = 0;
 
-    /// In: the suggested name, with or without a folder. Out: the chosen file with its folder.
+    /// In: the suggested name, with or without a folder. Out: the chosen file with its folder. To
+    /// the printer dialog the suggested name of a PDF file alone.
     QString fileName;
     /// Pairs of description and patterns, "Tekst (*.txt)|*.txt|Alle filer (*.*)|*.*"; several
     /// patterns are parted by ";".

@@ -78,7 +78,7 @@ void PrinterDialog::accept()
         question.filter = u"PDF-filer (*.pdf)|*.pdf"_s;
         question.defaultExt = u"pdf"_s;
         question.fileKind = u"PDF"_s;
-        question.fileName = u"Utskrift.pdf"_s;
+        question.fileName = m_pdfName;
         if (!askForFile(question))
             return;
         m_pdfFile = question.fileName;

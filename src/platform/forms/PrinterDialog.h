@@ -19,6 +19,8 @@ public:
     /// Suggests a printer; does nothing when it is not among those offered.
     void choose(const QString &printer);
     void setCopies(int copies);
+    /// What a PDF file is called unless the user calls it otherwise.
+    void setPdfName(const QString &name) { m_pdfName = name; }
 
     [[nodiscard]] int copies() const;
     /// Empty when a PDF file is chosen.
@@ -31,5 +33,6 @@ public:
 private:
     QComboBox *m_printers;
     QSpinBox *m_copies;
+    QString m_pdfName = QStringLiteral("Utskrift.pdf");
     QString m_pdfFile;
 };

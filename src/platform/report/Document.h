@@ -69,7 +69,8 @@ struct Page
 struct Document
 {
     QString title;
-    QSizeF paper; ///< A4 standing is 210 by 297
+    QString fileName; ///< what a file of it is called, without ending; empty for the title
+    QSizeF paper;     ///< A4 standing is 210 by 297
     std::vector<TextStyle> styles;
     std::vector<QImage> pictures;
     std::vector<Page> pages;

@@ -60,6 +60,7 @@ public:
     {
         for (DeclaredFormula &formula : m_file.formulas)
             check(formula.text);
+        check(m_file.fileName);
         for (Group &group : m_file.groups) {
             check(group.on, FormulaChecker::Use::RowOnly);
             for (std::vector<Band> *bands :
@@ -227,6 +228,10 @@ Document makeReport(const Request &request)
     Pictures pictures;
     Document document;
     document.title = file.title;
+    if (file.fileName) {
+        environment.setRow(0);
+        document.fileName = textOf(valueOf(file.fileName, environment));
+    }
     document.paper = file.paper;
     document.pages = PageFiller(file, environment, groups, pictures).fill();
     document.pictures = pictures.takeAll();

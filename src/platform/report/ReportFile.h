@@ -80,6 +80,7 @@ struct ReportFile
 {
     QString path;
     QString title;
+    FormulaText fileName; ///< of the first row; none for the title
     QSizeF paper = {210, 297};
     QMarginsF margins = {15, 15, 15, 15};
     std::optional<Query> query;

@@ -31,6 +31,7 @@ public:
         open(bytes, m_report.path, u"report");
         Attributes attributes(source());
         m_report.title = attributes.text(u"title");
+        m_report.fileName = attributes.formula(u"fileName");
         checkVersion(attributes);
         const Place place = source().place();
         children([this](const QString &name) { return reportChild(name); });
