@@ -10,6 +10,7 @@
 namespace {
 
 constexpr int kLengst = 60'000; // milliseconds
+constexpr int kLengstApning = 10'000;
 constexpr int kPause = 100;
 
 bool enKjoringErIGang = false;
@@ -21,8 +22,16 @@ Bokfortur::Bokfortur(std::function<void()> venter)
 {
     if (!m_ytterst)
         return;
-    if (passOver([this] { m_forbindelse.open(gDB->ConnectionString()); }) == 0)
+    // A server may be on its way back just now, and the run would go on when it is there.
+    for (int ventet = 0; ventet < kLengstApning && !apnet(); ventet += kPause)
+        Clock::current().sleep(kPause);
+    if (m_forbindelse.state() == ado::ObjectState::Open)
         vent();
+}
+
+bool Bokfortur::apnet()
+{
+    return passOver([this] { m_forbindelse.open(gDB->ConnectionString()); }) == 0;
 }
 
 Bokfortur::~Bokfortur()

@@ -21,6 +21,7 @@ public:
     void behold();
 
 private:
+    [[nodiscard]] bool apnet();
     void vent();
 
     const bool m_ytterst; // no run goes on around this one

@@ -1,13 +1,13 @@
 #include "posting/BokforProsessTest.h"
-#include "support/Child.h"
 #include "support/PostgresCluster.h"
 #include "support/Rounds.h"
 
 #include <QElapsedTimer>
 
-#include <memory>
+#include <fcntl.h>
+#include <numeric>
 #include <random>
-#include <sys/socket.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -42,41 +42,34 @@ protected:
         prepare(kInvoices);
         NoterendeSkjerm list;
         loadList(list);
-        reload(); // nothing open is shared with the children
-        int ends[2];
-        ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
-        std::vector<std::unique_ptr<Child>> running;
-        for (int i = 0; i < processes; ++i)
-            running.push_back(std::make_unique<Child>([&] {
-                ::close(ends[0]);
-                startAnew();
-                const char dot = '.';
-                nekt = [&](const QString &) { static_cast<void>(::write(ends[1], &dot, 1) == 1); };
-                TellendeSkjerm screen;
-                screen.rader = list.rader;
-                BokforMerkede(screen);
-                return screen.told;
-            }));
-        ::close(ends[1]);
-        const int statement = std::uniform_int_distribution(1, kStatements)(m_random);
-        char byte = 0;
-        for (int read = 0; read < statement && ::read(ends[0], &byte, 1) == 1; ++read) {
-        }
-        // No sleep: the moment is to be met within microseconds.
-        const int pause = std::uniform_int_distribution(0, 400)(m_random);
-        QElapsedTimer clock;
-        clock.start();
-        while (clock.nsecsElapsed() < 1000LL * pause) {
-        }
-        disturb();
-        while (::read(ends[0], &byte, 1) == 1) {
-        }
-        ::close(ends[0]);
-        int told = 0;
-        for (const auto &process : running)
-            told += process->wait();
-        EXPECT_EQ(told, kInvoices);
-        startAnew();
+        int dots[2];
+        ASSERT_EQ(::pipe2(dots, O_CLOEXEC), 0);
+        const auto post = [&] {
+            const char dot = '.';
+            nekt = [&](const QString &) { static_cast<void>(::write(dots[1], &dot, 1) == 1); };
+            TellendeSkjerm screen;
+            screen.rader = list.rader;
+            BokforMerkede(screen);
+            return screen.told;
+        };
+        const auto meanwhile = [&] {
+            const int statement = std::uniform_int_distribution(1, kStatements)(m_random);
+            char byte = 0;
+            for (int seen = 0; seen < statement && ::read(dots[0], &byte, 1) == 1; ++seen) {
+            }
+            // No sleep: the moment is to be met within microseconds.
+            const int pause = std::uniform_int_distribution(0, 400)(m_random);
+            QElapsedTimer clock;
+            clock.start();
+            while (clock.nsecsElapsed() < 1000LL * pause) {
+            }
+            disturb();
+        };
+        const std::vector<int> told = inProcesses(processes, post, meanwhile);
+        ::close(dots[0]);
+        ::close(dots[1]);
+        EXPECT_EQ(int(told.size()), processes);
+        EXPECT_EQ(std::accumulate(told.begin(), told.end(), 0), kInvoices);
         expectEachOnceAndWhole(processes);
     }
 

@@ -4,6 +4,10 @@
 #include "platform/ado/Connection.h"
 #include "shell/Main.h"
 #include "state/SharedState.h"
+#include "support/Child.h"
+
+#include <fcntl.h>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -56,4 +60,34 @@ void BokforProsessTest::startAnew()
     gKlient = gKlientInn = 5;
     gAar = 2014;
     gDB->setConnectionString(connectionString());
+}
+
+std::vector<int> BokforProsessTest::inProcesses(int processes, const std::function<int()> &work,
+                                                const std::function<void()> &meanwhile)
+{
+    reload(); // nothing open is shared with the children
+    int told[2];
+    int goOn[2];
+    // Closed for a server that is started meanwhile.
+    EXPECT_EQ(::pipe2(told, O_CLOEXEC) + ::pipe2(goOn, O_CLOEXEC), 0);
+    std::vector<std::unique_ptr<Child>> running;
+    for (int i = 0; i < processes; ++i)
+        running.push_back(std::make_unique<Child>([&] {
+            ::close(goOn[1]);
+            startAnew();
+            char byte = static_cast<char>(work());
+            return ::write(told[1], &byte, 1) == 1 && ::read(goOn[0], &byte, 1) == 0 ? 0 : 1;
+        }));
+    ::close(told[1]);
+    ::close(goOn[0]);
+    meanwhile();
+    std::vector<int> results;
+    for (char byte = 0; int(results.size()) < processes && ::read(told[0], &byte, 1) == 1;)
+        results.push_back(byte);
+    ::close(goOn[1]);
+    ::close(told[0]);
+    for (const auto &process : running)
+        EXPECT_EQ(process->wait(), 0);
+    startAnew();
+    return results;
 }

@@ -15,6 +15,12 @@ protected:
     void loadList(NoterendeSkjerm &list);
     /// As after a new start of the program.
     void startAnew();
+    /// Runs `work`, which tells a number below 100, in so many processes at once, and `meanwhile`
+    /// in this one. As programs do, the processes go on until all have come to the end of their
+    /// work. Returns what they told; no more than that of those that died.
+    std::vector<int> inProcesses(
+        int processes, const std::function<int()> &work,
+        const std::function<void()> &meanwhile = [] {});
     int count(const QString &tableAndCondition)
     {
         return rows(QStringLiteral("SELECT COUNT (*) FROM ") + tableAndCondition).value(0).toInt();

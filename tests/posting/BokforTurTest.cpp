@@ -4,9 +4,8 @@
 #include "support/Child.h"
 #include "support/Rounds.h"
 
-#include <QSet>
-
-#include <memory>
+#include <algorithm>
+#include <numeric>
 #include <sys/socket.h>
 
 using namespace Qt::StringLiterals;
@@ -49,40 +48,22 @@ private:
 class BokforTurTest : public BokforProsessTest
 {
 protected:
-    /// Each process has loaded the whole list, posts all of it, and returns how many invoices it
-    /// told of, or 99 when a journal has missed a row.
+    /// Each process has loaded the whole list and posts all of it.
     void postAtOnce(int processes)
     {
         startAnew();
         prepare(kInvoices);
         NoterendeSkjerm list;
         loadList(list);
-        reload(); // nothing open is shared with the children
-        int start[2];
-        ASSERT_EQ(::pipe(start), 0);
-        std::vector<std::unique_ptr<Child>> running;
-        for (int i = 0; i < processes; ++i)
-            running.push_back(std::make_unique<Child>([&] {
-                ::close(start[1]);
-                char end = 0;
-                startAnew();
-                JournalSkjerm screen([this] { return count(u"tmpTbl"_s); });
-                screen.rader = list.rader;
-                static_cast<void>(::read(start[0], &end, 1) == 0); // all begin at the same moment
-                BokforMerkede(screen);
-                return screen.sawWholeTable() ? screen.told() : 99;
-            }));
-        ::close(start[0]);
-        ::close(start[1]);
-        int told = 0;
-        for (const auto &process : running) {
-            const int ended = process->wait();
-            EXPECT_GE(ended, 0);
-            EXPECT_NE(ended, 99) << "a journal lacked rows";
-            told += ended;
-        }
-        EXPECT_EQ(told, kInvoices);
-        startAnew();
+        const std::vector<int> results = inProcesses(processes, [&] {
+            JournalSkjerm screen([this] { return count(u"tmpTbl"_s); });
+            screen.rader = list.rader;
+            BokforMerkede(screen);
+            return screen.sawWholeTable() ? screen.told() : 99;
+        });
+        EXPECT_EQ(int(results.size()), processes);
+        EXPECT_EQ(std::count(results.begin(), results.end(), 99), 0) << "a journal lacked rows";
+        EXPECT_EQ(std::accumulate(results.begin(), results.end(), 0), kInvoices);
         expectEachOnce();
     }
 

@@ -129,8 +129,9 @@ void PostgresSession::sendCommit()
 bool PostgresSession::wasCommitted(const QByteArray &number)
 {
     const QByteArray question = "SELECT txid_status(" + number + ')';
-    passOver([this] { reopen(); });
-    for (int waited = 0; !m_link.isLost() && waited < m_link.patience(); waited += kStatusPause) {
+    for (int waited = 0; waited < m_link.patience(); waited += kStatusPause) {
+        if (m_link.isLost() && passOver([this] { reopen(); }) != 0)
+            break;
         QByteArray status;
         const int error =
             passOver([&] { status = PQgetvalue(m_link.run(question.constData()).get(), 0, 0); });
@@ -139,7 +140,7 @@ bool PostgresSession::wasCommitted(const QByteArray &number)
         // A server that came back from a crash may not know the number at all.
         if (status == "aborted" || error == errors::kTypeMismatch)
             return false;
-        if (status != "in progress")
+        if (status != "in progress" && !m_link.isLost())
             break;
         Clock::current().sleep(kStatusPause); // it has not noticed yet that the connection ended
     }
@@ -178,7 +179,7 @@ bool PostgresSession::transactionLost() const noexcept
 }
 
 /// Sends the BEGIN that is due, on a new connection if the old one has ended. Nothing is lost by
-/// trying BEGIN twice.
+/// trying BEGIN again.
 void PostgresSession::start()
 {
     requireRunning();
@@ -186,15 +187,15 @@ void PostgresSession::start()
         return;
     if (!m_link.isAlive())
         reopen();
-    if (m_transaction != Transaction::Begun)
-        return;
-    try {
-        m_link.run("BEGIN");
-    } catch (const RunTimeError &) {
-        if (!m_link.isLost())
-            throw;
-        reopen();
-        m_link.run("BEGIN");
+    for (int left = kAttempts; m_transaction == Transaction::Begun; --left) {
+        try {
+            m_link.run("BEGIN");
+            m_transaction = Transaction::Started;
+        } catch (const RunTimeError &) {
+            if (left == 1 || !m_link.isLost())
+                throw;
+            reopen();
+        }
     }
     m_transaction = Transaction::Started;
 }

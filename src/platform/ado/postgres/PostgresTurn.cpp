@@ -11,10 +11,10 @@ namespace ado {
 namespace {
 
 constexpr char kTry[] = "SELECT pg_try_advisory_lock(1400129634)"; // any number of our own
-constexpr char kLook[] = "SELECT COUNT(*) = 0 FROM pg_locks WHERE locktype = 'advisory' AND "
-                         "classid = 0 AND objid = 1400129634 AND database = (SELECT oid FROM "
-                         "pg_database WHERE datname = current_database())";
-constexpr int kFreeForGood = 10; // looks
+constexpr char kHolder[] = "SELECT pid FROM pg_locks WHERE locktype = 'advisory' AND granted AND "
+                           "classid = 0 AND objid = 1400129634 AND database = (SELECT oid FROM "
+                           "pg_database WHERE datname = current_database())";
+constexpr int kFreeForGood = 50; // looks
 
 bool isTrue(const PostgresResult &answer)
 {
@@ -27,19 +27,30 @@ bool PostgresTurn::take(PostgresLink &link)
 {
     if (m_state == State::Held)
         return true;
-    if (m_state == State::Waiting && !isTrue(link.run(kLook))) {
-        m_seenFree = 0;
-        return false;
-    }
-    if (m_state == State::Waiting && ++m_seenFree < kFreeForGood)
+    if (m_state == State::Waiting && !mayFollow(link))
         return false;
     if (isTrue(link.run(kTry))) {
         m_state = State::Held;
     } else {
         m_state = State::Waiting;
-        m_seenFree = 0;
+        static_cast<void>(mayFollow(link)); // notes who has it
     }
     return m_state == State::Held;
+}
+
+bool PostgresTurn::mayFollow(PostgresLink &link)
+{
+    const PostgresResult holder = link.run(kHolder);
+    if (PQntuples(holder.get()) > 0) {
+        m_holder = PQgetvalue(holder.get(), 0, 0);
+        m_seenFree = 0;
+        return false;
+    }
+    if (++m_seenFree >= kFreeForGood)
+        return true;
+    // With its session gone, the holder may still be at work.
+    const QByteArray isThere = "SELECT COUNT(*) > 0 FROM pg_stat_activity WHERE pid = 0" + m_holder;
+    return isTrue(link.run(isThere.constData()));
 }
 
 void PostgresTurn::release(PostgresLink &link) noexcept
