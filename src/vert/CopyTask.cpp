@@ -52,6 +52,11 @@ public:
         }
     }
 
+    [[nodiscard]] qint64 lastNumber(const TableInfo &table) const
+    {
+        return m_session->lastNumber(table.name);
+    }
+
 private:
     /// On a server every statement of a transaction else sees what has been committed by then.
     static ado::DataSource withOneView(ado::DataSource source)
@@ -104,6 +109,7 @@ void copyDatabase(const database::Place &from, const database::Place &to,
             const ado::RowSet rows = original.rows(*table);
             copy->execute(createStatement(*table, original.catalog()));
             copy->append(table->name, rows);
+            copy->continueCounter(table->name, original.lastNumber(*table));
             tables.push_back({table, TableSums(rows)});
             rowCount += rows.rowCount();
             say(table->name + u": "_s + counted(rows.rowCount(), u"rad"_s, u"rader"_s));

@@ -50,6 +50,11 @@ public:
         m_session->append(table, rows);
         m_after("append");
     }
+    qint64 lastNumber(QStringView table) override { return m_session->lastNumber(table); }
+    void continueCounter(QStringView table, qint64 lastNumber) override
+    {
+        m_session->continueCounter(table, lastNumber);
+    }
     const ado::dialect::Catalog &catalog() override { return m_session->catalog(); }
     bool takeTurn() override { return m_session->takeTurn(); }
     bool transactionLost() const noexcept override { return m_session->transactionLost(); }

@@ -59,6 +59,11 @@ public:
         check(*m_log, u"append"_s, table.toString());
         m_session->append(table, rows);
     }
+    qint64 lastNumber(QStringView table) override { return m_session->lastNumber(table); }
+    void continueCounter(QStringView table, qint64 lastNumber) override
+    {
+        m_session->continueCounter(table, lastNumber);
+    }
     const ado::dialect::Catalog &catalog() override { return m_session->catalog(); }
     bool takeTurn() override { return m_session->takeTurn(); }
     bool transactionLost() const noexcept override { return m_session->transactionLost(); }

@@ -109,6 +109,21 @@ TEST_F(ServerCopyTest, ThereAndBackIsTheSame)
     EXPECT_EQ(answer(path(u"tilbake.db"_s), others), answer(file, others));
 }
 
+TEST_F(ServerCopyTest, CountersGoOnWhereTheSourcesStood)
+{
+    const QString file = makeDemo();
+    change(u"DELETE FROM OrdreLinjer"_s);
+    change(u"DELETE FROM Ordre WHERE ID>40"_s);
+    ASSERT_EQ(copy(file, uri()).status, 0);
+    ASSERT_EQ(copy(uri(), u"tilbake.db"_s).status, 0);
+    const QString insert = u"INSERT INTO Ordre (KlientNr,OrdreNr) VALUES (1,9999)"_s;
+    const QString question = u"SELECT ID FROM Ordre WHERE OrdreNr=9999"_s;
+    for (const QString &copied : {uri(), path(u"tilbake.db"_s)}) {
+        EXPECT_EQ(host({u"--dsn"_s, copied, u"--sql"_s, insert}).status, 0);
+        EXPECT_EQ(answer(copied, question), QByteArray("ID:3\n61\n"));
+    }
+}
+
 TEST_F(ServerCopyTest, ModuleGoesOnInTheCopy)
 {
     ASSERT_EQ(copy(makeDemo(), uri()).status, 0);

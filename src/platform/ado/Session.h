@@ -44,6 +44,11 @@ public:
     /// counter too, which is moved on behind them. All rows or none. Raises kNoSuchTable, and what
     /// a refused row raises.
     virtual void append(QStringView table, const RowSet &rows) = 0;
+    /// The last number that the table's counter has given; 0 when it has none or has given none.
+    virtual qint64 lastNumber(QStringView table) = 0;
+    /// From now on the table's counter gives numbers behind that one; nothing for one that stands
+    /// there already, and for a table without a counter.
+    virtual void continueCounter(QStringView table, qint64 lastNumber) = 0;
     /// The tables as they are now; valid until the next call on the session.
     virtual const dialect::Catalog &catalog() = 0;
 

@@ -29,6 +29,8 @@ public:
     RowSet query(QStringView) override { return {}; }
     void writeBack(RowSet &, const std::vector<int> &) override {}
     void append(QStringView, const RowSet &) override {}
+    qint64 lastNumber(QStringView) override { return 0; }
+    void continueCounter(QStringView, qint64) override {}
     const dialect::Catalog &catalog() override { return m_catalog; }
     bool takeTurn() override { return true; }
     bool reset() noexcept override

@@ -22,6 +22,13 @@ const ColumnInfo *TableInfo::column(QStringView columnName) const
     return found == columns.end() ? nullptr : &*found;
 }
 
+const ColumnInfo *TableInfo::counter() const
+{
+    const auto found = std::find_if(columns.begin(), columns.end(),
+                                    [](const ColumnInfo &column) { return column.counter; });
+    return found == columns.end() ? nullptr : &*found;
+}
+
 void Catalog::add(TableInfo table)
 {
     m_byFoldedName.insert(folded(table.name), static_cast<int>(m_tables.size()));

@@ -27,6 +27,8 @@ struct TableInfo
 
     /// The column of that name without regard to case, or nullptr.
     [[nodiscard]] const ColumnInfo *column(QStringView columnName) const;
+    /// The column that the database numbers, or nullptr.
+    [[nodiscard]] const ColumnInfo *counter() const;
 };
 
 /// The tables of one database at one moment. Names are found without regard to case.

@@ -17,8 +17,7 @@ namespace ado {
 namespace {
 
 constexpr int kCachedStatements = 64;
-constexpr int kStatusPause = 100;      // milliseconds between two questions
-constexpr qsizetype kLongestName = 63; // bytes of UTF-8
+constexpr int kStatusPause = 100; // milliseconds between two questions
 
 /// Changes of a schema that this process has made. A session that knows of fewer may be wrong about
 /// tables that another session of ours has changed.
@@ -42,23 +41,6 @@ bool isAboutSchema(const RunTimeError &error)
 bool isQuery(const dialect::Lexed &statement)
 {
     return statement.tokens.front().text.compare(u"SELECT", Qt::CaseInsensitive) == 0;
-}
-
-/// The server cuts a longer name without an error, and then nothing finds it.
-void requireShortNames(const QByteArray &definition)
-{
-    qsizetype begin = 0;
-    while ((begin = definition.indexOf('"', begin)) >= 0) {
-        qsizetype end = definition.indexOf('"', ++begin);
-        while (end >= 0 && definition.mid(end + 1, 1) == "\"")
-            end = definition.indexOf('"', end + 2);
-        const QByteArray name = definition.mid(begin, end - begin).replace("\"\"", "\"");
-        if (name.size() > kLongestName)
-            throw RunTimeError(
-                errors::kSyntax,
-                u"Navnet «%1» er for langt for databasetjeneren."_s.arg(QString::fromUtf8(name)));
-        begin = end + 1;
-    }
 }
 
 } // namespace
@@ -197,7 +179,6 @@ void PostgresSession::start()
             reopen();
         }
     }
-    m_transaction = Transaction::Started;
 }
 
 /// Runs `read`, which changes nothing, and outside a transaction once more on a new connection when
@@ -400,9 +381,9 @@ void PostgresSession::noteNumber(const PostgresResult &result)
 
 void PostgresSession::changeSchema(const dialect::Translation &translation)
 {
-    requireShortNames(translation.sql);
+    PostgresWriter::requireShortNames(translation.sql);
     for (const QByteArray &followUp : translation.followUps)
-        requireShortNames(followUp);
+        PostgresWriter::requireShortNames(followUp);
     allOrNothing([&] {
         start();
         guarded([&] {
@@ -453,13 +434,35 @@ void PostgresSession::append(QStringView table, const RowSet &rows)
             m_link.copyIn(copyStatement(*target, rows.columns()), [&] {
                 return next < rows.rowCount() ? copyLine(rows, next++) : QByteArray();
             });
-            for (const dialect::ColumnInfo &column : target->columns) {
-                if (column.counter)
-                    m_link.run(
-                        PostgresWriter::counterBehindRows(target->name, column.name).constData());
-            }
+            if (const dialect::ColumnInfo *counter = target->counter())
+                m_link.run(
+                    PostgresWriter::counterBehindRows(target->name, counter->name).constData());
         });
     });
+}
+
+qint64 PostgresSession::lastNumber(QStringView table)
+{
+    QByteArray last = "0";
+    reading([&] {
+        const dialect::TableInfo *info = knownCatalog().table(table);
+        if (const dialect::ColumnInfo *counter = info ? info->counter() : nullptr) {
+            const QByteArray query = PostgresWriter::lastNumber(info->name, counter->name);
+            last = PQgetvalue(m_link.run(query.constData()).get(), 0, 0);
+        }
+    });
+    return last.toLongLong();
+}
+
+void PostgresSession::continueCounter(QStringView table, qint64 lastNumber)
+{
+    start();
+    const dialect::TableInfo *info = knownCatalog().table(table);
+    if (const dialect::ColumnInfo *counter = info ? info->counter() : nullptr)
+        guarded([&] {
+            m_link.run(
+                PostgresWriter::counterBehind(info->name, counter->name, lastNumber).constData());
+        });
 }
 
 // --- Between two owners

@@ -34,6 +34,8 @@ public:
     RowSet query(QStringView statement) override;
     void writeBack(RowSet &rows, const std::vector<int> &changedRows) override;
     void append(QStringView table, const RowSet &rows) override;
+    qint64 lastNumber(QStringView table) override;
+    void continueCounter(QStringView table, qint64 lastNumber) override;
     const dialect::Catalog &catalog() override;
     bool takeTurn() override;
     bool reset() noexcept override;

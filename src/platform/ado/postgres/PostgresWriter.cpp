@@ -1,6 +1,9 @@
 #include "platform/ado/postgres/PostgresWriter.h"
 
+#include "platform/ado/AdoTypes.h"
 #include "platform/ado/dialect/Overflow.h"
+
+using namespace Qt::StringLiterals;
 
 namespace ado {
 
@@ -9,6 +12,7 @@ using dialect::DatePart;
 
 namespace {
 
+constexpr qsizetype kLongestName = 63; // bytes of UTF-8
 constexpr char kCollate[] = " COLLATE \"norsk\"";
 
 /// The type in which values of a dialect type are computed and leave the database.
@@ -208,6 +212,38 @@ QByteArray PostgresWriter::counterBehindRows(QStringView table, QStringView coun
     const QByteArray sequence = sequenceOf(table, counter);
     return "SELECT setval(" + sequence + ", t.largest) FROM (SELECT MAX(" + name(counter) +
            ") AS largest FROM " + name(table) + ") AS t WHERE " + isAhead("t.largest", sequence);
+}
+
+void PostgresWriter::requireShortNames(const QByteArray &definition)
+{
+    qsizetype begin = 0;
+    while ((begin = definition.indexOf('"', begin)) >= 0) {
+        qsizetype end = definition.indexOf('"', ++begin);
+        while (end >= 0 && definition.mid(end + 1, 1) == "\"")
+            end = definition.indexOf('"', end + 2);
+        const QByteArray name = definition.mid(begin, end - begin).replace("\"\"", "\"");
+        if (name.size() > kLongestName)
+            throw RunTimeError(
+                errors::kSyntax,
+                u"Navnet «%1» er for langt for databasetjeneren."_s.arg(QString::fromUtf8(name)));
+        begin = end + 1;
+    }
+}
+
+QByteArray PostgresWriter::counterBehind(QStringView table, QStringView counter, qint64 number)
+{
+    const QByteArray sequence = sequenceOf(table, counter);
+    const QByteArray behind = QByteArray::number(number);
+    return "SELECT setval(" + sequence + ", " + behind + ") WHERE " + isAhead(behind, sequence);
+}
+
+QByteArray PostgresWriter::lastNumber(QStringView table, QStringView counter)
+{
+    // Who may read the table alone does not get to know it.
+    const QByteArray sequence = sequenceOf(table, counter);
+    return "SELECT CASE WHEN has_sequence_privilege(" + sequence +
+           ", 'USAGE, SELECT') THEN COALESCE(pg_sequence_last_value(" + sequence +
+           "), 0) ELSE 0 END";
 }
 
 QByteArray PostgresWriter::columnType(QStringView column, DataType type, int width) const

@@ -21,6 +21,9 @@ public:
     static constexpr char kLocale[] = "nb-NO-u-ks-level2";
     /// True when the statement cannot run without the collation.
     [[nodiscard]] static bool needsCollation(const QByteArray &sql);
+    /// Raises kSyntax for a name in a definition that the server would cut without an error, so
+    /// that nothing finds it any more.
+    static void requireShortNames(const QByteArray &definition);
 
     [[nodiscard]] QByteArray column(QStringView alias, QStringView name,
                                     DataType type) const override;
@@ -46,6 +49,10 @@ public:
                                            bool given) const override;
     /// A query that moves a counter on behind the largest number in its table.
     [[nodiscard]] static QByteArray counterBehindRows(QStringView table, QStringView counter);
+    /// The same behind a number, and a query for the last number that it has given.
+    [[nodiscard]] static QByteArray counterBehind(QStringView table, QStringView counter,
+                                                  qint64 number);
+    [[nodiscard]] static QByteArray lastNumber(QStringView table, QStringView counter);
     [[nodiscard]] QByteArray columnType(QStringView column, DataType type,
                                         int width) const override;
     [[nodiscard]] QByteArray counterType(const QByteArray &constraintName) const override;

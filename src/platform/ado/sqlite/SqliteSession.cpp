@@ -240,6 +240,38 @@ void SqliteSession::append(QStringView table, const RowSet &rows)
     });
 }
 
+/// SQLite makes its table of counters with the first table that has one.
+bool SqliteSession::keepsCounters() const
+{
+    SqliteStatement kept(m_database.handle(),
+                         "SELECT COUNT(*) FROM sqlite_schema WHERE name = 'sqlite_sequence'");
+    kept.step();
+    return kept.integer(0) > 0;
+}
+
+qint64 SqliteSession::lastNumber(QStringView table)
+{
+    if (!keepsCounters())
+        return 0;
+    SqliteStatement last(m_database.handle(), "SELECT seq FROM sqlite_sequence WHERE name = ?1");
+    last.bind({Value(table.toString())});
+    return last.step() ? last.integer(0) : 0;
+}
+
+void SqliteSession::continueCounter(QStringView table, qint64 lastNumber)
+{
+    if (!keepsCounters() || this->lastNumber(table) >= lastNumber)
+        return;
+    const std::vector<Value> name{Value(table.toString())};
+    allOrNothing([&] {
+        change("DELETE FROM sqlite_sequence WHERE name = ?1", name);
+        change("INSERT INTO sqlite_sequence (name, seq) SELECT name, " +
+                   QByteArray::number(lastNumber) +
+                   " FROM sqlite_schema WHERE name = ?1 AND sql LIKE '%AUTOINCREMENT%'",
+               name);
+    });
+}
+
 // --- Between two owners
 
 bool SqliteSession::reset() noexcept

@@ -31,6 +31,8 @@ public:
     RowSet query(QStringView statement) override;
     void writeBack(RowSet &rows, const std::vector<int> &changedRows) override;
     void append(QStringView table, const RowSet &rows) override;
+    qint64 lastNumber(QStringView table) override;
+    void continueCounter(QStringView table, qint64 lastNumber) override;
     const dialect::Catalog &catalog() override;
     bool takeTurn() override { return m_turn.take(); }
     bool reset() noexcept override;
@@ -56,6 +58,7 @@ private:
     void run(QStringView text, RowSet *rows); // no `rows`: they are dropped
     void changeSchema(const dialect::Translation &translation);
     void forgetSchema();
+    bool keepsCounters() const;
     WriteBack::Outcome change(const QByteArray &sql, const std::vector<Value> &values);
 
     SqliteDatabase m_database;
