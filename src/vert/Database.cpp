@@ -59,7 +59,8 @@ QString nameOf(const ado::DataSource &source)
     if (source.kind == ado::DataSource::Kind::SqliteFile)
         return source.location;
     const QString host = source.server.value(u"host"_s);
-    return u"databasen «%1»"_s.arg(databaseOf(source)) +
+    // A misspelt user may hold the password.
+    return u"databasen «%1»"_s.arg(source.server.value(u"dbname"_s, u"brukerens egen"_s)) +
            (host.isEmpty() ? QString() : u" på "_s + host);
 }
 

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <initializer_list>
 
@@ -16,8 +17,33 @@ namespace ado {
 
 namespace {
 
+/// What remains of a path behind the folders that are there.
+QString missingPart(const QString &path)
+{
+    qsizetype known = 0;
+    for (qsizetype slash = path.indexOf(u'/'); slash >= 0; slash = path.indexOf(u'/', known)) {
+        if (slash > 0 && !QFileInfo(path.first(slash)).isDir())
+            break;
+        known = slash + 1;
+    }
+    return path.sliced(known);
+}
+
+/// A name that leads nowhere is shown, so that the user sees his mistake. This refuses without
+/// showing it what may be a misspelt address or connection string, and hold a password.
+void requireShowable(const QString &name)
+{
+    static const QRegularExpression traces(u"[@:=;?&]|pass|pwd"_s,
+                                           QRegularExpression::CaseInsensitiveOption);
+    if (!QFileInfo::exists(name) && traces.match(missingPart(name)).hasMatch())
+        throw RunTimeError(errors::kUnspecified,
+                           u"Databasen finnes ikke. Navnet vises ikke, for det kan inneholde et "
+                           "passord; adressen til en databasetjener skrives «postgresql://…»."_s);
+}
+
 DataSource sqliteFile(const QString &path, ConnectionString connectionString)
 {
+    requireShowable(path);
     if (QDir::isRelativePath(path) && QDir::currentPath().isEmpty())
         throw RunTimeError(errors::kUnspecified,
                            u"Databasen «%1» finnes ikke: arbeidsmappen er borte."_s.arg(path));
@@ -77,6 +103,8 @@ QMap<QString, QString> serverOf(const OdbcEntries &entries)
 DataSource fromOdbcIni(const QString &name, const ConnectionString &connectionString)
 {
     const std::optional<OdbcEntries> entries = odbcDataSource(name);
+    if (!entries)
+        requireShowable(name);
     if (!entries)
         throw RunTimeError(errors::kUnspecified,
                            u"Datakilden «%1» finnes verken som fil eller i odbc.ini."_s.arg(name));

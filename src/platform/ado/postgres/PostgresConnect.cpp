@@ -210,7 +210,7 @@ pg_conn *connectPostgres(const QMap<QString, QString> &keywords, bool known)
         const bool mayReturn = restarts || (known && failure.state.isEmpty() && !timedOut);
         if (!mayReturn || waited >= patience || deadline.hasExpired())
             throw postgresConnectError(failure, nameOf(connection.get()),
-                                       QString::fromUtf8(PQdb(connection.get())));
+                                       keywords.value(u"dbname"_s, u"brukerens egen"_s));
         Clock::current().sleep(kRestartPause);
     }
 }
