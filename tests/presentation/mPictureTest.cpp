@@ -200,6 +200,22 @@ TEST_F(MPictureTest, APartOfALogoIsNotTakenForIt)
 
 // --- Writing
 
+TEST_F(MPictureTest, IsStoredWhateverKeyTheClientsTableHas)
+{
+    for (const QString &key : {QString(), u", CONSTRAINT N PRIMARY KEY (Navn)"_s}) {
+        run(u"DROP TABLE Klient"_s);
+        run(u"CREATE TABLE Klient (KlientNr SHORT, Navn TEXT(40), Logo LONGBINARY"_s + key + u')');
+        run(u"INSERT INTO Klient (KlientNr,Navn) VALUES (5,'Strand')"_s);
+        run(u"INSERT INTO Klient (KlientNr,Navn) VALUES (6,'Vik')"_s);
+        m_box.setPicture(picture({30, 20}, Qt::blue));
+        EXPECT_EQ(said(m_box), QString());
+        EXPECT_EQ(QImage::fromData(storedLogo()).size(), QSize(30, 20)) << key.toStdString();
+        m_box.setPicture(picture({31, 20}, Qt::red));
+        EXPECT_EQ(said(m_box), QString());
+        EXPECT_EQ(QImage::fromData(storedLogo()).size(), QSize(31, 20));
+    }
+}
+
 TEST_F(MPictureTest, APictureIsStoredAsTheSavedFile)
 {
     m_box.setPicture(picture(QSize(30, 20), Qt::darkRed));

@@ -53,26 +53,45 @@ WriteBack::WriteBack(const RowSet &rows, const dialect::TableInfo *table,
                      const dialect::Writer &writer, Runner run)
     : m_rows(rows), m_table(required(table)), m_writer(writer), m_run(std::move(run))
 {
-    const auto &columns = rows.columns();
-    bool whole = false; // a table without a key has none to show
+    if (!findByKey())
+        findByContent();
+    if (m_findingColumns.empty())
+        throw RunTimeError(
+            errors::kSyntax,
+            u"Postsettet kan ikke lagres: det viser ingen felt fra tabellen «%1»."_s.arg(
+                m_table.name));
+}
+
+/// False when the rows do not show the whole key, or the table has none.
+bool WriteBack::findByKey()
+{
+    const auto &columns = m_rows.columns();
+    std::vector<int> shownKeys;
     for (const dialect::ColumnInfo &key : m_table.columns) {
         if (!key.key)
             continue;
         const auto shown = std::find_if(columns.begin(), columns.end(), [&](const auto &column) {
             return column.baseColumn == key.name;
         });
-        whole = shown != columns.end();
-        if (!whole)
-            break;
-        m_keyColumns.push_back(static_cast<int>(shown - columns.begin()));
+        if (shown == columns.end())
+            return false;
+        shownKeys.push_back(static_cast<int>(shown - columns.begin()));
         if (key.counter)
-            m_counterColumn = m_keyColumns.back();
+            m_counterColumn = shownKeys.back();
     }
-    if (!whole)
-        throw RunTimeError(
-            errors::kSyntax,
-            u"Postsettet kan ikke lagres: det viser ikke hele nøkkelen til tabellen «%1»."_s.arg(
-                m_table.name));
+    m_findingColumns = std::move(shownKeys);
+    return !m_findingColumns.empty();
+}
+
+/// By all that was read of them. What a unique key tells apart is told apart by this too.
+void WriteBack::findByContent()
+{
+    m_byContent = true;
+    m_counterColumn = -1;
+    for (int column = 0; column < m_rows.columnCount(); ++column) {
+        if (!m_rows.columns()[static_cast<size_t>(column)].baseColumn.isEmpty())
+            m_findingColumns.push_back(column);
+    }
 }
 
 void WriteBack::write(const std::vector<int> &changedRows)
@@ -115,13 +134,18 @@ void WriteBack::update(int row) const
     for (const int column : m_rows.changedColumns(row))
         changes +=
             statement.name(column) + " = " + statement.place(column, m_rows.value(row, column));
-    QByteArrayList keys;
-    for (const int column : m_keyColumns)
-        keys += statement.name(column) + " = " +
-                statement.place(column, m_rows.storedValue(row, column));
+    QByteArrayList tests;
+    for (const int column : m_findingColumns)
+        tests += statement.name(column) + (m_byContent ? " IS NOT DISTINCT FROM " : " = ") +
+                 statement.place(column, m_rows.storedValue(row, column));
     const QByteArray sql = "UPDATE " + dialect::Writer::name(m_table.name) + " SET " +
-                           changes.join(", ") + " WHERE " + keys.join(" AND ");
-    if (m_run(sql, statement.values()).rows == 0)
+                           changes.join(", ") + " WHERE " + tests.join(" AND ");
+    const qint64 hit = m_run(sql, statement.values()).rows;
+    if (hit > 1)
+        throw RunTimeError(errors::kIntegrity,
+                           u"Posten som skulle endres i tabellen «%1», er ikke til å skille fra "
+                           "andre."_s.arg(m_table.name));
+    if (hit == 0)
         throw RunTimeError(
             errors::kRowNotFound,
             u"Posten som skulle endres i tabellen «%1», finnes ikke lenger."_s.arg(m_table.name));

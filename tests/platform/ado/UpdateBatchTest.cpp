@@ -219,22 +219,51 @@ TEST_F(UpdateBatch, DetachedSetCannotBeWritten)
     EXPECT_EQ(errorOf([&] { rows.updateBatch(); }), errors::kNoConnection);
 }
 
-TEST_F(UpdateBatch, SetWithoutTheKeyOfOneTableCannotBeWritten)
+TEST_F(UpdateBatch, SetOfNoOneTableCannotBeWritten)
 {
-    Opened connection(m_file);
-    connection.run(u"CREATE TABLE Notat (Tekst TEXT(20))"_s);
-    connection.run(u"INSERT INTO Notat (Tekst) VALUES ('x')"_s);
-    Recordset withoutKey = detached(u"SELECT Navn FROM Klient WHERE KlientNr=1"_s);
-    withoutKey.setValue(0, Value(u"y"_s));
-    EXPECT_EQ(errorOf([&] { write(withoutKey); }), errors::kSyntax);
-    Recordset keyless = detached(u"SELECT Tekst FROM Notat"_s);
-    keyless.setValue(0, Value(u"y"_s));
-    EXPECT_EQ(errorOf([&] { write(keyless); }), errors::kSyntax);
+    m_tool.run("CREATE TABLE Notat (Tekst TEXT)");
+    m_tool.run("INSERT INTO Notat VALUES ('x')");
     Recordset joined = detached(
         u"SELECT K.KlientNr, K.Navn, N.Tekst FROM Klient AS K, Notat AS N WHERE K.KlientNr=1"_s);
     joined.setValue(1, Value(u"y"_s));
     EXPECT_EQ(errorOf([&] { write(joined); }), errors::kSyntax);
     EXPECT_EQ(stored("SELECT Navn FROM Klient WHERE KlientNr = 1"), "En");
+}
+
+TEST_F(UpdateBatch, RowsWithoutTheirKeyAreFoundByWhatWasReadOfThem)
+{
+    Recordset withoutKey = detached(u"SELECT Navn,Logo,Saldo FROM Klient WHERE KlientNr=2"_s);
+    withoutKey.setValue(u"Logo", Value(QByteArray("bilde"))); // Null before
+    write(withoutKey);
+    EXPECT_EQ(stored("SELECT KlientNr FROM Klient WHERE Logo NOTNULL"), "2");
+    withoutKey.setValue(u"Logo", Value(QByteArray("annet")));
+    withoutKey.setValue(u"Saldo", Value(Currency::fromInteger(20)));
+    write(withoutKey);
+    EXPECT_EQ(stored("SELECT Navn || Logo || Saldo FROM Klient WHERE KlientNr = 2"),
+              "Toannet200000");
+
+    Opened connection(m_file);
+    connection.run(u"CREATE TABLE Notat (Tekst TEXT(20), Dag DATETIME, Vekt SINGLE)"_s);
+    connection.run(u"INSERT INTO Notat (Tekst,Dag,Vekt) VALUES ('x',#03/09/2014#,0.1)"_s);
+    Recordset keyless = detached(u"SELECT Tekst,Dag,Vekt FROM Notat"_s);
+    keyless.setValue(0, Value(u"y"_s));
+    write(keyless);
+    EXPECT_EQ(stored("SELECT Tekst FROM Notat"), "y");
+    keyless.addNew();
+    keyless.setValue(0, Value(u"ny"_s));
+    write(keyless);
+    EXPECT_EQ(stored("SELECT COUNT(*) FROM Notat"), "2");
+}
+
+TEST_F(UpdateBatch, ARowThatCannotBeToldFromOthersIsNotWritten)
+{
+    m_tool.run("UPDATE Klient SET Navn = 'Lik', Saldo = NULL");
+    Recordset rows = detached(u"SELECT Navn,Saldo FROM Klient WHERE KlientNr=1"_s);
+    rows.setValue(0, Value(u"Ny"_s));
+    EXPECT_EQ(errorOf([&] { write(rows); }), errors::kIntegrity);
+    EXPECT_EQ(stored("SELECT group_concat(Navn) FROM Klient"), "Lik,Lik,Lik");
+    m_tool.run("UPDATE Klient SET Navn = 'Annen'");
+    EXPECT_EQ(errorOf([&] { write(rows); }), errors::kRowNotFound);
 }
 
 TEST_F(UpdateBatch, NoCurrentRowNoChange)
