@@ -13,7 +13,6 @@ namespace {
 
 constexpr int kMoment = 4000; // milliseconds
 constexpr qsizetype kMostShown = 40;
-constexpr QColor kFrameColor(208, 0, 0);
 
 QString reason(const CellType &type)
 {
@@ -50,11 +49,7 @@ void markRefusal(QAbstractItemView &view, const QModelIndex &cell, const QString
     auto *mark = new QFrame(view.viewport());
     mark->setObjectName(name);
     mark->setAttribute(Qt::WA_TransparentForMouseEvents);
-    mark->setFrameStyle(QFrame::Box | QFrame::Plain);
-    mark->setLineWidth(2);
-    QPalette colours = mark->palette();
-    colours.setColor(QPalette::WindowText, kFrameColor);
-    mark->setPalette(colours);
+    mark->setStyleSheet(u"border: 2px solid #d00000"_s); // seen on a light and on a dark ground
     mark->setGeometry(view.visualRect(cell));
     mark->show();
 
