@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <compare>
 #include <deque>
 #include <map>
 

@@ -136,6 +136,8 @@ void fpSpread::pasteBlock(const QStringList &lines)
                 break;
         }
     }
+    if (step.empty())
+        return;
     m_history.add(step, false);
     setActive(first);
     m_extent = last;

@@ -105,6 +105,16 @@ TEST_F(fpSpreadHistory, ANewEditEndsWhatCouldBeDoneAgain)
     EXPECT_EQ(block(1, 1, 1, 2), u"/b");
 }
 
+TEST_F(fpSpreadHistory, OfVeryManyStepsTheOldestFallAway)
+{
+    constexpr int kMany = 300;
+    for (int edit = 0; edit < kMany; ++edit)
+        paste(1, 1, QString::number(edit) + u"\t\n"_s);
+    for (int edit = 0; edit < kMany; ++edit)
+        undo();
+    EXPECT_EQ(at(1, 1), u"99") << "200 of them were taken back";
+}
+
 TEST_F(fpSpreadHistory, TheScreensAnswerBelongsToTheStep)
 {
     answerWithTheDouble();
@@ -284,6 +294,17 @@ TEST_F(fpSpreadHistory, EachPastedCellIsJudgedByItsType)
     EXPECT_EQ(block(3, 1, 4, 1), u"|fritt");
     EXPECT_EQ(block(1, 2, 2, 2), u"|");
     EXPECT_NE(mark(), nullptr);
+}
+
+TEST_F(fpSpreadHistory, ABlockThatNoCellTakesLeavesTheChoiceAsItIs)
+{
+    grid.setCurrent(kAll, kAll);
+    grid.setLock(true);
+    grid.setProtect(true);
+    paste(2, 2, u"a\tb\nc\td\n"_s);
+    EXPECT_EQ(grid.dataRowCnt(), 0);
+    EXPECT_EQ(events, QStringList());
+    EXPECT_EQ(mark(), nullptr) << "it is no list to be written in";
 }
 
 TEST_F(fpSpreadHistory, TheScreenIsToldOfEachPastedCell)
