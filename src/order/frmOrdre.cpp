@@ -181,7 +181,8 @@ void frmOrdre::onActivate()
 
 void frmOrdre::onResize()
 {
-    m_rom->linjer.brukPlass(place().width() - std::max(kWidth, pixelsToTwips(minimumWidth())));
+    const int tegnet = MedBokstavene(*this, QSize(kWidth, kHeight)).width();
+    m_rom->linjer.brukPlass(place().width() - std::max(tegnet, pixelsToTwips(minimumWidth())));
 }
 
 bool frmOrdre::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)

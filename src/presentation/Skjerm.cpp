@@ -2,6 +2,7 @@
 
 #include "platform/forms/Form.h"
 #include "platform/forms/Forms.h"
+#include "platform/forms/ModalDialog.h"
 #include "platform/forms/Twips.h"
 #include "platform/help/HtmlHelp.h"
 #include "presentation/frmInvisible.h"
@@ -11,9 +12,11 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QFontInfo>
 #include <QFontMetrics>
 #include <QLabel>
 #include <QLayout>
+#include <QScreen>
 #include <QUrl>
 
 #include <algorithm>
@@ -30,6 +33,7 @@ constexpr int kHelpPictureSide = 360; // twips
 constexpr int kPointerSide = 32;
 constexpr QPoint kPointerTip{11, 2};
 constexpr int kRoomBesideEntry = 320; // twips
+constexpr double kCommonLetters = 12; // pixels, nine points
 
 QString sectionOf(const Form &form)
 {
@@ -67,11 +71,19 @@ void HentSkjermPlass(Form &form, qint32 defaultTop, qint32 defaultLeft, qint32 d
         });
         return twips;
     };
+    const QSize drawn(defaultWidth, defaultHeight);
+    const QSize room = (form.screen()->availableSize() - kCommonFrame) * pixelsToTwips(1);
+    const QSize standard = MedBokstavene(form, drawn).boundedTo(room).expandedTo(drawn);
     const qint32 left = stored(u"FLeft"_s, defaultLeft);
     const qint32 top = stored(u"FTop"_s, defaultTop);
-    const qint32 width = stored(u"FWidth"_s, defaultWidth);
-    const qint32 height = stored(u"FHeight"_s, defaultHeight);
+    const qint32 width = stored(u"FWidth"_s, standard.width());
+    const qint32 height = stored(u"FHeight"_s, standard.height());
     form.setPlace(left, top, width, height);
+}
+
+QSize MedBokstavene(const QWidget &widget, QSize drawn)
+{
+    return drawn * std::max(1.0, QFontInfo(widget.font()).pixelSize() / kCommonLetters);
 }
 
 // As a URL, for the settings have no room for letters beyond their code page.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSize>
 #include <QString>
 
 class Form;
@@ -12,7 +13,8 @@ class QWidget;
 /// Stores the form's place and size; a minimised form keeps those of the last time.
 void LagreSkjermPlass(const Form &form);
 /// Gives the form its stored place and size, or the defaults for what is not stored. All are in
-/// twips. The values are not held against the screen.
+/// twips. The values are not held against the screen. A default size is for letters of the common
+/// size and grows with larger ones, as far as the screen goes.
 void HentSkjermPlass(Form &form, qint32 defaultTop, qint32 defaultLeft, qint32 defaultWidth,
                      qint32 defaultHeight);
 
@@ -21,6 +23,8 @@ void HentSkjermPlass(Form &form, qint32 defaultTop, qint32 defaultLeft, qint32 d
 void LagreMappe(const QString &fileKind, const QString &folder);
 [[nodiscard]] QString HentMappe(const QString &fileKind);
 
+/// A size that was drawn for letters of the common size, in the letters of that widget: never less.
+[[nodiscard]] QSize MedBokstavene(const QWidget &widget, QSize drawn);
 /// The pixels that a control of a drawn width needs for `text` and `beside` it for frame and
 /// margins: its least width as drawn, or more in larger letters.
 [[nodiscard]] int BreddeFor(const QWidget &control, QStringView text, int beside);

@@ -4,8 +4,8 @@
 #include "data/mFaktura.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/pictures/PictureFile.h"
 #include "platform/forms/Twips.h"
+#include "platform/pictures/PictureFile.h"
 #include "presentation/Skjerm.h"
 #include "presentation/frmInvisible.h"
 #include "presentation/mPicture.h"
@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize kMiniature{168, 238}; // a sheet of A4
+constexpr QSize kMiniature{132, 187}; // a sheet of A4
 constexpr QSize kLogo{237, 76};
 constexpr int kNoSuchMember = 340; // of a control array
 constexpr int kBesideDigit = 7;    // pixels that a text box takes for its rim

@@ -73,8 +73,17 @@ void frmTMsgBox::setText(const QString &text)
 {
     m_ui->Label1->setText(text);
     m_ui->Label1->adjustSize();
+    // Ahead of the activation, too: a window that is on its way to the screen takes no new size.
+    makeRoomForText();
     if (isVisible())
         announce(text);
+}
+
+void frmTMsgBox::makeRoomForText()
+{
+    const int textWidth = pixelsToTwips(m_ui->Label1->width());
+    if (textWidth > kWidestAsDrawn)
+        resize(twipsToPixels(textWidth + kRoomBesideText), height());
 }
 
 void frmTMsgBox::hideButton()
@@ -91,9 +100,7 @@ void frmTMsgBox::onActivate()
 {
     m_ticks = 0;
     m_timer1->start();
-    const int textWidth = pixelsToTwips(m_ui->Label1->width());
-    if (textWidth > kWidestAsDrawn)
-        resize(twipsToPixels(textWidth + kRoomBesideText), height());
+    makeRoomForText();
     centreOverOwner();
     announce(m_ui->Label1->text());
     showPicture();

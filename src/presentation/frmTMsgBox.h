@@ -36,6 +36,7 @@ protected:
     void onUnload() override;
 
 private:
+    void makeRoomForText();
     void showPicture();
     void tick();
     void Command1_Click();

@@ -126,6 +126,7 @@ void frmKunder::setIkkeVis(qint16 value)
 void frmKunder::onLoad()
 {
     setWindowTitle(u"Kundeliste"_s);
+    resize(MedBokstavene(*this, size()));
     m_ikkeVis = 0;
     m_sSort = u"KundeNr ASC"_s;
 }
@@ -140,7 +141,8 @@ void frmKunder::onResize()
 {
     // The name takes what the window has become wider by.
     fpSpread &grid = *m_ui->fpSpread1;
-    const int bredere = std::max(0, place().width() - kWidth);
+    const int tegnet = MedBokstavene(*this, QSize(kWidth, 0)).width();
+    const int bredere = std::max(0, place().width() - tegnet);
     grid.setColWidth(kNavn, kNavnWidth + grid.twipsToColWidth(bredere));
 }
 

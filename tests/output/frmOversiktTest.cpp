@@ -259,12 +259,12 @@ TEST_F(FrmOversiktTest, OpensAtItsDefaultPlaceAndComesBackWhereItWasLeft)
 {
     open();
     EXPECT_EQ(oversikt()->place(), QRect(195, 195, 9345, 4755)) << "in whole pixels of 15 twips";
-    oversikt()->setPlace(600, 450, 12000, 6000);
+    oversikt()->setPlace(600, 450, 10500, 6000);
     const QRect left = oversikt()->place();
     QTest::keyClick(&grid(), Qt::Key_Escape);
     runEvents();
     EXPECT_EQ(gReg->GetSetting(u"Regningsdel\\Forms\\frmOversikt"_s, u"FWidth"_s, {}).chopped(1),
-              u"12000"_s);
+              u"10500"_s);
     open();
     EXPECT_EQ(oversikt()->place(), left);
     oversikt()->close(); // by its close box as well
@@ -275,14 +275,14 @@ TEST_F(FrmOversiktTest, OpensAtItsDefaultPlaceAndComesBackWhereItWasLeft)
 TEST_F(FrmOversiktTest, AMinimisedWindowKeepsTheLastGoodPlace)
 {
     open();
-    oversikt()->setPlace(600, 450, 12000, 6000);
+    oversikt()->setPlace(600, 450, 10500, 6000);
     press(u"btnClose"_s);
     open();
     oversikt()->setState(FormState::Minimised);
     oversikt()->unload();
     runEvents();
     open();
-    EXPECT_EQ(oversikt()->place().width(), 12000);
+    EXPECT_EQ(oversikt()->place().width(), 10500);
 }
 
 TEST_F(FrmOversiktTest, TheGridTakesWhatTheWindowOffers)
@@ -333,9 +333,9 @@ TEST_F(FrmOversiktTest, KeepsItsMinimumSize)
 TEST_F(FrmOversiktTest, LogOffUnloads)
 {
     open();
-    oversikt()->setPlace(600, 450, 12000, 6000);
+    oversikt()->setPlace(600, 450, 10500, 6000);
     EXPECT_TRUE(Forms::instance().logOff());
     EXPECT_EQ(oversikt(), nullptr);
     open();
-    EXPECT_EQ(oversikt()->place().width(), 12000);
+    EXPECT_EQ(oversikt()->place().width(), 10500);
 }

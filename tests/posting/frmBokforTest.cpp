@@ -381,12 +381,12 @@ TEST_F(FrmBokforTest, OpensAtItsDefaultPlaceAndComesBackWhereItWasLeft)
 {
     open();
     EXPECT_EQ(form()->place(), QRect(195, 195, 9345, 4755)) << "in whole pixels of 15 twips";
-    form()->setPlace(600, 450, 12000, 6000);
+    form()->setPlace(600, 450, 10500, 6000);
     const QRect left = form()->place();
     click(button(u"btnClose"_s));
     runEvents();
     EXPECT_EQ(gReg->GetSetting(u"Regningsdel\\Forms\\frmBokfor"_s, u"FWidth"_s, {}).chopped(1),
-              u"12000"_s);
+              u"10500"_s);
     open();
     EXPECT_EQ(form()->place(), left);
 }

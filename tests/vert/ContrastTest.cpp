@@ -72,7 +72,7 @@ protected:
 
 private:
     int m_argc = 1;
-    char m_name[18] = "vert_colours_test";
+    char m_name[19] = "vert_desktops_test";
     char *m_argv[2] = {m_name, nullptr};
     std::unique_ptr<QApplication> m_application;
 };

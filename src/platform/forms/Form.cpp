@@ -108,6 +108,8 @@ void Form::setVisible(bool visible)
     } else {
         if (m_kind != FormKind::Screen)
             belongToActiveWindow();
+        else if (testAttribute(Qt::WA_Moved)) // a stored place may be that of a larger screen
+            putOnScreen(*this, kCommonFrame);
         QWidget::setVisible(true);
     }
     activateWindow();

@@ -32,9 +32,9 @@ void centreOver(QWidget &window, const QRect &below)
     putOnScreen(window);
 }
 
-void putOnScreen(QWidget &window)
+void putOnScreen(QWidget &window, QSize frame)
 {
-    QRect place = window.frameGeometry();
+    QRect place(window.frameGeometry().topLeft(), window.frameGeometry().size() + frame);
     // By its place, since a window that has just been moved still names the screen it came from.
     const QScreen *there = QGuiApplication::screenAt(place.center());
     const QRect area = (there ? there : window.screen())->availableGeometry();
@@ -42,7 +42,7 @@ void putOnScreen(QWidget &window)
     place.moveBottom(std::min(place.bottom(), area.bottom()));
     place.moveLeft(std::max(place.left(), area.left()));
     place.moveTop(std::max(place.top(), area.top()));
-    if (place != window.frameGeometry())
+    if (place.topLeft() != window.frameGeometry().topLeft())
         window.move(place.topLeft());
 }
 

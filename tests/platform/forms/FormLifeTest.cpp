@@ -276,6 +276,18 @@ TEST_F(FormLife, APlaceInTwipsComesBackAsItWasSet)
     EXPECT_EQ(form->place(), place);
 }
 
+TEST_F(FormLife, AWindowBeyondTheScreenIsMovedOntoItWhenItIsShown)
+{
+    auto *form = new RecordingForm;
+    const QRect screen = form->screen()->availableGeometry();
+    for (const QPoint &corner : {QPoint(60000, 45000), QPoint(-9000, -6000), QPoint(9000, 9000)}) {
+        form->setPlace(corner.x(), corner.y(), 6000, 4500);
+        form->show();
+        EXPECT_TRUE(screen.contains(form->frameGeometry())) << form->x() << ' ' << form->y();
+        form->hide();
+    }
+}
+
 TEST_F(FormLife, AWindowBelowItsMinimumGrowsToIt)
 {
     auto *form = new RecordingForm;

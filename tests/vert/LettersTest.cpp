@@ -1,0 +1,182 @@
+#include "vert/Component.h"
+#include "vert/HostError.h"
+#include "vert/ScreenTour.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFile>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QTableView>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The columns of customers' names, by their headers.
+const QStringList kNameColumns{u"Navn"_s, u"Kundenavn"_s};
+constexpr int kLettersOfName = 20;
+constexpr int kMargin = 4; ///< pixels at either side of a caption
+
+/// What in the window is cut off: captions, headers, and names of customers.
+class Cut
+{
+public:
+    explicit Cut(const QWidget &window) : m_window(window)
+    {
+        for (const QWidget *widget : window.findChildren<QWidget *>()) {
+            if (!widget->isVisible())
+                continue;
+            if (const auto *label = qobject_cast<const QLabel *>(widget))
+                caption(*label, label->text());
+            else if (const auto *button = qobject_cast<const QAbstractButton *>(widget))
+                caption(*button, button->text());
+            else if (const auto *grid = qobject_cast<const QTableView *>(widget))
+                headers(*grid);
+        }
+    }
+
+    QStringList found;
+
+private:
+    void tell(const QWidget &widget, const QString &what, int has, int needs)
+    {
+        found += u"%1/%2: %3 has %4 of %5 pixels"_s
+                     .arg(m_window.objectName(), widget.objectName(), what.left(30))
+                     .arg(has)
+                     .arg(needs);
+    }
+    void caption(const QWidget &widget, const QString &text)
+    {
+        if (text.isEmpty() || widget.inherits("OptionWithBox"))
+            return;
+        const auto *label = qobject_cast<const QLabel *>(&widget);
+        const bool breaksLines = label && label->wordWrap();
+        const int seen = widget.visibleRegion().boundingRect().width();
+        // What a style makes a push button wider than its words for is no loss.
+        const int words = widget.fontMetrics().size(Qt::TextShowMnemonic, text).width();
+        const int needs = qobject_cast<const QPushButton *>(&widget) ? words + 2 * kMargin
+                                                                     : widget.sizeHint().width();
+        if (!breaksLines && seen < needs)
+            tell(widget, text, seen, needs);
+        const int height =
+            breaksLines ? label->heightForWidth(widget.width()) : widget.fontMetrics().height();
+        if (widget.visibleRegion().boundingRect().height() < height)
+            tell(widget, text, widget.height(), height);
+    }
+    void headers(const QTableView &grid)
+    {
+        const QHeaderView &header = *grid.horizontalHeader();
+        for (int col = 0; col < header.count(); ++col) {
+            if (header.isSectionHidden(col))
+                continue;
+            const QString text = header.model()->headerData(col, Qt::Horizontal).toString();
+            const int words = header.fontMetrics().horizontalAdvance(text);
+            const int edge = header.sectionViewportPosition(col) + header.sectionSize(col);
+            if (header.sectionSize(col) < words)
+                tell(grid, text, header.sectionSize(col), words);
+            if (edge > grid.viewport()->width())
+                tell(grid, text + u" at the edge"_s, grid.viewport()->width(), edge);
+            const int letters = grid.fontMetrics().averageCharWidth() * kLettersOfName;
+            if (kNameColumns.contains(text) && header.sectionSize(col) < letters)
+                tell(grid, u"20 letters of "_s + text, header.sectionSize(col), letters);
+        }
+    }
+
+    const QWidget &m_window;
+};
+
+/// A screen of 1366 by 768 pixels, and its letters.
+struct Desktop
+{
+    int percent;
+    int points;
+};
+
+void PrintTo(const Desktop &desktop, std::ostream *out)
+{
+    *out << desktop.points << " points at " << desktop.percent << " percent";
+}
+
+/// Goes on the tour with those letters.
+class LettersTest : public ::testing::TestWithParam<Desktop>
+{
+protected:
+    LettersTest()
+    {
+        QFile screens(m_folder.filePath(u"skjermer.json"_s));
+        EXPECT_TRUE(screens.open(QIODevice::WriteOnly));
+        // In the pixels that a program sees where each of them is drawn larger.
+        screens.write(
+            u"{\"screens\":[{\"name\":\"skjerm\",\"x\":0,\"y\":0,\"width\":%1,\"height\":%2,"
+            "\"logicalDpi\":96,\"logicalBaseDpi\":96,\"dpr\":1}]}"_s
+                .arg(1366 * 100 / GetParam().percent)
+                .arg(768 * 100 / GetParam().percent)
+                .toUtf8());
+        screens.close();
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(screens.fileName()));
+        m_application = std::make_unique<QApplication>(m_argc, m_argv);
+        QApplication::setStyle(u"Fusion"_s);
+        QFont font = QApplication::font();
+        font.setPointSize(GetParam().points);
+        QApplication::setFont(font);
+    }
+
+    QTemporaryDir m_folder;
+
+private:
+    int m_argc = 1;
+    char m_name[19] = "vert_desktops_test";
+    char *m_argv[2] = {m_name, nullptr};
+    std::unique_ptr<QApplication> m_application;
+};
+
+TEST_P(LettersTest, NothingIsCutOnTheTour)
+{
+    Options options;
+    options.aar = 2014;
+    options.mappe = m_folder.filePath(u"tur"_s);
+    QStringList found;
+    int looked = 0;
+    const auto look = [&](const QString &told) {
+        const QString picture = told.section(u'/', -1);
+        if (!picture.endsWith(u".png"_s))
+            return;
+        for (const QWidget *window : QApplication::topLevelWidgets()) {
+            if (!window->isVisible() || !window->objectName().startsWith(u"frm"_s))
+                continue;
+            ++looked;
+            for (const QString &text : Cut(*window).found)
+                found += picture + u' ' + text;
+            if (!window->screen()->geometry().contains(window->geometry()))
+                found += picture + u' ' + window->objectName() + u" goes beyond the screen"_s;
+        }
+    };
+    Component component(QStringLiteral(FAKTURA_FILE));
+    try {
+        screentour::run(component, options, look);
+    } catch (const HostError &error) {
+        ADD_FAILURE() << error.line().toStdString();
+    }
+    found.removeDuplicates();
+    EXPECT_TRUE(found.isEmpty()) << found.join(u'\n').toStdString();
+    EXPECT_GT(looked, 20);
+}
+
+INSTANTIATE_TEST_SUITE_P(Desktops, LettersTest,
+                         ::testing::Values(Desktop{100, 8}, Desktop{100, 10}, Desktop{100, 12},
+                                           Desktop{100, 16}, Desktop{150, 10}),
+                         [](const auto &desktop) {
+                             return std::to_string(desktop.param.points) + "at" +
+                                    std::to_string(desktop.param.percent);
+                         });
+
+} // namespace
