@@ -219,8 +219,45 @@ TEST_F(JournalTest, AVoucherOutOfBalanceIsTold)
 {
     post({1045, 1047}); // a credit note, then an invoice with rounding
     const QStringList texts = textsOfList(u"Salgsjournal.rpt"_s, kClient);
-    EXPECT_EQ(texts.filter(u"balanse"_s),
-              QStringList{u"Bilagene går ikke i balanse: 0,50 for mye i kredit"_s});
+    EXPECT_EQ(
+        texts.filter(u"balanse"_s),
+        (QStringList{u"Bilagene går ikke i balanse: 0,50 for mye i kredit"_s,
+                     u"Bilag 21 (faktura 1047) går ikke i balanse: 0,50 for mye i kredit"_s}));
+}
+
+TEST_F(JournalTest, DifferencesThatCancelOutAreToldVoucherByVoucher)
+{
+    post({1044, 1047, 1048});
+    const auto raise = [&](int voucher, const QString &amount) {
+        run(u"UPDATE BilagLinjer SET Debet=Debet+(%1) WHERE Konto=1500 AND BilagID IN (%2)"_s.arg(
+            amount, rows(u"SELECT ID FROM Bilag WHERE BilagNr=%1"_s.arg(voucher)).join(u',')));
+    };
+    raise(20, u"0.80"_s);
+    raise(22, u"-0.80"_s);
+    EXPECT_EQ(
+        textsOfList(u"Salgsjournal.rpt"_s, kClient).filter(u"balanse"_s),
+        (QStringList{u"Bilag 20 (faktura 1044) går ikke i balanse: 0,80 for mye i debet"_s,
+                     u"Bilag 22 (faktura 1048) går ikke i balanse: 0,80 for mye i kredit"_s}));
+}
+
+TEST_F(JournalTest, OlderVouchersOfAnInvoiceAreTold)
+{
+    post({1044, 1047});
+    const QStringList once = textsOfList(u"Salgsjournal.rpt"_s, kClient);
+    EXPECT_EQ(once.filter(u"også bilag"_s), QStringList());
+    for (int again = 0; again < 2; ++again) {
+        change(1044, u"OrdreStatus='Fakturert'"_s);
+        post({1044});
+    }
+    const report::Page page = sales().pages[0];
+    EXPECT_EQ(textsOf(page).filter(u"også bilag"_s),
+              (QStringList{u"Faktura 1044 (bilag 23) har også bilag 20"_s,
+                           u"Faktura 1044 (bilag 23) har også bilag 22"_s}));
+    // Each line counts once all the same.
+    EXPECT_EQ(rowOf(page, u"Sum bilag"_s),
+              (QStringList{u"Sum bilag"_s, u"9 600,00"_s, u"9 600,00"_s}));
+    EXPECT_TRUE(
+        textsOf(page).contains(u"Bokført i kjøringen: 1 faktura, 1 med bilag i regnskapet"_s));
 }
 
 TEST_F(JournalTest, AnInvoiceWhoseVoucherWasRefusedIsTold)
@@ -234,6 +271,8 @@ TEST_F(JournalTest, AnInvoiceWhoseVoucherWasRefusedIsTold)
     // The next voucher got the same number, and its lines are there once.
     EXPECT_EQ(columnOf(page, kVoucherEdge), (QStringList{u"Bilag"_s, u"20"_s}));
     EXPECT_EQ(rowOf(page, u"Sum i alt"_s).last(), u"16 212,50"_s);
+    EXPECT_TRUE(
+        textsOf(page).contains(u"Bokført i kjøringen: 2 fakturaer, 1 med bilag i regnskapet"_s));
     EXPECT_EQ(rowOf(invoices().pages[0], u"Sum 2 fakturaer"_s).last(), u"25 812,50"_s);
 }
 

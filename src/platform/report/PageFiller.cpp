@@ -57,11 +57,9 @@ void PageFiller::add(Pieces &pieces, const std::vector<Band> &bands, const Span 
 {
     m_environment.setOwnSpan(span);
     for (const Band &band : bands) {
-        if (!isShown(band.visible, m_environment))
-            continue;
         if (band.each)
             addForEach(pieces, band, span);
-        else
+        else if (isShown(band.visible, m_environment))
             pieces.push_back(m_setter.set(band));
     }
 }
@@ -93,7 +91,8 @@ void PageFiller::addForEach(Pieces &pieces, const Band &band, const Span &span)
     for (const Picked &picked : values) {
         running.insert(running.end(), picked.rows.begin(), picked.rows.end());
         enter(picked.rows.front(), {span.first, span.end, &picked.rows, &running, ++m_serial});
-        pieces.push_back(m_setter.set(band));
+        if (isShown(band.visible, m_environment))
+            pieces.push_back(m_setter.set(band));
     }
     enter(row, span);
 }

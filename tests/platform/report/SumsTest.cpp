@@ -163,6 +163,15 @@ TEST_F(SumsTest, AnEmptyValueHasNoBandOfItsOwn)
               QStringList{u"15 2"_s});
 }
 
+TEST_F(SumsTest, EachValueIsAskedWhetherItIsShown)
+{
+    EXPECT_EQ(textsOfReport(grouped("<footer height=\"5\" each=\"{OrdreLinjer.MvaPst}\" "
+                                    "visible=\"Sum({OrdreLinjer.SumNetto}) &lt; 100\">" +
+                                    text("{Ordre.OrdreNr} &amp; ' ' &amp; {OrdreLinjer.MvaPst}") +
+                                    "</footer>")),
+              (QStringList{u"1001 15"_s, u"1002 15"_s}));
+}
+
 TEST_F(SumsTest, ASumOfWhatAFormulaPicks)
 {
     EXPECT_EQ(textsOfReport("<formula name=\"Lav\">if {OrdreLinjer.MvaPst}=15 then "
