@@ -5,6 +5,7 @@
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/SendKeys.h"
 #include "platform/grid/fpSpread.h"
+#include "posting/Bokkontroll.h"
 #include "presentation/Skjerm.h"
 #include "presentation/mVASpread.h"
 #include "runtime/Clock.h"
@@ -176,6 +177,7 @@ void frmBokfor::onLoad()
     m_ui->btnTransfer->setEnabled(false);
     fyllLoyve();
     fyllKonto();
+    visMerknad();
 }
 
 void frmBokfor::LesFakturaer()
@@ -207,6 +209,16 @@ void frmBokfor::LesFakturaer()
         }
     }
     grid.setRedraw(true);
+}
+
+/// What the check of the books knows of the list, in the place where a run tells how far it is.
+void frmBokfor::visMerknad()
+{
+    int antall = 0;
+    if (m_ui->fpSpread1->dataRowCnt() > 0)
+        passOver([&] { antall = AntallMedBilagFraFor(); });
+    m_ui->lblFramdrift->setText(antall > 0 ? u"%1 av disse har bilag fra før"_s.arg(antall)
+                                           : QString());
 }
 
 void frmBokfor::fyllKonto()

@@ -39,6 +39,7 @@ private:
     class Kjoring;
 
     void LesFakturaer();
+    void visMerknad();
     void fyllKonto();
     void fyllLoyve();
     void Check1_Click();

@@ -30,7 +30,8 @@ bool belongsToDatabase(const QFileInfo &file)
     const auto isName = [&](QLatin1StringView suffix) {
         return name == database.fileName() + suffix;
     };
-    return isName(""_L1) || isName("-wal"_L1) || isName("-shm"_L1) || isName("-journal"_L1);
+    return isName(""_L1) || isName("-wal"_L1) || isName("-shm"_L1) || isName("-journal"_L1) ||
+           isName("-tur"_L1);
 }
 
 } // namespace

@@ -49,6 +49,11 @@ constexpr std::array kOptions{
                u"--dsn, for eksempel fra en fil til en tjener. TIL må være en ny fil eller en\n"
                u"database uten tabeller. Alt blir kopiert, kontrollert og lagret under ett,\n"
                u"eller ingenting."},
+    OptionText{"--kontroll"_L1,
+               {},
+               u"kontroller bøkene til klienten i regnskapsåret, uten å endre noe: bilag,\n"
+               u"linjer, fakturaer og ordre, og databasefilen selv. Hvert funn er en linje;\n"
+               u"uten funn er svaret én linje og status 0."},
     OptionText{"--tur"_L1, u"MAPPE",
                u"gå gjennom skjermbildene med mus og tastatur, på et demofirma i filen\n"
                u"demo.db i denne mappen, og lagre et nummerert bilde av hvert. En demo.db som\n"
@@ -93,7 +98,7 @@ int number(QStringView value, QLatin1StringView option, int lowest, int highest)
 void setTask(Options &options, Options::Task task, bool &isSet)
 {
     if (isSet)
-        usage(u"bare ett av valgene --demo, --sql, --ehf, --kopier og --tur kan gis"_s);
+        usage(u"bare ett av valgene --demo, --sql, --ehf, --kopier, --kontroll og --tur kan gis"_s);
     isSet = true;
     options.task = task;
 }
@@ -158,6 +163,8 @@ Options parseOptions(const QStringList &arguments, int thisYear)
             if (i + 1 == arguments.size() || arguments[i + 1].isEmpty())
                 usage(u"valget %1 mangler verdien TIL"_s.arg(name));
             options.til = arguments[++i];
+        } else if (name == "--kontroll"_L1) {
+            setTask(options, Options::Task::Check, hasTask);
         } else if (name == "--tur"_L1) {
             setTask(options, Options::Task::Screens, hasTask);
             options.mappe = value;

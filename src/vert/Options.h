@@ -13,6 +13,7 @@ struct Options
         Sql,     ///< --sql
         Ehf,     ///< --ehf
         Copy,    ///< --kopier
+        Check,   ///< --kontroll
         Screens, ///< --tur
         Help,    ///< --help
     };

@@ -1,3 +1,4 @@
+#include "posting/Bokkontroll.h"
 #include "runtime/Clock.h"
 #include "runtime/RunTimeError.h"
 #include "vert/Component.h"
@@ -35,6 +36,17 @@ void printLine(const QString &line)
     print(line.toUtf8() + '\n');
 }
 
+/// What breaks a line, or steers a terminal, may stand in any name that the user gave.
+QString inOneLine(QString text)
+{
+    const auto isControl = [](QChar c) {
+        return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
+               c.category() == QChar::Separator_Paragraph;
+    };
+    std::replace_if(text.begin(), text.end(), isControl, u' ');
+    return text;
+}
+
 bool hasDisplay()
 {
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
@@ -48,6 +60,16 @@ bool showsMenu(const Options &options)
 {
     return (options.task == Options::Task::Tour || options.task == Options::Task::Start) &&
            hasDisplay();
+}
+
+void checkBooks(const Options &options)
+{
+    const QStringList found = KontrollerBoker();
+    for (const QString &line : found)
+        printLine(inOneLine(line));
+    if (!found.isEmpty())
+        throw HostError(u"kontrollen av bøkene fant %1 feil"_s.arg(found.size()));
+    printLine(u"Bøkene til klient %1 i %2 er i orden"_s.arg(options.klient).arg(options.aar));
 }
 
 void perform(const Options &options)
@@ -85,6 +107,10 @@ void perform(const Options &options)
         writeEhf(options.ordreNr, options.ut, options.erstatt);
         printLine(u"EHF skrevet: "_s + options.ut);
         break;
+    case Options::Task::Check:
+        tour::useDatabase(place, options);
+        checkBooks(options);
+        break;
     case Options::Task::Copy:
     case Options::Task::Screens:
     case Options::Task::Help:
@@ -102,17 +128,6 @@ void passOnMessage(QtMsgType, const QMessageLogContext &, const QString &text)
     if (!text.startsWith("This plugin does not support"_L1) &&
         !text.startsWith("QStandardPaths: XDG_RUNTIME_DIR not set"_L1))
         std::fprintf(stderr, "%s\n", text.toUtf8().constData());
-}
-
-/// What breaks a line, or steers a terminal, may stand in any name that the user gave.
-QString inOneLine(QString text)
-{
-    const auto isControl = [](QChar c) {
-        return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
-               c.category() == QChar::Separator_Paragraph;
-    };
-    std::replace_if(text.begin(), text.end(), isControl, u' ');
-    return text;
 }
 
 int fail(const QString &line, int status)

@@ -18,6 +18,8 @@ void BokforProsessTest::prepare(int invoices)
     connection.beginTrans();
     for (const QString &table : {u"Bilag"_s, u"BilagLinjer"_s, u"OrdreLinjer"_s, u"Ordre"_s})
         connection.execute(u"DELETE FROM "_s + table);
+    connection.execute(u"DELETE FROM Kontoplan WHERE KontoNr=1500"_s);
+    connection.execute(u"INSERT INTO Kontoplan (KlientNr,KontoNr) VALUES (5,1500)"_s);
     for (int nr = kFirst; nr < kFirst + invoices; ++nr) {
         connection.execute(
             u"INSERT INTO Ordre (KlientNr,OrdreNr,OrdreStatus,KundeNr,KundeNavn,FakDato,"

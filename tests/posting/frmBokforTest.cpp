@@ -31,6 +31,24 @@ TEST_F(FrmBokforTest, TextsAndTips)
     EXPECT_EQ(control<Image>(u"imgF1"_s)->toolTip(), u" Vis hjelp for dette skjermbildet (F1)"_s);
 }
 
+TEST_F(FrmBokforTest, InvoicesWithAVoucherFromBeforeAreCountedQuietly)
+{
+    for (const int nr : {201, 202, 203})
+        enter({.nr = nr, .linjer = {{u"25"_s, u"125"_s}}});
+    const auto count = [] {
+        open();
+        const QString text = control<QLabel>(u"lblFramdrift"_s)->text();
+        unloadForms();
+        runEvents();
+        return text;
+    };
+    EXPECT_EQ(count(), QString());
+    run(u"INSERT INTO Bilag (KlientNr,BilagNr,BilagDato,Aar) VALUES (5,7,#03/09/2014#,2014)"_s);
+    for (const int nr : {201, 203})
+        run(u"INSERT INTO BilagLinjer (BilagID,Konto,cFaktNr) VALUES (1,1500,'F%1')"_s.arg(nr));
+    EXPECT_EQ(count(), u"2 av disse har bilag fra før"_s);
+}
+
 TEST_F(FrmBokforTest, LargerLettersHaveTheirRoom)
 {
     for (const double factor : {1.5, 2.0}) {

@@ -65,6 +65,7 @@ public:
         m_session->continueCounter(table, lastNumber);
     }
     const ado::dialect::Catalog &catalog() override { return m_session->catalog(); }
+    QStringList damages() override { return m_session->damages(); }
     bool takeTurn() override { return m_session->takeTurn(); }
     bool transactionLost() const noexcept override { return m_session->transactionLost(); }
     bool reset() noexcept override

@@ -128,6 +128,11 @@ bool Connection::takeTurn()
     return session().takeTurn();
 }
 
+QStringList Connection::damages()
+{
+    return session().damages();
+}
+
 Ref<Recordset> Connection::openSchema(SchemaList list)
 {
     Session &open = session();

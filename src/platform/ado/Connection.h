@@ -4,6 +4,7 @@
 #include "runtime/Ref.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -57,6 +58,9 @@ public:
     /// database; false while another one has it. It is kept until this connection closes or its
     /// process dies. Lost with its session, it is taken anew by the next call, if it is free.
     [[nodiscard]] bool takeTurn();
+
+    /// What a database in a file finds wrong with it; 3704 when closed.
+    [[nodiscard]] QStringList damages();
 
     /// The columns of all tables, one row each: TABLE_NAME, COLUMN_NAME, ORDINAL_POSITION,
     /// DATA_TYPE (small integer, a DataType code), CHARACTER_MAXIMUM_LENGTH, with names in the case

@@ -4,6 +4,7 @@
 #include "platform/ado/dialect/Translator.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -52,6 +53,9 @@ public:
     /// The tables as they are now; valid until the next call on the session.
     virtual const dialect::Catalog &catalog() = 0;
 
+    /// What the database finds wrong with its own file, a line each; nothing on a server, which
+    /// looks after its files itself.
+    virtual QStringList damages() { return {}; }
     /// Takes the turn of Connection::takeTurn; what has it already keeps it, until reset().
     virtual bool takeTurn() = 0;
 

@@ -272,6 +272,15 @@ void SqliteSession::continueCounter(QStringView table, qint64 lastNumber)
     });
 }
 
+QStringList SqliteSession::damages()
+{
+    QStringList found;
+    for (SqliteStatement check(m_database.handle(), "PRAGMA integrity_check"); check.step();)
+        found += check.text(0);
+    found.removeAll(u"ok"_s);
+    return found;
+}
+
 // --- Between two owners
 
 bool SqliteSession::reset() noexcept

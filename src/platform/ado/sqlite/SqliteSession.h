@@ -34,6 +34,7 @@ public:
     qint64 lastNumber(QStringView table) override;
     void continueCounter(QStringView table, qint64 lastNumber) override;
     const dialect::Catalog &catalog() override;
+    QStringList damages() override;
     bool takeTurn() override { return m_turn.take(); }
     bool reset() noexcept override;
     bool usable() noexcept override;
