@@ -150,9 +150,10 @@ protected:
     {
         const QString status = tekst(17);
         utskrift = {};
-        const bool medShift = knapper.contains(kPrint) && kast(2) == 0;
+        bool medShift = knapper.contains(kPrint) && kast(2) == 0;
         if (medShift) {
             control(kPrint)->setFocus();
+            medShift = fokus() == kPrint; // the grid takes it from whoever leaves the invoice date
             tast(Qt::Key_F5, Qt::ShiftModifier);
         }
         if (!trykk(kPrint))
