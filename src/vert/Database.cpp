@@ -57,7 +57,7 @@ QString databaseOf(const ado::DataSource &source)
 QString nameOf(const ado::DataSource &source)
 {
     if (source.kind == ado::DataSource::Kind::SqliteFile)
-        return source.location;
+        return ado::isShowable(source.location) ? source.location : u"databasen"_s;
     const QString host = source.server.value(u"host"_s);
     // A misspelt user may hold the password.
     return u"databasen «%1»"_s.arg(source.server.value(u"dbname"_s, u"brukerens egen"_s)) +

@@ -52,7 +52,7 @@ void screentour::run(Component &component, const Options &options, const tour::S
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(folder + u"/innstillinger"_s));
     const database::Place place = database::locate(folder + u"/demo.db"_s);
     QApplication::setQuitOnLastWindowClosed(false);
-    if (database::isMade(place.name)) {
+    if (database::isMade(place.source.location)) {
         say(u"Databasen finnes fra før og brukes: %1"_s.arg(place.name));
         tour::startModule(component, place, options, say);
     } else {

@@ -25,8 +25,8 @@ protected:
     {
         const auto take = [] {
             note()->hide();
-            QCoreApplication::processEvents(); // the window system tells of it
-            ASSERT_FALSE(note()->windowHandle()->isExposed());
+            // The window system tells of it in its own time.
+            ASSERT_TRUE(QTest::qWaitFor([] { return !note()->windowHandle()->isExposed(); }));
         };
         QMetaObject::invokeMethod(qApp, take, Qt::QueuedConnection);
     }

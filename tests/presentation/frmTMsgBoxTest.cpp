@@ -214,12 +214,24 @@ TEST_F(FrmTMsgBoxTest, KeysOtherThanTheButtonsLeaveItOpen)
 {
     show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(note));
-    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_F1, Qt::Key_O, Qt::Key_Tab}) {
+    for (const Qt::Key key : {Qt::Key_F1, Qt::Key_O, Qt::Key_Tab}) {
         QTest::keyClick(note->focusWidget(), key);
         EXPECT_FALSE(isClosed()) << key;
     }
     QTest::keyClick(note->windowHandle(), Qt::Key_O, Qt::AltModifier);
     EXPECT_TRUE(QTest::qWaitFor(isClosed)) << "the button is seen to go down first";
+}
+
+TEST_F(FrmTMsgBoxTest, EscapeAndEnterAreItsButton)
+{
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter}) {
+        note = &SharedForm<frmTMsgBox>::get();
+        note->load();
+        show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(note));
+        QTest::keyClick(note->focusWidget(), key);
+        EXPECT_TRUE(QTest::qWaitFor(isClosed)) << key;
+    }
 }
 
 TEST_F(FrmTMsgBoxTest, TheTimerGoesOnBehindAMessageBox)

@@ -29,13 +29,11 @@ QString missingPart(const QString &path)
     return path.sliced(known);
 }
 
-/// A name that leads nowhere is shown, so that the user sees his mistake. This refuses without
-/// showing it what may be a misspelt address or connection string, and hold a password.
+/// A name that leads nowhere is shown, so that the user sees his mistake, unless it may be a
+/// misspelt address or connection string.
 void requireShowable(const QString &name)
 {
-    static const QRegularExpression traces(u"[@:=;?&]|pass|pwd"_s,
-                                           QRegularExpression::CaseInsensitiveOption);
-    if (!QFileInfo::exists(name) && traces.match(missingPart(name)).hasMatch())
+    if (!isShowable(name))
         throw RunTimeError(errors::kUnspecified,
                            u"Databasen finnes ikke. Navnet vises ikke, for det kan inneholde et "
                            "passord; adressen til en databasetjener skrives «postgresql://…»."_s);
@@ -43,10 +41,11 @@ void requireShowable(const QString &name)
 
 DataSource sqliteFile(const QString &path, ConnectionString connectionString)
 {
-    requireShowable(path);
-    if (QDir::isRelativePath(path) && QDir::currentPath().isEmpty())
+    if (QDir::isRelativePath(path) && QDir::currentPath().isEmpty()) {
+        requireShowable(path);
         throw RunTimeError(errors::kUnspecified,
                            u"Databasen «%1» finnes ikke: arbeidsmappen er borte."_s.arg(path));
+    }
     DataSource source;
     source.location = QDir::cleanPath(QDir().absoluteFilePath(path));
     // The current folder may change between two openings, so the key holds the absolute path.
@@ -103,11 +102,11 @@ QMap<QString, QString> serverOf(const OdbcEntries &entries)
 DataSource fromOdbcIni(const QString &name, const ConnectionString &connectionString)
 {
     const std::optional<OdbcEntries> entries = odbcDataSource(name);
-    if (!entries)
+    if (!entries) {
         requireShowable(name);
-    if (!entries)
         throw RunTimeError(errors::kUnspecified,
                            u"Datakilden «%1» finnes verken som fil eller i odbc.ini."_s.arg(name));
+    }
     const auto value = [&](const QString &keyword) {
         const auto found = entries->find(keyword);
         return found == entries->end() ? QString() : found->second;
@@ -128,6 +127,13 @@ DataSource fromOdbcIni(const QString &name, const ConnectionString &connectionSt
 }
 
 } // namespace
+
+bool isShowable(const QString &file)
+{
+    static const QRegularExpression traces(u"[@:=;?&]|pass|pwd"_s,
+                                           QRegularExpression::CaseInsensitiveOption);
+    return QFileInfo::exists(file) || !traces.match(missingPart(file)).hasMatch();
+}
 
 bool isServerAddress(QStringView name)
 {
@@ -154,6 +160,7 @@ std::unique_ptr<Session> openSession(const DataSource &source)
 {
     switch (source.kind) {
     case DataSource::Kind::SqliteFile:
+        requireShowable(source.location); // what cannot be opened is named
         return std::make_unique<SqliteSession>(source.location);
     case DataSource::Kind::PostgresServer:
         return openPostgres(source.server);

@@ -23,6 +23,10 @@ struct DataSource
     QString key; ///< the same for all connection strings that may share a session
 };
 
+/// False for the name of a file that is not there, when it may be a misspelt address or connection
+/// string and hold a password: no message is to show it.
+[[nodiscard]] bool isShowable(const QString &file);
+
 /// True for what stands for the address of a PostgreSQL server, also where it is misspelt: it is
 /// never taken for the name of a file, which would be shown, since an address may hold a password.
 [[nodiscard]] bool isServerAddress(QStringView name);

@@ -68,7 +68,8 @@ QString shown(const QString &connectionString)
         for (const QString &keyword : {u"host"_s, u"hostaddr"_s, u"port"_s, u"dbname"_s})
             texts += source.server.value(keyword) + u'\n';
         if (source.kind == DataSource::Kind::SqliteFile) {
-            texts += source.location + u'\n';
+            if (isShowable(source.location))
+                texts += source.location + u'\n';
             static_cast<void>(openSession(source));
         }
     });

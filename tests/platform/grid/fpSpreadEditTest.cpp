@@ -30,6 +30,7 @@ protected:
 
 TEST_F(fpSpreadEdit, ANumberIsEditedWithTheDecimalsThatItDoesNotShow)
 {
+    const ScopedLocale norwegian(commaLocale());
     CellType quantity;
     quantity.kind = CellKind::Float;
     quantity.shownDecimals = 1;

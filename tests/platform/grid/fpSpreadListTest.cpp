@@ -270,6 +270,7 @@ TEST_F(GridList, ACutCellShowsItsTextInATip)
 
 TEST_F(GridList, ACutNumberShowsItAsTheCellWould)
 {
+    const ScopedLocale norwegian(commaLocale());
     CellType amount;
     amount.kind = CellKind::Float;
     amount.showThousands = true;
