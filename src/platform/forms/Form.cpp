@@ -340,8 +340,12 @@ bool Form::pressCommand(QKeyCombination key)
     if (command == m_commandKeys.end())
         return false;
     const QPointer<QAbstractButton> button = command->button;
+    const QPointer<QWidget> before = focusWidget();
     if (button && button->isEnabled() && button->isVisible())
         button->setFocus(Qt::ShortcutFocusReason);
     clickIfPossible(button);
+    // A command that leads nowhere else leaves the user where he was.
+    if (button && button->hasFocus() && before)
+        before->setFocus(Qt::ShortcutFocusReason);
     return true;
 }

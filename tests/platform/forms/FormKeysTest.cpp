@@ -201,11 +201,21 @@ TEST_F(FormKeys, ACommandKeyPressesItsButtonFromAnyControl)
     const QSignalSpy clicks(other, &QPushButton::clicked);
     press(Qt::Key_S);
     EXPECT_EQ(clicks.count(), 0);
+    bool isLeft = false;
+    QObject::connect(other, &QPushButton::clicked, other, [&] { isLeft = !edit->hasFocus(); });
     press(Qt::Key_S, Qt::ControlModifier);
     EXPECT_EQ(clicks.count(), 1);
-    EXPECT_EQ(QApplication::focusWidget(), other)
-        << "the field has to be left ahead of the command";
+    EXPECT_TRUE(isLeft) << "the field has to be left ahead of the command";
+    EXPECT_EQ(QApplication::focusWidget(), edit);
     EXPECT_EQ(edit->text(), u"s"_s);
+}
+
+TEST_F(FormKeys, ACommandKeyDoesNotBringTheFocusBackFromWhereItsCommandLeads)
+{
+    form->setCommandKey(Qt::CTRL | Qt::Key_S, other);
+    QObject::connect(other, &QPushButton::clicked, other, [&] { ok->setFocus(); });
+    press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::focusWidget(), ok);
 }
 
 TEST_F(FormKeys, ACommandKeyLeavesAButtonAloneThatCannotBePressed)
