@@ -51,9 +51,10 @@ protected:
 };
 
 const QStringList kTopics{u"html\\intro1.htm"_s, u"html\\ordre.htm"_s,   u"html\\produkt.htm"_s,
-                          u"html\\bokfor.htm"_s, u"html\\kalkyle.htm"_s, u"html\\oversikt.htm"_s};
-const QStringList kTitles{u"Hovedmeny"_s, u"Ordre og faktura"_s, u"Produkt"_s,
-                          u"Bokfør"_s,    u"Kalkyle"_s,          u"Oversikt"_s};
+                          u"html\\bokfor.htm"_s, u"html\\kalkyle.htm"_s, u"html\\oversikt.htm"_s,
+                          u"html\\taster.htm"_s};
+const QStringList kTitles{u"Hovedmeny"_s, u"Ordre og faktura"_s, u"Produkt"_s, u"Bokfør"_s,
+                          u"Kalkyle"_s,   u"Oversikt"_s,         u"Taster"_s};
 
 TEST_F(HtmlHelpTest, EachTopicHasItsPage)
 {
