@@ -66,6 +66,37 @@ TEST_F(FrmProduktGridTest, MovingDownTheRatesLeavesThemTexts)
     EXPECT_EQ(typeAt(7, 2).kind, CellKind::Edit);
 }
 
+TEST_F(FrmProduktGridTest, AnEditIsTakenBackBeyondTheMarksOfRowsThatWereOnlyPassed)
+{
+    const QString before = at(1, 1);
+    typeInCell(1, 1, u"X"_s);
+    key(Qt::Key_Tab);
+    ASSERT_NE(at(1, 1), before);
+    for (int step = 0; step < 3; ++step)
+        key(Qt::Key_Down);
+    EXPECT_EQ(changed(2), u"1"_s);
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(at(1, 1), before);
+    EXPECT_EQ(grid().activeCol(), 1);
+    key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_NE(at(1, 1), before);
+    EXPECT_EQ(changed(1), u"1"_s);
+}
+
+TEST_F(FrmProduktGridTest, TheListFilledAnewLeavesNothingToTakeBack)
+{
+    const QString before = at(1, 1);
+    typeInCell(1, 1, u"X"_s);
+    key(Qt::Key_Tab);
+    clickTab(2);
+    clickTab(1);
+    EXPECT_EQ(at(1, 1), before);
+    grid().setFocus();
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(at(1, 1), before);
+    EXPECT_EQ(changed(1), QString());
+}
+
 TEST_F(FrmProduktGridTest, EnteringTheGroupAsksForAColumnThatIsNotThere)
 {
     grid().setColHidden(3, false);

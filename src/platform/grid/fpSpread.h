@@ -257,6 +257,7 @@ private:
     void paste();
     void pasteBlock(const QStringList &lines);
     void replay(const EditHistory::Step &step);
+    [[nodiscard]] bool isSeen(const EditHistory::Step &step) const;
     bool userWrites(Cell cell, const QVariant &value, int role, EditHistory::Step &step);
     bool tellOfChange(Cell cell, EditHistory::Step &answers);
     bool hearAnswers(EditHistory::Step &answers, const std::function<void()> &tell);

@@ -173,8 +173,18 @@ void fpSpread::replay(const EditHistory::Step &step)
                 changed.push_back(place);
         }
     }
-    setActive({changed.front().col, changed.front().row});
+    const auto first = std::ranges::find_if(
+        changed, [this](EditHistory::Place place) { return !colHidden(place.col); });
+    if (first == changed.end())
+        return;
+    setActive({first->col, first->row});
     userSelects(chosenBlock(m_active));
+}
+
+bool fpSpread::isSeen(const EditHistory::Step &step) const
+{
+    return std::ranges::any_of(step,
+                               [this](const auto &change) { return !colHidden(change.first.col); });
 }
 
 void fpSpread::forgetEdits()

@@ -121,7 +121,9 @@ bool fpSpread::mayLeaveFor(int newCol, int newRow)
                 [&] { Q_EMIT LeaveCell(m_active.col, m_active.row, newCol, newRow, &cancel); });
     if (!self)
         return false;
-    m_history.add(answers, changed);
+    // An answer that nobody sees, to a key that has changed nothing, is nothing to take back.
+    if (changed || isSeen(answers))
+        m_history.add(answers, changed);
     return !cancel && moves == m_programMoves;
 }
 
