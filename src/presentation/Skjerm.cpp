@@ -111,6 +111,8 @@ int BreddeFor(const QWidget &control, QStringView text, int beside)
 
 void TilpassOverskrift(const Form &form, QWidget &strip, const QLabel &text)
 {
+    // Before a window is first seen its strips have not been told of their places yet.
+    strip.layout()->setGeometry(strip.rect());
     const QMargins margins = strip.layout()->contentsMargins();
     const int around = margins.top() + margins.bottom();
     int height = kStripHeight;

@@ -24,7 +24,8 @@ namespace {
 /// The columns of customers' names, by their headers.
 const QStringList kNameColumns{u"Navn"_s, u"Kundenavn"_s};
 constexpr int kLettersOfName = 20;
-constexpr int kMargin = 4; ///< pixels at either side of a caption
+constexpr int kMuchRoom = 60; ///< pixels, about two lines of the largest letters
+constexpr int kMargin = 4;    ///< pixels at either side of a caption
 
 /// What in the window is cut off: captions, headers, and names of customers.
 class Cut
@@ -71,6 +72,8 @@ private:
             breaksLines ? label->heightForWidth(widget.width()) : widget.fontMetrics().height();
         if (widget.visibleRegion().boundingRect().height() < height)
             tell(widget, text, widget.height(), height);
+        if (breaksLines && widget.height() > height + kMuchRoom)
+            tell(widget, text + u" too much"_s, widget.height(), height);
     }
     void headers(const QTableView &grid)
     {
