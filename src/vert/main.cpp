@@ -12,12 +12,14 @@
 #include "vert/Tour.h"
 
 #include <QApplication>
+#include <QIcon>
 
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <type_traits>
 
 using namespace Qt::StringLiterals;
 
@@ -157,6 +159,12 @@ std::unique_ptr<QCoreApplication> makeQuietly(int &argc, char **argv, QtMessageH
     qInstallMessageHandler(tellOfDisplay);
     auto application = std::make_unique<Application>(argc, argv);
     qInstallMessageHandler(handler);
+    if constexpr (std::is_base_of_v<QGuiApplication, Application>) {
+        // As the menu is called, so that its title stays as it is: others get the name behind them.
+        QGuiApplication::setApplicationDisplayName(u"Strekkbok - Faktura"_s);
+        QGuiApplication::setDesktopFileName(u"strekkbok-vert"_s);
+        QGuiApplication::setWindowIcon(QIcon(u":/vert/ordre.svg"_s));
+    }
     return application;
 }
 

@@ -186,6 +186,11 @@ QStringList DeskTest::stack()
     return names;
 }
 
+QString DeskTest::display()
+{
+    return QString::fromLatin1(theDesk->display());
+}
+
 QByteArray DeskTest::look(const QString &program, const QStringList &arguments)
 {
     QProcess process;

@@ -51,6 +51,9 @@ protected:
     /// The output of a program that looks at the desk.
     static QByteArray look(const QString &program, const QStringList &arguments);
 
+    /// The desk's display, for programs that the test starts.
+    [[nodiscard]] static QString display();
+
     static constexpr int kLeft = 1;
     static constexpr int kMiddle = 2;
     static constexpr int kRight = 3;
