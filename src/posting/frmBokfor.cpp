@@ -146,6 +146,9 @@ frmBokfor::frmBokfor() : Form(u"frmBokfor"_s), m_ui(std::make_unique<Ui::frmBokf
     SpreadSetCellType(grid, kBokfor, -1, kAvkryssing, false, {}, {});
     grid.setLock(false); // the one column that the user edits
 
+    skrift.setPointSizeF(skrift.pointSizeF() - 0.5);
+    m_ui->lblFramdrift->setFont(skrift);
+
     tilpassValg();
 
     // What is typed stays as it is typed: nothing completes it, and one that spells an item is not
@@ -217,7 +220,8 @@ void frmBokfor::visMerknad()
     int antall = 0;
     if (m_ui->fpSpread1->dataRowCnt() > 0)
         passOver([&] { antall = AntallMedBilagFraFor(); });
-    m_ui->lblFramdrift->setText(antall > 0 ? u"%1 av disse har bilag fra før"_s.arg(antall)
+    // In two lines there is room for it in the window as designed.
+    m_ui->lblFramdrift->setText(antall > 0 ? u"%1 av disse har\nbilag fra før"_s.arg(antall)
                                            : QString());
 }
 
