@@ -9,6 +9,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QTest>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
