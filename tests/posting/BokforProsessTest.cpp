@@ -74,12 +74,14 @@ std::vector<int> BokforProsessTest::inProcesses(int processes, const std::functi
     EXPECT_EQ(::pipe2(told, O_CLOEXEC) + ::pipe2(goOn, O_CLOEXEC), 0);
     std::vector<std::unique_ptr<Child>> running;
     for (int i = 0; i < processes; ++i)
-        running.push_back(std::make_unique<Child>([&] {
-            ::close(goOn[1]);
-            startAnew();
-            char byte = static_cast<char>(work());
-            return ::write(told[1], &byte, 1) == 1 && ::read(goOn[0], &byte, 1) == 0 ? 0 : 1;
-        }));
+        running.push_back(std::make_unique<Child>(
+            [&] {
+                ::close(goOn[1]);
+                startAnew();
+                char byte = static_cast<char>(work());
+                return ::write(told[1], &byte, 1) == 1 && ::read(goOn[0], &byte, 1) == 0 ? 0 : 1;
+            },
+            120)); // one waits for the other
     ::close(told[1]);
     ::close(goOn[0]);
     meanwhile();

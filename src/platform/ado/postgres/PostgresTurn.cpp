@@ -15,6 +15,8 @@ constexpr char kHolder[] = "SELECT pid FROM pg_locks WHERE locktype = 'advisory'
                            "classid = 0 AND objid = 1400129634 AND database = (SELECT oid FROM "
                            "pg_database WHERE datname = current_database())";
 constexpr int kFreeForGood = 50; // looks
+constexpr char kJustStarted[] =
+    "SELECT clock_timestamp() - pg_postmaster_start_time() < interval '5 seconds'";
 
 bool isTrue(const PostgresResult &answer)
 {
@@ -27,6 +29,9 @@ bool PostgresTurn::take(PostgresLink &link)
 {
     if (m_state == State::Held)
         return true;
+    // Whoever had it before a restart has not come back yet, perhaps.
+    if (m_state == State::None && isTrue(link.run(kJustStarted)))
+        m_state = State::Waiting;
     if (m_state == State::Waiting && !mayFollow(link))
         return false;
     if (isTrue(link.run(kTry))) {
