@@ -108,14 +108,14 @@ TEST_F(FrmOrdreTest, AFirstOpeningTakesTheDefaultPlace)
 TEST_F(FrmOrdreTest, ThePlaceIsKept)
 {
     apne();
-    skjerm()->setPlace(300, 450, 12000, 7500);
+    skjerm()->setPlace(300, 450, 10650, 7500);
     runEvents();
     skjerm()->unload();
     runEvents();
     EXPECT_EQ(lagret(u"FLeft"_s).chopped(1), u"300"_s);
     EXPECT_EQ(lagret(u"FHeight"_s).chopped(1), u"7500"_s);
     apne();
-    EXPECT_EQ(skjerm()->place(), QRect(300, 450, 12000, 7500));
+    EXPECT_EQ(skjerm()->place(), QRect(300, 450, 10650, 7500));
 }
 
 TEST_F(FrmOrdreTest, TheWindowHasALeastSize)
