@@ -70,6 +70,15 @@ void DeskTest::SetUp()
     window(u"frmRegningsdel"_s);
 }
 
+void DeskTest::awaitManager()
+{
+    if (theDesk->display().isEmpty())
+        return;
+    static_cast<void>(comes([] {
+        return look(u"xprop"_s, {u"-root"_s, u"_NET_SUPPORTING_WM_CHECK"_s}).contains("window id");
+    }));
+}
+
 bool DeskTest::comes(const std::function<bool()> &state)
 {
     return QTest::qWaitFor(state, kPatience);
@@ -211,5 +220,6 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QApplication::setStyle(u"Fusion"_s);
     QApplication::setQuitOnLastWindowClosed(false);
+    DeskTest::awaitManager();
     return RUN_ALL_TESTS();
 }

@@ -13,6 +13,11 @@
 /// docs/automation.md promises. Skipped where no X server can be had.
 class DeskTest : public HostTest
 {
+public:
+    /// Waits until the window manager of the desk has begun: a window that comes up meanwhile may
+    /// be lost to it.
+    static void awaitManager();
+
 protected:
     DeskTest();
     ~DeskTest() override;

@@ -105,6 +105,16 @@ void PostgresLink::dropStatements()
         run(sql.constData());
 }
 
+bool PostgresLink::takeNotifications() noexcept
+{
+    bool any = false;
+    while (PGnotify *const notification = PQnotifies(m_connection.get())) {
+        PQfreemem(notification);
+        any = true;
+    }
+    return any;
+}
+
 QByteArray PostgresLink::prepare(const QByteArray &sql)
 {
     dropStatements();

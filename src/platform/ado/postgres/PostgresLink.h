@@ -47,6 +47,9 @@ public:
 
     /// Runs a statement of our own, without parameters; its rows come as text.
     PostgresResult run(const char *sql);
+    /// True when notifications, for which the session listens, came with the answers so far; they
+    /// are told once.
+    [[nodiscard]] bool takeNotifications() noexcept;
     /// The name of the statement, which stands prepared until it is dropped or the link reopened.
     [[nodiscard]] QByteArray prepare(const QByteArray &sql);
     /// Drops it before the next prepare().

@@ -11,12 +11,18 @@ namespace ado {
 namespace {
 
 constexpr char kTry[] = "SELECT pg_try_advisory_lock(1400129634)"; // any number of our own
-constexpr char kHolder[] = "SELECT pid FROM pg_locks WHERE locktype = 'advisory' AND granted AND "
-                           "classid = 0 AND objid = 1400129634 AND database = (SELECT oid FROM "
-                           "pg_database WHERE datname = current_database())";
-constexpr int kFreeForGood = 50; // looks
+constexpr char kIsTaken[] =
+    "SELECT COUNT(*) > 0 FROM pg_locks WHERE locktype = 'advisory' AND granted AND classid = 0 AND "
+    "objid = 1400129634 AND database = (SELECT oid FROM pg_database WHERE datname = "
+    "current_database())";
+/// Tells those who wait that the turn was given back, and not lost with a session.
+constexpr char kListen[] = "LISTEN strekkbok_tur";
+constexpr char kGiveBack[] = "UNLISTEN *; SELECT pg_advisory_unlock_all(); NOTIFY strekkbok_tur";
+constexpr char kGiveUp[] = "UNLISTEN *";
+/// Longer than a holder waits for a server that is being restarted.
+constexpr int kFreeForGood = 150; // looks, ten of them a second
 constexpr char kJustStarted[] =
-    "SELECT clock_timestamp() - pg_postmaster_start_time() < interval '5 seconds'";
+    "SELECT clock_timestamp() - pg_postmaster_start_time() < interval '15 seconds'";
 
 bool isTrue(const PostgresResult &answer)
 {
@@ -29,45 +35,42 @@ bool PostgresTurn::take(PostgresLink &link)
 {
     if (m_state == State::Held)
         return true;
+    if (!std::exchange(m_listens, true))
+        link.run(kListen);
     // Whoever had it before a restart has not come back yet, perhaps.
     if (m_state == State::None && isTrue(link.run(kJustStarted)))
         m_state = State::Waiting;
     if (m_state == State::Waiting && !mayFollow(link))
         return false;
-    if (isTrue(link.run(kTry))) {
-        m_state = State::Held;
-    } else {
-        m_state = State::Waiting;
-        static_cast<void>(mayFollow(link)); // notes who has it
-    }
+    m_state = isTrue(link.run(kTry)) ? State::Held : State::Waiting;
+    m_givenBack = false;
+    m_seenFree = 0;
     return m_state == State::Held;
 }
 
 bool PostgresTurn::mayFollow(PostgresLink &link)
 {
-    const PostgresResult holder = link.run(kHolder);
-    if (PQntuples(holder.get()) > 0) {
-        m_holder = PQgetvalue(holder.get(), 0, 0);
-        m_seenFree = 0;
-        return false;
-    }
-    if (++m_seenFree >= kFreeForGood)
-        return true;
-    // With its session gone, the holder may still be at work.
-    const QByteArray isThere = "SELECT COUNT(*) > 0 FROM pg_stat_activity WHERE pid = 0" + m_holder;
-    return isTrue(link.run(isThere.constData()));
+    const bool isTaken = isTrue(link.run(kIsTaken));
+    m_givenBack = (link.takeNotifications() || m_givenBack) && !isTaken;
+    m_seenFree = isTaken ? 0 : m_seenFree + 1;
+    return m_givenBack || m_seenFree >= kFreeForGood;
 }
 
 void PostgresTurn::release(PostgresLink &link) noexcept
 {
-    if (std::exchange(m_state, State::None) == State::Held)
-        passOver([&] { link.run("SELECT pg_advisory_unlock_all()"); });
+    const bool held = std::exchange(m_state, State::None) == State::Held;
+    if (std::exchange(m_listens, false))
+        passOver([&] { link.run(held ? kGiveBack : kGiveUp); });
+    m_givenBack = false;
+    m_seenFree = 0;
 }
 
 void PostgresTurn::lose()
 {
     if (m_state == State::Held)
         m_state = State::Lost;
+    m_listens = false;
+    m_givenBack = false;
 }
 
 } // namespace ado

@@ -1,15 +1,13 @@
 #pragma once
 
-#include <QByteArray>
-
 namespace ado {
 
 class PostgresLink;
 
 /// The turn of Connection::takeTurn at a database on a server: an advisory lock, which ends with
 /// its session. A session may end while its process goes on, so whoever waits for the turn takes it
-/// only when its holder has let go of it, or when it has stood free for a while; a holder that lost
-/// it takes it back at once.
+/// only when its holder has given it back, or when it has stood free for a while; a holder that
+/// lost it takes it back at once.
 class PostgresTurn
 {
 public:
@@ -29,8 +27,9 @@ private:
     [[nodiscard]] bool mayFollow(PostgresLink &link);
 
     State m_state = State::None;
-    QByteArray m_holder; // the server's number of its session, when it was seen last
-    int m_seenFree = 0;  // so many times at a stretch
+    bool m_listens = false;   // for who gives it back
+    bool m_givenBack = false; // by the one who had it last
+    int m_seenFree = 0;       // so many times at a stretch
 };
 
 } // namespace ado
