@@ -5,7 +5,8 @@
 #include "runtime/Format.h"
 #include "state/SharedState.h"
 
-#include <algorithm>
+#include <QHash>
+
 #include <map>
 #include <optional>
 #include <set>
@@ -204,6 +205,11 @@ void Kontroll::kontrollerLinjerUtenBilag()
 
 void Kontroll::kontrollerKundelinjer()
 {
+    QHash<QString, const Ordre *> ordreMed; // by the mark, of two the older
+    for (const auto &[id, ordre] : m_ordre) {
+        const Ordre *&funnet = ordreMed[fakturamerke(ordre.nr)];
+        funnet = funnet ? funnet : &ordre;
+    }
     for (const auto &[merke, linjer] : m_kundelinjer) {
         QStringList numre;
         for (const Kundelinje &linje : linjer)
@@ -212,19 +218,17 @@ void Kontroll::kontrollerKundelinjer()
             m_funn += u"%1 har %2 kundelinjer, i bilag %3"_s.arg(merke)
                           .arg(linjer.size())
                           .arg(numre.join(u", "_s));
-        const auto ordre = std::find_if(m_ordre.begin(), m_ordre.end(), [&](const auto &en) {
-            return fakturamerke(en.second.nr) == merke;
-        });
-        if (ordre == m_ordre.end())
+        const Ordre *const ordre = ordreMed.value(merke);
+        if (!ordre)
             continue;
         for (const Kundelinje &linje : linjer) {
-            const Currency forskjell = linje.belop - ordre->second.brutto;
+            const Currency forskjell = linje.belop - ordre->brutto;
             if (!forskjell.isZero())
                 m_funn +=
                     u"bilag %1: kundelinjen til faktura %2 er %3 mot fakturasummen %4, forskjell %5"_s
                         .arg(m_bilag[linje.bilag].nr)
-                        .arg(ordre->second.nr)
-                        .arg(kroner(linje.belop), kroner(ordre->second.brutto), kroner(forskjell));
+                        .arg(ordre->nr)
+                        .arg(kroner(linje.belop), kroner(ordre->brutto), kroner(forskjell));
         }
     }
 }
