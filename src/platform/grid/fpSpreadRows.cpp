@@ -71,7 +71,8 @@ void fpSpread::moveByKey(int key, Qt::KeyboardModifiers modifiers)
 {
     const bool forward = key != Qt::Key_Backtab && !(modifiers & Qt::ShiftModifier);
     if (CellDelegate::leavesGrid(key, modifiers))
-        QAbstractScrollArea::focusNextPrevChild(forward); // a view's own goes from cell to cell
+        // A view's own goes from cell to cell. NOLINTNEXTLINE(bugprone-parent-virtual-call)
+        QAbstractScrollArea::focusNextPrevChild(forward);
     else if (const std::optional<Cell> to = keyTarget(m_active, key, modifiers))
         userMoves(*to);
     else // behind the last cell, or in front of the first one, the focus leaves the grid
