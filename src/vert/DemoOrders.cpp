@@ -89,15 +89,12 @@ private:
     void enterHeader(const DemoTable::Row &order, const DemoLines &lines)
     {
         const DemoTable::Row &customer = m_customers.row(order.text(u"KundeNr"));
-        const bool sameAddress = customer.integer(u"SammeLevAdr") != 0;
-        const auto delivery = [&](QStringView own, QStringView same) {
-            return customer.text(sameAddress ? same : own);
-        };
         const auto place = [&](const QString &code) {
-            return m_places.row(code).text(u"PostSted");
+            return code.isEmpty() ? QString() : m_places.row(code).text(u"PostSted");
         };
         const QString invoiceCode = customer.text(u"PostNr");
-        const QString deliveryCode = delivery(u"LevPostNr", u"PostNr");
+        // Blank for a customer with one address, as the customer picker leaves it.
+        const QString deliveryCode = customer.text(u"LevPostNr");
         m_connection.execute(
             Insert(u"Ordre")
                 .number(u"KlientNr", m_client)
@@ -112,8 +109,8 @@ private:
                 .text(u"FakAdresse2", customer.text(u"Adr2"))
                 .text(u"FakPostNr", invoiceCode)
                 .text(u"FakPoststed", place(invoiceCode))
-                .text(u"LevAdresse1", delivery(u"LevAdr1", u"Adr1"))
-                .text(u"LevAdresse2", delivery(u"LevAdr2", u"Adr2"))
+                .text(u"LevAdresse1", customer.text(u"LevAdr1"))
+                .text(u"LevAdresse2", customer.text(u"LevAdr2"))
                 .text(u"LevPostNr", deliveryCode)
                 .text(u"LevPoststed", place(deliveryCode))
                 .text(u"KID", LagKID(kidSetting, order.text(u"OrdreNr"), order.text(u"KundeNr")))

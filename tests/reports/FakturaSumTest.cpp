@@ -70,6 +70,26 @@ TEST_F(FakturaSumTest, RoundingHasItsSign)
     EXPECT_EQ(rounded("111.99", u"2"_s), u"-0,99 -> 111,00"_s);
 }
 
+// Two lines of 50.25 at 25 %: the VAT is 25.125 and the rounding 0.375, each saved as half an øre
+// more.
+TEST_F(FakturaSumTest, TheRoundingIsWhatMakesTheSavedSumsAddUp)
+{
+    const int order = enterOrder({line("1", "50.25", "25"), line("1", "50.25", "25")}, u"1"_s);
+    EXPECT_EQ(
+        rows(u"SELECT SumNetto,MvaKr,Avrunding,SumBrutto FROM Ordre WHERE OrdreNr=%1"_s.arg(order)),
+        QStringList{u"100,5|25,13|0,38|126"_s});
+    const report::Page page = lastPage(order);
+    EXPECT_EQ(factOn(page, u"Øreavrunding"_s), u"0,37"_s);
+    EXPECT_EQ(factOn(page, u"Å betale NOK"_s), u"126,00"_s);
+}
+
+TEST_F(FakturaSumTest, SumsSavedWithoutRoundingAddUpToo)
+{
+    const int order = enterOrder({line("0.5", "0.03", "25"), line("0.5", "0.03", "25")});
+    change(order, u"SumNetto=0.03,MvaKr=0.01,SumBrutto=0.05,Avrunding=0"_s);
+    EXPECT_EQ(factOn(lastPage(order), u"Øreavrunding"_s), u"0,01"_s);
+}
+
 TEST_F(FakturaSumTest, TheRoundingStandsBelowTheVatWhateverTheRates)
 {
     const QStringList invoices{QString(),           u"0"_s,
@@ -81,7 +101,7 @@ TEST_F(FakturaSumTest, TheRoundingStandsBelowTheVatWhateverTheRates)
         for (const QString &rate : invoice.split(u' ', Qt::SkipEmptyParts))
             lines.push_back({u"X"_s, u"Vare"_s, u"1"_s, u"100.30"_s, rate});
         const int order = enterOrder(lines);
-        change(order, u"Avrunding=-0.3"_s);
+        change(order, u"Avrunding=-0.3,SumBrutto=SumBrutto-0.3"_s);
         const report::Page page = lastPage(order);
         EXPECT_EQ(textsOf(page).count(u"Øreavrunding"_s), 1) << invoice.toStdString();
         EXPECT_EQ(factOn(page, u"Øreavrunding"_s), u"-0,30"_s);

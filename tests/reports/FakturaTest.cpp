@@ -136,6 +136,18 @@ TEST_F(FakturaTest, MissingFactsLeaveNoLabels)
     EXPECT_TRUE(texts.contains(u"3 593,75"_s));
 }
 
+TEST_F(FakturaTest, WithoutAPlaceOfDeliveryItIsTheBuyers)
+{
+    const int order = enterOrder({kHour});
+    for (const QString &blank : {u"Null"_s, u"''"_s, u"'  '"_s}) {
+        change(order, u"LevAdresse1=%1,LevAdresse2=%1,LevPostNr=%1,LevPoststed=%1"_s.arg(blank));
+        EXPECT_EQ(factOn(onlyPage(order), u"Leveringssted"_s),
+                  u"Postboks 12, Sagvegen 4, 2406 Elverum"_s);
+    }
+    change(order, u"LevPoststed='Ål'"_s);
+    EXPECT_EQ(factOn(onlyPage(order), u"Leveringssted"_s), u"Ål"_s);
+}
+
 TEST_F(FakturaTest, AFactThatIsMissingMovesTheOthersUp)
 {
     const int order = enterOrder({kHour});
@@ -169,6 +181,30 @@ TEST_F(FakturaTest, LongNamesAreWhole)
     EXPECT_TRUE(texts.filter(u"…"_s).isEmpty()) << texts.filter(u"…"_s).join(u'|').toStdString();
     for (const report::TextCommand &text : page.texts)
         EXPECT_LE(text.baseline.x() + text.width, 200) << text.text.toStdString();
+}
+
+TEST_F(FakturaTest, TheSellerAtTheFootIsWholeHoweverLong)
+{
+    const int order = enterOrder({kHour});
+    for (const QString &name : {QString(40, u'W'), u"Nordre Østerdalen og Sør-Trøndelag Skog"_s}) {
+        run(u"UPDATE Klient SET Navn='%1',Adr1='%1',Adr2='%1',TlfArbeid='12345678901234567890' "
+            "WHERE KlientNr=1"_s.arg(name));
+        for (const QString &form : {u"Fak-mgiro-ulogo.rpt"_s, u"Fak-ugiro-ulogo.rpt"_s}) {
+            const report::Document document = print(form, order);
+            const report::Page &page = document.pages.back();
+            const double bottom = textsOf(page).contains(u"GIRO"_s) ? 297 - 122.6 : 297 - 4;
+            const double top = textOn(page, u"Side 1 av 1"_s).baseline.y() - 0.1;
+            QString foot;
+            for (const report::TextCommand &text : page.texts) {
+                if (text.baseline.x() == 20 && text.baseline.y() > top &&
+                    text.baseline.y() < bottom)
+                    foot += text.text + u' ';
+            }
+            EXPECT_EQ(foot.count(name), 3) << foot.toStdString();
+            EXPECT_TRUE(foot.contains(u"2815 Gjøvik"_s));
+            EXPECT_TRUE(foot.contains(u"Konto 9999.12.34566"_s)) << foot.toStdString();
+        }
+    }
 }
 
 TEST_F(FakturaTest, WideLettersWrapInTheEnvelopesWindow)

@@ -177,13 +177,69 @@ TEST_F(GiroTest, TheAmountsCheckDigit)
     EXPECT_EQ(amount(u"0.59"_s), u"0 59 < 6"_s);
     EXPECT_EQ(amount(u"0.18"_s), u"0 18 < 2"_s);
     EXPECT_EQ(amount(u"0.19"_s), u"0 19 < 0"_s);
-    EXPECT_EQ(amount(u"99999999.99"_s), u"99999999 99 < 0"_s);
+    EXPECT_EQ(amount(u"9999999.99"_s), u"9999999 99 < 9"_s);
+}
+
+// The places are those of the measured form: fields that end or begin at a fixed edge, and a cell
+// of a tenth of an inch for each character.
+TEST_F(GiroTest, EveryCharacterOfTheMachineReadLineHasItsPlace)
+{
+    enum Edge { kBegins, kEnds };
+    struct Place
+    {
+        QString text;
+        Edge edge;
+        double x; // mm from the paper's left edge
+    };
+    const auto expectLine = [&](const std::vector<Place> &places) {
+        const std::vector<report::TextCommand> line = codeLine(print(m_order));
+        ASSERT_EQ(line.size(), places.size());
+        for (size_t i = 0; i < line.size(); ++i) {
+            const report::TextCommand &text = line[i];
+            SCOPED_TRACE(text.text.toStdString());
+            EXPECT_EQ(text.text, places[i].text);
+            EXPECT_NEAR(text.width, kPitch * double(text.text.size()), 0.02);
+            EXPECT_NEAR(text.baseline.x() + (places[i].edge == kEnds ? text.width : 0), places[i].x,
+                        0.02);
+            EXPECT_NEAR(297 - text.baseline.y(), 21.17, 0.05);
+        }
+    };
+    const auto checkDigit = [](const QString &digits) {
+        int sum = 0;
+        for (qsizetype i = 0; i < digits.size(); ++i) {
+            const int product = digits[digits.size() - 1 - i].digitValue() * (i % 2 == 0 ? 2 : 1);
+            sum += product / 10 + product % 10;
+        }
+        return QString::number((10 - sum % 10) % 10);
+    };
+
+    const QString digits = u"1234567890123456789012345"_s;
+    const QStringList accounts{u"99991234566"_s, u"9999.12.34566"_s, u"9999 12 34566"_s};
+    qint64 ore = 1;
+    for (qsizetype length = 2; length <= digits.size(); ++length) {
+        const QString kid = digits.left(length);
+        const QString kroner = QString::number(ore / 100);
+        const QString rest = QString::number(ore % 100).rightJustified(2, u'0');
+        SCOPED_TRACE((kid + u' ' + kroner + u'.' + rest).toStdString());
+        change(m_order, u"KID='%1',SumBrutto=%2.%3"_s.arg(kid, kroner, rest));
+        run(u"UPDATE Klient SET Giro1='%1' WHERE KlientNr=1"_s.arg(
+            accounts[length % accounts.size()]));
+        expectLine({{u"H"_s, kBegins, 2.1},
+                    {kid, kEnds, 75.1},
+                    {kroner, kEnds, 101.92},
+                    {rest, kBegins, 107},
+                    {u"<"_s, kBegins, 113.5},
+                    {checkDigit(kroner + rest), kBegins, 118.58},
+                    {u">"_s, kBegins, 123.66},
+                    {u"9999 12 34566"_s, kBegins, 131.4}});
+        ore = (ore * 19 + 7 * length) % 999'999'999 + 1;
+    }
 }
 
 TEST_F(GiroTest, WhatHasNoRoomOrIsNotPaidIsLeftToThePayer)
 {
     const QStringList without{u"H"_s, u"0100010050019"_s, u"9999 12 34566"_s};
-    setSum(u"100000000"_s);
+    setSum(u"10000000"_s);
     EXPECT_EQ(codeTexts(), without);
     setSum(u"-100"_s);
     EXPECT_EQ(codeTexts(), without);

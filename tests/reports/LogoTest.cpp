@@ -100,6 +100,18 @@ TEST_F(LogoTest, StandsOnTheFormsWithLogoAndTheirFirstPage)
     EXPECT_TRUE(document.pages[1].pictures.empty());
 }
 
+// A line that could not be stored leaves its position free, and rows of other programs have
+// positions of their own.
+TEST_F(LogoTest, ComesWithTheFirstLineWhateverItsPosition)
+{
+    storeLogo(greenPicture({237, 76}, "BMP"));
+    const QString id = rows(u"SELECT ID FROM Ordre WHERE OrdreNr=%1"_s.arg(m_order)).value(0);
+    for (const QString &position : {u"PosNr+10"_s, u"0"_s, u"-PosNr"_s, u"Null"_s}) {
+        run(u"UPDATE OrdreLinjer SET PosNr=%1 WHERE OrdreID=%2"_s.arg(position, id));
+        EXPECT_EQ(page().pictures.size(), 1u) << position.toStdString();
+    }
+}
+
 TEST_F(LogoTest, IsReadWithOneLineOnly)
 {
     storeLogo(greenPicture({237, 76}, "BMP"));

@@ -21,7 +21,7 @@ protected:
                 .arg(kroner));
     }
 
-    static constexpr double kNumberEdge = 26;
+    static constexpr double kNumberEdge = 28;
     static constexpr double kDaysEdge = 85;
     const QString kOverdue = kClient +
                              u" and {Ordre.OrdreStatus}<>'Ordre' and {Ordre.OrdreStatus}<>'Betalt'"

@@ -56,6 +56,11 @@ enum class Operator {
 }
 
 enum class Aggregate { Sum, Count, Min, Max, Average, RunningSum, RunningCount };
+/// Whether it ends with the current row.
+[[nodiscard]] constexpr bool isRunning(Aggregate aggregate)
+{
+    return aggregate == Aggregate::RunningSum || aggregate == Aggregate::RunningCount;
+}
 enum class Special { PageNumber, TotalPages, RecordNumber, Today, TimeOfDay };
 
 struct Function;

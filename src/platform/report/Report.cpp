@@ -179,9 +179,10 @@ bool isConstant(const Expr &expr)
 {
     switch (expr.kind) {
     case ExprKind::Field:
-    case ExprKind::Aggregate:
     case ExprKind::Special:
         return false;
+    case ExprKind::Aggregate:
+        return expr.scope == kWholeReport && !isRunning(expr.aggregate);
     case ExprKind::FormulaName:
         return isConstant(*expr.formula);
     default:

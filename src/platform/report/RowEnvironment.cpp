@@ -15,11 +15,6 @@ bool isSame(const Span &a, const Span &b)
     return a.first == b.first && a.end == b.end && a.serial == b.serial;
 }
 
-bool isRunning(const Expr &expr)
-{
-    return expr.aggregate == Aggregate::RunningSum || expr.aggregate == Aggregate::RunningCount;
-}
-
 Value average(const Value &sum, int count)
 {
     if (sum.type() == DataType::Currency)
@@ -60,10 +55,10 @@ Value RowEnvironment::aggregate(const Expr &expr)
     else if (expr.scope != kOwnScope)
         span = m_groups.span(expr.scope, m_row);
 
-    if (isRunning(expr) && span.picked)
+    if (isRunning(expr.aggregate) && span.picked)
         span.picked = span.running;
     int end = span.picked ? static_cast<int>(span.picked->size()) : span.end;
-    if (isRunning(expr) && !span.picked)
+    if (isRunning(expr.aggregate) && !span.picked)
         end = std::min(end, m_row + 1);
 
     Total &total = m_totals[static_cast<size_t>(expr.slot)];

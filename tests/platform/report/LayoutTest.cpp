@@ -215,6 +215,19 @@ TEST_F(LayoutTest, AFooterThatTheCallerTurnsOffTakesNoRoom)
     EXPECT_NEAR(topOf(without.pages[0], u"fot"_s), 282, 0.01);
 }
 
+TEST_F(LayoutTest, AFooterThatNoRowTurnsOnTakesNoRoom)
+{
+    addOrder(1001, 54);
+    const auto pagesWith = [&](const QByteArray &condition) {
+        return made(lineReport(band("detail", 5, "{OrdreLinjer.ProduktNavn}") +
+                               band("pageFooter", 100, "'slipp'",
+                                    "visible=\"" + condition + " &gt; 1000\"")))
+            .pages.size();
+    };
+    EXPECT_EQ(pagesWith("Max({OrdreLinjer.PosNr}, 'report')"), 1u);
+    EXPECT_EQ(pagesWith("RunningCount({OrdreLinjer.PosNr}, 'report')"), 2u);
+}
+
 TEST_F(LayoutTest, AFooterThatAPageTurnsOffKeepsItsRoom)
 {
     addOrder(1001, 60);
