@@ -11,7 +11,7 @@ using KeyboardTest = DeskTest;
 
 TEST_F(KeyboardTest, AnOrderIsBegunAndItsCustomerChosenByKeysAlone)
 {
-    const QWidget &menu = window(u"frmRegningsdel"_s);
+    QWidget &menu = window(u"frmRegningsdel"_s);
     EXPECT_TRUE(comes([&] { return menu.isActiveWindow(); }));
     key(u"alt+o"_s);
     QWidget &orders = window(u"frmOrdre"_s);

@@ -55,7 +55,7 @@ protected:
 
 TEST_F(LostWorkTest, AWheelThatPassesOverTheDatesLeavesThem)
 {
-    const QWidget &orders = openOrders(u"btnNew"_s);
+    QWidget &orders = openOrders(u"btnNew"_s);
     for (const auto &[picker, field] : {std::pair(u"dtpOrdre"_s, u"txtFields_10"_s),
                                         std::pair(u"dtpForfall"_s, u"txtFields_13"_s)}) {
         const QString before = text(control(orders, field));
@@ -72,7 +72,7 @@ TEST_F(LostWorkTest, AWheelThatPassesOverTheDatesLeavesThem)
 
 TEST_F(LostWorkTest, TheRightMouseButtonOpensNoLockedField)
 {
-    const QWidget &orders = openOrders(u"btnChange"_s);
+    QWidget &orders = openOrders(u"btnChange"_s);
     for (const QString &name : {u"txtFields_16"_s, u"txtFields_17"_s}) {
         const QWidget &field = control(orders, name);
         const QString before = text(field);
@@ -88,7 +88,7 @@ TEST_F(LostWorkTest, TheRightMouseButtonOpensNoLockedField)
 
 TEST_F(LostWorkTest, EmptiedLinesComeBackWithTheirSums)
 {
-    const QWidget &orders = openOrders(u"btnChange"_s);
+    QWidget &orders = openOrders(u"btnChange"_s);
     QTableView &grid = lines(orders);
     const QString product = cell(grid, 1, 1);
     const QString sum = text(control(orders, u"txtFields_22"_s));
@@ -110,7 +110,7 @@ TEST_F(LostWorkTest, EmptiedLinesComeBackWithTheirSums)
 
 TEST_F(LostWorkTest, ARefusedQuantityIsMarked)
 {
-    const QWidget &orders = openOrders(u"btnCopy"_s);
+    QWidget &orders = openOrders(u"btnCopy"_s);
     QTableView &grid = lines(orders);
     clickCell(grid, 1, 3);
     const QString before = cell(grid, 1, 3);
@@ -123,7 +123,7 @@ TEST_F(LostWorkTest, ARefusedQuantityIsMarked)
 
 TEST_F(LostWorkTest, EnterAfterASaveOpensThePrintDialog)
 {
-    const QWidget &orders = openOrders(u"btnCopy"_s);
+    QWidget &orders = openOrders(u"btnCopy"_s);
     click(control(orders, u"btnSave"_s));
     EXPECT_TRUE(comes([&] { return control(orders, u"btnPrint"_s).isEnabled(); }));
     click(control(window(u"frmTMsgBox"_s), u"Command1"_s));

@@ -51,7 +51,7 @@ TEST_F(WindowsTest, TheMenuStaysAboveWhatItOpensTheFirstTimeAndTheSecond)
 
 TEST_F(WindowsTest, TheMenuStartsBesideWhatItOpens)
 {
-    const QWidget &menu = window(u"frmRegningsdel"_s);
+    QWidget &menu = window(u"frmRegningsdel"_s);
     EXPECT_TRUE(menu.screen()->availableGeometry().contains(menu.frameGeometry()));
     for (const auto &[button, screen] :
          {std::pair(u"Command2"_s, u"frmProdukt"_s), std::pair(u"Command3"_s, u"frmOrdre"_s),
@@ -86,7 +86,7 @@ TEST_F(WindowsTest, TheNoteIsADialogOverTheMiddleOfItsScreen)
 
 TEST_F(WindowsTest, TheCustomerListIsADialogOfTheOrderScreen)
 {
-    const QWidget &orders = openOrders();
+    QWidget &orders = openOrders();
     click(control(orders, u"btnNew"_s));
     inModal(
         u"frmKunder"_s, [&] { click(control(orders, u"cmdKunder"_s)); },
@@ -95,7 +95,7 @@ TEST_F(WindowsTest, TheCustomerListIsADialogOfTheOrderScreen)
 
 TEST_F(WindowsTest, ThePrintDialogIsADialogOfTheOrderScreen)
 {
-    const QWidget &orders = openOrders();
+    QWidget &orders = openOrders();
     click(control(orders, u"btnPrint"_s));
     expectDialogOf(orders, window(u"frmUtskrift"_s));
     expectOrder({u"frmRegningsdel"_s, u"frmOrdre"_s, u"frmUtskrift"_s});
