@@ -19,6 +19,7 @@ packages=(
     fonts-urw-base35 # without which libwmf draws nothing
     libsqlite3-dev  # the embedded database
     libicu-dev      # Norwegian order of text
+    libqpdf-dev     # author, language and the like of a PDF file
     libpq-dev       # the shared database: PostgreSQL's client library
     postgresql      # the server that the tests run for themselves
     libgtest-dev    # the tests
@@ -28,6 +29,7 @@ packages=(
     xdotool         # their mouse and keyboard
     x11-utils       # xprop, which reads what the window manager knows
     libxml2-utils   # xmllint, by which the tests check documents
+    poppler-utils   # pdftotext and its like, by which they read PDF files
 )
 
 # What ./check, the gate and ./test --dekning need besides.

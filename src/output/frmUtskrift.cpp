@@ -3,12 +3,14 @@
 #include "data/clsAdoUtils.h"
 #include "order/frmOrdre.h"
 #include "output/EhfFil.h"
+#include "output/Fakturautskrift.h"
 #include "output/Skriver.h"
 #include "output/mUtskrift.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/OuterRim.h"
 #include "presentation/Skjerm.h"
 #include "presentation/frmInvisible.h"
+#include "rules/Innstilling.h"
 #include "rules/Innstilling.h"
 #include "rules/Ordre.h"
 #include "runtime/Conversions.h"
@@ -24,37 +26,6 @@ namespace {
 
 constexpr qint16 kForhandsvis = 0;
 constexpr qint16 kTilSkriver = 1;
-
-/// The stored text without the store's closing zero character.
-QString tekstinnstilling(const QString &key, const QString &standard)
-{
-    return LesInnstilling(key, standard).remove(QChar(u'\0'));
-}
-
-QString rapportnavn(double blankett)
-{
-    if (blankett == 1)
-        return u"Fak-mgiro-mlogo.rpt"_s;
-    if (blankett == 2)
-        return u"Fak-ugiro-ulogo.rpt"_s;
-    if (blankett == 3)
-        return u"Fak-ugiro-mlogo.rpt"_s;
-    return u"Fak-mgiro-ulogo.rpt"_s;
-}
-
-/// The invoice text of the settings as a formula of the report. An apostrophe in it stays single.
-QString merknad()
-{
-    if (tekstinnstilling(u"BrukTekst1"_s, u"0"_s) != u"1")
-        return {};
-    return u"Note='"_s + tekstinnstilling(u"FakturaTekst1"_s, {}) + u'\'';
-}
-
-/// What a file of the invoice is offered as its name, without the ending.
-QString filnavn(bool erKreditnota, const QString &fakNr)
-{
-    return (erKreditnota ? u"Kreditnota-"_s : u"Faktura-"_s) + trimBlanks(fakNr);
-}
 
 /// Prepares the dialog of the hidden form and shows it. The form may go while it is up, so what is
 /// shown is a copy, which becomes the form's own afterwards. The end of the component is a Cancel.
@@ -104,7 +75,7 @@ void frmUtskrift::apne(const OrdreUtskrift &utskrift)
 
 void frmUtskrift::onLoad()
 {
-    m_rapport = rapportnavn(leadingNumber(LesInnstilling(u"Fakturablankett"_s, u"0"_s)));
+    m_rapport = fakturablankett();
     adjustSize();
 }
 
@@ -142,7 +113,7 @@ void frmUtskrift::skrivEhf()
             d.flags = dialogflags::kOverwritePrompt | dialogflags::kHideReadOnly;
             d.filter = u"EHF Format (*.xml)|*.xml|All Files (*.*)|*.*"_s;
             d.filterIndex = 1;
-            d.fileName = filnavn(m_erKreditnota, fakNr) + u".xml"_s;
+            d.fileName = fakturafilnavn(m_erKreditnota, fakNr) + u".xml"_s;
             d.defaultExt = u"xml"_s;
             d.fileKind = u"EHF"_s;
         });
@@ -164,11 +135,10 @@ void frmUtskrift::skrivRapport()
     const QPointer<frmUtskrift> dette = this;
     const QString fakNr = m_ui->txtFakNr->text();
     const QString rapport = m_rapport;
-    const QString utvalg =
-        u"{Ordre.KlientNr}="_s + numberToText(gKlient) + u" and {Ordre.OrdreNr}="_s + fakNr;
+    const QString utvalg = fakturautvalg(fakNr);
     const QString type = fakType();
     QString note;
-    passOver([&] { note = merknad(); });
+    passOver([&] { note = merknadFormel(); });
 
     const auto bliFakturert = [&] {
         gDB->Execute(FakturertSqlForOrdreNr(fakNr));
@@ -185,7 +155,7 @@ void frmUtskrift::skrivRapport()
             d.cancelError = true;
             d.flags = dialogflags::kPrinterHidePrintToFile | dialogflags::kPrinterNoPageNumbers |
                       dialogflags::kPrinterNoSelection;
-            d.fileName = filnavn(m_erKreditnota, fakNr) + u".pdf"_s;
+            d.fileName = fakturafilnavn(m_erKreditnota, fakNr) + u".pdf"_s;
             d.copies = 1;
         });
         const ValgtSkriver valgt(dialog);
@@ -202,7 +172,5 @@ QString frmUtskrift::fakType() const
     bool kreditnota = false;
     if (const frmOrdre *ordre = SharedForm<frmOrdre>::existing())
         passOver([&] { kreditnota = leadingNumber(ordre->SumBrutto()) < 0; });
-    if (kreditnota)
-        return original ? u"FakType=-1"_s : u"FakType=-2"_s;
-    return original ? u"FakType=1"_s : u"FakType=0"_s;
+    return fakTypeFormel(kreditnota, original);
 }

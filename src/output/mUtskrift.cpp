@@ -1,6 +1,7 @@
 #include "output/mUtskrift.h"
 
 #include "data/clsAdoUtils.h"
+#include "output/Fakturautskrift.h"
 #include "output/RapportUtgang.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/MsgBox.h"
@@ -8,7 +9,6 @@
 #include "presentation/frmDummy.h"
 #include "presentation/frmInvisible.h"
 #include "runtime/ComponentFolder.h"
-#include "runtime/Paths.h"
 #include "state/SharedState.h"
 
 #include <QApplication>
@@ -87,12 +87,6 @@ void meldFeil(const RunTimeError &feil, const QString &rapport)
 }
 
 } // namespace
-
-QString rapportMappe(const QString &componentFolder)
-{
-    const QString foran = paths::applicationFolder(componentFolder);
-    return foran == componentFolder ? componentFolder + u'\\' : foran + u"\\rpt\\Faktura\\"_s;
-}
 
 void SkrivRapport(const QString &rapport, qint16 modus, const QString &utvalg,
                   const QString &formel1, const QString &formel2)

@@ -17,8 +17,3 @@
 /// stood, with the forms that were loaded for it.
 void SkrivRapport(const QString &rapport, qint16 modus, const QString &utvalg,
                   const QString &formel1, const QString &formel2);
-
-/// The report folder of a component that lies in `componentFolder`, both in the module's form; with
-/// a trailing backslash. Beside the first "\bin", searched case-sensitively and not by whole path
-/// elements: "C:\Prog\bin\x" gives "C:\Prog\rpt\Faktura\". Without one, the component's own folder.
-[[nodiscard]] QString rapportMappe(const QString &componentFolder);

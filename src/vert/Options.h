@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDate>
 #include <QString>
 #include <QStringList>
 
@@ -12,6 +13,8 @@ struct Options
         Demo,    ///< --demo
         Sql,     ///< --sql
         Ehf,     ///< --ehf
+        Pdf,     ///< --pdf
+        AllPdf,  ///< --pdf-alle
         Copy,    ///< --kopier
         Check,   ///< --kontroll
         Screens, ///< --tur
@@ -23,11 +26,14 @@ struct Options
     qint16 klient = 1;  ///< client number
     qint16 aar = 0;     ///< accounting year, 1900 to 9999
     QString statement;  ///< of --sql
-    qint32 ordreNr = 0; ///< of --ehf, above 0
-    QString ut;         ///< target file of --ehf
+    qint32 ordreNr = 0; ///< of --ehf and --pdf, above 0
+    QString ut;         ///< target file of --ehf and --pdf
     QString fra;        ///< database that --kopier copies, as given
     QString til;        ///< where to
-    QString mappe;      ///< folder of --tur
+    QString mappe;      ///< folder of --tur and --pdf-alle
+    QDate fraDato;      ///< of --pdf-alle: first and last invoice date; invalid for no limit
+    QDate tilDato;
+    QString status; ///< of --pdf-alle: the only one; empty for all that are issued
     bool erstatt = false;
 };
 

@@ -7,11 +7,13 @@
 #include "vert/EhfTask.h"
 #include "vert/HostError.h"
 #include "vert/Options.h"
+#include "vert/PdfTask.h"
 #include "vert/ScreenTour.h"
 #include "vert/SqlTask.h"
 #include "vert/Tour.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QIcon>
 
 #include <algorithm>
@@ -74,6 +76,20 @@ void checkBooks(const Options &options)
     printLine(u"Bøkene til klient %1 i %2 er i orden"_s.arg(options.klient).arg(options.aar));
 }
 
+void writePdfs(const Options &options)
+{
+    const QDir folder(options.mappe);
+    if (!folder.exists())
+        throw HostError(u"mappen %1 finnes ikke"_s.arg(options.mappe));
+    const auto write = [&](const Invoice &invoice) {
+        const QString name = invoicePdfName(invoice);
+        writeInvoicePdf(invoice, folder.filePath(name), options.erstatt);
+        return name;
+    };
+    writeEach(findInvoices({options.fraDato, options.tilDato, options.status}), write,
+              [](const QString &line) { printLine(inOneLine(line)); });
+}
+
 void perform(const Options &options)
 {
     if (options.task == Options::Task::Help) {
@@ -108,6 +124,15 @@ void perform(const Options &options)
         tour::useDatabase(place, options);
         writeEhf(options.ordreNr, options.ut, options.erstatt);
         printLine(u"EHF skrevet: "_s + options.ut);
+        break;
+    case Options::Task::Pdf:
+        tour::useDatabase(place, options);
+        writeInvoicePdf(findInvoice(options.ordreNr), options.ut, options.erstatt);
+        printLine(u"PDF skrevet: "_s + options.ut);
+        break;
+    case Options::Task::AllPdf:
+        tour::useDatabase(place, options);
+        writePdfs(options);
         break;
     case Options::Task::Check:
         tour::useDatabase(place, options);
@@ -171,6 +196,10 @@ std::unique_ptr<QCoreApplication> makeQuietly(int &argc, char **argv, QtMessageH
 /// With windows only where some will be shown: the other tasks run on any machine.
 std::unique_ptr<QCoreApplication> makeApplication(const Options &options, int &argc, char **argv)
 {
+    if (options.task == Options::Task::Pdf || options.task == Options::Task::AllPdf) {
+        qputenv("QT_QPA_PLATFORM", "offscreen"); // letters, but no window
+        return makeQuietly<QGuiApplication>(argc, argv, passOnMessage);
+    }
     if (options.task == Options::Task::Screens) {
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -128,7 +128,7 @@ QSize papir(const QByteArray &pdf)
 
 qsizetype antallSider(const QByteArray &pdf)
 {
-    return pdf.count("/Type /Page\n");
+    return pdf.count("/Type /Page\n") + pdf.count("/Type /Page ");
 }
 
 void svarMedFil(QFileDialog &dialog, const QString &navn)

@@ -1,6 +1,7 @@
 #include "output/UtskriftTest.h"
 
 #include "data/clsAdoUtils.h"
+#include "output/Fakturautskrift.h"
 #include "output/RapportUtgang.h"
 #include "platform/forms/Forms.h"
 #include "presentation/frmDummy.h"

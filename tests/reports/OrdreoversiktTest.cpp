@@ -39,6 +39,7 @@ TEST_F(OrdreoversiktTest, ShowsWhoseListItIsAndOfWhichDays)
     ASSERT_EQ(document.pages.size(), 1U);
     EXPECT_EQ(document.title, u"Ordreoversikt"_s);
     EXPECT_EQ(document.fileName, QString()) << "a file is named after the title";
+    EXPECT_EQ(document.author, u"Gråbein Bilfrakt AS"_s);
     const report::Page &page = document.pages[0];
     EXPECT_EQ(rowOf(page, u"Gråbein Bilfrakt AS"_s),
               (QStringList{u"Ordreoversikt"_s, u"Gråbein Bilfrakt AS"_s}));

@@ -12,9 +12,11 @@ TEST_F(OptionsTest, HelpNamesEachOption)
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, QString());
     const QString text = QString::fromUtf8(outcome.out);
-    for (const QString &option : {u"--dsn KILDE"_s, u"--kopier FRA TIL"_s, u"--klient NR"_s,
-                                  u"--aar ÅR"_s, u"--demo"_s, u"--sql SETNING"_s, u"--ehf NUMMER"_s,
-                                  u"--ut FIL"_s, u"--tur MAPPE"_s, u"--erstatt"_s, u"--help"_s}) {
+    for (const QString &option :
+         {u"--dsn KILDE"_s, u"--kopier FRA TIL"_s, u"--klient NR"_s, u"--aar ÅR"_s, u"--demo"_s,
+          u"--sql SETNING"_s, u"--ehf NUMMER"_s, u"--ut FIL"_s, u"--tur MAPPE"_s, u"--erstatt"_s,
+          u"--help"_s, u"--pdf NUMMER"_s, u"--pdf-alle MAPPE"_s, u"--fra DATO"_s, u"--til DATO"_s,
+          u"--status STATUS"_s, u"--kontroll"_s}) {
         EXPECT_TRUE(text.contains(u"\n  "_s + option + u' ')) << option.toStdString();
     }
     for (const QString &status : {u"0 når"_s, u"1 når"_s, u"2 når"_s, u"3 når"_s})
@@ -104,6 +106,16 @@ INSTANTIATE_TEST_SUITE_P(
         Misuse{{u"--tur"_s, u"x"_s, u"--demo"_s}, u"bare ett av valgene"_s},
         Misuse{{u"--tur"_s, u"x"_s, u"--erstatt"_s}, u"--erstatt gjelder bare"_s},
         Misuse{{u"--erstatt"_s, u"--sql"_s, u"x"_s}, u"--erstatt gjelder bare"_s},
-        Misuse{{u"--erstatt"_s, u"--demo"_s}, u"--erstatt gjelder bare"_s}));
+        Misuse{{u"--erstatt"_s, u"--demo"_s}, u"--erstatt gjelder bare"_s},
+        Misuse{{u"--pdf"_s, u"0"_s, u"--ut"_s, u"x.pdf"_s}, u"--pdf må være et heltall fra 1"_s},
+        Misuse{{u"--pdf"_s, u"1001"_s}, u"--pdf og --ut må gis sammen"_s},
+        Misuse{{u"--pdf-alle"_s, u"x"_s, u"--ut"_s, u"x.pdf"_s}, u"--ut må gis sammen"_s},
+        Misuse{{u"--pdf-alle"_s, u"x"_s, u"--fra"_s, u"31.12.2014"_s}, u"--fra må være en dato"_s},
+        Misuse{{u"--pdf-alle"_s, u"x"_s, u"--til"_s, u"2014-02-30"_s}, u"--til må være en dato"_s},
+        Misuse{{u"--pdf-alle"_s, u"x"_s, u"--fra"_s, u"2014-02-02"_s, u"--til"_s, u"2014-02-01"_s},
+               u"--fra er senere enn --til"_s},
+        Misuse{{u"--pdf-alle"_s, u"x"_s, u"--status"_s, u"bokført"_s}, u"--status må være Ordre"_s},
+        Misuse{{u"--demo"_s, u"--fra"_s, u"2014-02-02"_s}, u"--fra gjelder bare --pdf-alle"_s},
+        Misuse{{u"--demo"_s, u"--status"_s, u"Ordre"_s}, u"--status gjelder bare --pdf-alle"_s}));
 
 } // namespace

@@ -70,6 +70,7 @@ struct Document
 {
     QString title;
     QString fileName; ///< what a file of it is called, without ending; empty for the title
+    QString author;   ///< whose document it is; may be empty
     QSizeF paper;     ///< A4 standing is 210 by 297
     std::vector<TextStyle> styles;
     std::vector<QImage> pictures;

@@ -3,10 +3,14 @@
 #include "platform/report/Painter.h"
 #include "platform/report/ReportError.h"
 
+#include <QBuffer>
 #include <QFileInfo>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
+
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFWriter.hh>
 
 using namespace Qt::StringLiterals;
 
@@ -35,6 +39,66 @@ QString reasonFor(const QString &path)
           u"Kan ikke skrive PDF-filen %1: %2."_s.arg(file.fileName(), reasonFor(file.fileName())));
 }
 
+/// The pages alone, as Qt writes them; none when it refuses.
+QByteArray pagesOf(const Document &document)
+{
+    QBuffer bytes;
+    bytes.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&bytes);
+    writer.setTitle(document.fileName.isEmpty() ? document.title : document.fileName);
+    writer.setCreator(u"Regningsdel"_s);
+    writer.setResolution(kResolution);
+    writer.setPageSize(QPageSize(document.paper, QPageSize::Millimeter, {}, QPageSize::ExactMatch));
+    writer.setPageMargins({});
+    QPainter painter;
+    if (!painter.begin(&writer))
+        return {};
+    for (size_t page = 0; page < document.pages.size(); ++page) {
+        if (page > 0)
+            writer.newPage();
+        paintPage(painter, document, static_cast<int>(page), kResolution / 25.4);
+    }
+    return painter.end() ? bytes.data() : QByteArray();
+}
+
+/// Qt embeds the letters that are used and gives the descriptor of such a subset its tag of six
+/// capitals, but not the font, where readers look for it.
+void tagSubsets(QPDF &pdf)
+{
+    for (QPDFObjectHandle &font : pdf.getAllObjects()) {
+        if (!font.isDictionaryOfType("/Font", "/Type0"))
+            continue;
+        QPDFObjectHandle letters = font.getKey("/DescendantFonts").getArrayItem(0);
+        const QPDFObjectHandle name = letters.getKey("/FontDescriptor").getKey("/FontName");
+        letters.replaceKey("/BaseFont", name);
+        font.replaceKey("/BaseFont", name);
+    }
+}
+
+QPDFObjectHandle pdfText(const QString &text)
+{
+    return QPDFObjectHandle::newUnicodeString(text.toStdString());
+}
+
+/// The pages with what Qt's writer has no words for.
+QByteArray completed(const QByteArray &pages, const QString &author)
+{
+    QPDF pdf;
+    pdf.processMemoryFile("pages", pages.constData(), static_cast<size_t>(pages.size()));
+    QPDFObjectHandle root = pdf.getRoot();
+    root.replaceKey("/Lang", pdfText(u"nb-NO"_s));
+    root.replaceKey("/ViewerPreferences", QPDFObjectHandle::parse("<< /DisplayDocTitle true >>"));
+    if (!author.isEmpty())
+        pdf.getTrailer().getKey("/Info").replaceKey("/Author", pdfText(author));
+    tagSubsets(pdf);
+    QPDFWriter writer(pdf);
+    writer.setOutputMemory();
+    writer.write();
+    const auto bytes = writer.getBufferSharedPointer();
+    return {reinterpret_cast<const char *>(bytes->getBuffer()),
+            static_cast<qsizetype>(bytes->getSize())};
+}
+
 } // namespace
 
 void writePdf(const Document &document, const QString &path)
@@ -42,25 +106,11 @@ void writePdf(const Document &document, const QString &path)
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         raiseNotWritten(file);
-    {
-        QPdfWriter writer(&file);
-        writer.setTitle(document.title);
-        writer.setResolution(kResolution);
-        writer.setPageSize(
-            QPageSize(document.paper, QPageSize::Millimeter, {}, QPageSize::ExactMatch));
-        writer.setPageMargins({});
-        QPainter painter;
-        if (!painter.begin(&writer))
-            raiseNotWritten(file);
-        for (size_t page = 0; page < document.pages.size(); ++page) {
-            if (page > 0)
-                writer.newPage();
-            paintPage(painter, document, static_cast<int>(page), kResolution / 25.4);
-        }
-        if (!painter.end())
-            raiseNotWritten(file);
-    }
-    if (!file.commit())
+    const QByteArray pages = pagesOf(document);
+    if (pages.isEmpty())
+        raiseNotWritten(file);
+    const QByteArray whole = completed(pages, document.author);
+    if (file.write(whole) != whole.size() || !file.commit())
         raiseNotWritten(file);
 }
 

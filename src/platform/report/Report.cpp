@@ -61,6 +61,7 @@ public:
         for (DeclaredFormula &formula : m_file.formulas)
             check(formula.text);
         check(m_file.fileName);
+        check(m_file.author);
         for (Group &group : m_file.groups) {
             check(group.on, FormulaChecker::Use::RowOnly);
             for (std::vector<Band> *bands :
@@ -229,10 +230,12 @@ Document makeReport(const Request &request)
     Pictures pictures;
     Document document;
     document.title = file.title;
-    if (file.fileName) {
-        environment.setRow(0);
-        document.fileName = textOf(valueOf(file.fileName, environment));
-    }
+    environment.setRow(0);
+    const auto inFirstRow = [&](const FormulaText &formula) {
+        return formula ? textOf(valueOf(formula, environment)) : QString();
+    };
+    document.fileName = inFirstRow(file.fileName);
+    document.author = inFirstRow(file.author);
     document.paper = file.paper;
     document.pages = PageFiller(file, environment, groups, pictures).fill();
     document.pictures = pictures.takeAll();

@@ -81,6 +81,7 @@ struct ReportFile
     QString path;
     QString title;
     FormulaText fileName; ///< of the first row; none for the title
+    FormulaText author;   ///< of the first row; may be none
     QSizeF paper = {210, 297};
     QMarginsF margins = {15, 15, 15, 15};
     std::optional<Query> query;

@@ -32,6 +32,7 @@ public:
         Attributes attributes(source());
         m_report.title = attributes.text(u"title");
         m_report.fileName = attributes.formula(u"fileName");
+        m_report.author = attributes.formula(u"author");
         checkVersion(attributes);
         const Place place = source().place();
         children([this](const QString &name) { return reportChild(name); });

@@ -9,6 +9,7 @@
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
+#include <QRegularExpression>
 
 namespace report::test {
 
@@ -135,6 +136,7 @@ TEST_F(PainterTest, WritesAPdfOfThePapersSize)
 {
     Document document = blank();
     document.title = u"Prøve"_s;
+    document.author = u"Ås Grus"_s;
     document.paper = {100, 50};
     document.pages.resize(3);
     for (Page &page : document.pages)
@@ -145,13 +147,18 @@ TEST_F(PainterTest, WritesAPdfOfThePapersSize)
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray pdf = file.readAll();
     EXPECT_TRUE(pdf.startsWith("%PDF-"));
-    EXPECT_EQ(pdf.count("/Type /Page\n"), 3);
+    EXPECT_EQ(pdf.count("/Type /Page "), 3);
     const qsizetype start = pdf.indexOf("/MediaBox [") + 11;
     const QList<QByteArray> corners =
         pdf.mid(start, pdf.indexOf(']', start) - start).simplified().split(' ');
     ASSERT_EQ(corners.size(), 4);
     EXPECT_NEAR(corners[2].toDouble(), 100 / 25.4 * 72, 1);
     EXPECT_NEAR(corners[3].toDouble(), 50 / 25.4 * 72, 1);
+    EXPECT_TRUE(pdf.contains("/Lang (nb-NO)"));
+    EXPECT_TRUE(pdf.contains("/Author (\xc5s Grus)")) << "in the PDF's own code page";
+    EXPECT_TRUE(pdf.contains("/CreationDate"));
+    EXPECT_TRUE(QString::fromLatin1(pdf).contains(QRegularExpression(u"/BaseFont /[A-Z]{6}\\+"_s)))
+        << "a subset says so";
 }
 
 TEST_F(PainterTest, APdfThatCannotBeWrittenTellsWhy)

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QDate>
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+/// An order of the active client as it is sent: as a credit note when its sum is below nought.
+struct Invoice
+{
+    int number = 0;
+    bool isCreditNote = false;
+    bool isIssued = false; ///< its status is another one than "Ordre"
+};
+
+/// Which orders are meant.
+struct InvoiceSelection
+{
+    QDate from; ///< first and last invoice date; invalid for no limit
+    QDate to;
+    QString status; ///< empty for all that are issued
+};
+
+/// Raises HostError when there is no order of that number, or when it cannot be read.
+[[nodiscard]] Invoice findInvoice(int number);
+
+/// By number. Raises HostError when they cannot be read.
+[[nodiscard]] QList<Invoice> findInvoices(const InvoiceSelection &selection);
+
+/// Hands each invoice to `write`, which gives the name of its file, and tells of each through
+/// `say`; what `write` refuses by a HostError is told and passed over. Raises HostError at the end
+/// when there was a refusal, or when there is no invoice.
+void writeEach(const QList<Invoice> &invoices,
+               const std::function<QString(const Invoice &invoice)> &write,
+               const std::function<void(const QString &line)> &say);
