@@ -1,6 +1,7 @@
 #include "posting/Bokkontroll.h"
 
 #include "data/clsAdoUtils.h"
+#include "posting/Bokfortur.h"
 #include "runtime/Conversions.h"
 #include "runtime/Format.h"
 #include "state/SharedState.h"
@@ -155,8 +156,11 @@ void Kontroll::lesOrdre()
     for (Rader rader(u"SELECT OrdreLinjer.OrdreID,OrdreLinjer.SumBrutto FROM OrdreLinjer INNER "
                      u"JOIN Ordre ON OrdreLinjer.OrdreID=Ordre.ID WHERE Ordre.KlientNr="_s +
                      klient());
-         !rader.slutt(); rader.neste())
-        m_ordre[rader.tall(0)].sumLinjer += rader.belop(1);
+         !rader.slutt(); rader.neste()) {
+        const auto ordre = m_ordre.find(rader.tall(0));
+        if (ordre != m_ordre.end()) // else it came after the orders were read
+            ordre->second.sumLinjer += rader.belop(1);
+    }
 }
 
 void Kontroll::lesLinjer()
@@ -164,7 +168,10 @@ void Kontroll::lesLinjer()
     for (Rader rader(kundelinjer(u"BilagLinjer.BilagID,BilagLinjer.Konto,BilagLinjer.Debet,"
                                  u"BilagLinjer.Kredit,BilagLinjer.cFaktNr"_s));
          !rader.slutt(); rader.neste()) {
-        Bilag &bilag = m_bilag[rader.tall(0)];
+        const auto funnet = m_bilag.find(rader.tall(0));
+        if (funnet == m_bilag.end()) // it came after the vouchers were read
+            continue;
+        Bilag &bilag = funnet->second;
         const qint32 konto = rader.tall(1);
         const Currency belop = rader.belop(2) - rader.belop(3);
         const QString merke = rader.tekst(4);
@@ -291,7 +298,13 @@ void Kontroll::kontrollerFil()
 
 QStringList KontrollerBoker()
 {
-    return Kontroll().kjor();
+    QStringList funn = Kontroll().kjor();
+    if (!funn.isEmpty()) {
+        // A run that is under way looks like faults until it is done.
+        const Bokfortur tur([] {});
+        funn = Kontroll().kjor();
+    }
+    return funn;
 }
 
 int AntallMedBilagFraFor()
