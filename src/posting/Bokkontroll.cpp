@@ -4,6 +4,7 @@
 #include "posting/Bokfortur.h"
 #include "runtime/Conversions.h"
 #include "runtime/Format.h"
+#include "runtime/Value.h"
 #include "state/SharedState.h"
 
 #include <QHash>
@@ -72,9 +73,11 @@ QString klient()
     return numberToText(gKlient);
 }
 
+/// Other programs may have stored parts of an øre, which would be a fault of 0,00.
 QString kroner(Currency belop)
 {
-    return trimBlanks(Format(belop, u"# ##0.00"));
+    const bool heleOre = belop.tenThousandths() % (Currency::kScale / 100) == 0;
+    return heleOre ? trimBlanks(Format(belop, u"# ##0.00")) : Value(belop).toText();
 }
 
 /// What the customer's line of an invoice has in cFaktNr.
@@ -274,7 +277,7 @@ void Kontroll::kontrollerOrdrenumre()
     std::map<qint32, int> numre;
     for (const auto &[id, ordre] : m_ordre)
         ++numre[ordre.nr];
-    std::optional<qint32> forrige;
+    std::optional<qint64> forrige; // two numbers may be further apart than any number is from 0
     for (const auto &[nr, antall] : numre) {
         if (forrige && nr - *forrige == 2)
             m_funn += u"ordrenummer %1 mangler"_s.arg(nr - 1);

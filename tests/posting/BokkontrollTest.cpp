@@ -99,3 +99,20 @@ TEST_F(BokkontrollTest, WhatComesWhileTheBooksAreReadIsLeftOut)
     EXPECT_EQ(KontrollerBoker(), QStringList());
     EXPECT_GT(coming, 2);
 }
+
+TEST_F(BokkontrollTest, PartsOfAnOreAreTold)
+{
+    run(u"UPDATE BilagLinjer SET Kredit=124.9999 WHERE Konto=3000"_s);
+    const StandingClock clock;
+    EXPECT_EQ(KontrollerBoker(),
+              QStringList{u"bilag 1 går ikke i balanse: 0,0001 for mye i debet"_s});
+}
+
+TEST_F(BokkontrollTest, AGapIsToldHoweverWideItIs)
+{
+    enter({.nr = 2147483647, .linjer = {{u"25"_s, u"125.00"_s}}, .status = u"Ordre"_s});
+    run(u"UPDATE Ordre SET OrdreNr=-5,OrdreStatus='Ordre' WHERE OrdreNr=101"_s);
+    run(u"UPDATE BilagLinjer SET cFaktNr='F-5' WHERE cFaktNr='F101'"_s);
+    const StandingClock clock;
+    EXPECT_EQ(KontrollerBoker(), QStringList{u"ordrenummer -4 til 2147483646 mangler"_s});
+}
