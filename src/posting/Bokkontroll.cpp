@@ -50,6 +50,17 @@ private:
     ado::Recordset m_rader;
 };
 
+/// What the database says to a query; empty when it can be read.
+QString lesefeil(const QString &sql)
+{
+    try {
+        const Rader rader(sql);
+        return {};
+    } catch (const RunTimeError &feil) {
+        return feil.description();
+    }
+}
+
 struct Bilag
 {
     qint32 nr = 0;
@@ -109,6 +120,7 @@ public:
         kontrollerKonti();
         kontrollerOrdre();
         kontrollerOrdrenumre();
+        kontrollerLesbarhet();
         kontrollerFil();
         return m_funn;
     }
@@ -123,6 +135,7 @@ private:
     void kontrollerKonti();
     void kontrollerOrdre();
     void kontrollerOrdrenumre();
+    void kontrollerLesbarhet();
     void kontrollerFil();
 
     struct Kundelinje
@@ -286,6 +299,22 @@ void Kontroll::kontrollerOrdrenumre()
         if (antall > 1)
             m_funn += u"ordrenummer %1 finnes %2 ganger"_s.arg(nr).arg(antall);
         forrige = nr;
+    }
+}
+
+/// One row that cannot be read, such as a date that another program has left in a form of its own,
+/// empties the screens of all rows.
+void Kontroll::kontrollerLesbarhet()
+{
+    for (const QString &tabell : {u"Ordre"_s, u"OrdreLinjer"_s, u"Bilag"_s, u"BilagLinjer"_s}) {
+        if (lesefeil(u"SELECT * FROM "_s + tabell).isEmpty())
+            continue;
+        for (Rader rader(u"SELECT ID FROM "_s + tabell); !rader.slutt(); rader.neste()) {
+            const qint32 id = rader.tall(0);
+            const QString feil = lesefeil(u"SELECT * FROM %1 WHERE ID=%2"_s.arg(tabell).arg(id));
+            if (!feil.isEmpty())
+                m_funn += u"raden med ID %1 i %2 kan ikke leses: %3"_s.arg(id).arg(tabell, feil);
+        }
     }
 }
 

@@ -93,6 +93,20 @@ TEST_F(KontrollTest, WhatSqliteFindsWrongWithTheFileIsTold)
               QStringList{u"databasefilen: CHECK constraint failed in Produkt"_s});
 }
 
+TEST_F(KontrollTest, RowsThatCannotBeReadAreTold)
+{
+    EXPECT_EQ(
+        foundAfter("UPDATE Ordre SET ForfallDato='9.3.2014' WHERE OrdreNr IN (1044,1050);"
+                   "UPDATE BilagLinjer SET FaktDato='2014-02-30' WHERE cFaktNr='F1035'"),
+        (QStringList{
+            u"raden med ID 44 i Ordre kan ikke leses: Databasen holder en verdi i feltet "
+            "«ForfallDato» som ikke passer til feltets type."_s,
+            u"raden med ID 50 i Ordre kan ikke leses: Databasen holder en verdi i feltet "
+            "«ForfallDato» som ikke passer til feltets type."_s,
+            u"raden med ID 88 i BilagLinjer kan ikke leses: Databasen holder en verdi i feltet "
+            "«FaktDato» som ikke passer til feltets type."_s}));
+}
+
 TEST_F(KontrollTest, AnotherYearAndClientAreTheirOwn)
 {
     change(u"UPDATE Bilag SET AntPost=9 WHERE Aar=2013"_s);
