@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
 
 #include <utility>
 
@@ -28,6 +32,7 @@ public:
     {
         m_open = true;
         QComboBox::showPopup();
+        view()->installEventFilter(this);
     }
 
     void hidePopup() override
@@ -39,10 +44,30 @@ public:
                 this, [this] { Q_EMIT listClosed(this); }, Qt::QueuedConnection);
     }
 
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        return (isEditable() && event->type() == QEvent::KeyPress &&
+                typesOverList(static_cast<QKeyEvent *>(event))) ||
+               QComboBox::eventFilter(watched, event);
+    }
+
 Q_SIGNALS:
     /// The open list was closed, with a pick or without.
     void listClosed(QWidget *editor);
 
 private:
+    /// The list itself would take what is typed for the beginning of an item, and keep another item
+    /// when none begins so.
+    bool typesOverList(QKeyEvent *key)
+    {
+        if (key->text().isEmpty() || !key->text().front().isPrint())
+            return false;
+        m_open = false; // the cell is edited on
+        hidePopup();
+        lineEdit()->selectAll();
+        QCoreApplication::sendEvent(lineEdit(), key);
+        return true;
+    }
+
     bool m_open = false;
 };

@@ -370,6 +370,32 @@ TEST_F(fpSpreadEdit, AnEditableListTakesOtherTextWithoutCompletingIt)
     EXPECT_EQ(at(2, 2), u"12,5");
 }
 
+TEST_F(fpSpreadEdit, WhatIsTypedOverAnOpenListIsTheTextOfAnEditableCell)
+{
+    setType(2, kAll, list(true));
+    fill(2, 3, u"25"_s);
+    click(2, 3);
+    ASSERT_NE(combo(), nullptr);
+    ASSERT_TRUE(combo()->view()->isVisible());
+    type(u"8,5"_s);
+    ASSERT_NE(combo(), nullptr);
+    EXPECT_FALSE(combo()->view()->isVisible());
+    key(Qt::Key_Return);
+    EXPECT_EQ(at(2, 3), u"8,5");
+    EXPECT_FALSE(grid.editMode());
+}
+
+TEST_F(fpSpreadEdit, TypingOverAnOpenListChoosesInOneThatIsNotEditable)
+{
+    setType(2, kAll, list(false));
+    click(2, 3);
+    ASSERT_NE(combo(), nullptr);
+    type(u"2"_s);
+    key(Qt::Key_Return);
+    settle();
+    EXPECT_EQ(at(2, 3), u"25");
+}
+
 TEST_F(fpSpreadEdit, ATextThatIsNotInTheListStays)
 {
     setType(2, kAll, list(false));
