@@ -1,5 +1,10 @@
 #include "platform/ado/Support.h"
 
+#include <QFileInfo>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace ado::test {
 
 /// How statements of the desktop dialect fare on a SQLite file.
@@ -181,6 +186,17 @@ TEST_F(SqliteSessionTest, ProtectedFileIsReadAndRefusesWriting)
               errors::kNoPermission);
     connection.rollbackTrans();
     EXPECT_EQ(connection.value(u"SELECT COUNT(*) FROM T"_s), Value(qint32{1}));
+}
+
+TEST_F(SqliteSessionTest, TheLockBesideTheFileBelongsToTheFilesOwner)
+{
+    // Another user's file, where the tests run as the superuser.
+    const QByteArray path = QFile::encodeName(m_file.path());
+    const bool given = ::chown(path.constData(), 65534, static_cast<gid_t>(-1)) == 0;
+    EXPECT_EQ(given, ::geteuid() == 0);
+    ::chmod(path.constData(), 0600);
+    EXPECT_TRUE(m_connection.takeTurn());
+    EXPECT_EQ(QFileInfo(m_file.path() + u"-tur"_s).ownerId(), QFileInfo(m_file.path()).ownerId());
 }
 
 TEST_F(SqliteSessionTest, ViewOfAProtectedFolderIsNotKept)
