@@ -1,6 +1,8 @@
+#include "data/clsAdoUtils.h"
 #include "posting/Bokkontroll.h"
 #include "runtime/Clock.h"
 #include "runtime/RunTimeError.h"
+#include "state/SharedState.h"
 #include "vert/Component.h"
 #include "vert/CopyTask.h"
 #include "vert/Database.h"
@@ -73,6 +75,9 @@ void checkBooks(const Options &options)
         printLine(inOneLine(line));
     if (!found.isEmpty())
         throw HostError(u"kontrollen av bøkene fant %1 feil"_s.arg(found.size()));
+    // Of a client number that was mistyped nothing is out of order.
+    if (gDB->GetCount(u"Klient"_s, u"KlientNr=%1"_s.arg(options.klient)) == 0)
+        throw HostError(u"klient %1 finnes ikke i databasen"_s.arg(options.klient));
     printLine(u"Bøkene til klient %1 i %2 er i orden"_s.arg(options.klient).arg(options.aar));
 }
 

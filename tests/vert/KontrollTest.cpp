@@ -107,6 +107,12 @@ TEST_F(KontrollTest, RowsThatCannotBeReadAreTold)
             "«FaktDato» som ikke passer til feltets type."_s}));
 }
 
+TEST_F(KontrollTest, BooksOfAClientThatIsNotThereAreNotInOrder)
+{
+    expectRefusal(host({u"--dsn"_s, m_file, u"--klient"_s, u"9"_s, u"--kontroll"_s}), 1,
+                  u"klient 9 finnes ikke"_s);
+}
+
 TEST_F(KontrollTest, AnotherYearAndClientAreTheirOwn)
 {
     change(u"UPDATE Bilag SET AntPost=9 WHERE Aar=2013"_s);
