@@ -5,6 +5,7 @@
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QEvent>
+#include <QTabBar>
 
 namespace {
 
@@ -13,7 +14,8 @@ constexpr char kGuarded[] = "ignoresPassingWheel";
 bool changesByWheel(const QObject *control)
 {
     return qobject_cast<const QComboBox *>(control) ||
-           qobject_cast<const QAbstractSpinBox *>(control);
+           qobject_cast<const QAbstractSpinBox *>(control) ||
+           qobject_cast<const QTabBar *>(control);
 }
 
 /// Whether the widget, or one that it lies in, is a guarded window.

@@ -9,6 +9,8 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QSpinBox>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
@@ -68,6 +70,20 @@ TEST_F(PassingWheelTest, OnAFormItChangesWhatHasTheFocusAlone)
     on.number->setFocus();
     turnWheel(*on.number);
     EXPECT_EQ(on.number->value(), 4);
+}
+
+TEST_F(PassingWheelTest, ItTurnsNoPagesUnderWhatIsBeingTyped)
+{
+    auto *form = new RecordingForm;
+    auto *pages = new QTabWidget(form);
+    auto *field = new QLineEdit;
+    pages->addTab(field, u"En"_s);
+    pages->addTab(new QWidget, u"To"_s);
+    form->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form));
+    field->setFocus();
+    turnWheel(*pages->tabBar());
+    EXPECT_EQ(pages->currentIndex(), 0);
 }
 
 TEST_F(PassingWheelTest, ItGoesOnToWhatLiesBelow)
