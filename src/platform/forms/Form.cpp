@@ -344,8 +344,9 @@ bool Form::pressCommand(QKeyCombination key)
     if (button && button->isEnabled() && button->isVisible())
         button->setFocus(Qt::ShortcutFocusReason);
     clickIfPossible(button);
-    // A command that leads nowhere else leaves the user where he was.
-    if (button && button->hasFocus() && before)
+    // A command that leads nowhere else leaves the user where he was, also when a message of it has
+    // only just gone and the window is not active again yet.
+    if (button && before && focusWidget() == button)
         before->setFocus(Qt::ShortcutFocusReason);
     return true;
 }

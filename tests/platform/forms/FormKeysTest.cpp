@@ -218,6 +218,18 @@ TEST_F(FormKeys, ACommandKeyDoesNotBringTheFocusBackFromWhereItsCommandLeads)
     EXPECT_EQ(QApplication::focusWidget(), ok);
 }
 
+TEST_F(FormKeys, ACommandKeyBringsTheFocusBackInAWindowThatIsNotActiveYet)
+{
+    form->setCommandKey(Qt::CTRL | Qt::Key_S, other);
+    QWidget message; // as a message box that has just been answered
+    QObject::connect(other, &QPushButton::clicked, other, [&] {
+        message.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&message));
+    });
+    press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(form->focusWidget(), edit);
+}
+
 TEST_F(FormKeys, ACommandKeyLeavesAButtonAloneThatCannotBePressed)
 {
     other->setToolTip(u"Lagrer"_s);
