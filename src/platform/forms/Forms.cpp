@@ -15,6 +15,13 @@ namespace {
 
 Forms *theForms = nullptr;
 
+/// A shortcut is looked for ahead of the press.
+bool isKey(const QEvent &event)
+{
+    return event.type() == QEvent::ShortcutOverride || event.type() == QEvent::KeyPress ||
+           event.type() == QEvent::KeyRelease;
+}
+
 } // namespace
 
 Forms &Forms::instance()
@@ -87,6 +94,10 @@ bool Forms::eventFilter(QObject *watched, QEvent *event)
     if (!event->isInputEvent() || !watched->isWidgetType())
         return false;
     const auto *receiver = static_cast<const QWidget *>(watched);
+    if (isKey(*event) && isHeldFromElsewhere(*receiver, static_cast<QKeyEvent &>(*event))) {
+        event->accept();
+        return true;
+    }
     auto *form = qobject_cast<Form *>(receiver->window());
     // What is left of a click finds nothing to press any more, so no handler begins.
     if (form && form->isUnloaded())
@@ -94,6 +105,16 @@ bool Forms::eventFilter(QObject *watched, QEvent *event)
     if (event->type() != QEvent::KeyPress || !isFirstReceiver(receiver, event))
         return false;
     return form && form->isLoaded() && form->previewKey(static_cast<QKeyEvent *>(event));
+}
+
+/// What a key has opened or uncovered is not for the same key while it is held down.
+bool Forms::isHeldFromElsewhere(const QWidget &receiver, const QKeyEvent &key)
+{
+    if (key.isAutoRepeat())
+        return m_keyIsDown && m_keyWindow != receiver.window();
+    m_keyIsDown = key.type() != QEvent::KeyRelease;
+    m_keyWindow = receiver.window();
+    return false;
 }
 
 /// A key that a control does not want goes on to its parents with the same event object; the form

@@ -6,6 +6,7 @@
 #include <vector>
 
 class Form;
+class QKeyEvent;
 class QWidget;
 
 /// The collection of loaded forms, in the order in which they were loaded, and what concerns them
@@ -52,6 +53,7 @@ private:
     /// Returns false when the form was the active one already.
     bool makeActive(Form &form);
     bool isFirstReceiver(const QWidget *receiver, const QEvent *event);
+    bool isHeldFromElsewhere(const QWidget &receiver, const QKeyEvent &key);
 
     std::vector<Form *> m_loaded;
     /// Visible forms, the one that was active last at the end.
@@ -60,6 +62,8 @@ private:
     bool m_loggingOff = false;
     const QEvent *m_lastKey = nullptr;
     const QWidget *m_nextReceiver = nullptr;
+    bool m_keyIsDown = false;
+    QPointer<QWidget> m_keyWindow; ///< where it was pressed, if that is still there
 };
 
 /// The single shared instance of the form class T, made on first use. After it has been unloaded,

@@ -35,6 +35,12 @@ protected:
         QTest::keyClick(form->windowHandle(), key, modifiers);
     }
 
+    enum class Held : bool { No, Yes };
+    static void press(QWindow &window, Qt::Key key, Held held)
+    {
+        QTest::simulateEvent(&window, true, key, Qt::NoModifier, {}, held == Held::Yes);
+    }
+
     RecordingForm *form = nullptr;
     QLineEdit *edit = nullptr;
     QPushButton *other = nullptr;
@@ -248,6 +254,27 @@ TEST_F(FormKeys, ACommandKeyOfAButtonThatIsGoneDoesNothing)
     delete other;
     press(Qt::Key_F5);
     EXPECT_EQ(QApplication::focusWidget(), edit);
+}
+
+TEST_F(FormKeys, AKeyThatIsHeldDownIsNotForTheNextWindow)
+{
+    auto *above = new RecordingForm(u"frmOver"_s);
+    above->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(above));
+    above->duringKeyDown = [&](Qt::Key, Qt::KeyboardModifiers) {
+        above->unload();
+        return true;
+    };
+    press(*above->windowHandle(), Qt::Key_Escape, Held::No);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form));
+    form->takeEvents();
+    press(*form->windowHandle(), Qt::Key_Escape, Held::Yes);
+    EXPECT_TRUE(form->takeEvents().isEmpty());
+
+    QTest::keyRelease(form->windowHandle(), Qt::Key_Escape);
+    press(*form->windowHandle(), Qt::Key_Down, Held::No);
+    press(*form->windowHandle(), Qt::Key_Down, Held::Yes);
+    EXPECT_EQ(form->takeEvents(), (QStringList{u"key"_s, u"key"_s})) << "pressed and held here";
 }
 
 TEST_F(FormKeys, AButtonPressedByItsLetterTakesTheFocus)
