@@ -55,6 +55,16 @@ void nameInnerFields(const Form &form)
     }
 }
 
+/// A letter with Alt belongs to a button or to a field's caption. One that finds none, or one that
+/// is disabled, would be typed where the focus is.
+bool isLetterWithAlt(const QKeyEvent &key)
+{
+    constexpr Qt::KeyboardModifiers kAltGr = Qt::ControlModifier | Qt::AltModifier;
+    const QString text = key.text();
+    return (key.modifiers() & kAltGr) == Qt::AltModifier && !text.isEmpty() &&
+           text.front().isPrint();
+}
+
 void clickIfPossible(QAbstractButton *button)
 {
     if (button && button->isEnabled() && button->isVisible())
@@ -331,7 +341,8 @@ bool Form::previewKey(QKeyEvent *event)
 {
     bool swallowed = false;
     atOuterRim([&] { swallowed = onKeyDown(Qt::Key(event->key()), event->modifiers()); });
-    return swallowed || m_life != Life::Loaded || pressCommand(event->keyCombination());
+    return swallowed || m_life != Life::Loaded || pressCommand(event->keyCombination()) ||
+           isLetterWithAlt(*event);
 }
 
 bool Form::pressCommand(QKeyCombination key)

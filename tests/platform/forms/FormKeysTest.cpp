@@ -3,6 +3,7 @@
 #include "platform/forms/TestApplication.h"
 
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -275,6 +276,16 @@ TEST_F(FormKeys, AKeyThatIsHeldDownIsNotForTheNextWindow)
     press(*form->windowHandle(), Qt::Key_Down, Held::No);
     press(*form->windowHandle(), Qt::Key_Down, Held::Yes);
     EXPECT_EQ(form->takeEvents(), (QStringList{u"key"_s, u"key"_s})) << "pressed and held here";
+}
+
+TEST_F(FormKeys, ALetterWithAltThatPressesNothingTypesNothing)
+{
+    QKeyEvent letter(QEvent::KeyPress, Qt::Key_K, Qt::AltModifier, u"k"_s);
+    QCoreApplication::sendEvent(edit, &letter);
+    EXPECT_EQ(edit->text(), QString());
+    QKeyEvent third(QEvent::KeyPress, Qt::Key_At, Qt::ControlModifier | Qt::AltModifier, u"@"_s);
+    QCoreApplication::sendEvent(edit, &third);
+    EXPECT_EQ(edit->text(), u"@"_s) << "both together are AltGr";
 }
 
 TEST_F(FormKeys, AButtonPressedByItsLetterTakesTheFocus)
