@@ -133,6 +133,8 @@ void OrdreLinjer::InitLinjer()
 {
     m_grid.setRedraw(false);
     passOver([this] { SpreadClear(m_grid); });
+    m_grid.setCurrent(kProduktNr, 1); // not where the user stood in the lines that are gone
+    m_grid.setAction(fpSpread::ActiveCellAction);
     for (const int col : {kPris, kRabatt, kSumNetto, kSumBrutto})
         setFloat(m_grid, col);
     if (!m_felles || !m_liste)

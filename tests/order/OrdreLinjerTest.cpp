@@ -57,6 +57,15 @@ TEST_F(OrdreLinjerTest, IsDesignedWithFiftyRows)
     EXPECT_EQ(grid().maxRows(), 50);
 }
 
+TEST_F(OrdreLinjerTest, ANewOrderBeginsInItsFirstCell)
+{
+    nyOrdre();
+    staaI(kPris, 3);
+    klikk(u"btnCancel"_s);
+    klikk(u"btnNew"_s);
+    EXPECT_EQ(aktiv(), std::pair(kProduktNr, 1));
+}
+
 TEST_F(OrdreLinjerTest, AProductOfAnotherClientIsNone)
 {
     run(u"INSERT INTO Produkt (KlientNr,ProduktNr,ProduktNavn,UtPris,MvaSats,BruttoPris) "
