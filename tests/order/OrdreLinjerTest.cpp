@@ -66,6 +66,14 @@ TEST_F(OrdreLinjerTest, ANewOrderBeginsInItsFirstCell)
     EXPECT_EQ(aktiv(), std::pair(kProduktNr, 1));
 }
 
+TEST_F(OrdreLinjerTest, AKeyLeavesTheGridForTheButtonThatSaves)
+{
+    nyOrdre();
+    staaI(kProduktNavn, 1);
+    tast(Qt::Key_F6);
+    EXPECT_EQ(fokus(), u"btnSave"_s) << "not for one that shows another order";
+}
+
 TEST_F(OrdreLinjerTest, AProductOfAnotherClientIsNone)
 {
     run(u"INSERT INTO Produkt (KlientNr,ProduktNr,ProduktNavn,UtPris,MvaSats,BruttoPris) "
