@@ -105,7 +105,10 @@ void fpSpread::clearSelection()
 
 void fpSpread::paste()
 {
-    const QStringList lines = linesOf(QGuiApplication::clipboard()->text());
+    const QString text = QGuiApplication::clipboard()->text();
+    if (text.isEmpty()) // a picture, say
+        return;
+    const QStringList lines = linesOf(text);
     if (lines.size() > 1 || lines.first().contains(u'\t')) {
         pasteBlock(lines);
         return;

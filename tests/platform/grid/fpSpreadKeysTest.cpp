@@ -1,6 +1,7 @@
 #include "GridFixture.h"
 
 #include <QClipboard>
+#include <QImage>
 
 namespace {
 
@@ -343,6 +344,15 @@ TEST_F(fpSpreadKeys, PasteReplacesTheActiveCellsText)
     key(Qt::Key_V, Qt::ControlModifier);
     key(Qt::Key_Return);
     EXPECT_EQ(at(1, 1), u"limt");
+}
+
+TEST_F(fpSpreadKeys, AClipboardWithoutTextLeavesTheCellAsItIs)
+{
+    fill(1, 1, u"a"_s);
+    QGuiApplication::clipboard()->setImage(QImage(1, 1, QImage::Format_RGB32));
+    key(Qt::Key_V, Qt::ControlModifier);
+    key(Qt::Key_Return);
+    EXPECT_EQ(at(1, 1), u"a");
 }
 
 TEST_F(fpSpreadKeys, TabsAndLineEndsPastedIntoAnOpenCellPartNothing)
