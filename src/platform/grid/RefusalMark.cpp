@@ -40,8 +40,7 @@ QString shortened(const QString &text)
 
 } // namespace
 
-void markRefusal(QAbstractItemView &view, const QModelIndex &cell, const QString &typed,
-                 const CellType &type)
+void markCell(QAbstractItemView &view, const QModelIndex &cell, const QString &told)
 {
     const QString name = u"avvist"_s;
     delete view.viewport()->findChild<QFrame *>(name);
@@ -55,7 +54,6 @@ void markRefusal(QAbstractItemView &view, const QModelIndex &cell, const QString
 
     // A tool tip goes with the next change of focus, and the key that has left the cell is still
     // about to cause one.
-    const QString told = u"«%1» %2. Cellen er som før."_s.arg(shortened(typed), reason(type));
     QTimer::singleShot(0, mark, [mark, told] {
         QToolTip::showText(mark->mapToGlobal(mark->rect().bottomLeft()), told, mark->parentWidget(),
                            {}, kMoment);
@@ -63,4 +61,10 @@ void markRefusal(QAbstractItemView &view, const QModelIndex &cell, const QString
     auto *moment = new QTimer(mark);
     QObject::connect(moment, &QTimer::timeout, mark, &QObject::deleteLater);
     moment->start(kMoment);
+}
+
+void markRefusal(QAbstractItemView &view, const QModelIndex &cell, const QString &typed,
+                 const CellType &type)
+{
+    markCell(view, cell, u"«%1» %2. Cellen er som før."_s.arg(shortened(typed), reason(type)));
 }

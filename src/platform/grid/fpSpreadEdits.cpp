@@ -145,6 +145,9 @@ void fpSpread::pasteBlock(const QStringList &lines)
     setActive(first);
     m_extent = last;
     userSelects(chosenBlock(last));
+    if (const int room = maxRows() - first.row + 1; lines.size() > room)
+        markCell(*this, indexOf(first),
+                 u"Det var plass til %1 av %2 linjer."_s.arg(room).arg(lines.size()));
 }
 
 /// Gives the cells the step's texts. What the screen writes in answer is not the user's and is put

@@ -272,6 +272,14 @@ TEST_F(fpSpreadHistory, APastedBlockBeginsWithTheFirstCellChosenAndEndsWithTheSh
     EXPECT_EQ(block(2, 8, 2, 10), u"/a/b");
 }
 
+TEST_F(fpSpreadHistory, LinesThatFindNoRoomAreTold)
+{
+    paste(2, 9, u"a\nb\nc\n"_s);
+    EXPECT_NE(mark(), nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::isVisible(); }));
+    EXPECT_EQ(QToolTip::text(), u"Det var plass til 2 av 3 linjer.");
+}
+
 TEST_F(fpSpreadHistory, EachPastedCellIsJudgedByItsType)
 {
     CellType list = CellType::ofNumber(8);
