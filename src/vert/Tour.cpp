@@ -31,6 +31,18 @@ void inTransaction(const database::Place &place, Fill &&fill)
     connection.commitTrans();
 }
 
+/// The first posting run of a database would find no work table to drop, and leave the text of that
+/// error behind, by which the next order would lose its lines. Each run makes its own.
+void makeWorkTable(const database::Place &place)
+{
+    // It is there in most databases.
+    passOver([&] {
+        inTransaction(place, [](ado::Connection &connection) {
+            connection.execute(u"CREATE TABLE tmpTbl (ID LONG)"_s);
+        });
+    });
+}
+
 void fillDatabase(Component &component, const database::Place &place, const Options &options,
                   database::NewDatabase &made, const tour::Say &say)
 {
@@ -109,6 +121,7 @@ void tour::startModule(Component &component, const database::Place &place, const
         throw HostError(u"modulen ble ikke klar (ModuleInit 0)"_s +
                         (reason.isEmpty() ? QString() : u": "_s + reason.simplified()));
     }
+    makeWorkTable(place);
     say(u"Modulen er startet for klient %1, år %2: ModuleInit %3"_s.arg(options.klient)
             .arg(options.aar)
             .arg(ready));

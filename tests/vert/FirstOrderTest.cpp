@@ -26,6 +26,15 @@ protected:
         options.aar = 2014;
     }
 
+    /// The products of the lines that were stored last.
+    [[nodiscard]] QStringList lastProducts() const
+    {
+        return rowsOf(place.connectionString, u"SELECT ProduktNr FROM OrdreLinjer ORDER BY ID"_s)
+            .last(orderedProducts.size());
+    }
+
+    /// What the tour orders.
+    const QStringList orderedProducts{u"T100"_s, u"M200"_s, u"F510"_s};
     SettingsFolder settings;
     QTemporaryDir folder;
     const database::Place place = database::locate(folder.filePath(u"firma.db"_s));
@@ -39,9 +48,16 @@ TEST_F(FirstOrderTest, ANewCompanysFirstOrderKeepsItsLines)
     tour::makeDemo(component, place, options, silent);
     screentour::Guide guide(folder.path(), silent);
     ASSERT_NO_THROW(screentour::visitOrders(guide));
-    const QStringList products =
-        rowsOf(place.connectionString, u"SELECT ProduktNr FROM OrdreLinjer ORDER BY ID"_s);
-    EXPECT_EQ(products.last(3), (QStringList{u"T100"_s, u"M200"_s, u"F510"_s}));
+    EXPECT_EQ(lastProducts(), orderedProducts);
+}
+
+TEST_F(FirstOrderTest, TheFirstOrderAfterTheFirstPostingKeepsItsLines)
+{
+    tour::run(component, place, options, silent);
+    screentour::Guide guide(folder.path(), silent);
+    ASSERT_NO_THROW(screentour::visitPosting(guide));
+    ASSERT_NO_THROW(screentour::visitOrders(guide));
+    EXPECT_EQ(lastProducts(), orderedProducts);
 }
 
 TEST_F(FirstOrderTest, TablesThatAreThereNeedNoSecondStart)
