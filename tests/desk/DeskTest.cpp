@@ -34,6 +34,23 @@ QWidget *visible(const QString &name, const QWidget *window)
     return nullptr;
 }
 
+/// Counts the keys that the windows get.
+class KeyCount : public QObject
+{
+public:
+    KeyCount() { qApp->installEventFilter(this); }
+
+    int presses = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (watched->isWindowType() && event->type() == QEvent::KeyPress)
+            ++presses;
+        return false;
+    }
+};
+
 void xdotool(const QStringList &arguments)
 {
     EXPECT_EQ(QProcess::execute(u"xdotool"_s, arguments), 0) << arguments.join(u' ').toStdString();
@@ -167,6 +184,14 @@ void DeskTest::doubleClick(const QWidget &control)
 void DeskTest::key(const QString &name)
 {
     xdotool({u"key"_s, name});
+}
+
+void DeskTest::hold(const QString &name, int times)
+{
+    const KeyCount count;
+    xdotool({u"keydown"_s, name});
+    EXPECT_TRUE(comes([&] { return count.presses >= times; }));
+    xdotool({u"keyup"_s, name});
 }
 
 void DeskTest::type(const QString &text)

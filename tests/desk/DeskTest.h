@@ -46,6 +46,8 @@ protected:
     static void point(const QWidget &control, QPoint place);
     /// A key by its name on the keyboard, with "ctrl+", "alt+" and "shift+" before it.
     static void key(const QString &name);
+    /// Holds the key down until it has come so many times, to whichever windows.
+    static void hold(const QString &name, int times);
     static void type(const QString &text);
 
     /// A property of the window as its manager sees it.

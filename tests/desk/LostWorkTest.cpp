@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFrame>
+#include <QPointer>
 #include <QTableView>
 
 using namespace Qt::StringLiterals;
@@ -119,6 +120,17 @@ TEST_F(LostWorkTest, ARefusedQuantityIsMarked)
     EXPECT_TRUE(
         comes([&] { return grid.viewport()->findChild<QFrame *>(u"avvist"_s) != nullptr; }));
     EXPECT_EQ(cell(grid, 1, 3), before);
+}
+
+TEST_F(LostWorkTest, EscapeThatIsHeldInTheHelpLeavesTheOrderBehindIt)
+{
+    const QPointer<QWidget> orders = &openOrders(u"btnNew"_s);
+    key(u"F1"_s);
+    const QPointer<QWidget> help = &window(u"HtmlHelp"_s);
+    EXPECT_TRUE(comes([&] { return help->isActiveWindow(); }));
+    hold(u"Escape"_s, 10);
+    EXPECT_TRUE(!help || !help->isVisible());
+    EXPECT_TRUE(orders && orders->isVisible());
 }
 
 TEST_F(LostWorkTest, EnterAfterASaveOpensThePrintDialog)

@@ -110,11 +110,19 @@ bool Forms::eventFilter(QObject *watched, QEvent *event)
 /// What a key has opened or uncovered is not for the same key while it is held down.
 bool Forms::isHeldFromElsewhere(const QWidget &receiver, const QKeyEvent &key)
 {
-    if (key.isAutoRepeat())
-        return m_keyIsDown && m_keyWindow != receiver.window();
-    m_keyIsDown = key.type() != QEvent::KeyRelease;
-    m_keyWindow = receiver.window();
-    return false;
+    if (key.type() == QEvent::KeyRelease) {
+        m_releasedKey = key.key();
+        m_releasedAt = key.timestamp();
+        return false;
+    }
+    // X tells of a held key as of one that is let go and pressed in the same moment, which Qt sees
+    // through only when both have arrived by then.
+    static const bool onX = QGuiApplication::platformName() == u"xcb";
+    const bool held = key.isAutoRepeat() ||
+                      (onX && key.key() == m_releasedKey && key.timestamp() == m_releasedAt);
+    if (!held)
+        m_keyWindow = receiver.window();
+    return held && m_keyWindow != receiver.window();
 }
 
 /// A key that a control does not want goes on to its parents with the same event object; the form

@@ -62,8 +62,9 @@ private:
     bool m_loggingOff = false;
     const QEvent *m_lastKey = nullptr;
     const QWidget *m_nextReceiver = nullptr;
-    bool m_keyIsDown = false;
-    QPointer<QWidget> m_keyWindow; ///< where it was pressed, if that is still there
+    QPointer<QWidget> m_keyWindow; ///< where the last key was pressed, if that is still there
+    int m_releasedKey = 0;
+    quint64 m_releasedAt = 0;
 };
 
 /// The single shared instance of the form class T, made on first use. After it has been unloaded,
