@@ -185,6 +185,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
     bool viewportEvent(QEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void changeEvent(QEvent *event) override;
@@ -245,6 +246,7 @@ private:
                                                 Qt::KeyboardModifiers modifiers) const;
     [[nodiscard]] int visibleCol(int from, int step) const;
     bool startEdit(Entry entry);
+    bool startTyping();
     void endEdit(QAbstractItemDelegate::EndEditHint hint);
     bool openList();
     bool toggleMark();

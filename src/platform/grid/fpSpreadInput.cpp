@@ -289,6 +289,15 @@ void fpSpread::keyPressEvent(QKeyEvent *event)
     }
 }
 
+void fpSpread::inputMethodEvent(QInputMethodEvent *event)
+{
+    // A letter composed of dead keys comes whole. The base class would open the cell and lose it.
+    if (editMode() || event->commitString().isEmpty())
+        QTableView::inputMethodEvent(event);
+    else if (startTyping())
+        QApplication::sendEvent(cellEditor(), event);
+}
+
 bool fpSpread::editKey(QKeyEvent *event)
 {
     const int key = event->key();
@@ -315,7 +324,7 @@ bool fpSpread::editKey(QKeyEvent *event)
     }
     if (key == Qt::Key_Space && toggleMark())
         return true;
-    if (!typesCharacter(*event) || !startEdit(m_editModeReplace ? Entry::Replace : Entry::Append))
+    if (!typesCharacter(*event) || !startTyping())
         return false;
     QApplication::sendEvent(cellEditor(), event);
     return true;
@@ -349,6 +358,11 @@ bool fpSpread::moveKey(const QKeyEvent *event)
 }
 
 // --- Editing
+
+bool fpSpread::startTyping()
+{
+    return startEdit(m_editModeReplace ? Entry::Replace : Entry::Append);
+}
 
 bool fpSpread::startEdit(Entry entry)
 {

@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QInputMethodEvent>
 
 namespace {
 
@@ -52,6 +53,21 @@ TEST_F(fpSpreadEdit, TypingGoesOnAtTheEndOfTheText)
     type(u"d"_s);
     key(Qt::Key_Tab);
     EXPECT_EQ(at(1, 1), u"abcd");
+}
+
+TEST_F(fpSpreadEdit, ALetterComposedOfTwoKeysStartsAnEdit)
+{
+    fill(2, 1, u"a"_s);
+    for (const bool replaces : {false, true}) {
+        grid.setEditModeReplace(replaces);
+        activate(2, 1);
+        QInputMethodEvent composed;
+        composed.setCommitString(u"ü"_s);
+        QCoreApplication::sendEvent(&grid, &composed);
+        key(Qt::Key_B);
+        key(Qt::Key_Return);
+        EXPECT_EQ(at(2, 1), replaces ? u"üb" : u"aüb");
+    }
 }
 
 TEST_F(fpSpreadEdit, ACharacterOfAnyPlaneStartsAnEdit)
