@@ -1,4 +1,5 @@
 #include "reports/InvoiceTest.h"
+#include "reports/PageReader.h"
 
 #include "platform/report/Report.h"
 
@@ -73,6 +74,18 @@ TEST_F(FakturaTest, ALineHasNumberTextQuantityUnitPriceRateAndAmount)
     EXPECT_EQ(rowOf(pageOf(kHour), u"Kjøring"_s),
               (QStringList{u"T100"_s, u"Kjøring"_s, u"2,5"_s, u"time"_s, u"1 150,00"_s, u"25 %"_s,
                            u"2 875,00"_s}));
+}
+
+TEST_F(FakturaTest, AWideUnitIsWholeAndClearOfAPriceOfMillions)
+{
+    run(u"INSERT INTO Produkt (KlientNr,ProduktNr,Enhet) VALUES (1,'B','Kjøring Ål')"_s);
+    run(u"INSERT INTO Produkt (KlientNr,ProduktNr,Enhet) VALUES (1,'W','WWWWWWWWWW')"_s);
+    for (const QString &product : {u"B"_s, u"W"_s}) {
+        const report::Document document = print(
+            u"Fak-ugiro-ulogo.rpt"_s, enterOrder({{product, u"Leie"_s, u"1"_s, u"9876543.21"_s}}));
+        EXPECT_EQ(PageReader(document, 0).faults(), QStringList());
+        EXPECT_EQ(textsOf(document.pages[0]).filter(u"…"_s), QStringList());
+    }
 }
 
 TEST_F(FakturaTest, ALineOfTextHasNoNumbers)

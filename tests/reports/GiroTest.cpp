@@ -1,4 +1,5 @@
 #include "reports/InvoiceTest.h"
+#include "reports/PageReader.h"
 
 using namespace Qt::StringLiterals;
 
@@ -78,6 +79,11 @@ TEST_F(GiroTest, LabelsAndValuesStandAtTheirPlaces)
         EXPECT_NEAR(found.baseline.x(), place.x, kTolerance);
         EXPECT_NEAR(297 - found.baseline.y(), place.height, kTolerance);
     }
+}
+
+TEST_F(GiroTest, NoLabelReachesIntoAField)
+{
+    EXPECT_EQ(PageReader(print(m_order), 0).faults(), QStringList());
 }
 
 TEST_F(GiroTest, TellsWhoPaysWhomWhatAndWhen)

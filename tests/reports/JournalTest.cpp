@@ -1,4 +1,5 @@
 #include "reports/ListTest.h"
+#include "reports/PageReader.h"
 
 using namespace Qt::StringLiterals;
 
@@ -101,6 +102,21 @@ TEST_F(JournalTest, RoundingThatGrowsThroughTheRunIsShownAsPosted)
     EXPECT_EQ(rowOf(page, QString::number(second)).mid(5),
               (QStringList{u"25 %"_s, u"100,00"_s, u"25,00"_s, u"-0,40"_s, u"124,60"_s}));
     EXPECT_EQ(rowOf(page, u"Sum 2 fakturaer"_s).mid(3), (QStringList{u"-0,80"_s, u"249,60"_s}));
+}
+
+TEST_F(JournalTest, RoundingThatHasGrownIsClearOfTheVat)
+{
+    const QList<int> orders{enterInvoice(hours(1)), enterInvoice(hours(2))};
+    post(orders);
+    run(u"UPDATE tmpTbl SET Belop=Belop-40000"_s);
+    EXPECT_EQ(PageReader(invoices(), 0).faults(), QStringList());
+    EXPECT_EQ(rowOf(invoices().pages[0], u"Sum 2 fakturaer"_s).value(3), u"-80 000,00"_s);
+
+    // What has no room beside the other sums stands below them.
+    run(u"UPDATE tmpTbl SET Belop=Belop-20000"_s);
+    EXPECT_EQ(PageReader(invoices(), 0).faults(), QStringList());
+    EXPECT_EQ(rowOf(invoices().pages[0], u"Sum 2 fakturaer"_s).size(), 4);
+    EXPECT_TRUE(textsOf(invoices().pages[0]).contains(u"Sum avrunding  -120 000,00"_s));
 }
 
 TEST_F(JournalTest, ACreditNoteIsNamedAndNegative)
