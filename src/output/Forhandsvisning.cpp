@@ -8,7 +8,7 @@
 #include "platform/forms/NorwegianTexts.h"
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/PassingWheel.h"
-#include "platform/report/PdfFile.h"
+#include "platform/report/ReportError.h"
 #include "presentation/Skjerm.h"
 #include "runtime/RunTimeError.h"
 
@@ -46,7 +46,8 @@ void meldVedFeil(const std::function<void()> &utfor)
     try {
         utfor();
     } catch (const RunTimeError &feil) {
-        MsgBox(feil.description(), msgbox::kExclamation);
+        if (feil.number() != report::errors::kCancelled)
+            MsgBox(feil.description(), msgbox::kExclamation);
     }
 }
 
@@ -364,7 +365,7 @@ void Forhandsvisning::lagrePdf()
 {
     const auto document = m_document;
     if (const auto fil = velgPdfFil(u"Lagre som PDF"_s, *document))
-        meldVedFeil([&] { report::writePdf(*document, *fil); });
+        meldVedFeil([&] { ::skrivPdf(*document, *fil); });
 }
 
 bool Forhandsvisning::event(QEvent *event)

@@ -1,5 +1,6 @@
 #include "output/Skriver.h"
 
+#include "output/Ventenotat.h"
 #include "platform/forms/CommonDialog.h"
 #include "platform/report/Painter.h"
 #include "platform/report/PdfFile.h"
@@ -75,13 +76,19 @@ void skrivUt(const report::Document &document)
         const std::optional<QString> fil =
             gValgt ? std::optional(gValgt->pdfFil) : velgPdfFil(u"Skriv til fil (PDF)"_s, document);
         if (fil)
-            report::writePdf(document, *fil);
+            skrivPdf(document, *fil);
         return;
     }
     const std::unique_ptr<QPrinter> printer = Skrivere::gjeldende().lag(navn);
     if (!printer)
         report::raise(report::errors::kOutput, u"Skriveren «%1» finnes ikke."_s.arg(navn));
     skrivPaa(*printer, document, gValgt ? gValgt->eksemplarer : 1);
+}
+
+void skrivPdf(const report::Document &document, const QString &fil)
+{
+    Ventenotat notat(u"Skriver PDF-filen …"_s);
+    report::writePdf(document, fil, [&] { notat.sjekk(); });
 }
 
 void skrivPaa(QPrinter &printer, const report::Document &document, int eksemplarer)

@@ -63,8 +63,12 @@ private:
 /// Prints all pages on the chosen printer, or to the chosen PDF file, which one printout after the
 /// other replaces. Where nothing has been chosen: on the standard printer, and on a machine without
 /// printers to a PDF file that the user is asked for; Cancel there prints nothing. kOutput when the
-/// printer or the file refuses.
+/// printer or the file refuses, kCancelled when the user gives the file up.
 void skrivUt(const report::Document &document);
+
+/// Writes all pages to a PDF file; one that takes long can be given up by the user, kCancelled, and
+/// leaves what stood there before. kOutput when the file refuses.
+void skrivPdf(const report::Document &document, const QString &fil);
 
 /// Prints all pages on the report's own paper, whatever paper and orientation the printer is set
 /// to. kOutput when the printer refuses.

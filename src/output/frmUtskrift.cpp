@@ -140,14 +140,16 @@ void frmUtskrift::skrivRapport()
     QString note;
     passOver([&] { note = merknadFormel(); });
 
+    // A report that fails makes it "Fakturert" all the same. One that the user cancels is as if he
+    // had cancelled the printer dialog.
     const auto bliFakturert = [&] {
         gDB->Execute(FakturertSqlForOrdreNr(fakNr));
         if (dette)
             dette->unload();
     };
     if (enters([] { return leadingNumber(LesInnstilling(u"PrintVis"_s, u"0"_s)) == 1; })) {
-        SkrivRapport(rapport, kForhandsvis, utvalg, type, note);
-        passOver(bliFakturert);
+        if (SkrivRapport(rapport, kForhandsvis, utvalg, type, note))
+            passOver(bliFakturert);
         return;
     }
     passOver([&] {
@@ -159,8 +161,10 @@ void frmUtskrift::skrivRapport()
             d.copies = 1;
         });
         const ValgtSkriver valgt(dialog);
-        for (int kopi = 0; kopi < dialog.copies; ++kopi)
-            SkrivRapport(rapport, kTilSkriver, utvalg, type, note);
+        for (int kopi = 0; kopi < dialog.copies; ++kopi) {
+            if (!SkrivRapport(rapport, kTilSkriver, utvalg, type, note))
+                return;
+        }
         bliFakturert();
     });
 }

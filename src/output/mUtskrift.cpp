@@ -3,6 +3,7 @@
 #include "data/clsAdoUtils.h"
 #include "output/Fakturautskrift.h"
 #include "output/RapportUtgang.h"
+#include "output/Ventenotat.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/report/ReportError.h"
@@ -62,12 +63,39 @@ void settUsynligVindu(CrystalReport &rapport)
     rapport.setWindowParentHandle(forelder.winId());
 }
 
+void slippUsynligVindu()
+{
+    if (frmDummy *forelder = SharedForm<frmDummy>::existing())
+        forelder->unload();
+}
+
 void settForhandsvisning(CrystalReport &rapport)
 {
     rapport.setWindowLeft(0);
     rapport.setWindowWidth(kForhandsvisningBredde);
     rapport.setWindowHeight(kForhandsvisningHoyde);
     rapport.setWindowState(report::WindowState::Normal);
+}
+
+void kjor(const QPointer<frmInvisible> &skjult)
+{
+    Ventenotat notat(u"Lager rapporten …"_s);
+    skjult->CrystalReport1.run([&] {
+        notat.sjekk();
+        // The events of the note may have seen the end of the component, and of the control with
+        // it.
+        if (!skjult)
+            report::raise(report::errors::kCancelled, u"Avbrutt."_s);
+    });
+}
+
+void ryddOpp(frmInvisible &skjult, bool tilSkriver)
+{
+    skjult.CrystalReport1.setConnect({});
+    skjult.CrystalReport1.setReportFileName({});
+    skjult.CrystalReport1.reset();
+    if (tilSkriver)
+        skjult.unload();
 }
 
 void meldFeil(const RunTimeError &feil, const QString &rapport)
@@ -88,18 +116,20 @@ void meldFeil(const RunTimeError &feil, const QString &rapport)
 
 } // namespace
 
-void SkrivRapport(const QString &rapport, qint16 modus, const QString &utvalg,
+bool SkrivRapport(const QString &rapport, qint16 modus, const QString &utvalg,
                   const QString &formel1, const QString &formel2)
 {
     // A dialog or a message on the way here may have seen the end of the component.
     if (!gConn)
-        return;
+        return true;
     Timeglass timeglass;
+    const bool tilSkriver = modus == kTilSkriver;
+    // A file dialog on the way to the printer lets events run, and the forms may go with them.
+    QPointer<frmInvisible> skjult;
+    bool avbrutt = false;
     try {
-        const bool tilSkriver = modus == kTilSkriver;
         gRptPath = rapportMappe(componentFolder());
-        // A file dialog on the way to the printer lets events run, and the forms may go with them.
-        const QPointer<frmInvisible> skjult = &SharedForm<frmInvisible>::get();
+        skjult = &SharedForm<frmInvisible>::get();
         skjult->load();
         CrystalReport &kontroll = skjult->CrystalReport1;
         kontroll.setOutput(&RapportUtgang::instance());
@@ -116,25 +146,25 @@ void SkrivRapport(const QString &rapport, qint16 modus, const QString &utvalg,
         kontroll.setSelectionFormula(utvalg);
         kontroll.setFormula(0, formel1);
         kontroll.setFormula(1, formel2);
-        kontroll.run();
+        kjor(skjult);
         kontroll.pageZoom(kHelStorrelse);
         kontroll.windowInFront();
         timeglass.fjern();
         if (tilSkriver) {
             kontroll.setDestination(CrystalReport::Destination::Printer);
             kontroll.printReport();
-            if (frmDummy *forelder = SharedForm<frmDummy>::existing())
-                forelder->unload();
+            slippUsynligVindu();
         }
-        if (!skjult)
-            return;
-        kontroll.setConnect({});
-        kontroll.setReportFileName({});
-        kontroll.reset();
-        if (tilSkriver)
-            skjult->unload();
     } catch (const RunTimeError &feil) {
         timeglass.fjern();
-        meldFeil(feil, rapport);
+        if (feil.number() != report::errors::kCancelled) {
+            meldFeil(feil, rapport);
+            return true;
+        }
+        avbrutt = true;
+        slippUsynligVindu();
     }
+    if (skjult)
+        ryddOpp(*skjult, tilSkriver);
+    return !avbrutt;
 }

@@ -3,6 +3,8 @@
 #include "output/UtskriftTest.h"
 #include "platform/report/ReportError.h"
 
+#include <QDir>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -94,6 +96,24 @@ TEST_F(SkriverTest, APdfFileThatCannotBeWrittenRaises)
     dialog.pdfFile = fil(u"finnes/ikke.pdf"_s);
     const ValgtSkriver valgt(dialog);
     EXPECT_EQ(raised([&] { skrivUt(side({210, 297})); }), report::errors::kOutput);
+}
+
+TEST_F(SkriverTest, APdfFileThatTakesLongCanBeCancelled)
+{
+    QFile liggerDer(fil(u"ut.pdf"_s));
+    ASSERT_TRUE(liggerDer.open(QIODevice::WriteOnly));
+    liggerDer.write("fra i fjor");
+    liggerDer.close();
+    const QStringList filer = QDir(folder()).entryList(QDir::Files);
+    const LangsomTid tid;
+    onNextModal<QProgressDialog>([](QProgressDialog &notat) {
+        EXPECT_EQ(notat.labelText(), u"Skriver PDF-filen …"_s);
+        notat.cancel();
+    });
+    EXPECT_EQ(raised([&] { skrivPdf(side({210, 297}, 5), liggerDer.fileName()); }),
+              report::errors::kCancelled);
+    EXPECT_EQ(innhold(u"ut.pdf"_s), "fra i fjor");
+    EXPECT_EQ(QDir(folder()).entryList(QDir::Files), filer);
 }
 
 TEST_F(SkriverTest, TheInnermostChoiceIsInForce)

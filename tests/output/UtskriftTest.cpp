@@ -105,10 +105,15 @@ QByteArray UtskriftTest::innhold(const QString &navn) const
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+void UtskriftTest::leggOrdrer(int antall)
+{
+    for (int nr = 1; nr <= antall; ++nr)
+        leggOrdre({.ordreNr = nr, .kundeNavn = u"Kunde %1"_s.arg(nr), .medLinje = false});
+}
+
 Forhandsvisning *UtskriftTest::visListe(int ordrer)
 {
-    for (int nr = 1; nr <= ordrer; ++nr)
-        leggOrdre({.ordreNr = nr, .kundeNavn = u"Kunde %1"_s.arg(nr), .medLinje = false});
+    leggOrdrer(ordrer);
     SkrivRapport(u"Liste.rpt"_s, 0, {}, {}, {});
     Forhandsvisning *vist = vindu();
     if (!vist)

@@ -10,6 +10,7 @@
 
 #include <QFileDialog>
 #include <QPrinter>
+#include <QProgressDialog>
 
 /// Printers that print to PDF files in a folder, "1.pdf", "2.pdf" and so on, one for each printout.
 class Proveskrivere : public Skrivere
@@ -27,6 +28,19 @@ public:
 
 private:
     const QString m_mappe;
+};
+
+/// A clock in force while it lives, by which each look at it comes a second after the one before:
+/// whatever looks at the time takes long.
+class LangsomTid : public Clock
+{
+public:
+    LangsomTid() : m_scope(*this) {}
+    [[nodiscard]] QDateTime now() const override { return m_now = m_now.addSecs(1); }
+
+private:
+    mutable QDateTime m_now{QDate(2014, 3, 9), QTime(12, 0)};
+    ScopedClock m_scope;
 };
 
 /// The module with report files of the tests' own, printers of their own, and the order screen.
@@ -53,6 +67,7 @@ protected:
     [[nodiscard]] QString fil(const QString &navn) const { return folder() + u'/' + navn; }
     [[nodiscard]] QByteArray innhold(const QString &navn) const;
 
+    void leggOrdrer(int antall);
     /// A preview of "Liste.rpt" with so many orders, six to the page.
     Forhandsvisning *visListe(int ordrer);
 

@@ -281,6 +281,35 @@ TEST_F(FrmUtskriftTest, TheComponentsEndUnderAMessageIsTheEndOfTheCopies)
     EXPECT_EQ(skrivere.brukt, QStringList(u"Nekter"_s));
 }
 
+TEST_F(FrmUtskriftTest, AReportThatIsCancelledLeavesAllAsItWas)
+{
+    aapneFor({.ordreNr = 1031});
+    const LangsomTid tid;
+    int notater = 0;
+    const auto avbryt = [&] {
+        onNextModal<QProgressDialog>([&](QProgressDialog &notat) {
+            ++notater;
+            notat.cancel();
+        });
+    };
+    onNextModal<QDialog>([&](QDialog &d) {
+        svarMedSkriver(d, u"Kontor"_s, 3);
+        avbryt();
+    });
+    klikkI(u"OKButton"_s);
+    innstill(u"PrintVis"_s, u"1"_s);
+    avbryt();
+    klikkI(u"OKButton"_s);
+
+    EXPECT_EQ(notater, 2) << "the other copies are not begun";
+    EXPECT_EQ(skrivere.brukt, QStringList());
+    EXPECT_TRUE(vinduer().isEmpty());
+    EXPECT_EQ(meldinger.ta(), QStringList());
+    ASSERT_NE(dialog(), nullptr);
+    EXPECT_TRUE(dialog()->isVisible());
+    EXPECT_EQ(statuser(), QStringList(u"5|1031|Ordre"_s));
+}
+
 TEST_F(FrmUtskriftTest, ThePrintedKindIsThatOfTheScreen)
 {
     aapneFor({.sumBrutto = u"-125"_s});

@@ -371,6 +371,108 @@ TEST_F(MUtskriftTest, APrinterThatRefusesLeavesTheTwoFormsLoaded)
     EXPECT_TRUE(lasteSkjermer().contains(u"frmInvisible"_s));
 }
 
+// --- Cancelling
+
+TEST_F(MUtskriftTest, AReportThatTakesLongCanBeCancelled)
+{
+    leggOrdrer(60);
+    skrivere.standardnavn = u"Kontor"_s;
+    const LangsomTid tid;
+    const auto avbrytVed = [&](qint16 modus, void (*avbryt)(QProgressDialog &)) {
+        bool kom = false;
+        onNextModal<QProgressDialog>([&](QProgressDialog &notat) {
+            kom = true;
+            EXPECT_EQ(notat.windowTitle(), u"Regningsdel"_s);
+            EXPECT_EQ(notat.labelText(), u"Lager rapporten …"_s);
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&notat));
+            QTest::keyClick(&notat, Qt::Key_Return);
+            EXPECT_FALSE(notat.wasCanceled()) << "may have been meant for the screen below";
+            avbryt(notat);
+        });
+        EXPECT_FALSE(SkrivRapport(u"Liste.rpt"_s, modus, {}, {}, {}));
+        EXPECT_TRUE(kom);
+        EXPECT_EQ(meldinger.tekster, QStringList());
+        EXPECT_TRUE(vinduer().isEmpty());
+        EXPECT_EQ(skrivere.brukt, QStringList());
+        EXPECT_FALSE(timeglass());
+        EXPECT_FALSE(lasteSkjermer().contains(u"frmDummy"_s));
+    };
+    avbrytVed(0, [](QProgressDialog &notat) { QTest::keyClick(&notat, Qt::Key_Escape); });
+    ASSERT_NE(kontroll(), nullptr);
+    EXPECT_EQ(kontroll()->connect(), QString());
+    EXPECT_EQ(kontroll()->reportFileName(), QString());
+    avbrytVed(1, [](QProgressDialog &notat) {
+        auto *knapp = notat.findChild<QPushButton *>();
+        EXPECT_EQ(knapp->text(), u"Avbryt"_s);
+        QTest::mouseClick(knapp, Qt::LeftButton);
+    });
+    EXPECT_FALSE(lasteSkjermer().contains(u"frmInvisible"_s));
+    avbrytVed(1, [](QProgressDialog &notat) { notat.close(); });
+}
+
+TEST_F(MUtskriftTest, AReportThatTakesLongIsShownInTheEnd)
+{
+    leggOrdrer(60);
+    apne();
+    const LangsomTid tid;
+    const QWidget *under = nullptr;
+    QPointer<QWidget> notat;
+    onNextModal<QProgressDialog>([&](QProgressDialog &vist) {
+        notat = &vist;
+        under = QApplication::activeWindow();
+    });
+    EXPECT_TRUE(SkrivRapport(u"Liste.rpt"_s, 0, {}, {}, {}));
+    EXPECT_NE(under, nullptr);
+    EXPECT_TRUE(notat.isNull());
+    ASSERT_EQ(vinduer().size(), 1);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(vindu())) << "in front of the screen below the note";
+    EXPECT_EQ(dokument(vindu()).pages.size(), 10u);
+}
+
+TEST_F(MUtskriftTest, NoClickAndNoKeyReachesTheScreensWhileAReportTakesItsTime)
+{
+    leggOrdrer(60);
+    apne();
+    // As they come from the machine, not handed to the screen itself.
+    const auto nyOrdre = [] {
+        const auto *knapp = control(u"btnNew"_s);
+        QTest::mouseClick(skjerm()->windowHandle(), Qt::LeftButton, {},
+                          knapp->mapTo(skjerm(), knapp->rect().center()));
+        runEvents();
+    };
+    const auto lukk = [] {
+        QTest::keyClick(skjerm()->windowHandle(), Qt::Key_Escape);
+        runEvents();
+    };
+    {
+        const LangsomTid tid;
+        onNextModal<QProgressDialog>([&](QProgressDialog &notat) {
+            nyOrdre();
+            lukk();
+            notat.cancel();
+        });
+        EXPECT_FALSE(SkrivRapport(u"Liste.rpt"_s, 0, {}, {}, {}));
+        runEvents();
+    }
+    ASSERT_NE(skjerm(), nullptr);
+    EXPECT_FALSE(erPaa(u"btnSave"_s));
+    // They would have gone through.
+    nyOrdre();
+    EXPECT_TRUE(erPaa(u"btnSave"_s));
+    lukk();
+    EXPECT_EQ(skjerm(), nullptr);
+}
+
+TEST_F(MUtskriftTest, TheComponentMayEndWhileAReportTakesItsTime)
+{
+    leggOrdrer(60);
+    const LangsomTid tid;
+    onNextModal<QProgressDialog>([](QProgressDialog &) { Unload(); });
+    EXPECT_FALSE(SkrivRapport(u"Liste.rpt"_s, 0, {}, {}, {}));
+    EXPECT_EQ(meldinger.tekster, QStringList());
+    EXPECT_TRUE(vinduer().isEmpty());
+}
+
 // --- The windows' end
 
 TEST_F(MUtskriftTest, TheEndOfTheComponentTakesTheWindowsDown)

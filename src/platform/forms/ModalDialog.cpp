@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QPointer>
 #include <QScreen>
 #include <QWindow>
 
@@ -46,14 +45,21 @@ void putOnScreen(QWidget &window, QSize frame)
         window.move(place.topLeft());
 }
 
+AboveActiveWindow::AboveActiveWindow(QDialog &dialog) : m_window(QApplication::activeWindow())
+{
+    if (m_window)
+        standAbove(dialog, *m_window);
+}
+
+AboveActiveWindow::~AboveActiveWindow()
+{
+    if (m_window && m_window->isVisible())
+        m_window->activateWindow();
+}
+
 int runModal(QDialog &dialog)
 {
     ignorePassingWheel(dialog);
-    const QPointer<QWidget> before = QApplication::activeWindow();
-    if (before)
-        standAbove(dialog, *before);
-    const int result = dialog.exec();
-    if (before && before->isVisible())
-        before->activateWindow();
-    return result;
+    const AboveActiveWindow above(dialog);
+    return dialog.exec();
 }

@@ -1,17 +1,29 @@
 #pragma once
 
-#include <QSize>
+#include <QPointer>
+#include <QWidget>
 
 class QDialog;
-class QRect;
-class QWidget;
 
-/// Shows one of the platform's own dialogs above the window that is active now, waits for the user,
-/// and hands the activity back to that window. Returns what QDialog::exec returns.
+/// Puts one of the platform's own dialogs above the window that is active now, and hands the
+/// activity back to that window at its own end, when the dialog is hidden or gone.
 ///
 /// The dialog is on the screen wherever that window is: what blocks the program must be seen. It
 /// gets no owner: a form that unloads itself while the dialog is up (a timed note does) must not
 /// take the dialog with it.
+class AboveActiveWindow
+{
+public:
+    explicit AboveActiveWindow(QDialog &dialog);
+    ~AboveActiveWindow();
+    AboveActiveWindow(const AboveActiveWindow &) = delete;
+    AboveActiveWindow &operator=(const AboveActiveWindow &) = delete;
+
+private:
+    const QPointer<QWidget> m_window;
+};
+
+/// Shows such a dialog and waits for the user. Returns what QDialog::exec returns.
 int runModal(QDialog &dialog);
 
 /// Moves a window to the middle of a place, and wholly onto the screen there.

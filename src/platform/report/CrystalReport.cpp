@@ -33,7 +33,7 @@ const QString &CrystalReport::formula(int index) const
     return m_properties.formulas[checkedFormula(index)];
 }
 
-void CrystalReport::run()
+void CrystalReport::run(const report::Checkpoint &checkpoint)
 {
     if (!m_output)
         report::raise(report::errors::kOutput, u"Rapporten har ingen vei til skjerm og skriver."_s);
@@ -49,7 +49,8 @@ void CrystalReport::run()
         if (!formula.isEmpty())
             request.formulas.push_back(formula);
     }
-    auto document = std::make_shared<const report::Document>(report::makeReport(request));
+    auto document =
+        std::make_shared<const report::Document>(report::makeReport(request, checkpoint));
     if (m_properties.destination == Destination::Printer)
         m_output->print(*document);
     else

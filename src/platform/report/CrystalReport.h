@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/report/Checkpoint.h"
 #include "platform/report/ReportOutput.h"
 
 #include <QString>
@@ -61,9 +62,9 @@ public:
     /// raises kNoData, since no report file here holds data.
     void setSavedData(bool on) { m_properties.savedData = on; }
 
-    /// Lays the report out and shows or prints it. Raises a number of report::errors; nothing is
-    /// shown then.
-    void run();
+    /// Lays the report out, past the checkpoint, and shows or prints it. Raises a number of
+    /// report::errors; nothing is shown then. A checkpoint that sees the end of the control raises.
+    void run(const report::Checkpoint &checkpoint = {});
     /// Page zoom in per cent of the report shown by the last run. kOutput when there is none.
     void pageZoom(int percent);
     /// Brings the report shown by the last run to the front. kOutput when there is none.

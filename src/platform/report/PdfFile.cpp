@@ -40,7 +40,7 @@ QString reasonFor(const QString &path)
 }
 
 /// The pages alone, as Qt writes them; none when it refuses.
-QByteArray pagesOf(const Document &document)
+QByteArray pagesOf(const Document &document, const Checkpoint &checkpoint)
 {
     QBuffer bytes;
     bytes.open(QIODevice::WriteOnly);
@@ -54,6 +54,8 @@ QByteArray pagesOf(const Document &document)
     if (!painter.begin(&writer))
         return {};
     for (size_t page = 0; page < document.pages.size(); ++page) {
+        if (checkpoint)
+            checkpoint();
         if (page > 0)
             writer.newPage();
         paintPage(painter, document, static_cast<int>(page), kResolution / 25.4);
@@ -101,12 +103,12 @@ QByteArray completed(const QByteArray &pages, const QString &author)
 
 } // namespace
 
-void writePdf(const Document &document, const QString &path)
+void writePdf(const Document &document, const QString &path, const Checkpoint &checkpoint)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         raiseNotWritten(file);
-    const QByteArray pages = pagesOf(document);
+    const QByteArray pages = pagesOf(document, checkpoint);
     if (pages.isEmpty())
         raiseNotWritten(file);
     const QByteArray whole = completed(pages, document.author);

@@ -150,11 +150,11 @@ void replaceFormula(ReportFile &file, const QString &text)
     raise(errors::kFormula, u"Rapporten har ingen formel som heter «%1»."_s.arg(name));
 }
 
-Groups groupsOf(const ReportFile &file, Rows &rows)
+Groups groupsOf(const ReportFile &file, Rows &rows, const Checkpoint &checkpoint)
 {
     const auto count = static_cast<int>(file.groups.size());
     const Groups none(0, rows.count());
-    RowEnvironment environment(rows, none, 0);
+    RowEnvironment environment(rows, none, 0, checkpoint);
     Groups groups(count, rows.count());
     std::vector<Value> before(file.groups.size());
     for (int row = 0; row < rows.count(); ++row) {
@@ -212,7 +212,7 @@ QString statementFor(const Query &query, const QString &selection)
 
 } // namespace
 
-Document makeReport(const Request &request)
+Document makeReport(const Request &request, const Checkpoint &checkpoint)
 {
     ReportFile file = readReportFile(request.file);
     for (const QString &formula : request.formulas)
@@ -224,8 +224,8 @@ Document makeReport(const Request &request)
     if (rows.count() == 0)
         raise(errors::kNoData, u"Utvalget gir ingen rader."_s);
 
-    const Groups groups = groupsOf(file, rows);
-    RowEnvironment environment(rows, groups, slotCount);
+    const Groups groups = groupsOf(file, rows, checkpoint);
+    RowEnvironment environment(rows, groups, slotCount, checkpoint);
     dropUnshownFooters(file, environment);
     Pictures pictures;
     Document document;

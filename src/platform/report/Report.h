@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/report/Checkpoint.h"
 #include "platform/report/Document.h"
 
 #include <QString>
@@ -17,8 +18,8 @@ struct Request
     std::vector<QString> formulas; ///< "Name=expression", in place of the file's own
 };
 
-/// Reads the file, asks the data source for the selected rows, and lays out the pages. Raises a
-/// number of report::errors.
-[[nodiscard]] Document makeReport(const Request &request);
+/// Reads the file, asks the data source for the selected rows, and lays out the pages, past the
+/// checkpoint. Raises a number of report::errors.
+[[nodiscard]] Document makeReport(const Request &request, const Checkpoint &checkpoint = {});
 
 } // namespace report

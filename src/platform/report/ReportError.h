@@ -15,6 +15,7 @@ inline constexpr int kFormula = 20515;      ///< a formula or the selection is b
 inline constexpr int kNoData = 20518;       ///< the selection leaves no rows
 inline constexpr int kDataSource = 20536;   ///< the data source, or the query on it, failed
 inline constexpr int kOutput = 20545;       ///< nothing to show or print, or the output failed
+inline constexpr int kCancelled = 20546;    ///< the user wants no more of it; nothing to be told
 } // namespace errors
 
 [[noreturn]] void raise(int number, const QString &text);

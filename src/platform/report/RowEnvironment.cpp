@@ -10,6 +10,8 @@ namespace report {
 
 namespace {
 
+constexpr unsigned kLooksBetween = 16; // each costs less than the checkpoint itself
+
 bool isSame(const Span &a, const Span &b)
 {
     return a.first == b.first && a.end == b.end && a.serial == b.serial;
@@ -24,10 +26,17 @@ Value average(const Value &sum, int count)
 
 } // namespace
 
-RowEnvironment::RowEnvironment(Rows &rows, const Groups &groups, int slotCount)
+RowEnvironment::RowEnvironment(Rows &rows, const Groups &groups, int slotCount,
+                               Checkpoint checkpoint)
     : m_rows(rows), m_groups(groups), m_totals(static_cast<size_t>(slotCount)),
-      m_own(groups.whole()), m_now(Clock::current().now())
+      m_own(groups.whole()), m_now(Clock::current().now()), m_checkpoint(std::move(checkpoint))
 {
+}
+
+void RowEnvironment::pass()
+{
+    if (m_looks++ % kLooksBetween == 0 && m_checkpoint)
+        m_checkpoint();
 }
 
 Value RowEnvironment::special(Special special)
@@ -81,6 +90,7 @@ void RowEnvironment::advance(Total &total, const Expr &expr, int end)
 {
     const int row = m_row;
     for (; total.next < end; ++total.next) {
+        pass();
         m_row =
             total.span.picked ? (*total.span.picked)[static_cast<size_t>(total.next)] : total.next;
         if (expr.once.isEmpty() || m_groups.span(expr.onceScope, m_row).first == m_row)

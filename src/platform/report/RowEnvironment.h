@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/report/Checkpoint.h"
 #include "platform/report/Evaluator.h"
 #include "platform/report/Groups.h"
 #include "platform/report/Rows.h"
@@ -18,9 +19,14 @@ class RowEnvironment : public Environment
 {
 public:
     /// Rows and groups are not owned. `slotCount` is the number of aggregates in the report.
-    RowEnvironment(Rows &rows, const Groups &groups, int slotCount);
+    /// Whoever goes from row to row passes the checkpoint, which may be empty.
+    RowEnvironment(Rows &rows, const Groups &groups, int slotCount, Checkpoint checkpoint);
 
-    void setRow(int row) { m_row = row; }
+    void setRow(int row)
+    {
+        pass();
+        m_row = row;
+    }
     [[nodiscard]] int row() const { return m_row; }
     /// The rows of the band in hand.
     void setOwnSpan(const Span &span) { m_own = span; }
@@ -43,6 +49,7 @@ private:
         Value sum; ///< the least or the greatest one for Min and Max
     };
 
+    void pass();
     void advance(Total &total, const Expr &expr, int end);
     void take(Total &total, const Expr &expr);
 
@@ -53,6 +60,8 @@ private:
     int m_row = 0;
     int m_page = 1;
     QDateTime m_now; // of the report
+    const Checkpoint m_checkpoint;
+    unsigned m_looks = 0; // at rows
 };
 
 } // namespace report

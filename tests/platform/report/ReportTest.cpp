@@ -78,6 +78,44 @@ TEST_F(MakeReportTest, ErrorNumbers)
               errors::kDataSource);
 }
 
+TEST_F(MakeReportTest, TheCheckpointIsPassedAgainAndAgain)
+{
+    addOrder(1003, 200);
+    const auto passed = [this](const QByteArray &bands) {
+        int times = 0;
+        const Request request{written(u"Lang.rpt"_s, lineReport(bands)), dsn(), {}, {}};
+        static_cast<void>(makeReport(request, [&] { ++times; }));
+        return times;
+    };
+    const int filling = passed(kDetail);
+    EXPECT_GT(filling, 10);
+    // A sum alone looks at every row.
+    const int summing = passed("<reportHeader height=\"5\"><text x=\"0\" y=\"0\" width=\"90\" "
+                               "height=\"5\" value=\"Sum({OrdreLinjer.SumNetto})\"/>"
+                               "</reportHeader>" +
+                               kDetail);
+    EXPECT_GT(summing, filling + 10);
+}
+
+TEST_F(MakeReportTest, WhatTheCheckpointRaisesEndsTheReport)
+{
+    addOrder(1003, 200);
+    int times = 0;
+    const Request request{written(u"Lang.rpt"_s, lineReport(kDetail)), dsn(), {}, {}};
+    const auto cancel = [&] {
+        if (++times == 3)
+            raise(errors::kCancelled, {});
+    };
+    int error = 0;
+    try {
+        static_cast<void>(makeReport(request, cancel));
+    } catch (const RunTimeError &raised) {
+        error = raised.number();
+    }
+    EXPECT_EQ(error, errors::kCancelled);
+    EXPECT_EQ(times, 3);
+}
+
 TEST_F(MakeReportTest, ASelectionThatIsBrokenShowsItself)
 {
     EXPECT_EQ(errorOf(lineReport(kDetail), u"{Ordre.OrdreNr}=12 A"_s).description(),
