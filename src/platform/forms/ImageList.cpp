@@ -2,6 +2,7 @@
 
 #include "runtime/RunTimeError.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QPainter>
 #include <QSvgRenderer>
@@ -18,6 +19,32 @@ constexpr int kElementNotFound = 35601;
 constexpr int kKeyNotUnique = 35602;
 constexpr int kHighestPixelRatio = 3;
 
+/// A picture of the program's own, in one size.
+struct OwnPicture
+{
+    QString file;
+    QSize size;
+
+    friend bool operator==(const OwnPicture &, const OwnPicture &) = default;
+    friend size_t qHash(const OwnPicture &picture, size_t seed)
+    {
+        return qHashMulti(seed, picture.file, picture.size.width(), picture.size.height());
+    }
+};
+
+QHash<OwnPicture, QIcon> ownIcons;
+
+/// The icons go ahead of the application object.
+QIcon &ownIcon(const OwnPicture &picture)
+{
+    constexpr auto atTheEnd = [] { ownIcons.clear(); };
+    if (ownIcons.isEmpty()) {
+        qRemovePostRoutine(atTheEnd);
+        qAddPostRoutine(atTheEnd);
+    }
+    return ownIcons[picture];
+}
+
 } // namespace
 
 void ImageList::add(const QString &key, const QString &file)
@@ -26,7 +53,7 @@ void ImageList::add(const QString &key, const QString &file)
     if (!source.open(QIODevice::ReadOnly))
         throw RunTimeError(errors::kFileNotFound);
     const QByteArray bytes = source.readAll();
-    Picture picture{key, {}, {}, {}};
+    Picture picture{key, file, {}, {}, {}};
     const bool isSvg = bytes.trimmed().startsWith('<');
     if (isSvg)
         picture.svg = bytes;
@@ -67,7 +94,9 @@ QPixmap ImageList::picture(const QString &key, qreal pixelRatio) const
 
 QIcon ImageList::icon(int index) const
 {
-    QIcon &icon = at(index).icon;
+    const Picture &known = at(index);
+    const bool isOwn = known.file.startsWith(u':');
+    QIcon &icon = isOwn ? ownIcon({known.file, m_size}) : known.icon;
     if (icon.isNull()) {
         for (int ratio = 1; ratio <= kHighestPixelRatio; ++ratio)
             icon.addPixmap(picture(index, ratio));

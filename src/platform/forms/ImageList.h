@@ -33,7 +33,8 @@ public:
     [[nodiscard]] QPixmap picture(const QString &key, qreal pixelRatio = 1) const;
 
     /// The same pictures as icons, which hold them for pixel ratios 1, 2 and 3. One that is asked
-    /// for again is the same one: what is drawn of it for a button is kept by Qt for each icon.
+    /// for again is the same one: what is drawn of it for a button is kept by Qt for each icon. Of
+    /// a resource there is one icon of each size for all lists.
     [[nodiscard]] QIcon icon(int index) const;
     [[nodiscard]] QIcon icon(const QString &key) const;
 
@@ -41,6 +42,7 @@ private:
     struct Picture
     {
         QString key;
+        QString file;
         QByteArray svg;
         QImage image;       ///< instead, where the file is no SVG picture
         mutable QIcon icon; ///< drawn when it is first asked for

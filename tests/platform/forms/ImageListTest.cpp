@@ -117,6 +117,21 @@ TEST_F(Pictures, AddingWhatCannotBeShownIsAnError)
     EXPECT_EQ(list.count(), 1);
 }
 
+TEST_F(Pictures, TheProgramsOwnIconIsTheSameInAllLists)
+{
+    // Screens come and go with lists of their own.
+    const QString own = u":/qt-project.org/styles/commonstyle/images/up-32.png"_s;
+    const auto iconOf = [](const QString &file, QSize size) {
+        ImageList other(size);
+        other.add({}, file);
+        return other.icon(1).cacheKey();
+    };
+    EXPECT_EQ(iconOf(own, {16, 16}), iconOf(own, {16, 16}));
+    EXPECT_NE(iconOf(own, {16, 16}), iconOf(own, {32, 32}));
+    const QString file = svg(u"r.svg"_s, u"#ff0000"_s);
+    EXPECT_NE(iconOf(file, {16, 16}), iconOf(file, {16, 16})) << "it may be another picture by now";
+}
+
 TEST_F(Pictures, AnIconIsMadeOnce)
 {
     list.add(u"Stop"_s, svg(u"r.svg"_s, u"#ff0000"_s));
