@@ -9,6 +9,8 @@
 #include "state/SharedState.h"
 #include "support/SettingsFolder.h"
 
+#include <QScreen>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -173,6 +175,29 @@ TEST_F(SkjermTest, ASizeThatNoScreenHasIsCut)
         store(u"FWidth"_s, twips);
         store(u"FHeight"_s, twips);
         EXPECT_EQ(placeFor(*form).size(), QSize(150000, 150000));
+    }
+}
+
+TEST_F(SkjermTest, AStoredSizeOfAnyNumberComesUpWithinTheScreens)
+{
+    const QString stored[] = {u"2000000000"_s,  u"150000"_s, u"99999999999"_s, u"0"_s,
+                              u"-2000000000"_s, u"tull"_s,   u""_s,            u"12x"_s};
+    for (const QString &twips : stored) {
+        SCOPED_TRACE(twips.toStdString());
+        store(u"FWidth"_s, twips);
+        store(u"FHeight"_s, twips);
+        auto *form = new RecordingForm;
+        form->setMinimumTwips(4000, 4000);
+        (void)placeFor(*form);
+        form->show();
+        runEvents();
+        const QSize all = form->screen()->virtualSize();
+        EXPECT_LE(form->width(), all.width());
+        EXPECT_LE(form->height(), all.height());
+        EXPECT_GE(form->width(), form->minimumWidth());
+        EXPECT_GE(form->height(), form->minimumHeight());
+        form->unload();
+        runEvents();
     }
 }
 

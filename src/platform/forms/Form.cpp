@@ -118,8 +118,8 @@ void Form::setVisible(bool visible)
     } else {
         if (m_kind != FormKind::Screen)
             belongToActiveWindow();
-        else if (testAttribute(Qt::WA_Moved)) // a stored place may be that of a larger screen
-            putOnScreen(*this, kCommonFrame);
+        else if (testAttribute(Qt::WA_Moved))
+            comeBackOnScreen();
         QWidget::setVisible(true);
     }
     activateWindow();
@@ -329,6 +329,13 @@ void Form::belongToActiveWindow()
     winId();
     windowHandle()->setTransientParent(owner && owner != this ? owner->windowHandle() : nullptr);
     centreOverOwner();
+}
+
+/// A stored place may be that of a larger screen, and of a spoilt file one that no screen has.
+void Form::comeBackOnScreen()
+{
+    resize(size().boundedTo(screen()->virtualSize()));
+    putOnScreen(*this, kCommonFrame);
 }
 
 void Form::becomeActive()

@@ -131,6 +131,7 @@ private:
     };
 
     void belongToActiveWindow();
+    void comeBackOnScreen();
     void becomeActive();
     bool previewKey(QKeyEvent *event);
     bool pressCommand(QKeyCombination key);
