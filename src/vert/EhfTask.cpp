@@ -2,6 +2,7 @@
 
 #include "output/EhfFil.h"
 #include "runtime/RunTimeError.h"
+#include "runtime/WholeFile.h"
 #include "vert/HostError.h"
 #include "vert/Invoices.h"
 #include "vert/OutputFile.h"
@@ -32,7 +33,7 @@ void writeEhf(int orderNumber, const QString &target, bool replace)
     const QByteArray document = ehfDocument(orderNumber);
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly) || file.write(document) != document.size() ||
-        !file.commit()) {
+        !commitWhole(file)) {
         throw HostError(u"filen %1 lot seg ikke skrive"_s.arg(target));
     }
 }

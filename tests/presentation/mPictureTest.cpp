@@ -2,11 +2,10 @@
 
 #include "presentation/mPicture.h"
 #include "runtime/Paths.h"
+#include "support/FileSizeLimit.h"
 
 #include <QDir>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace {
@@ -186,15 +185,8 @@ TEST_F(MPictureTest, AFileThatCannotBeWrittenIsPassedOver)
 TEST_F(MPictureTest, APartOfALogoIsNotTakenForIt)
 {
     putLogo(QByteArray(1'000'000, 'x'));
-    rlimit before{};
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto handler = ::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{400'000, before.rlim_max};
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    const QString path = LesLogo();
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
-    ::signal(SIGXFSZ, handler);
-    EXPECT_EQ(path, TempMappe() + u"output.bin"_s);
+    const FileSizeLimit limit(400'000);
+    EXPECT_EQ(LesLogo(), TempMappe() + u"output.bin"_s);
     EXPECT_FALSE(QFileInfo::exists(logoFile()));
 }
 

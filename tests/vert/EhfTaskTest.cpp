@@ -1,3 +1,5 @@
+#include "platform/ado/Connection.h"
+#include "platform/ado/Recordset.h"
 #include "vert/HostTest.h"
 
 #include <QDir>
@@ -55,6 +57,24 @@ TEST_F(EhfTaskTest, InvoiceBecomesAFile)
     EXPECT_TRUE(bytes.contains("<cbc:ID>1048</cbc:ID>"));
     const QString amount = single(u"SELECT SumBrutto FROM Ordre WHERE OrdreNr=1048"_s);
     EXPECT_TRUE(bytes.contains("<cbc:PayableAmount currencyID=\"NOK\">" + amount.toLatin1() + '<'));
+}
+
+TEST_F(EhfTaskTest, AFullDiskIsToldAndLeavesTheFormerFile)
+{
+    // While somebody has the database open the host makes no file beside it.
+    ado::Connection other;
+    other.open(u"dsn="_s + path(u"demo.db"_s));
+    static_cast<void>(other.openSchema(ado::SchemaList::Columns));
+    write(u"faktura.xml"_s, "fra i fjor");
+    const QStringList before = links();
+    const Outcome outcome = start(
+        u"/bin/sh"_s, {u"-c"_s,
+                       u"trap '' XFSZ; ulimit -f 8; exec \"$0\" --dsn demo.db --ehf 1048 --ut "
+                       u"faktura.xml --erstatt"_s,
+                       programFile()});
+    expectRefusal(outcome, 1, u"lot seg ikke skrive"_s);
+    EXPECT_EQ(content(u"faktura.xml"_s), "fra i fjor");
+    EXPECT_EQ(links(), before);
 }
 
 TEST_F(EhfTaskTest, NegativeSumBecomesACreditNote)

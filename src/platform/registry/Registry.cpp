@@ -2,6 +2,7 @@
 
 #include "platform/registry/IniFile.h"
 #include "platform/registry/KeyPath.h"
+#include "runtime/WholeFile.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -190,9 +191,8 @@ bool replaceFile(const QString &path, const QByteArray &bytes)
     if (bytes.size() > kLargestFile)
         return false;
     QSaveFile file(path);
-    // Without the flush, commit() would not notice that what lay in the buffer found no room.
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
-           file.commit();
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() &&
+           commitWhole(file);
 }
 
 /// Lets `change(Loaded &)` alter the file of settings as it stands now. When that returns

@@ -2,6 +2,7 @@
 
 #include "platform/report/Painter.h"
 #include "platform/report/ReportError.h"
+#include "runtime/WholeFile.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -112,7 +113,7 @@ void writePdf(const Document &document, const QString &path, const Checkpoint &c
     if (pages.isEmpty())
         raiseNotWritten(file);
     const QByteArray whole = completed(pages, document.author);
-    if (file.write(whole) != whole.size() || !file.commit())
+    if (file.write(whole) != whole.size() || !commitWhole(file))
         raiseNotWritten(file);
 }
 

@@ -3,7 +3,9 @@
 #include "platform/report/PdfFile.h"
 #include "platform/report/Support.h"
 #include "platform/report/Typesetting.h"
+#include "support/FileSizeLimit.h"
 
+#include <QDir>
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QFontMetricsF>
@@ -159,6 +161,27 @@ TEST_F(PainterTest, WritesAPdfOfThePapersSize)
     EXPECT_TRUE(pdf.contains("/CreationDate"));
     EXPECT_TRUE(QString::fromLatin1(pdf).contains(QRegularExpression(u"/BaseFont /[A-Z]{6}\\+"_s)))
         << "a subset says so";
+}
+
+TEST_F(PainterTest, APdfThatFindsNoRoomLeavesTheFormerFile)
+{
+    Document document = blank();
+    document.pages[0].texts.push_back({QPointF(50, 60), 0, 0, u"Takk"_s});
+    const QString path = folder() + u"/ut.pdf"_s;
+    writePdf(document, path);
+    const qint64 whole = QFileInfo(path).size();
+    const QString former = written(u"ut.pdf"_s, "fra i fjor");
+    ASSERT_EQ(former, path);
+    const QStringList files = QDir(folder()).entryList(QDir::Files);
+    for (qint64 room = 0; room < whole && !HasFailure(); room += 97) {
+        SCOPED_TRACE(room);
+        {
+            const FileSizeLimit limit(static_cast<rlim_t>(room));
+            EXPECT_EQ(passOver([&] { writePdf(document, path); }), errors::kOutput);
+        }
+        EXPECT_EQ(QFileInfo(path).size(), 10);
+        EXPECT_EQ(QDir(folder()).entryList(QDir::Files), files);
+    }
 }
 
 TEST_F(PainterTest, APdfThatCannotBeWrittenTellsWhy)

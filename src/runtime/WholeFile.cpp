@@ -1,0 +1,8 @@
+#include "runtime/WholeFile.h"
+
+#include <QSaveFile>
+
+bool commitWhole(QSaveFile &file)
+{
+    return file.flush() && file.commit();
+}
