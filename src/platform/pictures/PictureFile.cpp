@@ -136,6 +136,8 @@ void savePicture(const QImage &picture, const QString &systemPath)
         onPaper.fill(Qt::white);
         QPainter(&onPaper).drawImage(onPaper.rect(), picture);
     }
-    if (!onPaper.save(systemPath, "BMP"))
+    QFile file(systemPath);
+    // Without the flush nobody would notice that the end of it found no room on the disk.
+    if (!file.open(QIODevice::WriteOnly) || !onPaper.save(&file, "BMP") || !file.flush())
         throw RunTimeError(errors::kPathAccess);
 }

@@ -3,6 +3,7 @@
 #include "platform/pictures/Metafile.h"
 #include "platform/pictures/PictureBytes.h"
 #include "runtime/RunTimeError.h"
+#include "support/FileSizeLimit.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -369,6 +370,20 @@ TEST_F(PictureFiles, SavingOverwrites)
     image.fill(Qt::black);
     savePicture(image, path(u"ut.bmp"_s));
     EXPECT_EQ(content(u"ut.bmp"_s).size(), 58);
+}
+
+TEST_F(PictureFiles, SavingWithoutRoomIsAnError)
+{
+    QImage image(60, 40, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    savePicture(image, path(u"ut.bmp"_s));
+    const qsizetype whole = content(u"ut.bmp"_s).size();
+    for (qsizetype room = 0; room < whole; room += 333) {
+        const FileSizeLimit limit(static_cast<rlim_t>(room));
+        EXPECT_EQ(passOver([&] { savePicture(image, path(u"ut.bmp"_s)); }), 75) << room;
+    }
+    savePicture(image, path(u"ut.bmp"_s));
+    EXPECT_EQ(content(u"ut.bmp"_s).size(), whole);
 }
 
 TEST_F(PictureFiles, WhatCannotBeSavedIsAnError)
