@@ -155,6 +155,26 @@ TEST_F(DiskFaultTest, SyncThatFailsAtAnyStatementOfASave)
     }
 }
 
+TEST_F(DiskFaultTest, LongListsAreSortedWithoutTheTemporaryFolder)
+{
+    constexpr int kMany = 30'000; // more than SQLite keeps of a file in memory
+    ASSERT_EQ(startModule(m_file.connectionString()), 1);
+    gConn->beginTrans();
+    for (int nr = 1; nr <= kMany; ++nr)
+        gConn->execute(u"INSERT INTO Produkt (KlientNr,ProduktNr,ProduktNavn) VALUES (5,'%1',"
+                       u"'Kjøring med lang tekst, nummer %2 av mange')"_s.arg(nr)
+                           .arg(nr * 7919 % kMany));
+    gConn->commitTrans();
+    m_disk.refuseTemporary();
+    const Ref<ado::Recordset> sorted =
+        gDB->GetRS(u"SELECT * FROM Produkt ORDER BY ProduktNavn"_s, true);
+    EXPECT_EQ(gDB->LastError(), QString());
+    ASSERT_TRUE(sorted);
+    EXPECT_EQ(sorted->recordCount(), kMany);
+    EXPECT_TRUE(gDB->Execute(u"UPDATE Produkt SET ProduktNavn='Alle like'"_s));
+    EXPECT_EQ(gDB->LastError(), QString());
+}
+
 TEST_F(DiskFaultTest, DiskFullAtAnyChangeOfTheFirstStart)
 {
     const auto makeParentsDatabase = [this] {

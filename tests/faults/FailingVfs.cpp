@@ -37,6 +37,7 @@ struct Allowance
 Allowance bytesAllowed;
 Allowance changesAllowed;
 Allowance syncsAllowed;
+bool temporaryAllowed = true;
 
 sqlite3_vfs *machine = nullptr;
 
@@ -129,6 +130,11 @@ const sqlite3_io_methods methods{
 
 int openFile(sqlite3_vfs *, const char *name, sqlite3_file *file, int flags, int *actual)
 {
+    const bool temporary = !name;
+    if (temporary && !temporaryAllowed) {
+        file->pMethods = nullptr;
+        return SQLITE_FULL;
+    }
     const int code = machine->xOpen(machine, name, own(file), flags, actual);
     // What the machine has not opened is not to be closed.
     file->pMethods = own(file)->pMethods ? &methods : nullptr;
@@ -172,9 +178,15 @@ void FailingVfs::failSyncAfter(qint64 count, int code)
     syncsAllowed.limit(count, code);
 }
 
+void FailingVfs::refuseTemporary()
+{
+    temporaryAllowed = false;
+}
+
 void FailingVfs::mend()
 {
     bytesAllowed = changesAllowed = syncsAllowed = {};
+    temporaryAllowed = true;
 }
 
 qint64 FailingVfs::bytes() const

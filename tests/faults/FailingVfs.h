@@ -24,6 +24,8 @@ public:
     void failAfter(qint64 changes, int code);
     /// The same for syncs alone.
     void failSyncAfter(qint64 syncs, int code);
+    /// The temporary folder takes no file.
+    void refuseTemporary();
     /// All is well again.
     void mend();
 

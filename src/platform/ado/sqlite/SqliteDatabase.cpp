@@ -141,6 +141,8 @@ void SqliteDatabase::configure()
     }
     sqlite3_limit(handle(), SQLITE_LIMIT_ATTACHED, 0);
     sqlite3_busy_handler(handle(), waitForLock, nullptr);
+    // A temporary folder without room must not empty the lists that are sorted there.
+    run("PRAGMA temp_store=MEMORY");
     addNorwegianCollation(handle());
     addFunctions(handle());
 }

@@ -84,6 +84,8 @@ constexpr Meaning kMeanings[] = {
     {SQLITE_MISMATCH, errors::kTypeMismatch, u"Verdien passer ikke til feltets type."},
     {SQLITE_TOOBIG, errors::kOutOfRange, u"Verdien er for stor for databasen."},
     {SQLITE_FULL, errors::kUnspecified, u"Disken er full; endringen er ikke lagret."},
+    {SQLITE_IOERR_SHMSIZE, errors::kUnspecified,
+     u"Disken er full; det er ikke plass til låsefilen ved siden av databasen."},
     {SQLITE_CORRUPT, errors::kUnspecified, u"Databasefilen er skadet."},
     {SQLITE_NOTADB, errors::kUnspecified, u"Filen er ingen database."},
     {SQLITE_CANTOPEN, errors::kUnspecified, u"Databasefilen kan ikke åpnes."},
@@ -99,13 +101,13 @@ RunTimeError sqliteError(int extendedCode, const QString &message)
         return generalError(message);
     if (code == SQLITE_CONSTRAINT)
         return constraintError(extendedCode, message);
-    if (code == SQLITE_IOERR)
-        return {errors::kUnspecified,
-                u"Databasefilen kan ikke leses eller skrives (feil %1)."_s.arg(extendedCode)};
     for (const Meaning &meaning : kMeanings) {
         if (meaning.code == extendedCode || meaning.code == code)
             return {meaning.number, meaning.text.toString()};
     }
+    if (code == SQLITE_IOERR)
+        return {errors::kUnspecified,
+                u"Databasefilen kan ikke leses eller skrives (feil %1)."_s.arg(extendedCode)};
     return {errors::kUnspecified,
             u"Databasen meldte feil %1 (%2)."_s.arg(extendedCode).arg(message)};
 }

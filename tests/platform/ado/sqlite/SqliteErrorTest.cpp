@@ -84,4 +84,10 @@ TEST(SqliteError, NamesTheColumnsOfTheConstraint)
         text(SQLITE_CONSTRAINT_CHECK, u"CHECK constraint failed: Nr range"_s).contains(u"«Nr»"));
 }
 
+TEST(SqliteError, AFullDiskIsToldAsOneEvenBesideTheFile)
+{
+    for (const int code : {SQLITE_FULL, SQLITE_IOERR_SHMSIZE})
+        EXPECT_TRUE(sqliteError(code, {}).description().startsWith(u"Disken er full;")) << code;
+}
+
 } // namespace ado::test
