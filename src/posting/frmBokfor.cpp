@@ -30,8 +30,10 @@ constexpr int kHoyrestilt = 1;
 constexpr int kAvkryssing = 10;     // the check cell's type
 constexpr qint32 kKontoliste = 150; // pixels
 constexpr qint32 kLoyveliste = 200;
-constexpr int kVedTeksten = 30;        // pixels of frame and arrow
-constexpr qint64 kMaleintervall = 200; // milliseconds
+constexpr int kVedTeksten = 30; // pixels of frame and arrow
+// Milliseconds.
+constexpr qint64 kMaleintervall = 200;
+constexpr qint64 kSieintervall = 5000;
 constexpr QStringView kStandardKonto = u"3000";
 constexpr QStringView kUtenLoyve = u"<nei>";
 
@@ -77,9 +79,14 @@ public:
         if (!std::exchange(m_viserFramdrift, true)) {
             QApplication::setOverrideCursor(Qt::WaitCursor);
             m_malt = now;
+            m_sagt = now.addMSecs(-kSieintervall);
         }
         QLabel &fot = *m_form->m_ui->lblFramdrift;
         fot.setText(u"%1 av %2"_s.arg(behandlet).arg(merket));
+        if (qAbs(m_sagt.msecsTo(now)) >= kSieintervall) {
+            m_form->announce(fot.text());
+            m_sagt = now;
+        }
         if (qAbs(m_malt.msecsTo(now)) < kMaleintervall) {
             fot.repaint();
             return;
@@ -117,13 +124,16 @@ private:
         if (!std::exchange(m_viserFramdrift, false))
             return;
         QApplication::restoreOverrideCursor();
-        if (m_form)
-            m_form->m_ui->lblFramdrift->clear();
+        if (!m_form)
+            return;
+        m_form->m_ui->lblFramdrift->clear();
+        m_form->setAccessibleDescription({});
     }
 
     const QPointer<frmBokfor> m_form;
     const Rapport m_rapport;
     QDateTime m_malt; ///< when the whole window was painted last
+    QDateTime m_sagt; ///< when a screen reader was told last how far the run is
     bool m_viserFramdrift = false;
 };
 

@@ -26,6 +26,14 @@ private:
     QString m_text;
 };
 
+/// A second goes by each time it is asked.
+struct RunningClock : Clock
+{
+    QDateTime now() const override { return start.addSecs(++seconds); }
+    const QDateTime start = QDateTime(QDate(2014, 12, 31), QTime(9, 0));
+    mutable int seconds = 0;
+};
+
 } // namespace
 
 // --- The run
@@ -156,13 +164,7 @@ TEST_F(FrmBokforTest, TheWindowStaysPaintedDuringTheRun)
     clickCell(kBokfor, 5);
     runEvents();
 
-    /// A second goes by each time it is asked.
-    struct RunningClock : Clock
-    {
-        QDateTime now() const override { return start.addSecs(++seconds); }
-        const QDateTime start = QDateTime(QDate(2014, 12, 31), QTime(9, 0));
-        mutable int seconds = 0;
-    } clock;
+    RunningClock clock;
     const ScopedClock scope(clock);
     /// Counts what is painted of a widget.
     struct Paintings : QObject
@@ -183,6 +185,26 @@ TEST_F(FrmBokforTest, TheWindowStaysPaintedDuringTheRun)
     transfer();
     ASSERT_EQ(counts.size(), 5u);
     EXPECT_EQ(counts.back() - counts.front(), 4) << "once for each invoice";
+}
+
+TEST_F(FrmBokforTest, AScreenReaderHearsNowAndThenHowFarTheRunIs)
+{
+    enterMany(12);
+    open();
+    click(control<QCheckBox>(u"Check1"_s));
+    clickCell(kBokfor, 12);
+    clickCell(kBokfor, 12);
+    RunningClock clock;
+    const ScopedClock scope(clock);
+    QStringList told;
+    nekt = [&](const QString &) {
+        const QString text = form()->accessibleDescription();
+        if (!text.isEmpty() && !told.endsWith(text))
+            told += text;
+    };
+    transfer();
+    EXPECT_EQ(told, (QStringList{u"0 av 12"_s, u"5 av 12"_s, u"10 av 12"_s}));
+    EXPECT_EQ(form()->accessibleDescription(), QString()) << "the run is over";
 }
 
 TEST_F(FrmBokforTest, WhatWaitsInTheEventLoopWaitsUntilTheRunIsOver)
