@@ -1,19 +1,11 @@
 #include "vert/Contrast.h"
-
 #include "platform/forms/ImageList.h"
-#include "vert/Component.h"
-#include "vert/HostError.h"
-#include "vert/ScreenTour.h"
+#include "vert/DesktopTest.h"
 
 #include <QApplication>
 #include <QPalette>
-#include <QTemporaryDir>
-#include <QWidget>
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -59,52 +51,19 @@ QPalette paletteOf(const Desktop &desktop)
     return palette;
 }
 
-class ContrastTest : public ::testing::TestWithParam<Desktop>
+class ContrastTest : public DesktopTest, public ::testing::WithParamInterface<Desktop>
 {
 protected:
-    ContrastTest()
-    {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        m_application = std::make_unique<QApplication>(m_argc, m_argv);
-        QApplication::setStyle(u"Fusion"_s);
-        QApplication::setPalette(paletteOf(GetParam()));
-    }
-
-private:
-    int m_argc = 1;
-    char m_name[19] = "vert_desktops_test";
-    char *m_argv[2] = {m_name, nullptr};
-    std::unique_ptr<QApplication> m_application;
+    ContrastTest() { QApplication::setPalette(paletteOf(GetParam())); }
 };
 
-/// Goes on the tour, and looks at every window that is open when a picture is taken.
 TEST_P(ContrastTest, EveryTextOfTheTourCanBeRead)
 {
-    QTemporaryDir folder;
-    Options options;
-    options.aar = 2014;
-    options.mappe = folder.path();
-    QStringList found;
     int looked = 0;
-    const auto look = [&](const QString &told) {
-        const QString picture = told.section(u'/', -1);
-        if (!picture.endsWith(u".png"_s))
-            return;
-        for (QWidget *window : QApplication::topLevelWidgets()) {
-            if (!window->isVisible())
-                continue;
-            looked += textsIn(*window);
-            for (const QString &text : hardToRead(*window))
-                found += picture + u' ' + text;
-        }
-    };
-    Component component(QStringLiteral(FAKTURA_FILE));
-    try {
-        screentour::run(component, options, look);
-    } catch (const HostError &error) {
-        ADD_FAILURE() << error.line().toStdString();
-    }
-    found.removeDuplicates();
+    const QStringList found = foundOnTour([&](QWidget &window) {
+        looked += textsIn(window);
+        return hardToRead(window);
+    });
     EXPECT_TRUE(found.isEmpty()) << found.join(u'\n').toStdString();
     EXPECT_GT(looked, 1000);
 }

@@ -1,20 +1,13 @@
-#include "vert/Component.h"
-#include "vert/HostError.h"
-#include "vert/ScreenTour.h"
+#include "vert/DesktopTest.h"
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QFile>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QTableView>
-#include <QTemporaryDir>
 
-#include <gtest/gtest.h>
-
-#include <memory>
 #include <string>
 
 using namespace Qt::StringLiterals;
@@ -109,67 +102,30 @@ void PrintTo(const Desktop &desktop, std::ostream *out)
     *out << desktop.points << " points at " << desktop.percent << " percent";
 }
 
-/// Goes on the tour with those letters.
-class LettersTest : public ::testing::TestWithParam<Desktop>
+class LettersTest : public DesktopTest, public ::testing::WithParamInterface<Desktop>
 {
 protected:
-    LettersTest()
+    // In the pixels that a program sees where each of them is drawn larger.
+    LettersTest() : DesktopTest(QSize(1366, 768) * 100 / GetParam().percent)
     {
-        QFile screens(m_folder.filePath(u"skjermer.json"_s));
-        EXPECT_TRUE(screens.open(QIODevice::WriteOnly));
-        // In the pixels that a program sees where each of them is drawn larger.
-        screens.write(
-            u"{\"screens\":[{\"name\":\"skjerm\",\"x\":0,\"y\":0,\"width\":%1,\"height\":%2,"
-            "\"logicalDpi\":96,\"logicalBaseDpi\":96,\"dpr\":1}]}"_s
-                .arg(1366 * 100 / GetParam().percent)
-                .arg(768 * 100 / GetParam().percent)
-                .toUtf8());
-        screens.close();
-        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(screens.fileName()));
-        m_application = std::make_unique<QApplication>(m_argc, m_argv);
-        QApplication::setStyle(u"Fusion"_s);
         QFont font = QApplication::font();
         font.setPointSize(GetParam().points);
         QApplication::setFont(font);
     }
-
-    QTemporaryDir m_folder;
-
-private:
-    int m_argc = 1;
-    char m_name[19] = "vert_desktops_test";
-    char *m_argv[2] = {m_name, nullptr};
-    std::unique_ptr<QApplication> m_application;
 };
 
 TEST_P(LettersTest, NothingIsCutOnTheTour)
 {
-    Options options;
-    options.aar = 2014;
-    options.mappe = m_folder.filePath(u"tur"_s);
-    QStringList found;
     int looked = 0;
-    const auto look = [&](const QString &told) {
-        const QString picture = told.section(u'/', -1);
-        if (!picture.endsWith(u".png"_s))
-            return;
-        for (const QWidget *window : QApplication::topLevelWidgets()) {
-            if (!window->isVisible() || !window->objectName().startsWith(u"frm"_s))
-                continue;
-            ++looked;
-            for (const QString &text : Cut(*window).found)
-                found += picture + u' ' + text;
-            if (!window->screen()->geometry().contains(window->geometry()))
-                found += picture + u' ' + window->objectName() + u" goes beyond the screen"_s;
-        }
-    };
-    Component component(QStringLiteral(FAKTURA_FILE));
-    try {
-        screentour::run(component, options, look);
-    } catch (const HostError &error) {
-        ADD_FAILURE() << error.line().toStdString();
-    }
-    found.removeDuplicates();
+    const QStringList found = foundOnTour([&](const QWidget &window) {
+        if (!window.objectName().startsWith(u"frm"_s))
+            return QStringList();
+        ++looked;
+        QStringList cut = Cut(window).found;
+        if (!window.screen()->geometry().contains(window.geometry()))
+            cut += window.objectName() + u" goes beyond the screen"_s;
+        return cut;
+    });
     EXPECT_TRUE(found.isEmpty()) << found.join(u'\n').toStdString();
     EXPECT_GT(looked, 20);
 }
