@@ -28,6 +28,8 @@ packages=(
     openbox         # their window manager
     xdotool         # their mouse and keyboard
     x11-utils       # xprop, which reads what the window manager knows
+    dbus-daemon     # the session of a desktop, which they have for themselves
+    at-spi2-core    # its accessibility bus, read as by a screen reader
     libxml2-utils   # xmllint, by which the tests check documents
     poppler-utils   # pdftotext and its like, by which they read PDF files
 )

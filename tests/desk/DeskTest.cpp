@@ -69,8 +69,8 @@ DeskTest::~DeskTest()
 
 void DeskTest::SetUp()
 {
-    if (theDesk->display().isEmpty())
-        GTEST_SKIP() << theDesk->reason().constData();
+    if (display().isEmpty())
+        GTEST_SKIP() << reason();
     qputenv("XDG_CONFIG_HOME", path(u"innstillinger"_s).toUtf8());
     const QString database = makeDemo();
     QObject *factory = m_component.instance();
@@ -223,6 +223,11 @@ QStringList DeskTest::stack()
 QString DeskTest::display()
 {
     return QString::fromLatin1(theDesk->display());
+}
+
+std::string DeskTest::reason()
+{
+    return theDesk->reason().toStdString();
 }
 
 QByteArray DeskTest::look(const QString &program, const QStringList &arguments)

@@ -58,8 +58,10 @@ protected:
     /// The output of a program that looks at the desk.
     static QByteArray look(const QString &program, const QStringList &arguments);
 
-    /// The desk's display, for programs that the test starts.
+    /// The desk's display, for programs that the test starts; empty, with a reason, where no desk
+    /// can be had.
     [[nodiscard]] static QString display();
+    [[nodiscard]] static std::string reason();
 
     static constexpr int kLeft = 1;
     static constexpr int kMiddle = 2;

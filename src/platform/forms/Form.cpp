@@ -7,6 +7,7 @@
 #include "platform/forms/Twips.h"
 #include "runtime/RunTimeError.h"
 
+#include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QAccessibleWidget>
 #include <QApplication>
@@ -14,6 +15,7 @@
 #include <QComboBox>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -43,16 +45,27 @@ QAccessible::Role roleOf(FormKind kind)
     return QAccessible::Window;
 }
 
-/// The field inside a list or a picker takes the focus, and is what a screen reader names then.
-void nameInnerFields(const Form &form)
+/// What a control is called, by itself or by the label that leads to it.
+QString nameOf(const QWidget &control, const Form &form)
+{
+    if (!control.accessibleName().isEmpty())
+        return control.accessibleName();
+    const QList<QLabel *> labels = form.findChildren<QLabel *>();
+    const auto label = std::ranges::find(labels, &control, &QLabel::buddy);
+    return label == labels.end() ? QString() : (*label)->text().remove(u'&');
+}
+
+/// The field inside a list or a picker takes the focus, and so does the list when it is down: that
+/// is what a screen reader names then.
+void nameInnerParts(const Form &form)
 {
     for (QLineEdit *field : form.findChildren<QLineEdit *>()) {
-        QWidget *outer = field->parentWidget();
-        if (qobject_cast<QComboBox *>(outer) || qobject_cast<QAbstractSpinBox *>(outer)) {
-            const auto *told = QAccessible::queryAccessibleInterface(outer);
-            field->setAccessibleName(told->text(QAccessible::Name));
-        }
+        const QWidget *outer = field->parentWidget();
+        if (qobject_cast<const QComboBox *>(outer) || qobject_cast<const QAbstractSpinBox *>(outer))
+            field->setAccessibleName(nameOf(*outer, form));
     }
+    for (const QComboBox *box : form.findChildren<QComboBox *>())
+        box->view()->setAccessibleName(nameOf(*box, form));
 }
 
 /// A letter with Alt belongs to a button or to a field's caption. One that finds none, or one that
@@ -95,7 +108,7 @@ void Form::load()
     m_life = Life::Loaded;
     // Not in the constructor: it counts for the class that the form is by then.
     QAccessible::registerAccessibleInterface(new QAccessibleWidget(this, roleOf(m_kind)));
-    nameInnerFields(*this);
+    nameInnerParts(*this);
     Forms::instance().add(*this);
     for (QPushButton *button : findChildren<QPushButton *>())
         connect(button, &QAbstractButton::pressed, button, [button] { button->setFocus(); });
