@@ -18,7 +18,6 @@
 #include "ui_frmOrdre.h"
 
 #include <QHeaderView>
-#include <QScreen>
 
 #include <algorithm>
 
@@ -119,8 +118,9 @@ void frmOrdre::makeRoomForLetters()
           Fast{ordrefelt::kLevPostNr, u"0000"}, Fast{ordrefelt::kBetBet, u"000"},
           Fast{ordrefelt::kOrdreDato, u"00.00.0000"}, Fast{ordrefelt::kLevDato, u"00.00.0000"},
           Fast{ordrefelt::kFakDato, u"00.00.0000"}, Fast{ordrefelt::kForfallDato, u"00.00.0000"},
-          Fast{ordrefelt::kAvrunding, u"-0,00"}, Fast{ordrefelt::kSumNetto, u"00 000,00"},
-          Fast{ordrefelt::kMvaKr, u"00 000,00"}, Fast{ordrefelt::kSumBrutto, u"00 000,00"}}) {
+          Fast{ordrefelt::kAvrunding, u"-0,00"},
+          Fast{ordrefelt::kSumNetto, u"00 000,00"}, Fast{ordrefelt::kMvaKr, u"00 000,00"},
+          Fast{ordrefelt::kSumBrutto, u"00 000,00"}}) {
         QLineEdit &felt = m_rom->felter[nr];
         const int bredde = BreddeFor(felt, lengste, kFrameAndMargins);
         felt.setMinimumWidth(bredde);
@@ -130,9 +130,7 @@ void frmOrdre::makeRoomForLetters()
     fpSpread &grid = *m_ui->vaSpread1;
     grid.setMinimumHeight(
         std::max(grid.minimumHeight(), kRows * grid.verticalHeader()->defaultSectionSize()));
-    // A window that the screen has no room for would have its commands beyond the edge.
-    const QSize rom = layout()->minimumSize().boundedTo(screen()->availableSize());
-    setMinimumSize(minimumSize().expandedTo(rom));
+    setMinimumSize(minimumSize().expandedTo(layout()->minimumSize()));
 }
 
 void frmOrdre::connectCommands()
@@ -182,7 +180,8 @@ void frmOrdre::onActivate()
 void frmOrdre::onResize()
 {
     const int tegnet = MedBokstavene(*this, QSize(kWidth, kHeight)).width();
-    m_rom->linjer.brukPlass(place().width() - std::max(tegnet, pixelsToTwips(minimumWidth())));
+    m_rom->linjer.brukPlass(pixelsToTwips(pageSize().width()) -
+                            std::max(tegnet, pixelsToTwips(minimumWidth())));
 }
 
 bool frmOrdre::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)

@@ -4,6 +4,7 @@
 #include "output/Skriver.h"
 #include "platform/forms/CommonDialog.h"
 #include "platform/forms/ImageList.h"
+#include "platform/forms/ModalDialog.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/forms/NorwegianTexts.h"
 #include "platform/forms/OuterRim.h"
@@ -81,8 +82,9 @@ Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> documen
     rader->addWidget(m_sider);
 
     move(vindu.left, y());
-    resize(vindu.width > 0 ? vindu.width : kStorrelse.width(),
-           vindu.height > 0 ? vindu.height : kStorrelse.height());
+    const QSize storrelse(vindu.width > 0 ? vindu.width : kStorrelse.width(),
+                          vindu.height > 0 ? vindu.height : kStorrelse.height());
+    resize(storrelse.boundedTo(roomFor(*this)));
     if (vindu.state == report::WindowState::Maximized)
         setWindowState(Qt::WindowMaximized);
     if (vindu.controls) {

@@ -16,7 +16,6 @@
 #include <QFontMetrics>
 #include <QLabel>
 #include <QLayout>
-#include <QScreen>
 #include <QUrl>
 
 #include <algorithm>
@@ -72,7 +71,7 @@ void HentSkjermPlass(Form &form, qint32 defaultTop, qint32 defaultLeft, qint32 d
         return twips;
     };
     const QSize drawn(defaultWidth, defaultHeight);
-    const QSize room = (form.screen()->availableSize() - kCommonFrame) * pixelsToTwips(1);
+    const QSize room = roomFor(form) * pixelsToTwips(1);
     const QSize standard = MedBokstavene(form, drawn).boundedTo(room).expandedTo(drawn);
     const qint32 left = stored(u"FLeft"_s, defaultLeft);
     const qint32 top = stored(u"FTop"_s, defaultTop);

@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize kMiniature{132, 187}; // a sheet of A4
+constexpr QSize kMiniature{127, 180}; // a sheet of A4
 constexpr QSize kLogo{237, 76};
 constexpr int kNoSuchMember = 340; // of a control array
 constexpr int kBesideDigit = 7;    // pixels that a text box takes for its rim
@@ -186,14 +186,15 @@ void frmOptions::onResize()
     const int top = twipsToPixels(kStripTop);
     // Higher than designed where large letters need it.
     const int foot = std::max(twipsToPixels(kFootHeight), m_ui->bunn->sizeHint().height());
-    strip.setGeometry(left, top, width() - 2 * left, height() - top - foot);
-    m_ui->bunn->setGeometry(0, height() - foot, width(), foot);
+    const QSize page = pageSize();
+    strip.setGeometry(left, top, page.width() - 2 * left, page.height() - top - foot);
+    m_ui->bunn->setGeometry(0, page.height() - foot, page.width(), foot);
 
     const int margin = twipsToPixels(kPageMargin);
     const QRect area = strip.clientArea().adjusted(margin, margin, -margin, -margin);
-    for (QFrame *page : m_picOptions)
-        page->setGeometry(page->x(), area.top(), width() - 2 * twipsToPixels(kPageLeft),
-                          area.height());
+    for (QFrame *frame : m_picOptions)
+        frame->setGeometry(frame->x(), area.top(), page.width() - 2 * twipsToPixels(kPageLeft),
+                           area.height());
 }
 
 bool frmOptions::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)

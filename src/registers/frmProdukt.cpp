@@ -161,18 +161,19 @@ void frmProdukt::onLoad()
 void frmProdukt::onResize()
 {
     TabStrip &strip = *m_ui->TabStrip1;
-    const int stripWidth = pixelsToTwips(width()) - kBesideStrip;
-    const int stripHeight = pixelsToTwips(height()) - kAboveAndBelowStrip;
+    const QSize page = pageSize();
+    const int stripWidth = pixelsToTwips(page.width()) - kBesideStrip;
+    const int stripHeight = pixelsToTwips(page.height()) - kAboveAndBelowStrip;
     strip.setGeometry(twipsToPixels(kStripLeft, kStripTop, stripWidth, stripHeight));
-    m_ui->topp->setGeometry(0, 0, width(), strip.y());
+    m_ui->topp->setGeometry(0, 0, page.width(), strip.y());
     const int foot = twipsToPixels(kFootHeight);
-    m_ui->bunn->setGeometry(0, height() - foot, width(), foot);
+    m_ui->bunn->setGeometry(0, page.height() - foot, page.width(), foot);
 
     const int margin = twipsToPixels(kPageMargin);
     const QRect area = strip.clientArea().adjusted(margin, margin, -margin, -margin);
-    for (QFrame *page : m_frTabStrip)
-        page->setGeometry(page->x(), area.top(), width() - 2 * twipsToPixels(kPageLeft),
-                          area.height());
+    for (QFrame *frame : m_frTabStrip)
+        frame->setGeometry(frame->x(), area.top(), page.width() - 2 * twipsToPixels(kPageLeft),
+                           area.height());
     m_ui->vaSpread1->setGeometry(m_ui->frTabStrip_0->rect());
     if (strip.selected() == kListTab)
         SpreadFitColumn(*m_ui->vaSpread1, kolonne::ProduktNavn);

@@ -242,11 +242,10 @@ TEST_F(FrmOptionsTest, LargeLettersHaveRoomInTheButtonsAndTheTextBoxes)
     openScreen();
     const int line = QFontMetrics(large).height();
     for (const QString &name : {u"cmdOK"_s, u"cmdCancel"_s, u"cmdApply"_s}) {
-        const QWidget &button = control(name);
+        QWidget &button = control(name);
         EXPECT_GT(button.height(), line) << name.toStdString();
-        EXPECT_TRUE(
-            screen()->rect().contains(QRect(button.mapTo(screen(), QPoint()), button.size())))
-            << name.toStdString();
+        button.setFocus(); // where the screen is too narrow for the letters, it comes into view
+        EXPECT_EQ(button.visibleRegion().boundingRect(), button.rect()) << name.toStdString();
     }
     for (const QString &name : {u"Text1"_s, u"Text2"_s, u"Text3"_s}) {
         const QLineEdit &standing = box(name);

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QTableView>
 
 #include <string>
@@ -90,6 +91,32 @@ private:
     const QWidget &m_window;
 };
 
+/// The buttons and fields of the window that cannot be seen as a whole wherever it is scrolled to.
+QStringList outOfReach(const QWidget &window)
+{
+    constexpr int kBeside = 1;
+    QStringList found;
+    auto *page = window.findChild<QScrollArea *>(u"rulleside"_s);
+    for (const QWidget *control : window.findChildren<QWidget *>()) {
+        // Of a picker's own field the screens show nothing; its text stands beside it.
+        if (control->parentWidget()->inherits("QAbstractSpinBox"))
+            continue;
+        const bool takesInput = control->inherits("QLineEdit") || control->inherits("QComboBox") ||
+                                control->inherits("QAbstractSpinBox") ||
+                                control->inherits("QAbstractButton");
+        if (!takesInput || !control->isVisible() || control->focusPolicy() == Qt::NoFocus)
+            continue;
+        if (page && page->isAncestorOf(control)) {
+            const QRect place(control->mapTo(page->widget(), QPoint(0, 0)), control->size());
+            page->ensureVisible(place.right(), place.bottom(), kBeside, kBeside);
+            page->ensureVisible(place.left(), place.top(), kBeside, kBeside);
+        }
+        if (control->visibleRegion().boundingRect() != control->rect())
+            found += window.objectName() + u'/' + control->objectName();
+    }
+    return found;
+}
+
 /// A screen of 1366 by 768 pixels, and its letters.
 struct Desktop
 {
@@ -129,6 +156,34 @@ TEST_P(LettersTest, NothingIsCutOnTheTour)
     EXPECT_TRUE(found.isEmpty()) << found.join(u'\n').toStdString();
     EXPECT_GT(looked, 20);
 }
+
+/// The screens that need more than the screen has.
+class SmallScreenTest : public LettersTest
+{
+};
+
+TEST_P(SmallScreenTest, EveryControlOfTheTourCanBeReached)
+{
+    int scrolled = 0;
+    const QStringList found = foundOnTour([&](const QWidget &window) {
+        if (!window.objectName().startsWith(u"frm"_s))
+            return QStringList();
+        scrolled += window.findChild<QScrollArea *>(u"rulleside"_s) ? 1 : 0;
+        QStringList missed = outOfReach(window);
+        if (!window.screen()->geometry().contains(window.geometry()))
+            missed += window.objectName() + u" goes beyond the screen"_s;
+        return missed;
+    });
+    EXPECT_TRUE(found.isEmpty()) << found.join(u'\n').toStdString();
+    EXPECT_GT(scrolled, 5);
+}
+
+INSTANTIATE_TEST_SUITE_P(Desktops, SmallScreenTest,
+                         ::testing::Values(Desktop{200, 10}, Desktop{200, 12}),
+                         [](const auto &desktop) {
+                             return std::to_string(desktop.param.points) + "at" +
+                                    std::to_string(desktop.param.percent);
+                         });
 
 INSTANTIATE_TEST_SUITE_P(Desktops, LettersTest,
                          ::testing::Values(Desktop{100, 8}, Desktop{100, 10}, Desktop{100, 12},

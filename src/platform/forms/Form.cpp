@@ -4,6 +4,7 @@
 #include "platform/forms/ModalDialog.h"
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/PassingWheel.h"
+#include "platform/forms/ScrolledPage.h"
 #include "platform/forms/Twips.h"
 #include "runtime/RunTimeError.h"
 
@@ -16,9 +17,11 @@
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QWindow>
 
 #include <algorithm>
@@ -106,6 +109,7 @@ void Form::load()
     if (m_life != Life::Made)
         return;
     m_life = Life::Loaded;
+    scrollOnSmallScreen();
     // Not in the constructor: it counts for the class that the form is by then.
     QAccessible::registerAccessibleInterface(new QAccessibleWidget(this, roleOf(m_kind)));
     nameInnerParts(*this);
@@ -129,6 +133,8 @@ void Form::setVisible(bool visible)
             setWindowState(windowState() & ~Qt::WindowMinimized);
         raise();
     } else {
+        if (m_scrolled || !testAttribute(Qt::WA_Moved)) // a stored size is taken as it is
+            resize(size().boundedTo(roomFor(*this)));
         if (m_kind != FormKind::Screen)
             belongToActiveWindow();
         else if (testAttribute(Qt::WA_Moved))
@@ -226,6 +232,11 @@ void Form::setPlace(int left, int top, int width, int height)
 void Form::setMinimumTwips(int width, int height)
 {
     setMinimumSize(twipsToPixels(width), twipsToPixels(height));
+}
+
+QSize Form::pageSize() const
+{
+    return m_scrolled ? m_scrolled->widget()->size() : size();
 }
 
 void Form::centreOnScreen()
@@ -330,8 +341,27 @@ void Form::keyPressEvent(QKeyEvent *event)
 void Form::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    if (m_life == Life::Loaded)
+    if (m_life == Life::Loaded && !m_scrolled)
         atOuterRim([this] { onResize(); });
+}
+
+void Form::scrollOnSmallScreen()
+{
+    const QSize drawn = layout() ? layout()->totalMinimumSize() : QSize(0, 0);
+    const QSize needed = minimumSize().expandedTo(drawn);
+    const QSize room = roomFor(*this);
+    if (needed.boundedTo(room) == needed)
+        return;
+    m_scrolled = new ScrolledPage(*this, needed);
+    // A bar in one direction takes room in the other.
+    const int bar = m_scrolled->verticalScrollBar()->sizeHint().width();
+    const QSize bars(needed.height() > room.height() ? bar : 0,
+                     needed.width() > room.width() ? bar : 0);
+    setMinimumSize((needed + bars).boundedTo(room));
+    connect(m_scrolled, &ScrolledPage::pageResized, this, [this] {
+        if (m_life == Life::Loaded)
+            atOuterRim([this] { onResize(); });
+    });
 }
 
 void Form::belongToActiveWindow()
@@ -348,7 +378,7 @@ void Form::belongToActiveWindow()
 void Form::comeBackOnScreen()
 {
     resize(size().boundedTo(screen()->virtualSize()));
-    putOnScreen(*this, kCommonFrame);
+    putOnScreen(*this);
 }
 
 void Form::becomeActive()

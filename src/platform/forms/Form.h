@@ -7,6 +7,7 @@
 #include <vector>
 
 class QEventLoop;
+class ScrolledPage;
 
 /// Why a form is asked to close.
 enum class UnloadMode {
@@ -83,6 +84,9 @@ public:
     void setPlace(int left, int top, int width, int height);
     /// The smallest size in twips; a smaller window grows to it at once.
     void setMinimumTwips(int width, int height);
+    /// The size in pixels of what the controls stand on: the inner area of the window, which on a
+    /// screen without room for it shows a part and scrolls the rest into view.
+    [[nodiscard]] QSize pageSize() const;
     /// Puts the window in the middle of its screen.
     void centreOnScreen();
 
@@ -98,7 +102,7 @@ public:
 protected:
     virtual void onLoad() {}
     virtual void onActivate() {}
-    /// The inner area has a new size; also once before the form is first seen.
+    /// The page has a new size; also once before the form is first seen.
     virtual void onResize() {}
     /// May set `cancel` to keep the form. May itself call `unload`.
     virtual void onQueryUnload(bool &cancel, UnloadMode mode);
@@ -130,6 +134,7 @@ private:
         QPointer<QAbstractButton> button;
     };
 
+    void scrollOnSmallScreen();
     void belongToActiveWindow();
     void comeBackOnScreen();
     void becomeActive();
@@ -144,6 +149,7 @@ private:
     bool m_activationTold = false;
     QPointer<Form> m_inFront; ///< comes to the front again when that report is there
     QEventLoop *m_modalLoop = nullptr;
+    ScrolledPage *m_scrolled = nullptr; ///< none where the screen has room for the form
     QPointer<QAbstractButton> m_defaultButton;
     QPointer<QAbstractButton> m_cancelButton;
     std::vector<CommandKey> m_commandKeys;

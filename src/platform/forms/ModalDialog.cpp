@@ -11,6 +11,9 @@
 
 namespace {
 
+/// What is commonly drawn around a window, in pixels.
+constexpr QSize kCommonFrame{10, 40};
+
 /// Centred over `window`, as an owned dialog would be, and told to the window manager.
 void standAbove(QDialog &dialog, const QWidget &window)
 {
@@ -31,8 +34,10 @@ void centreOver(QWidget &window, const QRect &below)
     putOnScreen(window);
 }
 
-void putOnScreen(QWidget &window, QSize frame)
+void putOnScreen(QWidget &window)
 {
+    // Before a window has been on the desk it knows of no frame.
+    const QSize frame = window.isVisible() ? QSize(0, 0) : kCommonFrame;
     QRect place(window.frameGeometry().topLeft(), window.frameGeometry().size() + frame);
     // By its place, since a window that has just been moved still names the screen it came from.
     const QScreen *there = QGuiApplication::screenAt(place.center());
@@ -55,6 +60,11 @@ AboveActiveWindow::~AboveActiveWindow()
 {
     if (m_window && m_window->isVisible())
         m_window->activateWindow();
+}
+
+QSize roomFor(const QWidget &window)
+{
+    return window.screen()->availableSize() - kCommonFrame;
 }
 
 int runModal(QDialog &dialog)

@@ -29,9 +29,8 @@ int runModal(QDialog &dialog);
 /// Moves a window to the middle of a place, and wholly onto the screen there.
 void centreOver(QWidget &window, const QRect &below);
 
-/// Moves a window that is not wholly on its screen there, its upper left corner before all. A
-/// window that has not been on the desk yet has no `frame` of its own to reckon with.
-void putOnScreen(QWidget &window, QSize frame = {0, 0});
+/// Moves a window that is not wholly on its screen there, its upper left corner before all.
+void putOnScreen(QWidget &window);
 
-/// What is commonly drawn around a window, in pixels.
-inline constexpr QSize kCommonFrame{10, 40};
+/// The room in pixels that its screen has for the inner area of a window.
+[[nodiscard]] QSize roomFor(const QWidget &window);

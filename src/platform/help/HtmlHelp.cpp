@@ -21,6 +21,7 @@ namespace {
 
 const QString kPages = u"/hjelp"_s;   // where the pages of the open file lie among the resources
 constexpr QSize kFirstSize{780, 680}; // room for a picture of the widest screen
+constexpr double kShareOfScreen = 0.9;
 constexpr int kMargin = 18;
 
 /// Takes the pictures of a page for the resolution of the screen: "x@2x.png" where "x.png" would be
@@ -64,7 +65,7 @@ public:
         layout->setSpacing(0);
         layout->addWidget(tools);
         layout->addWidget(m_pages);
-        resize(kFirstSize);
+        resize(kFirstSize.boundedTo(screen()->availableSize() * kShareOfScreen));
         connect(m_pages, &QTextBrowser::sourceChanged, this, [this] {
             const QString title = m_pages->documentTitle();
             setWindowTitle(title.isEmpty() ? u"Hjelp"_s : u"Hjelp - "_s + title);
