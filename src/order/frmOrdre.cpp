@@ -118,7 +118,7 @@ void frmOrdre::makeRoomForLetters()
           Fast{ordrefelt::kLevPostNr, u"0000"}, Fast{ordrefelt::kBetBet, u"000"},
           Fast{ordrefelt::kOrdreDato, u"00.00.0000"}, Fast{ordrefelt::kLevDato, u"00.00.0000"},
           Fast{ordrefelt::kFakDato, u"00.00.0000"}, Fast{ordrefelt::kForfallDato, u"00.00.0000"},
-          Fast{ordrefelt::kAvrunding, u"-0,00"},
+          Fast{ordrefelt::kKID, u"0000000000000"}, Fast{ordrefelt::kAvrunding, u"-0,00"},
           Fast{ordrefelt::kSumNetto, u"00 000,00"}, Fast{ordrefelt::kMvaKr, u"00 000,00"},
           Fast{ordrefelt::kSumBrutto, u"00 000,00"}}) {
         QLineEdit &felt = m_rom->felter[nr];

@@ -177,7 +177,7 @@ void frmOversikt::visOrdre(int row)
 void frmOversikt::onResize()
 {
     TilpassOverskrift(*this, *m_ui->topp, *m_ui->Label1);
-    SpreadFitColumn(*m_ui->fpSpread1, kKundeNavn);
+    SpreadFitNames(*m_ui->fpSpread1, kKundeNavn, HarStoreBokstaver(*this));
 }
 
 bool frmOversikt::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)

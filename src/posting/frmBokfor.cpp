@@ -321,7 +321,7 @@ void frmBokfor::btnTransfer_Click()
 void frmBokfor::onResize()
 {
     TilpassOverskrift(*this, *m_ui->topp, *m_ui->lblTekst);
-    SpreadFitColumn(*m_ui->fpSpread1, kKundeNavn);
+    SpreadFitNames(*m_ui->fpSpread1, kKundeNavn, HarStoreBokstaver(*this));
 }
 
 bool frmBokfor::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)

@@ -85,6 +85,11 @@ QSize MedBokstavene(const QWidget &widget, QSize drawn)
     return drawn * std::max(1.0, QFontInfo(widget.font()).pixelSize() / kCommonLetters);
 }
 
+bool HarStoreBokstaver(const QWidget &widget)
+{
+    return QFontInfo(widget.font()).pixelSize() > kCommonLetters;
+}
+
 // As a URL, for the settings have no room for letters beyond their code page.
 
 void LagreMappe(const QString &fileKind, const QString &folder)

@@ -25,6 +25,8 @@ void LagreMappe(const QString &fileKind, const QString &folder);
 
 /// A size that was drawn for letters of the common size, in the letters of that widget: never less.
 [[nodiscard]] QSize MedBokstavene(const QWidget &widget, QSize drawn);
+/// Whether the letters of that widget are larger than the common ones.
+[[nodiscard]] bool HarStoreBokstaver(const QWidget &widget);
 /// The pixels that a control of a drawn width needs for `text` and `beside` it for frame and
 /// margins: its least width as drawn, or more in larger letters.
 [[nodiscard]] int BreddeFor(const QWidget &control, QStringView text, int beside);

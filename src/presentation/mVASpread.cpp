@@ -9,6 +9,7 @@ constexpr int kRowsOfEmptyGrid = 10;
 constexpr int kRowsToSpare = 5;
 constexpr int kTwipsBesideColumns = 330; ///< scroll bar and frame
 constexpr double kGapBetweenColumns = 0.03;
+constexpr double kReadableName = 12;
 constexpr SheetColor kMarkColor = sheetColor(255, 255, 192);
 
 void blockAllData(fpSpread &grid)
@@ -137,6 +138,13 @@ void SpreadFitColumn(fpSpread &grid, int col)
             others += grid.colWidth(other) + kGapBetweenColumns;
     }
     passOver([&] { grid.setColWidth(col, room - others); });
+}
+
+void SpreadFitNames(fpSpread &grid, int col, bool readable)
+{
+    SpreadFitColumn(grid, col);
+    if (readable && grid.colWidth(col) < kReadableName)
+        grid.setColWidth(col, kReadableName);
 }
 
 void SpreadSetColAlign(fpSpread &grid, int col, int align)

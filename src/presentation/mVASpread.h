@@ -38,6 +38,9 @@ void SpreadSetCellType(fpSpread &grid, int col, int row, int type, bool editable
 void SpreadSetBackColor(fpSpread &grid, int col, int row, SheetColor color);
 /// Gives the column the width that the other visible columns leave of the grid. Passes over.
 void SpreadFitColumn(fpSpread &grid, int col);
+/// The same for a column of names. When they are to be `readable` it keeps some letters where the
+/// others leave it less, and the grid scrolls.
+void SpreadFitNames(fpSpread &grid, int col, bool readable);
 /// Alignment 0 left, 1 right, 2 centred; of the whole column. Passes over.
 void SpreadSetColAlign(fpSpread &grid, int col, int align);
 /// The same of one cell, or of the column with row -1. The row comes first. Passes over.

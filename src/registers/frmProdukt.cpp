@@ -176,7 +176,7 @@ void frmProdukt::onResize()
                            area.height());
     m_ui->vaSpread1->setGeometry(m_ui->frTabStrip_0->rect());
     if (strip.selected() == kListTab)
-        SpreadFitColumn(*m_ui->vaSpread1, kolonne::ProduktNavn);
+        SpreadFitNames(*m_ui->vaSpread1, kolonne::ProduktNavn, HarStoreBokstaver(*this));
 }
 
 bool frmProdukt::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
