@@ -12,6 +12,27 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// A key that is only pressed for the sake of another one.
+bool isModifier(int key)
+{
+    switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
 /// Whether a key types something that is seen, of the first plane or beyond it.
 bool fpSpread::typesCharacter(const QKeyEvent &event)
 {
@@ -23,6 +44,8 @@ bool fpSpread::typesCharacter(const QKeyEvent &event)
 
 bool fpSpread::findKey(const QKeyEvent *event)
 {
+    if (isModifier(event->key()))
+        return false;
     if (event->matches(QKeySequence::Find)) {
         m_search.ask();
         tellSearch(true);

@@ -96,6 +96,16 @@ TEST_F(GridList, TypingFindsANameWhereverTheUserIs)
     EXPECT_EQ(events.last(), u"SelChange 1 3 1 3 at 1 3"_s);
 }
 
+TEST_F(GridList, ACapitalGoesOnWithWhatIsLookedFor)
+{
+    key(Qt::Key_F, Qt::ControlModifier);
+    type(u"ber"_s);
+    key(Qt::Key_Shift, Qt::ShiftModifier); // down, ahead of its letter
+    type(u"G"_s);
+    EXPECT_FALSE(grid.editMode());
+    EXPECT_EQ(QToolTip::text(), u"Finn: berG"_s);
+}
+
 TEST_F(GridList, TypingFindsANumberInTheLeftmostColumnThatHasIt)
 {
     lock();
