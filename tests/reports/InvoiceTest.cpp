@@ -1,8 +1,10 @@
 #include "reports/InvoiceTest.h"
 
+#include "platform/ado/Connection.h"
 #include "platform/report/Report.h"
 #include "rules/Kid.h"
 #include "vert/DemoLines.h"
+#include "vert/DemoVouchers.h"
 #include "vert/Insert.h"
 
 #include <algorithm>
@@ -24,6 +26,53 @@ Currency amountOf(const QString &text)
     return Currency::fromDouble(text.toDouble());
 }
 
+QString insertOf(const invoice::Head &head, int order, const DemoLines &cells)
+{
+    const QString number = QString::number(order);
+    return Insert(u"Ordre")
+        .number(u"KlientNr", 1)
+        .number(u"OrdreNr", order)
+        .text(u"OrdreStatus", u"Ordre"_s)
+        .text(u"EgenRef", head.ourReference)
+        .text(u"DeresRef", head.theirReference)
+        .number(u"KundeNr", head.customer)
+        .text(u"KundeNavn", head.name)
+        .text(u"FakAdresse1", head.address1)
+        .text(u"FakAdresse2", head.address2)
+        .text(u"FakPostNr", head.postcode)
+        .text(u"FakPoststed", head.place)
+        .text(u"LevAdresse1", head.delivery1)
+        .text(u"LevAdresse2", head.delivery2)
+        .text(u"LevPostNr", head.deliveryPostcode)
+        .text(u"LevPoststed", head.deliveryPlace)
+        .text(u"KID", LagKID(kidSetting, number, QString::number(head.customer)))
+        .number(u"BetBet", head.days)
+        .date(u"FakDato", head.invoiced)
+        .date(u"ForfallDato", head.invoiced.addDays(head.days))
+        .date(u"LevDato", head.invoiced.addDays(-2))
+        .amount(u"MvaKr", cells.sum(SumFelt::MvaKr))
+        .amount(u"SumNetto", cells.sum(SumFelt::SumNetto))
+        .amount(u"SumBrutto", cells.sum(SumFelt::SumBrutto))
+        .amount(u"Avrunding", cells.sum(SumFelt::Avrunding))
+        .statement();
+}
+
+void insertLines(ado::Connection &connection, int orderId, const DemoLines &cells)
+{
+    for (int row = 1; row <= cells.antallRader(); ++row)
+        connection.execute(Insert(u"OrdreLinjer")
+                               .number(u"OrdreID", orderId)
+                               .number(u"PosNr", row * 10)
+                               .text(u"ProduktNr", cells.text(DemoLines::kProduktNr, row))
+                               .text(u"ProduktNavn", cells.text(DemoLines::kProduktNavn, row))
+                               .quantity(u"Antall", cells.amount(kAntall, row))
+                               .amount(u"Pris", cells.amount(kPris, row))
+                               .quantity(u"MvaPst", cells.amount(kMvaPst, row))
+                               .amount(u"SumNetto", cells.amount(kSumNetto, row))
+                               .amount(u"SumBrutto", cells.amount(kSumBrutto, row))
+                               .statement());
+}
+
 } // namespace
 
 InvoiceTest::InvoiceTest()
@@ -39,11 +88,12 @@ std::vector<InvoiceTest::Line> InvoiceTest::hours(int count)
     return lines;
 }
 
-int InvoiceTest::enterOrder(const std::vector<Line> &lines, const QString &rounding)
+int InvoiceTest::enterOrder(const std::vector<Line> &lines, const QString &rounding,
+                            const invoice::Head &head)
 {
     DemoLines cells;
     for (const Line &line : lines) {
-        if (line.number.isEmpty())
+        if (line.quantity.isEmpty())
             cells.addText(line.name);
         else
             cells.addProduct(line.number, line.name, amountOf(line.quantity), amountOf(line.price),
@@ -51,46 +101,16 @@ int InvoiceTest::enterOrder(const std::vector<Line> &lines, const QString &round
     }
     cells.sumUp(rounding);
     const int order = ++m_lastOrder;
-    run(Insert(u"Ordre")
-            .number(u"KlientNr", 1)
-            .number(u"OrdreNr", order)
-            .text(u"OrdreStatus", u"Ordre"_s)
-            .text(u"EgenRef", u"Åse Fjellstad"_s)
-            .text(u"DeresRef", u"Prosjekt 414"_s)
-            .number(u"KundeNr", 10001)
-            .text(u"KundeNavn", u"Bjørkåsen Trelast AS"_s)
-            .text(u"FakAdresse1", u"Postboks 12"_s)
-            .text(u"FakAdresse2", u"Sagvegen 4"_s)
-            .text(u"FakPostNr", u"2406"_s)
-            .text(u"FakPoststed", u"Elverum"_s)
-            .text(u"LevAdresse1", u"Byggeplass Øvre Ål"_s)
-            .text(u"LevAdresse2", u"Tomt 4"_s)
-            .text(u"LevPostNr", u"3570"_s)
-            .text(u"LevPoststed", u"Ål"_s)
-            .text(u"KID", LagKID(kidSetting, QString::number(order), u"10001"_s))
-            .number(u"BetBet", 14)
-            .date(u"FakDato", QDate(2014, 3, 9))
-            .date(u"ForfallDato", QDate(2014, 3, 23))
-            .date(u"LevDato", QDate(2014, 3, 7))
-            .amount(u"MvaKr", cells.sum(SumFelt::MvaKr))
-            .amount(u"SumNetto", cells.sum(SumFelt::SumNetto))
-            .amount(u"SumBrutto", cells.sum(SumFelt::SumBrutto))
-            .amount(u"Avrunding", cells.sum(SumFelt::Avrunding))
-            .statement());
-    const int id =
-        rows(u"SELECT ID FROM Ordre WHERE KlientNr=1 AND OrdreNr=%1"_s.arg(order)).value(0).toInt();
-    for (int row = 1; row <= cells.antallRader(); ++row)
-        run(Insert(u"OrdreLinjer")
-                .number(u"OrdreID", id)
-                .number(u"PosNr", row * 10)
-                .text(u"ProduktNr", cells.text(DemoLines::kProduktNr, row))
-                .text(u"ProduktNavn", cells.text(DemoLines::kProduktNavn, row))
-                .quantity(u"Antall", cells.amount(kAntall, row))
-                .amount(u"Pris", cells.amount(kPris, row))
-                .quantity(u"MvaPst", cells.amount(kMvaPst, row))
-                .amount(u"SumNetto", cells.amount(kSumNetto, row))
-                .amount(u"SumBrutto", cells.amount(kSumBrutto, row))
-                .statement());
+    try {
+        ado::Connection connection;
+        connection.open(connectionString());
+        connection.beginTrans();
+        connection.execute(insertOf(head, order, cells));
+        insertLines(connection, lastIdentity(connection), cells);
+        connection.commitTrans();
+    } catch (const RunTimeError &error) {
+        ADD_FAILURE() << "order " << order << ": " << error.what();
+    }
     return order;
 }
 

@@ -4,6 +4,8 @@
 #include "reports/DemoDatabase.h"
 #include "support/ModuleTest.h"
 
+#include <QDate>
+
 #include <vector>
 
 namespace faktype {
@@ -13,27 +15,53 @@ constexpr int kKreditnota = -1;
 constexpr int kKreditnotakopi = -2;
 } // namespace faktype
 
+namespace invoice {
+
+/// A line as a user types it; one without a quantity is text alone. Price without VAT.
+struct Line
+{
+    QString number;
+    QString name;
+    QString quantity;
+    QString price;
+    QString rate = QStringLiteral("25");
+};
+
+/// What stands above the lines; by itself an order to the demo company's customer 10001.
+struct Head
+{
+    int customer = 10001;
+    QString name = QStringLiteral("Bjørkåsen Trelast AS");
+    QString address1 = QStringLiteral("Postboks 12");
+    QString address2 = QStringLiteral("Sagvegen 4");
+    QString postcode = QStringLiteral("2406");
+    QString place = QStringLiteral("Elverum");
+    QString delivery1 = QStringLiteral("Byggeplass Øvre Ål");
+    QString delivery2 = QStringLiteral("Tomt 4");
+    QString deliveryPostcode = QStringLiteral("3570");
+    QString deliveryPlace = QStringLiteral("Ål");
+    QString ourReference = QStringLiteral("Åse Fjellstad");
+    QString theirReference = QStringLiteral("Prosjekt 414");
+    QDate invoiced{2014, 3, 9};
+    int days = 14;
+};
+
+} // namespace invoice
+
 /// The demo company, client 1 in 2014, with orders of the tests' own; printed on the real forms.
 class InvoiceTest : public ModuleTest
 {
 protected:
     InvoiceTest();
 
-    /// A line as a user types it; one without a number is text alone. Price without VAT.
-    struct Line
-    {
-        QString number;
-        QString name;
-        QString quantity;
-        QString price;
-        QString rate = QStringLiteral("25");
-    };
+    using Line = invoice::Line;
     /// `count` hours of transport at 1150.00.
     static std::vector<Line> hours(int count);
 
-    /// Saves an order to the demo company's customer 10001 with sums as the order screen forms
-    /// them; `rounding` is a value of the setting "Avrunding". Returns its number.
-    int enterOrder(const std::vector<Line> &lines, const QString &rounding = QStringLiteral("0"));
+    /// Saves an order with sums as the order screen forms them; `rounding` is a value of the
+    /// setting "Avrunding". Returns its number.
+    int enterOrder(const std::vector<Line> &lines, const QString &rounding = QStringLiteral("0"),
+                   const invoice::Head &head = {});
     /// Sets columns of the order, as in an UPDATE.
     void change(int order, const QString &assignments);
     /// The client's logo, as the bytes of a picture file.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <set>
 
 using namespace Qt::StringLiterals;
 
@@ -69,36 +70,47 @@ void PaperList::readPage(const PageReader &page, size_t number)
         m_unread += u"page %1 has no headings or no foot"_s.arg(number + 1);
         return;
     }
-    m_headings = page.row(key->baseline);
+    const std::vector<SeenText> headings = page.row(key->baseline);
     QStringList columns;
-    for (const SeenText &heading : m_headings)
+    for (const SeenText &heading : headings)
         columns += heading.text;
     if (number == 0)
         m_columns = columns;
     else if (columns != m_columns)
         m_unread += u"page %1 has other headings"_s.arg(number + 1);
+    if (!m_belowTotal)
+        m_headings = headings;
 
-    std::map<double, std::vector<SeenText>> rows;
+    std::set<double> baselines;
     for (const SeenText &text : page.texts()) {
-        if (text.baseline <= key->baseline + kSameLine || text.baseline >= foot->baseline)
-            continue;
-        const auto below = rows.lower_bound(text.baseline - kSameLine);
-        const bool known = below != rows.end() && below->first < text.baseline + kSameLine;
-        rows[known ? below->first : text.baseline].push_back(text);
+        const auto above = baselines.lower_bound(text.baseline - kSameLine);
+        const bool known = above != baselines.end() && *above < text.baseline + kSameLine;
+        if (!known && text.baseline > key->baseline + kSameLine && text.baseline < foot->baseline)
+            baselines.insert(text.baseline);
     }
-    for (const auto &[baseline, texts] : rows) {
-        if (!m_lines.empty() && m_lines.back().kind == Kind::Total)
-            return;
-        Line line;
-        line.page = number;
-        line.text = page.row(baseline).front().text;
-        for (const SeenText &text : texts) {
-            if (const std::optional<QString> heading = headingOf(text))
-                line.cells[*heading] = text.text;
-        }
-        line.kind = kindOf(page.row(baseline), line);
-        m_lines.push_back(std::move(line));
+    for (const double baseline : baselines)
+        readLine(page.row(baseline), number);
+}
+
+void PaperList::readLine(const std::vector<SeenText> &row, size_t page)
+{
+    Line line;
+    line.page = page;
+    line.text = row.front().text;
+    if (m_belowTotal && (line.text == u"Mva-sats"_s || line.text == u"Konto"_s))
+        m_headings = row;
+    for (const SeenText &text : row) {
+        if (const std::optional<QString> heading = headingOf(text))
+            line.cells[*heading] = text.text;
     }
+    line.kind = m_belowTotal ? Kind::Below : kindOf(row, line);
+    if (line.kind == Kind::Head && !m_lines.empty() && m_lines.back().kind == Kind::Head &&
+        m_lines.back().page == page) {
+        m_lines.back().text += u' ' + line.text; // a long head takes several lines
+        return;
+    }
+    m_belowTotal = m_belowTotal || line.kind == Kind::Total;
+    m_lines.push_back(std::move(line));
 }
 
 /// A number ends where its heading does, a word begins where it does.
@@ -135,8 +147,9 @@ QStringList PaperList::column(const QString &heading) const
 
 const PaperList::Line *PaperList::sum(const QString &text) const
 {
-    const auto found = std::find_if(m_lines.begin(), m_lines.end(),
-                                    [&](const Line &line) { return line.text == text; });
+    const auto found = std::find_if(m_lines.begin(), m_lines.end(), [&](const Line &line) {
+        return line.text == text && line.kind >= Kind::Sum;
+    });
     return found == m_lines.end() ? nullptr : &*found;
 }
 
@@ -151,6 +164,8 @@ QStringList PaperList::faults() const
 
 void PaperList::addPageFaults(QStringList &faults) const
 {
+    const bool hasHeads = std::any_of(m_lines.begin(), m_lines.end(),
+                                      [](const Line &line) { return line.kind == Kind::Head; });
     bool rowAbove = false;
     for (size_t i = 0; i < m_lines.size(); ++i) {
         const Line &line = m_lines[i];
@@ -161,6 +176,8 @@ void PaperList::addPageFaults(QStringList &faults) const
             faults += where(line) + u"a sum without a row on its page"_s;
         if (line.kind == Kind::Head && last)
             faults += where(line) + u"a head without a row on its page"_s;
+        if (line.kind == Kind::Row && first && hasHeads)
+            faults += where(line) + u"a row without a head on its page"_s;
         if (line.kind == Kind::More && first)
             faults += where(line) + u"a row is parted"_s;
     }
@@ -218,6 +235,8 @@ void PaperList::addSumFaults(QStringList &faults) const
             break;
         case Kind::Total:
             compare(line, all, faults);
+            break;
+        case Kind::Below:
             break;
         }
     }

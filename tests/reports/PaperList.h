@@ -10,10 +10,11 @@ class PaperList
 public:
     enum class Kind {
         Row,
-        More, ///< goes on with the row above
-        Head, ///< of a group
-        Sum,  ///< of a group
-        Total ///< of the whole list; what stands below it is left to others
+        More,  ///< goes on with the row above
+        Head,  ///< of a group
+        Sum,   ///< of a group
+        Total, ///< of the whole list
+        Below  ///< of a table below the total, which has headings of its own
     };
     struct Line
     {
@@ -32,7 +33,7 @@ public:
     [[nodiscard]] const std::vector<Line> &lines() const { return m_lines; }
     /// What stands under a heading, row by row.
     [[nodiscard]] QStringList column(const QString &heading) const;
-    /// The sum with that text; null for none. Not owned.
+    /// The sum with that text, or the line of a table below them; null for none. Not owned.
     [[nodiscard]] const Line *sum(const QString &text) const;
 
     /// Where the list contradicts itself: a page without the headings or its number, a head or a
@@ -41,6 +42,7 @@ public:
 
 private:
     void readPage(const PageReader &page, size_t number);
+    void readLine(const std::vector<SeenText> &row, size_t page);
     [[nodiscard]] Kind kindOf(const std::vector<SeenText> &row, const Line &line) const;
     [[nodiscard]] std::optional<QString> headingOf(const SeenText &text) const;
 
@@ -49,7 +51,8 @@ private:
     void addSumFaults(QStringList &faults) const;
 
     const QString m_key;
-    std::vector<SeenText> m_headings; ///< of the page that is read
+    std::vector<SeenText> m_headings; ///< of the lines that are read
+    bool m_belowTotal = false;
     QStringList m_columns;
     std::vector<Line> m_lines;
     QStringList m_unread;

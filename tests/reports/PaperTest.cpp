@@ -224,6 +224,11 @@ TEST_F(PageReaderTest, AListThatIsWrongIsSeen)
     addOther(0, 35, u"Sum Betalt, 2 ordre"_s);
     EXPECT_EQ(faultsOfList().size(), 1) << "a sum without a row";
     m_document = sound;
+    std::erase_if(m_document.pages[1].texts, [](const report::TextCommand &text) {
+        return text.text.endsWith(u"(forts.)"_s);
+    });
+    EXPECT_EQ(faultsOfList().size(), 1) << "a head that is not repeated";
+    m_document = sound;
     addRow(1, 46, {{}, {}, u"1,00"_s, {}});
     EXPECT_EQ(faultsOfList().size(), 2) << "VAT of no amount, and a sum without it";
     m_document = sound;
