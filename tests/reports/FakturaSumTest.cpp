@@ -121,7 +121,25 @@ TEST_F(FakturaSumTest, TheRatesAddUpToTheSavedSumsToTheOre)
     EXPECT_EQ(rows(u"SELECT SumNetto,MvaKr FROM Ordre WHERE OrdreNr=%1"_s.arg(order)),
               QStringList{u"84,63|17,82"_s});
     EXPECT_EQ(rates(lastPage(order)),
-              (QStringList{u"10 %|0,03|0,00"_s, u"15 %|33,36|5,01"_s, u"25 %|51,24|12,81"_s}));
+              (QStringList{u"10 %|0,03|0,00"_s, u"15 %|33,35|5,01"_s, u"25 %|51,25|12,81"_s}));
+}
+
+TEST_F(FakturaSumTest, ARateOfWholeLinesIsTheirSumWhateverTheOthersAreRoundedBy)
+{
+    EXPECT_EQ(rates(lastPage(enterOrder({line("412.5", "22.13", "0"), line("3.5", "1390.55", "15"),
+                                         line("1", "1150", "25"), line("5", "1150", "25")}))),
+              (QStringList{u"Avgiftsfritt|9 128,63|0,00"_s, u"15 %|4 866,92|730,04"_s,
+                           u"25 %|6 900,00|1 725,00"_s}));
+}
+
+// A quantity of two decimals is saved with one, so that quantity times price is not the line.
+TEST_F(FakturaSumTest, ALineThatIsNotItsProductCountsAsItIsShown)
+{
+    const int order = enterOrder({line("1.3", "100", "25")});
+    run(u"UPDATE OrdreLinjer SET SumNetto=125,SumBrutto=156.25 WHERE OrdreID IN (%1)"_s.arg(
+        rows(u"SELECT ID FROM Ordre WHERE OrdreNr=%1"_s.arg(order)).join(u',')));
+    change(order, u"SumNetto=125,MvaKr=31.25,SumBrutto=156.25"_s);
+    EXPECT_EQ(rates(lastPage(order)), QStringList{u"25 %|125,00|31,25"_s});
 }
 
 TEST_F(FakturaSumTest, EveryOrderOfTheDemoCompanyIsPrintedAsItIsSaved)

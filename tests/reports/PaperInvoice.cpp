@@ -235,25 +235,25 @@ void addNetFaults(const PaperInvoice &invoice, QStringList &faults)
                                                         krOf(invoice.net.value_or(0)));
 }
 
-/// One line of the table of rates against the lines of the invoice. The rates are rounded so that
-/// they add up, and the highest one bears what the lines were rounded by.
+/// One line of the table of rates against the lines of the invoice, unrounded as in the net. The
+/// rates are rounded so that they add up; the highest one bears by what the lines' VAT was rounded.
 void addRateFault(const PaperInvoice::Rate &rate, const PaperInvoice &invoice, QStringList &faults)
 {
-    qint64 lines = 0;
-    qint64 count = 0;
+    double lines = 0;
+    double count = 0;
     for (const PaperInvoice::Page &page : invoice.pages) {
         for (const PaperInvoice::Line &line : page.lines) {
             ++count;
             if (line.rate == rate.rate)
-                lines += line.amount;
+                lines += static_cast<double>(line.tenths * line.price) / 10;
         }
     }
-    const double most = 0.5 * static_cast<double>(count) + 1;
-    const double vat = static_cast<double>(rate.basis) * rate.rate / 100;
-    if (std::abs(static_cast<double>(rate.basis - lines)) > most ||
-        std::abs(static_cast<double>(rate.vat) - vat) > most * rate.rate / 100 + 1)
+    constexpr double kOre = 1.001;
+    const double vat = lines * rate.rate / 100;
+    if (std::abs(static_cast<double>(rate.basis) - lines) > kOre ||
+        std::abs(static_cast<double>(rate.vat) - vat) > 2 * kOre + count / 100)
         faults += u"%1 %: basis %2, VAT %3, lines %4"_s.arg(rate.rate).arg(
-            krOf(rate.basis), krOf(rate.vat), krOf(lines));
+            krOf(rate.basis), krOf(rate.vat), krOf(qRound64(lines)));
 }
 
 void addSumFaults(const PaperInvoice &invoice, QStringList &faults)
