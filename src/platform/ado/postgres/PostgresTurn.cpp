@@ -71,6 +71,7 @@ void PostgresTurn::lose()
         m_state = State::Lost;
     m_listens = false;
     m_givenBack = false;
+    m_seenFree = 0; // who has lost it with the server must have all the time to come back
 }
 
 } // namespace ado

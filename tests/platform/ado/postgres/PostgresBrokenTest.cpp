@@ -301,6 +301,31 @@ TEST(PostgresRestart, ServerThatIsBeingRestartedIsWaitedFor)
     SessionPool::shared().clear();
 }
 
+TEST(PostgresRestart, LooksBeforeARestartDoNotCountForTheTurn)
+{
+    PostgresCluster cluster(PostgresCluster::Durability::None);
+    const QString connectionString = cluster.connectionString(cluster.createDatabase());
+    const auto restart = [&] {
+        cluster.stop();
+        cluster.start();
+    };
+    Client holder(connectionString);
+    Client waiting(connectionString);
+    while (!holder.takeTurn()) { // the server has just been started
+    }
+    EXPECT_FALSE(waiting.takeTurn());
+    restart();
+    constexpr int kEnough = 150;
+    for (int look = 1; look < kEnough; ++look)
+        EXPECT_FALSE(waiting.takeTurn());
+    restart();
+    EXPECT_FALSE(waiting.takeTurn()) << "the holder has had no time to come back";
+    EXPECT_TRUE(holder.takeTurn());
+    holder.close();
+    waiting.close();
+    SessionPool::shared().clear();
+}
+
 TEST(PostgresRestart, ServerThatStaysAwayIsWaitedForOnce)
 {
     PostgresCluster cluster(PostgresCluster::Durability::None);
