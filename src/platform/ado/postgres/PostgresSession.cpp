@@ -18,6 +18,9 @@ namespace {
 
 constexpr int kCachedStatements = 64;
 constexpr int kStatusPause = 100; // milliseconds between two questions
+/// Tells one life of the server from the next: one that comes back from a crash begins to count
+/// anew, one that was stopped in order goes on.
+constexpr char kAskLife[] = "SELECT pg_stat_get_bgwriter_stat_reset_time()";
 
 /// Changes of a schema that this process has made. A session that knows of fewer may be wrong about
 /// tables that another session of ours has changed.
@@ -92,6 +95,8 @@ void PostgresSession::sendCommit()
     PostgresResult result;
     try {
         number = PQgetvalue(m_link.run("SELECT txid_current_if_assigned()").get(), 0, 0);
+        if (m_serverLife.isEmpty())
+            m_serverLife = PQgetvalue(m_link.run(kAskLife).get(), 0, 0);
         result = m_link.run("COMMIT");
     } catch (const RunTimeError &) {
         if (!m_link.isLost())
@@ -107,17 +112,23 @@ void PostgresSession::sendCommit()
                            u"Transaksjonen er avbrutt av databasen; ingenting i den er lagret."_s);
 }
 
-/// What became of a transaction whose COMMIT was cut off. Raises when that cannot be found out.
+/// What became of a transaction whose COMMIT was cut off. Raises when that cannot be found out. A
+/// server that has come back from a crash may have given the number to another transaction.
 bool PostgresSession::wasCommitted(const QByteArray &number)
 {
-    const QByteArray question = "SELECT txid_status(" + number + ')';
+    const QByteArray question = kAskLife + QByteArray(", txid_status(") + number + ')';
+    const QByteArray life = m_serverLife; // a new connection forgets it
     for (int waited = 0; waited < m_link.patience(); waited += kStatusPause) {
         if (m_link.isLost() && passOver([this] { reopen(); }) != 0)
             break;
         QByteArray status;
-        const int error =
-            passOver([&] { status = PQgetvalue(m_link.run(question.constData()).get(), 0, 0); });
-        if (status == "committed")
+        bool sameLife = false;
+        const int error = passOver([&] {
+            const PostgresResult answer = m_link.run(question.constData());
+            sameLife = life == PQgetvalue(answer.get(), 0, 0);
+            status = PQgetvalue(answer.get(), 0, 1);
+        });
+        if (status == "committed" && sameLife)
             return true;
         // A server that came back from a crash may not know the number at all.
         if (status == "aborted" || error == errors::kTypeMismatch)
@@ -149,6 +160,7 @@ void PostgresSession::requireRunning() const
 void PostgresSession::reopen()
 {
     forgetSchema();
+    m_serverLife.clear();
     m_turn.lose();
     m_link.reopen();
 }

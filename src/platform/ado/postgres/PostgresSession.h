@@ -96,6 +96,7 @@ private:
     PostgresLink m_link;
     PostgresTurn m_turn;
     PostgresWriter m_writer;
+    QByteArray m_serverLife; // as of this connection; empty before its first commit
     Transaction m_transaction = Transaction::None;
     bool m_schemaTouched = false; // within the transaction
     qint32 m_identity = 0;

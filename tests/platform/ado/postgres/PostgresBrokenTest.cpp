@@ -326,6 +326,50 @@ TEST(PostgresRestart, LooksBeforeARestartDoNotCountForTheTurn)
     SessionPool::shared().clear();
 }
 
+TEST(PostgresRestart, CommitThatACrashHasLostIsNotTakenForAnothersOfItsNumber)
+{
+    PostgresCluster cluster(PostgresCluster::Durability::None);
+    const QString database = cluster.createDatabase();
+    // What is not committed stays in memory until the crash.
+    for (const char *setting : {"wal_writer_delay = '10s'", "bgwriter_lru_maxpages = 0"})
+        cluster.run(database, u"ALTER SYSTEM SET "_s + QLatin1StringView(setting));
+    cluster.run(database, u"SELECT pg_reload_conf()"_s);
+    Client client(cluster.connectionString(database));
+    client.run(u"CREATE TABLE T (Nr LONG)"_s);
+    // The commit brings the server down.
+    cluster.run(database, u"CREATE FUNCTION fall() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN "
+                          "COPY (SELECT 1) TO PROGRAM 'kill -QUIT $(head -n 1 postmaster.pid)'; "
+                          "PERFORM pg_sleep(60); RETURN NULL; END $$"_s);
+    cluster.run(database, u"CREATE CONSTRAINT TRIGGER f AFTER INSERT ON \"T\" DEFERRABLE INITIALLY "
+                          "DEFERRED FOR EACH ROW EXECUTE FUNCTION fall()"_s);
+    cluster.run(database, u"CHECKPOINT"_s);
+    QString number;
+    QString becameOfIt;
+    SteppedClock clock([&](int sleeps) {
+        if (sleeps != 1)
+            return;
+        cluster.stop(); // what is left of it
+        cluster.start();
+        for (int other = 0; other < 20 && becameOfIt != u"committed"; ++other) {
+            cluster.run(database, u"CREATE TABLE t%1 ()"_s.arg(other));
+            becameOfIt = cluster.run(database, u"SELECT txid_status(%1)"_s.arg(number));
+        }
+    });
+    const ScopedClock scope(clock);
+    const QString told = textOf([&] {
+        client.transact([&] {
+            client.run(u"INSERT INTO T (Nr) VALUES (1)"_s);
+            number = cluster.run(database, u"SELECT backend_xid FROM pg_stat_activity WHERE "
+                                           "backend_xid IS NOT NULL"_s);
+        });
+    });
+    EXPECT_EQ(becameOfIt, u"committed"_s) << "of another transaction";
+    EXPECT_TRUE(told.contains(u"uvisst")) << told.toStdString();
+    EXPECT_EQ(cluster.run(database, u"SELECT COUNT(*) FROM \"T\""_s), u"0"_s);
+    client.close();
+    SessionPool::shared().clear();
+}
+
 TEST(PostgresRestart, ServerThatStaysAwayIsWaitedForOnce)
 {
     PostgresCluster cluster(PostgresCluster::Durability::None);
