@@ -1,4 +1,5 @@
 #include "posting/BokforProsessTest.h"
+#include "posting/Bokkontroll.h"
 #include "support/PostgresCluster.h"
 #include "support/Rounds.h"
 
@@ -36,14 +37,14 @@ protected:
     /// Lets so many processes post the same list, and calls `disturb` within some microseconds of
     /// a statement of one of them. How many invoices each told of.
     template<class Disturb>
-    void postDisturbed(int processes, Disturb disturb)
+    std::vector<int> runDisturbed(int processes, Disturb disturb)
     {
         startAnew();
         prepare(kInvoices);
         NoterendeSkjerm list;
         loadList(list);
         int dots[2];
-        ASSERT_EQ(::pipe2(dots, O_CLOEXEC), 0);
+        EXPECT_EQ(::pipe2(dots, O_CLOEXEC), 0);
         const auto post = [&] {
             const char dot = '.';
             nekt = [&](const QString &) { static_cast<void>(::write(dots[1], &dot, 1) == 1); };
@@ -69,6 +70,14 @@ protected:
         const std::vector<int> told = inProcesses(processes, post, meanwhile);
         ::close(dots[0]);
         EXPECT_EQ(int(told.size()), processes);
+        return told;
+    }
+
+    /// As runDisturbed; the disturbance must cost nothing.
+    template<class Disturb>
+    void postDisturbed(int processes, Disturb disturb)
+    {
+        const std::vector<int> told = runDisturbed(processes, disturb);
         EXPECT_EQ(std::accumulate(told.begin(), told.end(), 0), kInvoices);
         expectEachOnceAndWhole(processes);
     }
@@ -128,4 +137,17 @@ TEST_F(BokforBruddTest, ARestartUnderEightRunsCostsNothing)
             PostgresCluster::shared().stop();
             PostgresCluster::shared().start();
         });
+}
+
+TEST_F(BokforBruddTest, WhatACrashOfTheServerCostsIsFound)
+{
+    for (int round = 0; round < rounds(2) && !HasFailure(); ++round) {
+        runDisturbed(2, [] {
+            PostgresCluster::shared().crash();
+            PostgresCluster::shared().start();
+        });
+        const QStringList findings = KontrollerBoker();
+        EXPECT_EQ(findings.isEmpty(), booksAreWhole(kInvoices))
+            << findings.join(u'\n').toStdString();
+    }
 }

@@ -64,6 +64,29 @@ void BokforProsessTest::startAnew()
     gDB->setConnectionString(connectionString());
 }
 
+bool BokforProsessTest::booksAreWhole(int invoices)
+{
+    int vouchers = 0;
+    for (int nr = kFirst; nr < kFirst + invoices; ++nr) {
+        const QStringList found =
+            rows(u"SELECT ID,AntPost FROM Bilag WHERE Tekst='Faktura Kunde %1'"_s.arg(nr));
+        const bool posted =
+            count(u"Ordre WHERE OrdreStatus='Bokført' AND OrdreNr=%1"_s.arg(nr)) == 1;
+        if (!posted && found.isEmpty())
+            continue;
+        if (!posted || found.size() != 1 || !found[0].endsWith(u"|3"))
+            return false;
+        ++vouchers;
+        if (rows(u"SELECT Konto,Debet,Kredit FROM BilagLinjer WHERE BilagID=%1 ORDER BY "
+                 u"Konto,Kredit"_s.arg(found[0].section(u'|', 0, 0))) !=
+            QStringList{u"1500|350|0"_s, u"3000|0|110"_s, u"3000|0|115"_s, u"3000|0|125"_s})
+            return false;
+    }
+    QStringList numbers = rows(u"SELECT BilagNr FROM Bilag"_s);
+    return numbers.size() == vouchers && numbers.removeDuplicates() == 0 &&
+           count(u"BilagLinjer"_s) == 4 * vouchers;
+}
+
 std::vector<int> BokforProsessTest::inProcesses(int processes, const std::function<int()> &work,
                                                 const std::function<void()> &meanwhile)
 {

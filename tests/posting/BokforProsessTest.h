@@ -15,6 +15,9 @@ protected:
     void loadList(NoterendeSkjerm &list);
     /// As after a new start of the program.
     void startAnew();
+    /// Whether each of so many invoices is posted whole and once, or not at all, and nothing else
+    /// is in the books.
+    bool booksAreWhole(int invoices);
     /// Runs `work`, which tells a number below 100, in so many processes at once, and `meanwhile`
     /// in this one. As programs do, the processes go on until all have come to the end of their
     /// work. Returns what they told; no more than that of those that died.
