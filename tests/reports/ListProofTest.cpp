@@ -41,8 +41,7 @@ protected:
         PaperList paper(document, key);
         SCOPED_TRACE(file.toStdString() + ", start value " + std::to_string(m_start));
         EXPECT_EQ(paper.faults(), QStringList());
-        for (size_t page = 0; page < document.pages.size(); ++page)
-            EXPECT_EQ(PageReader(document, page).faults(), QStringList()) << "page " << page + 1;
+        EXPECT_EQ(layoutFaults(document), QStringList());
         std::puts(qUtf8Printable(u"Proof: %1 with %2 rows on %3 pages"_s.arg(document.title)
                                      .arg(paper.column(key).size())
                                      .arg(document.pages.size())));

@@ -253,6 +253,16 @@ bool PageReader::isPrintable(const SeenText &text) const
     return text.text == u"H"_s || text.room.isEmpty() || printable.contains(text.room);
 }
 
+QStringList layoutFaults(const report::Document &document)
+{
+    QStringList faults;
+    for (size_t page = 0; page < document.pages.size(); ++page) {
+        for (const QString &fault : PageReader(document, page).faults())
+            faults += u"page %1: %2"_s.arg(page + 1).arg(fault);
+    }
+    return faults;
+}
+
 std::optional<qint64> oreOf(QString amount)
 {
     static const QRegularExpression pattern(u"^-?\\d{1,3}( \\d{3})*,\\d\\d$"_s);

@@ -52,6 +52,9 @@ private:
     QSizeF m_paper;
 };
 
+/// The faults of all pages, each with its page.
+[[nodiscard]] QStringList layoutFaults(const report::Document &document);
+
 /// An amount as the reports write it, in øre; nothing for what is none.
 std::optional<qint64> oreOf(QString amount);
 /// That many øre as a text for a message.

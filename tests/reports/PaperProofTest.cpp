@@ -66,13 +66,9 @@ protected:
     QStringList faultsIn(const report::Document &document, const RandomOrder &drawn, int order)
     {
         const PaperInvoice invoice = readInvoice(document);
-        QStringList faults = faultsOf(invoice);
+        QStringList faults = faultsOf(invoice) + layoutFaults(document);
         addWrongTexts(document, invoice, drawn, faults);
         addWrongFacts(invoice, drawn, order, faults);
-        for (size_t page = 0; page < document.pages.size(); ++page) {
-            for (const QString &fault : PageReader(document, page).faults())
-                faults += u"page %1: %2"_s.arg(page + 1).arg(fault);
-        }
         return faults;
     }
 
