@@ -153,7 +153,7 @@ TEST_F(PaperProofTest, EveryOrderAddsUpAndNothingIsOutOfPlace)
         lines += drawn.lines.size();
         pages += document.pages.size();
     }
-    EXPECT_GT(saved, static_cast<size_t>(count / 2));
+    EXPECT_GE(saved, static_cast<size_t>(count / 2));
     std::puts(qUtf8Printable(
         u"Proof: Faktura: %1 with %2 rows on %3 pages"_s.arg(saved).arg(lines).arg(pages)));
 }
