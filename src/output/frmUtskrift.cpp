@@ -11,7 +11,6 @@
 #include "presentation/Skjerm.h"
 #include "presentation/frmInvisible.h"
 #include "rules/Innstilling.h"
-#include "rules/Innstilling.h"
 #include "rules/Ordre.h"
 #include "runtime/Conversions.h"
 #include "runtime/RunTimeError.h"

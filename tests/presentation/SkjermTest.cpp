@@ -180,8 +180,9 @@ TEST_F(SkjermTest, ASizeThatNoScreenHasIsCut)
 
 TEST_F(SkjermTest, AStoredSizeOfAnyNumberComesUpWithinTheScreens)
 {
-    const QString stored[] = {u"2000000000"_s,  u"150000"_s, u"99999999999"_s, u"0"_s,
-                              u"-2000000000"_s, u"tull"_s,   u""_s,            u"12x"_s};
+    const QString stored[] = {u"2000000000"_s, u"150000"_s,      u"99999999999"_s,
+                              u"0"_s,          u"-2000000000"_s, u"tull"_s,
+                              u""_s,           u"12x"_s};
     for (const QString &twips : stored) {
         SCOPED_TRACE(twips.toStdString());
         store(u"FWidth"_s, twips);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 #include <malloc.h>
 
 /// What this program holds of the heap, in bytes. A sanitizer's own allocator tells 0.

@@ -154,7 +154,7 @@ TEST_F(ServerTest, MissingRightIsToldWhenATableCannotBeMade)
     const Outcome outcome = host({u"--dsn"_s, uri(user), u"--aar"_s, u"2014"_s});
     expectRefusal(outcome, 1, u"ModuleInit 0"_s);
     EXPECT_TRUE(outcome.err.contains(u"ikke rett"_s)) << outcome.err.toStdString();
-    EXPECT_EQ(tableCount(), u"10"_s);
+    EXPECT_EQ(tableCount(), u"11"_s);
 
     m_database.run(u"DROP OWNED BY "_s + user);
     m_database.run(u"DROP ROLE "_s + user);
