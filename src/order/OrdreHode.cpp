@@ -219,6 +219,7 @@ void OrdreHode::forlatFelt(int nr)
     }
 }
 
+/// In every mode: while browsing it changes what the screen shows and nothing that is stored.
 /// Not trapped: days that are no number and dates that are none raise error 13.
 void OrdreHode::mistetFokus(int nr)
 {
@@ -239,7 +240,7 @@ void OrdreHode::mistetFokus(int nr)
         break;
     case kFakDato:
         settForfall();
-        m_ui.vaSpread1->setFocus();
+        m_ui.vaSpread1->setFocus(); // wherever the user was heading
         break;
     case kKundeNr:
         if (leadingNumber(LesInnstilling(u"KIDaktivert"_s, u"0"_s)) == 1) {

@@ -67,6 +67,7 @@ void OrdreKommandoer::aktiver()
         for (PictureButton *button : {m_ui.cmdFirst, m_ui.cmdPrevious, m_ui.cmdNext, m_ui.cmdLast})
             button->setVisible(false);
     }
+    // In a mode as well: after the list of customers saving and closing are left.
     m_ui.btnCancel->setEnabled(false);
 
     const bool avrunder =
@@ -111,6 +112,7 @@ void OrdreKommandoer::btnCopy_Click()
     m_rom.knapper.SettKnapper(false, false, false, false, true);
     m_rom.felter.setText(kOrdreNr, QString::number(NyttOrdreNr()));
     settDagens();
+    // The KID is the copied order's until this field is left.
     tilKundeNr();
 }
 
@@ -133,7 +135,8 @@ void OrdreKommandoer::btnChange_Click()
 void OrdreKommandoer::btnCancel_Click()
 {
     if (m_tilstand.ErEndre) {
-        // The set is detached, so it needs a connection for the time of reading.
+        // The set is detached, so it needs a connection for the time of reading. It stands on its
+        // first order afterwards, whichever was being changed.
         m_tilstand.rsOrdre->setActiveConnection(gDB->ConnectionString());
         m_tilstand.rsOrdre->requery();
         m_tilstand.rsOrdre->clearActiveConnection();
@@ -154,6 +157,7 @@ void OrdreKommandoer::btnCancel_Click()
 void OrdreKommandoer::btnPrint_Click(const UtskriftApner &apner)
 {
     OrdreUtskrift utskrift;
+    // Cut at a decimal comma, so a sum above -1 is none of a credit note.
     passOver([&] { utskrift.ErKreditnota = leadingNumber(m_rom.felter.text(kSumBrutto)) < 0; });
     utskrift.fakID = QString::number(m_tilstand.AktivID);
     utskrift.fakNr = m_rom.felter.text(kOrdreNr);
@@ -258,7 +262,7 @@ void OrdreKommandoer::settDagens()
     m_rom.felter.setText(kForfallDato, m_rom.felter.forfallFra(today));
 }
 
-/// Error 13 when the order date is no date.
+/// No command takes the warning away again. Error 13 when the order date is no date.
 void OrdreKommandoer::visAarvarsel()
 {
     if (m_rom.hode.erUtenforAar())

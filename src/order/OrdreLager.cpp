@@ -119,6 +119,7 @@ void OrdreLager::LesOrdre(qint32 innId)
     const ado::Recordset &ordre = *m_tilstand.rsOrdre;
     passOver([&] { m_tilstand.AktivID = ordre.integer(u"ID"); });
     VisFelter();
+    // The first order's, though another one shows next; a move does not ask again for the box.
     QString status;
     passOver([&] { status = ordre.text(u"OrdreStatus"); });
     m_ui.chkBetalt->setEnabled(KanMerkesBetalt(status));

@@ -38,7 +38,7 @@ bool leadsWithZero(const QString &text)
 QString dateForm(const QString &text)
 {
     if (trimBlanks(text).isEmpty())
-        return u" Null"_s;
+        return u" Null"_s; // between its marks, so that the statement fails as well
     QString form;
     passOver([&] { form = Format(toDate(text), u"mm\\/dd\\/yyyy"); });
     return form;
@@ -78,10 +78,12 @@ void OrdreLagring::btnSave_Click()
         m_ui.vaSpread1->forgetEdits();
         VisMelding(u"Posten er lagret."_s, msgbox::kInformation, u"Lagre"_s, kNoteSeconds, false);
     } else {
+        // As a rule nothing follows: LagreOrdre has asked, and asking empties it.
         MsgBox(u"Lagring feilet, feil: "_s + gDB->LastError(), msgbox::kExclamation);
     }
     if (!skjerm)
         return;
+    // The mode goes on, and the way on is to print, which lets the next order be begun.
     m_knapper.SettKnapper(true, true, false, true, false);
     m_ui.btnCancel->setEnabled(false);
     m_ui.vaSpread1->setEditModeReplace(false);
@@ -154,6 +156,7 @@ std::vector<OrdreLagring::Kolonne> OrdreLagring::kolonner(Modus modus) const
         bare(navn, TallTilSql(m_felter.text(felt), u"#0.00"));
     };
 
+    // Kontrollsiffer, KundeOrgNr and RabattKr keep what another program has put there.
     bare(u"KlientNr", numberToText(gKlient));
     if (modus == Modus::Ny) {
         QString nyttNr;
@@ -210,6 +213,7 @@ int OrdreLagring::LagreOrdre(Modus modus, const QString &tabell, qint32 &id) con
                                   : u"UPDATE "_s + tabell + u" SET "_s + tilordninger.join(u',') +
                                         u" WHERE ID="_s + numberToText(id);
 
+    // It holds none of what follows; see the class.
     passOver([] { gConn->beginTrans(); });
     const qint32 nyId = gDB->ExecuteID(statement);
     if (modus == Modus::Ny)
@@ -229,6 +233,8 @@ bool OrdreLagring::LagreLinjer(qint32 ordreId) const
     if (ordreId < 1)
         return false;
     const QString ordre = numberToText(ordreId);
+    // Nobody looks at a result from here on: a refused line is missing, and lines that could not be
+    // deleted are there beside the new ones.
     passOver([&] { gDB->Execute(u"DELETE FROM OrdreLinjer WHERE OrdreID="_s + ordre); });
 
     fpSpread &grid = *m_ui.vaSpread1;

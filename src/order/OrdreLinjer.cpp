@@ -132,7 +132,7 @@ void OrdreLinjer::brukPlass(int twips)
 void OrdreLinjer::InitLinjer()
 {
     m_grid.setRedraw(false);
-    passOver([this] { SpreadClear(m_grid); });
+    passOver([this] { SpreadClear(m_grid); }); // which leaves room for ten lines, and no more
     m_grid.setCurrent(kProduktNr, 1); // not where the user stood in the lines that are gone
     m_grid.setAction(fpSpread::ActiveCellAction);
     for (const int col : {kPris, kRabatt, kSumNetto, kSumBrutto})

@@ -186,6 +186,7 @@ void frmOrdre::onResize()
 
 bool frmOrdre::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)
 {
+    // Any key: the way to print an original once more.
     if (shift.testFlag(Qt::ShiftModifier) && focusWidget() == m_ui->btnPrint)
         m_rom->tilstand.TvingOriginal = true;
     if (key == Qt::Key_F1)

@@ -16,7 +16,8 @@ namespace {
 
 const QDate kLavesteDato(2010, 1, 1);
 constexpr qint32 kKundeliste = 200; // pixels
-constexpr qsizetype kKundetegn = 5; ///< of the customer box, which make a customer number
+/// Of the customer box, which make a customer number; one of six digits loses its last.
+constexpr qsizetype kKundetegn = 5;
 const QString kAlle = u"<Alle>"_s;
 
 /// A date as the selection language writes it.

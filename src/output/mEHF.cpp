@@ -259,7 +259,8 @@ Currency mvaProsent(const Ordrehode &ordre)
     return Currency::fromDouble(mva / ordre.sumNetto.toDouble());
 }
 
-/// One subtotal for the whole document, whatever rates its lines have.
+/// One subtotal for the whole document, whatever rates its lines have, and of category S whether
+/// there is VAT or not.
 void leggMva(EhfTekst &ut, const Ordrehode &ordre)
 {
     ut.legg(u"<cac:TaxTotal>\n");
@@ -289,7 +290,8 @@ void leggSum(EhfTekst &ut, const Ordrehode &ordre)
     ut.legg(u"</cac:LegalMonetaryTotal>");
 }
 
-/// The attribute of the quantity tag, or nothing for a unit that has no code.
+/// The attribute of the quantity tag, or nothing for a unit that has no code. Whatever begins with
+/// "t" goes out as hours, "tonn" too.
 QStringView enhetskode(const QString &enhet)
 {
     const QString liten = enhet.toLower();
@@ -338,12 +340,14 @@ void leggLinje(EhfTekst &ut, bool kreditnota, const ado::Recordset &rs)
     ut.legg(kreditnota ? QStringView(u"<cac:CreditNoteLine> \n")
                        : QStringView(u"<cac:InvoiceLine>\n"));
     ut.leggVerdi(u"cbc:ID", EhfHeltall(posNr / 10));
+    // Alone with its sign: the amounts have lost theirs.
     const QString mengde = trimLeftBlanks(numberToText(antall));
     if (kreditnota)
         ut.leggVerdi(u"cbc:CreditedQuantity", mengde, enhetskode(enhet));
     else
         ut.leggVerdi(u"cbc:InvoicedQuantity", mengde, enhetskode(enhet));
     leggBelop(ut, u"cbc:LineExtensionAmount", sumNetto);
+    // Order and invoice are one row, so there is no line of another order to refer to.
     ut.legg(u"<cac:OrderLineReference>\n"
             u"<cbc:LineID>0</cbc:LineID>\n"
             u"</cac:OrderLineReference>\n"

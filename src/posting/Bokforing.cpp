@@ -195,18 +195,21 @@ void Kjoring::tell(const ado::Recordset &ordre)
 {
     passOver([&] { m_antall = toInteger(m_antall + 1.0); });
     if (enters([&] { return belop(ordre, u"SumBrutto").isNegative(); }))
-        m_erKredit = true;
+        m_erKredit = true; // and so it stays for all that follow
+    // A voucher carries the rounding of those before it as well, on both sides.
     passOver([&] { m_avrunding += belop(ordre, u"Avrunding"); });
 }
 
 void Kjoring::skrivBilag(const Ref<ado::Recordset> &grupper)
 {
+    // The groups alone, without the customer's line and the rounding's.
     passOver([&] { m_antPost = grupper->recordCount(); });
     m_bilagNr = NyttBilagnr(qint16(m_dato.year()));
     QString sql = u"INSERT INTO Bilag (KlientNr,BilagNr,BilagDato,Tekst,BilagType,AntPost,Aar) "
                   u"VALUES ("_s +
                   klient() + u',' + m_bilagNr + u',';
     passOver([&] { sql += sqlDato(kFakDato); });
+    // The type behind the text is the same for both.
     sql += (m_erKredit ? u",'Kreditnota "_s : u",'Faktura "_s) + celle(kKundeNavn) +
            u"','Faktura',"_s + numberToText(m_antPost) + u',' + numberToText(m_dato.year()) + u')';
     passOver([&] { m_bilagId = gDB->ExecuteID(sql); });
@@ -268,6 +271,7 @@ void Kjoring::skrivArbeidsrad()
     QString sql = u"INSERT INTO tmpTbl (KlientNr,BilagNr,FakNr,KndNr,Type,FakDto,Forfall,Belop) "
                   u"VALUES ("_s +
                   klient() + u',' + m_bilagNr + u',' + celle(kFakNr) + u',' + celle(kKundeNr) +
+                  // By the sign, where the voucher's texts go by the mark.
                   (m_sum.isNegative() ? u",'Kreditnota',"_s : u",'Faktura',"_s);
     passOver([&] { sql += sqlDato(kFakDato) + u',' + sqlDato(kForfall); });
     passOver([&] { sql += u',' + sqlBelop(m_sum); });

@@ -282,6 +282,7 @@ void frmBokfor::Check1_Click()
             SpreadSetText(grid, kBokfor, row, merk ? u"1" : u"0", false);
     }
     grid.setRedraw(true);
+    // The button that posts follows clicks in the list alone.
     m_ui->Check1->setText(merk ? u"Fjern &merking"_s : u"&Merk alle"_s);
     tilpassValg();
 }

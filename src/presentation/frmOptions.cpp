@@ -248,7 +248,8 @@ void frmOptions::visForsteFakturanr(const QString &vilkar)
     const bool fri = !enters([&] { return gDB->GetCount(u"Ordre"_s, vilkar) > 0; });
     setInUse(*m_ui->txtFirstFak, fri);
     m_ui->Frame4->setEnabled(fri);
-    // The stored number is not shown while no order has been made from it.
+    // The stored number is not shown while no order has been made from it, and a save puts the 1
+    // that shows in its place.
     if (fri)
         return;
     passOver([&] {
@@ -281,6 +282,7 @@ void frmOptions::cmdApply_Click()
 {
     lagreKID();
     lagre(u"Fakturablankett"_s, chosen(m_optLogo));
+    // Touched or not, so that a client without a logo has a blank picture.
     passOver([this] { SkrivLogo(*m_ui->picLogo); });
     lagreKlient();
     lagre(u"Avrunding"_s, chosen(m_optAvrunding));
@@ -308,6 +310,7 @@ void frmOptions::lagreKlient()
     if (enters([&] { return fri && leadingNumber(forste) >= 1; }))
         passOver([&] { gDB->Execute(u"UPDATE Klient SET FirstFakNr="_s + forste + vilkar); });
 
+    // Only this screen reads these columns: a printout takes its text from the settings.
     const int bruk = int(m_ui->chkTxt1->isChecked()) + 2 * int(m_ui->chkTxt2->isChecked());
     passOver([&] {
         gDB->Execute(u"UPDATE Klient SET FakTekstBruk="_s + numberToText(bruk) +

@@ -92,6 +92,7 @@ void SkrivLogo(const PictureBox &box)
     } catch (const RunTimeError &error) {
         failure = QString::number(error.number()) + u' ' + error.description();
     }
+    // A refused write has raised nothing, and its text is for nobody.
     (void)gDB->LastError();
     if (!failure.isEmpty())
         MsgBox(u"Feil ved lagring av logo: "_s + failure, msgbox::kInformation);

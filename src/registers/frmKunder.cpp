@@ -184,6 +184,7 @@ void frmKunder::SkrivGrid(const QString &sFilter, const QString &sSortering)
         u"FROM (KundeLev AS K LEFT JOIN Poststed AS P ON K.PostNr=P.PostNr) "_s
         u"LEFT JOIN Poststed AS L ON K.LevPostNr=L.PostNr "_s
         u"WHERE KlientNr="_s +
+        // No blank between number and filter: the dialect parts them.
         numberToText(gKlient) + sFilter + u" ORDER BY "_s + sSortering;
     Ref<ado::Recordset> rs;
     passOver([&] { rs = gDB->GetRS(statement, true); });

@@ -392,6 +392,7 @@ void frmProdukt::btnSave_Click()
         SettKnapper(true, true, false, true);
 }
 
+/// What was typed stays to be seen, and the button stays on.
 void frmProdukt::btnCancel_Click()
 {
     setMode(false, false);

@@ -76,6 +76,7 @@ qint32 frmProdukt::LagrePost(qint16 Modus, const QString &Tabell, qint32 ID) con
         QStringList assignments;
         for (const Entry &entry : entries)
             assignments += entry.column + u'=' + entry.quoted();
+        // By the ID alone, so the row becomes the active client's; no row at all is no failure.
         const bool done = gDB->Execute(u"UPDATE "_s + Tabell + u" SET "_s + assignments.join(u',') +
                                        u" WHERE ID="_s + QString::number(ID));
         return done ? 1 : 0;
@@ -99,6 +100,8 @@ void frmProdukt::vaSpread1_LeaveCell(int col, int row, int newCol, int newRow)
     fpSpread &grid = *m_ui->vaSpread1;
     const QString entered = SpreadGetText(grid, newCol, newRow);
     if (newCol == kolonne::Gruppe) {
+        // Produkt has no such column (its own is ProduktGruppe): the read fails, and nothing
+        // follows. Where a database has one, the list goes to the rate's cell, not to this one.
         Ref<ado::Recordset> rs;
         passOver([&] {
             rs = gDB->GetRS(u"SELECT DISTINCT Gruppe FROM Produkt ORDER BY Gruppe ASC"_s, true);
@@ -118,6 +121,7 @@ void frmProdukt::vaSpread1_LeaveCell(int col, int row, int newCol, int newRow)
     }
     if (col == kolonne::Gruppe || col == kolonne::MvaSats)
         SpreadSetCellType(grid, kolonne::MvaSats, row, int(CellKind::Edit), false, {}, {});
+    // Of two cells, not of one before and after. The mark is for nobody.
     const QString left = SpreadGetText(grid, col, row);
     if (entered != left)
         SpreadSetText(grid, kolonne::Changed, row, u"1", false);

@@ -45,6 +45,7 @@ QString Modulus10(const QString &text)
         weight = weight > 1 ? 1 : 2;
         return product > 9 ? product - 10 + product / 10 : product;
     });
+    // 10 stays 10: the references that are stored and printed end so.
     return text + QString::number(10 - sum % 10);
 }
 

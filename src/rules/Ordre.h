@@ -34,7 +34,7 @@ inline constexpr QStringView kBetalt = u"Betalt";
 [[nodiscard]] QString FakturertSql(const QString &id);
 /// After posting.
 [[nodiscard]] QString BokfortSql(const QString &id);
-/// After the user's yes to payment.
+/// After the user's yes to payment. The column Betalt stays as it is: the status alone tells.
 [[nodiscard]] QString BetaltSql(qint32 id);
 
 /// The condition by which posting selects an order that is "Fakturert" still, to follow another

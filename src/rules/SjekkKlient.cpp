@@ -29,6 +29,7 @@ QString SjekkKlient()
     };
 
     QString faults;
+    // Not trimmed, alone of the four: blanks count as a postal code.
     if (enters([&] { return isNull(u"PostNr") || rs->text(u"PostNr").isEmpty(); }))
         faults += u"PostNr mangler"_s + required;
     if (isBlank(u"TlfArbeid"))

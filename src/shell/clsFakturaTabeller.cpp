@@ -21,6 +21,8 @@ bool clsFaktura::LagTabellOrdre()
                u"SumBrutto CURRENCY, Avrunding CURRENCY, Kontrollsiffer SHORT)"_s);
 }
 
+// Client and name are wider than in the other two tables, as databases have them: a long name is
+// cut when it reaches a line.
 bool clsFaktura::LagTabellProdukt()
 {
     return TableExists(u"Produkt"_s) ||
@@ -59,6 +61,7 @@ bool clsFaktura::OppgraderTabeller()
     AddField(u"Klient"_s, u"FakTekst1"_s, FieldType::Text, 255);
     const bool lastColumn = AddField(u"Klient"_s, u"FakTekst2"_s, FieldType::Text, 255);
 
+    // An account that is there gets nothing, not even a balance for a new year.
     const QString klient = numberToText(gKlient);
     if (gDB->GetCount(u"Kontoplan"_s, u"KlientNr="_s + klient + u" AND KontoNr=3000"_s) != 0)
         return lastColumn;
