@@ -10,8 +10,9 @@
 #include <QPdfWriter>
 #include <QSaveFile>
 
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFWriter.hh>
+#include <qpdf/qpdf-c.h>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -64,42 +65,58 @@ QByteArray pagesOf(const Document &document, const Checkpoint &checkpoint)
     return painter.end() ? bytes.data() : QByteArray();
 }
 
+/// A PDF file in memory, which owns all handles of its objects.
+struct CloseQpdf
+{
+    void operator()(_qpdf_data *pdf) const { qpdf_cleanup(&pdf); }
+};
+using Qpdf = std::unique_ptr<_qpdf_data, CloseQpdf>;
+
 /// Qt embeds the letters that are used and gives the descriptor of such a subset its tag of six
 /// capitals, but not the font, where readers look for it.
-void tagSubsets(QPDF &pdf)
+void tagSubset(qpdf_data pdf, qpdf_oh font)
 {
-    for (QPDFObjectHandle &font : pdf.getAllObjects()) {
-        if (!font.isDictionaryOfType("/Font", "/Type0"))
-            continue;
-        QPDFObjectHandle letters = font.getKey("/DescendantFonts").getArrayItem(0);
-        const QPDFObjectHandle name = letters.getKey("/FontDescriptor").getKey("/FontName");
-        letters.replaceKey("/BaseFont", name);
-        font.replaceKey("/BaseFont", name);
-    }
+    const qpdf_oh letters =
+        qpdf_oh_get_array_item(pdf, qpdf_oh_get_key(pdf, font, "/DescendantFonts"), 0);
+    const qpdf_oh name =
+        qpdf_oh_get_key(pdf, qpdf_oh_get_key(pdf, letters, "/FontDescriptor"), "/FontName");
+    qpdf_oh_replace_key(pdf, letters, "/BaseFont", name);
+    qpdf_oh_replace_key(pdf, font, "/BaseFont", name);
 }
 
-QPDFObjectHandle pdfText(const QString &text)
+void tagSubsets(qpdf_data pdf)
 {
-    return QPDFObjectHandle::newUnicodeString(text.toStdString());
+    const int pages = qpdf_get_num_pages(pdf);
+    for (int page = 0; page < pages; ++page) {
+        const qpdf_oh resources =
+            qpdf_oh_get_key(pdf, qpdf_get_page_n(pdf, static_cast<size_t>(page)), "/Resources");
+        const qpdf_oh fonts = qpdf_oh_get_key(pdf, resources, "/Font");
+        qpdf_oh_begin_dict_key_iter(pdf, fonts);
+        while (qpdf_oh_dict_more_keys(pdf))
+            tagSubset(pdf, qpdf_oh_get_key(pdf, fonts, qpdf_oh_dict_next_key(pdf)));
+    }
 }
 
 /// The pages with what Qt's writer has no words for.
 QByteArray completed(const QByteArray &pages, const QString &author)
 {
-    QPDF pdf;
-    pdf.processMemoryFile("pages", pages.constData(), static_cast<size_t>(pages.size()));
-    QPDFObjectHandle root = pdf.getRoot();
-    root.replaceKey("/Lang", pdfText(u"nb-NO"_s));
-    root.replaceKey("/ViewerPreferences", QPDFObjectHandle::parse("<< /DisplayDocTitle true >>"));
-    if (!author.isEmpty())
-        pdf.getTrailer().getKey("/Info").replaceKey("/Author", pdfText(author));
+    const Qpdf owner(qpdf_init());
+    const qpdf_data pdf = owner.get();
+    qpdf_read_memory(pdf, "pages", pages.constData(), static_cast<size_t>(pages.size()), nullptr);
+    const qpdf_oh root = qpdf_get_root(pdf);
+    qpdf_oh_replace_key(pdf, root, "/Lang", qpdf_oh_new_unicode_string(pdf, "nb-NO"));
+    qpdf_oh_replace_key(pdf, root, "/ViewerPreferences",
+                        qpdf_oh_parse(pdf, "<< /DisplayDocTitle true >>"));
+    if (!author.isEmpty()) {
+        const qpdf_oh info = qpdf_oh_get_key(pdf, qpdf_get_trailer(pdf), "/Info");
+        qpdf_oh_replace_key(pdf, info, "/Author",
+                            qpdf_oh_new_unicode_string(pdf, author.toUtf8().constData()));
+    }
     tagSubsets(pdf);
-    QPDFWriter writer(pdf);
-    writer.setOutputMemory();
-    writer.write();
-    const auto bytes = writer.getBufferSharedPointer();
-    return {reinterpret_cast<const char *>(bytes->getBuffer()),
-            static_cast<qsizetype>(bytes->getSize())};
+    qpdf_init_write_memory(pdf);
+    qpdf_write(pdf);
+    return {reinterpret_cast<const char *>(qpdf_get_buffer(pdf)),
+            static_cast<qsizetype>(qpdf_get_buffer_length(pdf))};
 }
 
 } // namespace
@@ -113,7 +130,7 @@ void writePdf(const Document &document, const QString &path, const Checkpoint &c
     if (pages.isEmpty())
         raiseNotWritten(file);
     const QByteArray whole = completed(pages, document.author);
-    if (file.write(whole) != whole.size() || !commitWhole(file))
+    if (whole.isEmpty() || file.write(whole) != whole.size() || !commitWhole(file))
         raiseNotWritten(file);
 }
 
