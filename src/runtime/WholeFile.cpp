@@ -2,7 +2,8 @@
 
 #include <QSaveFile>
 
-bool commitWhole(QSaveFile &file)
+bool writeWhole(QSaveFile &file, const QByteArray &bytes)
 {
-    return file.flush() && file.commit();
+    // Without the flush, commit() would not notice that what lay in the buffer found no room.
+    return file.write(bytes) == bytes.size() && file.flush() && file.commit();
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+class QByteArray;
 class QSaveFile;
 
-/// Puts what has been written in the place of the former file, if all of it has reached the disk;
-/// otherwise that one stays. commit() alone does not notice that what lay in the buffer has found
-/// no room.
-[[nodiscard]] bool commitWhole(QSaveFile &file);
+/// Puts a file of these bytes in the place of the former one, if all of them have reached the disk;
+/// otherwise that one stays. `file` is open and empty.
+[[nodiscard]] bool writeWhole(QSaveFile &file, const QByteArray &bytes);

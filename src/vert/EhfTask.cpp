@@ -32,8 +32,6 @@ void writeEhf(int orderNumber, const QString &target, bool replace)
     checkTarget(target, replace);
     const QByteArray document = ehfDocument(orderNumber);
     QSaveFile file(target);
-    if (!file.open(QIODevice::WriteOnly) || file.write(document) != document.size() ||
-        !commitWhole(file)) {
+    if (!file.open(QIODevice::WriteOnly) || !writeWhole(file, document))
         throw HostError(u"filen %1 lot seg ikke skrive"_s.arg(target));
-    }
 }

@@ -191,8 +191,7 @@ bool replaceFile(const QString &path, const QByteArray &bytes)
     if (bytes.size() > kLargestFile)
         return false;
     QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() &&
-           commitWhole(file);
+    return file.open(QIODevice::WriteOnly) && writeWhole(file, bytes);
 }
 
 /// Lets `change(Loaded &)` alter the file of settings as it stands now. When that returns

@@ -130,7 +130,7 @@ void writePdf(const Document &document, const QString &path, const Checkpoint &c
     if (pages.isEmpty())
         raiseNotWritten(file);
     const QByteArray whole = completed(pages, document.author);
-    if (whole.isEmpty() || file.write(whole) != whole.size() || !commitWhole(file))
+    if (whole.isEmpty() || !writeWhole(file, whole))
         raiseNotWritten(file);
 }
 
