@@ -57,7 +57,7 @@ public:
         DemoLines &lines = m_lines[order.text(u"OrdreNr")];
         lines.sumUp(order.text(u"Avrunding"));
         enterHeader(order, lines);
-        enterLines(lastIdentity(m_connection), lines);
+        enterOrderLines(m_connection, lastIdentity(m_connection), lines);
 
         const QString status = order.text(u"OrdreStatus");
         if (status != ordrestatus::kBokfort && status != ordrestatus::kBetalt)
@@ -127,25 +127,6 @@ private:
                 .statement());
     }
 
-    void enterLines(int orderId, const DemoLines &lines)
-    {
-        for (int row = 1; row <= lines.antallRader(); ++row) {
-            m_connection.execute(Insert(u"OrdreLinjer")
-                                     .number(u"OrdreID", orderId)
-                                     .number(u"PosNr", row * 10)
-                                     .text(u"ProduktNr", lines.text(DemoLines::kProduktNr, row))
-                                     .text(u"ProduktNavn", lines.text(DemoLines::kProduktNavn, row))
-                                     .quantity(u"Antall", lines.amount(kAntall, row))
-                                     .amount(u"Pris", lines.amount(kPris, row))
-                                     .number(u"RabattPst", 0)
-                                     .number(u"RabattKr", 0)
-                                     .quantity(u"MvaPst", lines.amount(kMvaPst, row))
-                                     .amount(u"SumNetto", lines.amount(kSumNetto, row))
-                                     .amount(u"SumBrutto", lines.amount(kSumBrutto, row))
-                                     .statement());
-        }
-    }
-
     /// The table has "mm-dd", never 29 February, and the year's distance from the accounting year.
     [[nodiscard]] QDate day(const DemoTable::Row &order, QStringView column) const
     {
@@ -171,6 +152,25 @@ private:
 };
 
 } // namespace
+
+void enterOrderLines(ado::Connection &connection, int orderId, const DemoLines &lines)
+{
+    for (int row = 1; row <= lines.antallRader(); ++row) {
+        connection.execute(Insert(u"OrdreLinjer")
+                               .number(u"OrdreID", orderId)
+                               .number(u"PosNr", row * 10)
+                               .text(u"ProduktNr", lines.text(DemoLines::kProduktNr, row))
+                               .text(u"ProduktNavn", lines.text(DemoLines::kProduktNavn, row))
+                               .quantity(u"Antall", lines.amount(kAntall, row))
+                               .amount(u"Pris", lines.amount(kPris, row))
+                               .number(u"RabattPst", 0)
+                               .number(u"RabattKr", 0)
+                               .quantity(u"MvaPst", lines.amount(kMvaPst, row))
+                               .amount(u"SumNetto", lines.amount(kSumNetto, row))
+                               .amount(u"SumBrutto", lines.amount(kSumBrutto, row))
+                               .statement());
+    }
+}
 
 void fillOrders(ado::Connection &connection, qint16 client, qint16 year)
 {

@@ -2,9 +2,14 @@
 
 #include <QtGlobal>
 
+class DemoLines;
+
 namespace ado {
 class Connection;
 }
+
+/// Enters the lines of an order, as the order screen stores them. Raises as below.
+void enterOrderLines(ado::Connection &connection, int orderId, const DemoLines &lines);
 
 /// Enters the demo company's orders of `year` and of the year before, with their lines, and the
 /// vouchers of those that have been posted. The registers (DemoCompany) are there already. Amounts

@@ -4,6 +4,7 @@
 #include "platform/report/Report.h"
 #include "rules/Kid.h"
 #include "vert/DemoLines.h"
+#include "vert/DemoOrders.h"
 #include "vert/DemoVouchers.h"
 #include "vert/Insert.h"
 
@@ -57,22 +58,6 @@ QString insertOf(const invoice::Head &head, int order, const DemoLines &cells)
         .statement();
 }
 
-void insertLines(ado::Connection &connection, int orderId, const DemoLines &cells)
-{
-    for (int row = 1; row <= cells.antallRader(); ++row)
-        connection.execute(Insert(u"OrdreLinjer")
-                               .number(u"OrdreID", orderId)
-                               .number(u"PosNr", row * 10)
-                               .text(u"ProduktNr", cells.text(DemoLines::kProduktNr, row))
-                               .text(u"ProduktNavn", cells.text(DemoLines::kProduktNavn, row))
-                               .quantity(u"Antall", cells.amount(kAntall, row))
-                               .amount(u"Pris", cells.amount(kPris, row))
-                               .quantity(u"MvaPst", cells.amount(kMvaPst, row))
-                               .amount(u"SumNetto", cells.amount(kSumNetto, row))
-                               .amount(u"SumBrutto", cells.amount(kSumBrutto, row))
-                               .statement());
-}
-
 } // namespace
 
 InvoiceTest::InvoiceTest()
@@ -106,7 +91,7 @@ int InvoiceTest::enterOrder(const std::vector<Line> &lines, const QString &round
         connection.open(connectionString());
         connection.beginTrans();
         connection.execute(insertOf(head, order, cells));
-        insertLines(connection, lastIdentity(connection), cells);
+        enterOrderLines(connection, lastIdentity(connection), cells);
         connection.commitTrans();
     } catch (const RunTimeError &error) {
         ADD_FAILURE() << "order " << order << ": " << error.what();
