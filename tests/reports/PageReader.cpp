@@ -182,22 +182,20 @@ QString PageReader::beside(const SeenText &label) const
 
 std::vector<SeenText> PageReader::leftColumn(const SeenText &heading, double end) const
 {
-    std::vector<SeenText> column;
-    for (const SeenText &text : m_texts) {
-        if (text.baseline > heading.baseline + kSameLine && text.baseline < end &&
-            std::abs(text.room.left() - heading.room.left()) < kSameEdge)
-            column.push_back(text);
-    }
-    sortBy(column, baselineOf);
-    return column;
+    return column(heading, end, &QRectF::left);
 }
 
 std::vector<SeenText> PageReader::rightColumn(const SeenText &heading, double end) const
 {
+    return column(heading, end, &QRectF::right);
+}
+
+std::vector<SeenText> PageReader::column(const SeenText &heading, double end, Edge edge) const
+{
     std::vector<SeenText> column;
     for (const SeenText &text : m_texts) {
         if (text.baseline > heading.baseline + kSameLine && text.baseline < end &&
-            std::abs(text.room.right() - heading.room.right()) < kSameEdge)
+            std::abs((text.room.*edge)() - (heading.room.*edge)()) < kSameEdge)
             column.push_back(text);
     }
     sortBy(column, baselineOf);

@@ -42,6 +42,9 @@ public:
     [[nodiscard]] QStringList faults() const;
 
 private:
+    using Edge = qreal (QRectF::*)() const;
+    [[nodiscard]] std::vector<SeenText> column(const SeenText &heading, double end,
+                                               Edge edge) const;
     void addOverlaps(QStringList &faults) const;
     void addCrossings(const SeenText &text, QStringList &faults) const;
     [[nodiscard]] bool isPrintable(const SeenText &text) const;
