@@ -3,7 +3,7 @@
 
 #include "benchmarks/ModuleDatabase.h"
 #include "benchmarks/Report.h"
-#include "output/EhfFil.h"
+#include "output/ehf/EhfFil.h"
 
 #include <QBuffer>
 #include <QTemporaryDir>

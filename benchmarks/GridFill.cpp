@@ -1,6 +1,6 @@
 #include "benchmarks/Report.h"
 #include "platform/grid/fpSpread.h"
-#include "presentation/mVASpread.h"
+#include "presentation/spread/mVASpread.h"
 #include "runtime/Format.h"
 
 #include <QAbstractTableModel>

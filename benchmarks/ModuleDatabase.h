@@ -2,10 +2,10 @@
 
 #include "benchmarks/PlainDatabase.h"
 #include "data/clsAdoUtils.h"
-#include "shell/Main.h"
-#include "shell/clsFaktura.h"
+#include "host/parent/ParentTables.h"
+#include "shell/component/Main.h"
+#include "shell/component/clsFaktura.h"
 #include "state/SharedState.h"
-#include "vert/ParentTables.h"
 
 #include <QFileInfo>
 

@@ -9,7 +9,7 @@
 #include "platform/forms/Forms.h"
 #include "platform/grid/fpSpread.h"
 #include "rules/Beregning.h"
-#include "shell/frmRegningsdel.h"
+#include "shell/component/frmRegningsdel.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -4,7 +4,7 @@
 
 #include "benchmarks/ModuleDatabase.h"
 #include "benchmarks/Report.h"
-#include "output/frmOversikt.h"
+#include "output/lists/frmOversikt.h"
 #include "platform/forms/Forms.h"
 
 #include <QApplication>

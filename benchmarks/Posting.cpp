@@ -7,7 +7,7 @@
 #include "benchmarks/Report.h"
 #include "platform/ado/sqlite/NorwegianCollation.h"
 #include "platform/ado/sqlite/SqliteFunctions.h"
-#include "posting/Bokforing.h"
+#include "posting/run/Bokforing.h"
 
 #include <QTemporaryDir>
 

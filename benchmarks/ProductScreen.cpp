@@ -7,7 +7,7 @@
 #include "platform/forms/Forms.h"
 #include "platform/forms/TabStrip.h"
 #include "platform/grid/fpSpread.h"
-#include "registers/frmProdukt.h"
+#include "registers/products/frmProdukt.h"
 
 #include <QApplication>
 #include <QLineEdit>

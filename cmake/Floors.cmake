@@ -19,7 +19,6 @@ if(CCACHE_PROGRAM AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 target_compile_definitions(project_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)
-target_include_directories(project_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 if(FAKTURA_SANITIZE)
     target_compile_options(project_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -27,11 +26,12 @@ if(FAKTURA_SANITIZE)
 endif()
 
 # faktura_floor(name SOURCES file... LINKS target...)
+# Files are included by their place below include_root, which is src, or above host.
 function(faktura_floor name)
     cmake_parse_arguments(floor "" "" "SOURCES;LINKS" ${ARGN})
     add_library(${name} STATIC ${floor_SOURCES})
     target_link_libraries(${name} PUBLIC ${floor_LINKS} PRIVATE project_options)
-    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+    target_include_directories(${name} PUBLIC ${include_root})
     if(NOT name STREQUAL "runtime")
         target_precompile_headers(${name} REUSE_FROM runtime)
     endif()

@@ -29,7 +29,7 @@ def main():
     uncalled = []
     for file in files:
         folder = str(pathlib.PurePosixPath(file["file"]).parent)
-        for key in (folder, "all but the host" if not folder.startswith("src/vert") else None):
+        for key in (folder, "all but the host" if not folder.startswith("host") else None):
             if key is None:
                 continue
             for line in file["lines"]:

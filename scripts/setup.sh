@@ -3,6 +3,9 @@
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 
+# Tests side by side: one more than there are processors, since many wait for a disk or a window.
+jobs=$(($(nproc) + 1))
+
 # What the build and the tests need of Debian 12 or 13, one package a line.
 packages=(
     g++             # the compiler

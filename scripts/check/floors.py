@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Which file may include which: what its target links, directly or through others, and no circles.
 
-Every target sees all of src, so the compiler lets an include of a floor above pass."""
+Every target sees all folders of its root, so the compiler lets an include of a floor above pass."""
 
 import os
 import re
@@ -74,16 +74,17 @@ def report_circles(names, following, place):
             fault(place(name), "a circle: " + " -> ".join(way))
 
 
-owners = defaultdict(set)  # of a file of src, the targets that name it there
+FLOORS = ("src/", "host/")
+owners = defaultdict(set)  # of a file of a floor, the targets that name it there
 for target in targets:
     for source in target.sources:
-        if source.startswith("src/") and target.folder.startswith("src/"):
+        if source.startswith(FLOORS) and target.folder.startswith(FLOORS):
             owners[source].add(target.name)
 
 for target in targets:
     seen = seen_by(target)
     # What stands in another folder is judged where it is at home.
-    home = [name for name in target.sources if not name.startswith("src/") or target.name in owners[name]]
+    home = [name for name in target.sources if not name.startswith(FLOORS) or target.name in owners[name]]
     for name in sorted(home):
         if not name.endswith((".cpp", ".h")) or not (ROOT / name).is_file():
             continue
@@ -106,8 +107,9 @@ def stands_behind_an_option(name):
 
 
 named = {source for target in targets for source in target.sources}
-for name in tracked("src/*.cpp", "src/*.h", "tests/*.cpp", "benchmarks/*.cpp"):
-    is_named = owners[name] if name.startswith("src/") else name in named
+for name in tracked("src/*.cpp", "src/*.h", "host/*.cpp", "host/*.h", "tests/*.cpp",
+                    "benchmarks/*.cpp"):
+    is_named = owners[name] if name.startswith(FLOORS) else name in named
     if not is_named and not stands_behind_an_option(name):
         fault(name, "stands in no target's SOURCES")
 

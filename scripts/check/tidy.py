@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""clang-tidy over all sources of src by the rules of .clang-tidy."""
+"""clang-tidy over all sources of src and host by the rules of .clang-tidy."""
 
 import json
 import os
@@ -25,7 +25,7 @@ database = [
 
 version = subprocess.run([TIDY, "--version"], check=True, capture_output=True, text=True).stdout
 key = [version, read(".clang-tidy")]
-sources = [name for name in tracked("src/*.cpp") if name in commands()]
+sources = [name for name in tracked("src/*.cpp", "host/*.cpp") if name in commands()]
 
 
 def command(source):

@@ -11,7 +11,7 @@ from faults.places import SWITCH, Place, places
 from faults.suites import source_of
 
 # The host program counts for half: it is there to show the module.
-WEIGHTS = {"src/vert/": 0.5}
+WEIGHTS = {"host/": 0.5}
 # The release build, as users get it; its folder is where the tests look for the host.
 PRESET = "release"
 HEADER = "src/planted.h"
@@ -69,7 +69,7 @@ def choose(root, count, start_value, with_headers):
     """`count` faults that do not overlap: lines by chance, and one place of each line."""
     chance = random.Random(start_value)
     by_line = {}
-    for path in sorted(root.glob("src/**/*")):
+    for path in sorted([*root.glob("src/**/*"), *root.glob("host/**/*")]):
         if path.suffix != ".cpp" and not (with_headers and path.suffix == ".h"):
             continue
         name = str(path.relative_to(root))
@@ -154,7 +154,8 @@ def blame(output, faults):
     names no such line, since it found it while optimising, all faults of the file."""
     blamed = set()
     for failed, report in re.findall(r"^FAILED: (\S+)(.*?)(?=^\[\d+/\d+\]|\Z)", output, re.S | re.M):
-        named = {(path, int(line)) for path, line in re.findall(r"\b(src/[\w./-]+):(\d+):", report)}
+        named = {(path, int(line)) for path, line in re.findall(r"\b((?:src|host)/[\w./-]+):(\d+):",
+                                                                report)}
         guilty = {fault for fault in faults
                   for path, line in named if fault.place.path == path
                   and fault.place.line <= line <= fault.place.last_line}

@@ -66,7 +66,8 @@ def sources_of(build, program):
     inputs = subprocess.run(["ninja", "-C", str(build), "-t", "inputs",
                              str(program.relative_to(build))],
                             check=True, capture_output=True, text=True).stdout.split()
-    return {source_of(name) for name in inputs if name.startswith("src/") and name.endswith(".o")}
+    return {source_of(name) for name in inputs
+            if name.startswith(("src/", "host/")) and name.endswith(".o")}
 
 
 def source_of(name):
@@ -76,7 +77,7 @@ def source_of(name):
 
 
 def is_mirrored(suite, path):
-    return path.startswith(f"src/{suite.folder}/")
+    return path.startswith((f"src/{suite.folder}/", f"{suite.folder}/"))
 
 
 def reaching(suites, path):

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "registers/KundeMottaker.h"
+#include "registers/customers/KundeMottaker.h"
 
 #include <QObject>
 

@@ -10,7 +10,7 @@
 #include "order/OrdreTilstand.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/MsgBox.h"
-#include "registers/frmKunder.h"
+#include "registers/customers/frmKunder.h"
 #include "rules/Innstilling.h"
 #include "rules/Ordre.h"
 #include "rules/SjekkKlient.h"

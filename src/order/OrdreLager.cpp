@@ -5,7 +5,7 @@
 #include "order/OrdreKnapper.h"
 #include "order/OrdreLinjer.h"
 #include "order/OrdreTilstand.h"
-#include "presentation/mVASpread.h"
+#include "presentation/spread/mVASpread.h"
 #include "rules/Ordre.h"
 #include "runtime/Conversions.h"
 #include "runtime/Format.h"

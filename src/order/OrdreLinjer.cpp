@@ -4,7 +4,7 @@
 #include "order/OrdreFelter.h"
 #include "platform/forms/OuterRim.h"
 #include "platform/grid/fpSpread.h"
-#include "presentation/mVASpread.h"
+#include "presentation/spread/mVASpread.h"
 #include "rules/Innstilling.h"
 #include "runtime/Conversions.h"
 #include "runtime/Format.h"

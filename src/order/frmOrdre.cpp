@@ -14,7 +14,7 @@
 #include "platform/forms/SendKeys.h"
 #include "platform/forms/Twips.h"
 #include "platform/grid/fpSpread.h"
-#include "presentation/Skjerm.h"
+#include "presentation/screens/Skjerm.h"
 #include "ui_frmOrdre.h"
 
 #include <QHeaderView>

@@ -1,6 +1,6 @@
 #include "rules/Innstilling.h"
 
-#include "shell/clsRegSettings.h"
+#include "shell/settings/clsRegSettings.h"
 #include "state/SharedState.h"
 
 QString LesInnstilling(const QString &key, const QString &standard)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vert/HostTest.h"
+#include "host/program/HostTest.h"
 
 #include <QPluginLoader>
 #include <QWidget>

@@ -2,11 +2,11 @@
 #include "faults/FailingVfs.h"
 #include "faults/SqliteFile.h"
 #include "faults/Work.h"
+#include "host/parent/ParentTables.h"
 #include "platform/ado/Connection.h"
 #include "state/SharedState.h"
 #include "support/ModuleTest.h"
 #include "support/Rows.h"
-#include "vert/ParentTables.h"
 
 #include <sqlite3.h>
 

@@ -2,10 +2,10 @@
 #include "faults/Victim.h"
 #include "faults/Work.h"
 #include "platform/ado/Connection.h"
-#include "presentation/StandingClock.h"
 #include "state/SharedState.h"
 #include "support/ModuleTest.h"
 #include "support/PostgresCluster.h"
+#include "support/StandingClock.h"
 
 #include <libpq-fe.h>
 

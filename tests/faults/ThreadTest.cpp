@@ -1,7 +1,7 @@
 #include "faults/Place.h"
 #include "faults/SessionWatch.h"
 #include "faults/Work.h"
-#include "output/EhfFil.h"
+#include "output/ehf/EhfFil.h"
 #include "support/ModuleTest.h"
 
 #include <QBuffer>

@@ -1,14 +1,14 @@
 #include "faults/Work.h"
 
 #include "data/clsAdoUtils.h"
+#include "host/parent/ParentTables.h"
 #include "platform/ado/SessionPool.h"
 #include "rules/Ordre.h"
 #include "runtime/Conversions.h"
-#include "shell/Main.h"
-#include "shell/clsFaktura.h"
+#include "shell/component/Main.h"
+#include "shell/component/clsFaktura.h"
 #include "state/SharedState.h"
 #include "support/Rows.h"
-#include "vert/ParentTables.h"
 
 using namespace Qt::StringLiterals;
 

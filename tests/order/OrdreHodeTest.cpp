@@ -3,7 +3,7 @@
 #include "platform/forms/DTPicker.h"
 #include "runtime/Conversions.h"
 #include "runtime/MachineLocale.h"
-#include "shell/clsRegSettings.h"
+#include "shell/settings/clsRegSettings.h"
 #include "state/SharedState.h"
 #include "support/RoadsIntoAField.h"
 

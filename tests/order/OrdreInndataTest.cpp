@@ -1,6 +1,6 @@
 #include "order/OrdreTilLagring.h"
-#include "shell/clsRegSettings.h"
-#include "shell/frmRegningsdel.h"
+#include "shell/component/frmRegningsdel.h"
+#include "shell/settings/clsRegSettings.h"
 
 #include <QClipboard>
 #include <QMessageBox>

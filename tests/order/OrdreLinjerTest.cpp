@@ -1,7 +1,7 @@
 #include "order/OrdreLinjer.h"
 
 #include "order/OrdreMedLinjer.h"
-#include "shell/Main.h"
+#include "shell/component/Main.h"
 #include "support/SessionTap.h"
 
 using namespace Qt::StringLiterals;

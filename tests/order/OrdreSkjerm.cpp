@@ -3,7 +3,7 @@
 #include "data/clsAdoUtils.h"
 #include "platform/forms/Forms.h"
 #include "platform/grid/fpSpread.h"
-#include "shell/frmRegningsdel.h"
+#include "shell/component/frmRegningsdel.h"
 #include "state/SharedState.h"
 
 #include <QMessageBox>

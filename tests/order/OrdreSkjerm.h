@@ -1,12 +1,12 @@
 #pragma once
 
 #include "order/frmOrdre.h"
-#include "platform/forms/TestApplication.h"
-#include "posting/Underlag.h"
-#include "presentation/StandingClock.h"
 #include "support/Control.h"
 #include "support/ModuleTest.h"
 #include "support/SettingsFolder.h"
+#include "support/StandingClock.h"
+#include "support/TestApplication.h"
+#include "support/Underlag.h"
 
 #include <QLineEdit>
 

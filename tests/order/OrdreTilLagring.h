@@ -3,7 +3,7 @@
 #include "order/OrdreMedLinjer.h"
 #include "platform/ado/Connection.h"
 #include "platform/ado/SessionPool.h"
-#include "presentation/frmTMsgBox.h"
+#include "presentation/screens/frmTMsgBox.h"
 #include "support/SessionTap.h"
 
 #include <QLabel>

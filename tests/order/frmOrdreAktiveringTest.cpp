@@ -4,7 +4,7 @@
 #include "platform/forms/Forms.h"
 #include "platform/forms/ImageList.h"
 #include "platform/forms/PictureButton.h"
-#include "shell/clsRegSettings.h"
+#include "shell/settings/clsRegSettings.h"
 #include "state/SharedState.h"
 
 using namespace Qt::StringLiterals;

@@ -2,7 +2,7 @@
 
 #include "platform/forms/Forms.h"
 #include "platform/grid/fpSpread.h"
-#include "shell/clsRegSettings.h"
+#include "shell/settings/clsRegSettings.h"
 #include "state/SharedState.h"
 #include "support/Caption.h"
 

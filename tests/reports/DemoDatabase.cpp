@@ -1,11 +1,11 @@
 #include "reports/DemoDatabase.h"
 
+#include "host/demo/DemoCompany.h"
+#include "host/demo/DemoOrders.h"
+#include "host/parent/ParentTables.h"
 #include "platform/ado/Connection.h"
 #include "platform/ado/Recordset.h"
-#include "shell/clsFaktura.h"
-#include "vert/DemoCompany.h"
-#include "vert/DemoOrders.h"
-#include "vert/ParentTables.h"
+#include "shell/component/clsFaktura.h"
 
 using namespace Qt::StringLiterals;
 

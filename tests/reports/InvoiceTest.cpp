@@ -1,12 +1,12 @@
 #include "reports/InvoiceTest.h"
 
+#include "host/demo/DemoLines.h"
+#include "host/demo/DemoOrders.h"
+#include "host/demo/DemoVouchers.h"
+#include "host/demo/Insert.h"
 #include "platform/ado/Connection.h"
 #include "platform/report/Report.h"
 #include "rules/Kid.h"
-#include "vert/DemoLines.h"
-#include "vert/DemoOrders.h"
-#include "vert/DemoVouchers.h"
-#include "vert/Insert.h"
 
 #include <algorithm>
 #include <cmath>

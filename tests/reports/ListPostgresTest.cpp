@@ -1,6 +1,6 @@
 #include "reports/DemoDatabase.h"
 #include "reports/ListTest.h"
-#include "shell/Main.h"
+#include "shell/component/Main.h"
 #include "support/PostgresCluster.h"
 
 using namespace Qt::StringLiterals;

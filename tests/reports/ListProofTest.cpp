@@ -3,8 +3,8 @@
 #include "reports/RandomOrder.h"
 #include "support/Rounds.h"
 
+#include "host/demo/Insert.h"
 #include "platform/ado/Connection.h"
-#include "vert/Insert.h"
 
 #include <algorithm>
 #include <cstdio>

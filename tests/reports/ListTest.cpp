@@ -3,9 +3,9 @@
 #include "platform/ado/Recordset.h"
 #include "platform/report/Functions.h"
 #include "platform/report/Report.h"
-#include "posting/Bokforing.h"
+#include "posting/run/Bokforing.h"
 #include "runtime/Format.h"
-#include "shell/Main.h"
+#include "shell/component/Main.h"
 
 #include <algorithm>
 #include <cmath>

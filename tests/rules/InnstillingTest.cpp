@@ -3,7 +3,7 @@
 #include "rules/Beregning.h"
 #include "rules/Kid.h"
 #include "rules/Ordrelinjer.h"
-#include "shell/clsRegSettings.h"
+#include "shell/settings/clsRegSettings.h"
 #include "state/SharedState.h"
 #include "support/SettingsFolder.h"
 

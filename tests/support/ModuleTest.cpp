@@ -1,13 +1,13 @@
 #include "support/ModuleTest.h"
 
 #include "data/clsAdoUtils.h"
+#include "host/parent/ParentTables.h"
 #include "platform/ado/SessionPool.h"
-#include "shell/Main.h"
-#include "shell/clsFaktura.h"
+#include "shell/component/Main.h"
+#include "shell/component/clsFaktura.h"
 #include "state/Messages.h"
 #include "state/SharedState.h"
 #include "support/Rows.h"
-#include "vert/ParentTables.h"
 
 #include <QFile>
 

@@ -1,8 +1,8 @@
 #include "platform/forms/CommonDialog.h"
 
 #include "platform/forms/FileDialog.h"
-#include "platform/forms/TestApplication.h"
 #include "runtime/RunTimeError.h"
+#include "support/TestApplication.h"
 
 #include <QComboBox>
 #include <QFileDialog>

@@ -1,7 +1,7 @@
 #include "platform/forms/DTPicker.h"
 
-#include "platform/forms/TestApplication.h"
 #include "runtime/RunTimeError.h"
+#include "support/TestApplication.h"
 
 #include <QCalendarWidget>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
 #include "platform/forms/CommonDialog.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/MsgBox.h"
-#include "platform/forms/TestApplication.h"
+#include "support/TestApplication.h"
 
 #include <QDialog>
 #include <QMessageBox>

@@ -1,4 +1,4 @@
-#include "platform/forms/TestApplication.h"
+#include "support/TestApplication.h"
 #include "ui_frmProve.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
 #include "platform/forms/Form.h"
 
-#include "platform/forms/TestApplication.h"
+#include "support/TestApplication.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>

@@ -1,5 +1,5 @@
 #include "platform/forms/Form.h"
-#include "platform/forms/TestApplication.h"
+#include "support/TestApplication.h"
 
 #include <QAccessible>
 #include <QWindow>

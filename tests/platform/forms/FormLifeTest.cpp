@@ -1,8 +1,8 @@
 #include "platform/forms/Form.h"
 
 #include "platform/forms/Forms.h"
-#include "platform/forms/TestApplication.h"
 #include "runtime/RunTimeError.h"
+#include "support/TestApplication.h"
 
 #include <QMessageBox>
 #include <QScreen>

@@ -2,7 +2,7 @@
 #include "platform/forms/Forms.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/TestApplication.h"
+#include "support/TestApplication.h"
 
 #include <QLineEdit>
 #include <QMessageBox>

@@ -1,6 +1,6 @@
 #include "platform/forms/Forms.h"
 
-#include "platform/forms/TestApplication.h"
+#include "support/TestApplication.h"
 
 #include <QPushButton>
 #include <QSessionManager>

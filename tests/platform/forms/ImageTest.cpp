@@ -1,6 +1,6 @@
 #include "platform/forms/Image.h"
 
-#include "platform/forms/TestApplication.h"
+#include "support/TestApplication.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "platform/forms/MsgBox.h"
 
-#include "platform/forms/TestApplication.h"
 #include "runtime/RunTimeError.h"
 #include "support/Caption.h"
+#include "support/TestApplication.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>

@@ -1,7 +1,7 @@
 #include "platform/forms/NorwegianTexts.h"
 
 #include "platform/forms/CommonDialog.h"
-#include "platform/forms/TestApplication.h"
+#include "support/TestApplication.h"
 
 #include <QDialogButtonBox>
 #include <QFileDialog>

@@ -1,7 +1,7 @@
 #include "platform/forms/OuterRim.h"
 
-#include "platform/forms/TestApplication.h"
 #include "runtime/RunTimeError.h"
+#include "support/TestApplication.h"
 
 #include <QMessageBox>
 #include <QPushButton>

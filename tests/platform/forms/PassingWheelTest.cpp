@@ -2,7 +2,7 @@
 
 #include "platform/forms/CommonDialog.h"
 #include "platform/forms/DTPicker.h"
-#include "platform/forms/TestApplication.h"
+#include "support/TestApplication.h"
 
 #include <QComboBox>
 #include <QDialog>

@@ -1,6 +1,6 @@
 #include "platform/forms/PictureButton.h"
 
-#include "platform/forms/TestApplication.h"
+#include "support/TestApplication.h"
 
 #include <QLineEdit>
 #include <QSignalSpy>

@@ -1,6 +1,6 @@
 #include "platform/forms/PrinterDialog.h"
 
-#include "platform/forms/TestApplication.h"
+#include "support/TestApplication.h"
 
 #include <QComboBox>
 #include <QFileDialog>

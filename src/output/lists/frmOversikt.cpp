@@ -1,0 +1,195 @@
+#include "output/lists/frmOversikt.h"
+
+#include "data/clsAdoUtils.h"
+#include "order/frmOrdre.h"
+#include "output/lists/frmOrdreSkriv.h"
+#include "platform/forms/Forms.h"
+#include "platform/forms/OuterRim.h"
+#include "platform/forms/SendKeys.h"
+#include "platform/grid/fpSpread.h"
+#include "presentation/screens/Skjerm.h"
+#include "presentation/spread/mVASpread.h"
+#include "runtime/Conversions.h"
+#include "runtime/Format.h"
+#include "state/SharedState.h"
+#include "ui_frmOversikt.h"
+
+#include <string>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum Kolonne { kOrdreNr = 1, kKundeNr, kKundeNavn, kFakDato, kForfall, kBelop, kStatus, kOrdreId };
+
+constexpr int kMinsteSide = 4000;      // twips
+constexpr double kNavnebredde = 20.12; // column units
+constexpr int kHoyrestilt = 1;
+
+/// Composes the grid's text of one order after the other.
+class Radtekst
+{
+public:
+    explicit Radtekst(const ado::Recordset &rs)
+        : m_rs(rs), m_ordreNr(rs.fieldIndex(u"ordreNr")), m_kundeNr(rs.fieldIndex(u"KundeNr")),
+          m_kundeNavn(rs.fieldIndex(u"KundeNavn")), m_fakDato(rs.fieldIndex(u"fakDato")),
+          m_forfall(rs.fieldIndex(u"ForfallDato")), m_sumBrutto(rs.fieldIndex(u"SumBrutto")),
+          m_status(rs.fieldIndex(u"OrdreStatus")), m_id(rs.fieldIndex(u"ID"))
+    {
+    }
+
+    /// The current row's eight columns, parted by tabs. A Null is an empty one. Valid until the
+    /// next call.
+    [[nodiscard]] QStringView rad()
+    {
+        m_tekst.clear(); // keeps its memory
+        heltall(m_ordreNr);
+        heltall(m_kundeNr);
+        tekst(m_kundeNavn);
+        dato(m_fakDato);
+        dato(m_forfall);
+        belop(m_sumBrutto);
+        tekst(m_status);
+        heltall(m_id);
+        m_tekst.pop_back();
+        return m_tekst;
+    }
+
+private:
+    template<class Verdi>
+    void leggTil(int felt, Verdi verdi)
+    {
+        if (!m_rs.isNull(felt))
+            legg(verdi());
+        m_tekst += u'\t';
+    }
+    void legg(QStringView verdi) { m_tekst.append(verdi.utf16(), size_t(verdi.size())); }
+    void tekst(int felt)
+    {
+        leggTil(felt, [&] { return m_rs.text(felt); });
+    }
+    void heltall(int felt)
+    {
+        leggTil(felt, [&] { return Format(m_rs.integer(felt), u"#0"); });
+    }
+    void dato(int felt)
+    {
+        leggTil(felt, [&] { return Format(m_rs.value(felt).toDate(), u"dd.mm.yyyy"); });
+    }
+    void belop(int felt)
+    {
+        leggTil(felt, [&] { return Format(m_rs.currency(felt), u"# ##0.00"); });
+    }
+
+    const ado::Recordset &m_rs;
+    const int m_ordreNr;
+    const int m_kundeNr;
+    const int m_kundeNavn;
+    const int m_fakDato;
+    const int m_forfall;
+    const int m_sumBrutto;
+    const int m_status;
+    const int m_id;
+    std::u16string m_tekst;
+};
+
+} // namespace
+
+frmOversikt::frmOversikt() : Form(u"frmOversikt"_s), m_ui(std::make_unique<Ui::frmOversikt>())
+{
+    m_ui->setupUi(this);
+    setMinimumTwips(kMinsteSide, kMinsteSide);
+
+    fpSpread &grid = *m_ui->fpSpread1;
+    // Smaller text, and with it narrower columns: they leave the name room at the default width.
+    QFont skrift = grid.font();
+    skrift.setPointSizeF(skrift.pointSizeF() - 1);
+    grid.setFont(skrift);
+    grid.setColHeaders({u"Faktura nr."_s, u"Kunde nr."_s, u"Navn"_s, u"Fak. dato"_s, u"Forfall"_s,
+                        u"Beløp"_s, u"Status"_s});
+    grid.setColWidth(kKundeNavn, kNavnebredde);
+    grid.setColHidden(kOrdreId, true);
+    SpreadLockAll(grid, true);
+    grid.setBlockMode(false);
+    grid.setFocus();
+
+    onEvent(&grid, &fpSpread::DblClick, this,
+            [this](int col, int row) { fpSpread1_DblClick(col, row); });
+    onEvent(m_ui->btnPrint, &QPushButton::clicked, this,
+            [] { SharedForm<frmOrdreSkriv>::get().show(); });
+    onEvent(m_ui->btnRefresh, &QPushButton::clicked, this, [this] { LesOversikt(); });
+    onEvent(m_ui->btnClose, &QPushButton::clicked, this, [this] { unload(); });
+    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKeys(u"{F1}"_s); });
+    setCommandKey(Qt::CTRL | Qt::Key_P, m_ui->btnPrint);
+    setCommandKey(Qt::Key_F5, m_ui->btnRefresh);
+}
+
+frmOversikt::~frmOversikt() = default;
+
+void frmOversikt::onLoad()
+{
+    HentSkjermPlass(*this, 200, 200, 9345, 4755);
+    VisHjelpBilde(*this);
+    m_ui->Label1->setText(
+        u"Oversikt over alle ordre/faktura med status.\n"
+        "Dobbeltklikk på posten for å se på den i ordre -bildet, dobbeltklikk i kolonnetittel for "
+        "sortering."_s);
+    LesOversikt();
+}
+
+void frmOversikt::LesOversikt()
+{
+    fpSpread &grid = *m_ui->fpSpread1;
+    grid.setRedraw(false);
+    passOver([&] { SpreadClear(grid); });
+    SpreadSetCellAlign(grid, kAll, kBelop, kHoyrestilt);
+    passOver([&] {
+        const Ref<ado::Recordset> rs =
+            gDB->GetRS(u"SELECT * FROM Ordre WHERE KlientNr="_s + numberToText(gKlient) +
+                           u" ORDER BY ordreNr DESC"_s,
+                       true);
+        if (gDB->EmptyRS(rs))
+            return;
+        for (Radtekst radtekst(*rs); !rs->eof(); rs->moveNext())
+            passOver([&] { SpreadAddRow(grid, radtekst.rad()); });
+    });
+    grid.setRedraw(true);
+    m_sortering.glem();
+}
+
+void frmOversikt::fpSpread1_DblClick(int col, int row)
+{
+    if (row == 0)
+        m_sortering.sorter(*m_ui->fpSpread1, qint16(col));
+    else
+        visOrdre(row);
+}
+
+void frmOversikt::visOrdre(int row)
+{
+    auto &ordre = SharedForm<frmOrdre>::get();
+    ordre.load();
+    // A row without an order opens the screen as the menu does: 0 is not taken.
+    ordre.setInnID(toLong(leadingNumber(SpreadGetText(*m_ui->fpSpread1, kOrdreId, row))));
+    ordre.show();
+}
+
+void frmOversikt::onResize()
+{
+    TilpassOverskrift(*this, *m_ui->topp, *m_ui->Label1);
+    SpreadFitNames(*m_ui->fpSpread1, kKundeNavn, HarStoreBokstaver(*this));
+}
+
+bool frmOversikt::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
+{
+    if (key == Qt::Key_Escape)
+        unload();
+    else if (key == Qt::Key_F1)
+        VisHjelp(u"html\\oversikt.htm"_s);
+    return key == Qt::Key_Escape;
+}
+
+void frmOversikt::onUnload()
+{
+    LagreSkjermPlass(*this);
+}

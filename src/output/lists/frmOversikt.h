@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/forms/Form.h"
+#include "presentation/spread/ListeSortering.h"
+
+#include <memory>
+
+namespace Ui {
+class frmOversikt;
+}
+
+/// All orders and invoices of the active client with their status. A double click on a row opens it
+/// in the order screen, one on a column header sorts; nothing is stored from here. The list does
+/// not follow what other screens change until it is read again.
+class frmOversikt : public Form
+{
+    Q_OBJECT
+
+public:
+    frmOversikt();
+    ~frmOversikt() override;
+
+protected:
+    void onLoad() override;
+    void onResize() override;
+    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
+    void onUnload() override;
+
+private:
+    void LesOversikt();
+    void fpSpread1_DblClick(int col, int row);
+    void visOrdre(int row);
+
+    std::unique_ptr<Ui::frmOversikt> m_ui;
+    ListeSortering m_sortering;
+};

@@ -1,0 +1,61 @@
+#include "output/printing/Rapportsok.h"
+
+#include "platform/report/Typesetting.h"
+
+#include <QFontMetricsF>
+
+#include <algorithm>
+
+namespace {
+
+/// Before the other in reading order.
+bool kommerFor(const report::TextCommand &a, const report::TextCommand &b)
+{
+    return a.baseline.y() != b.baseline.y() ? a.baseline.y() < b.baseline.y()
+                                            : a.baseline.x() < b.baseline.x();
+}
+
+/// Amounts are parted by blanks that do not break, which no keyboard has.
+QString medVanligeBlanke(QString tekst)
+{
+    return tekst.replace(QChar::Nbsp, u' ').replace(u'\u202f', u' ');
+}
+
+} // namespace
+
+std::vector<Treff> finnTekst(const report::Document &document, const QString &ord)
+{
+    std::vector<Treff> alle;
+    if (ord.isEmpty())
+        return alle;
+    const QString sokt = medVanligeBlanke(ord);
+    for (int side = 0; side < static_cast<int>(document.pages.size()); ++side) {
+        const auto &tekster = document.pages[static_cast<size_t>(side)].texts;
+        const auto forste = static_cast<std::ptrdiff_t>(alle.size());
+        for (int nr = 0; nr < static_cast<int>(tekster.size()); ++nr) {
+            const QString tekst = medVanligeBlanke(tekster[static_cast<size_t>(nr)].text);
+            qsizetype fra = tekst.indexOf(sokt, 0, Qt::CaseInsensitive);
+            for (; fra >= 0; fra = tekst.indexOf(sokt, fra + sokt.size(), Qt::CaseInsensitive))
+                alle.push_back({side, nr, fra, sokt.size()});
+        }
+        std::stable_sort(alle.begin() + forste, alle.end(), [&](const Treff &a, const Treff &b) {
+            return kommerFor(tekster[static_cast<size_t>(a.tekst)],
+                             tekster[static_cast<size_t>(b.tekst)]);
+        });
+    }
+    return alle;
+}
+
+QRectF plassAv(const report::Document &document, const Treff &treff)
+{
+    const report::TextCommand &tekst = document.pages.at(static_cast<size_t>(treff.side))
+                                           .texts.at(static_cast<size_t>(treff.tekst));
+    const QFontMetricsF mal(
+        report::fontInUnits(document.styles[static_cast<size_t>(tekst.style)].font));
+    const auto bredde = [&](qsizetype tegn) {
+        return mal.horizontalAdvance(tekst.text.left(tegn)) / report::kUnitsPerMm;
+    };
+    const double venstre = bredde(treff.fra);
+    return {tekst.baseline.x() + venstre, tekst.baseline.y() - mal.ascent() / report::kUnitsPerMm,
+            bredde(treff.fra + treff.lengde) - venstre, mal.height() / report::kUnitsPerMm};
+}

@@ -1,0 +1,311 @@
+#include "output/printing/Sidevisning.h"
+
+#include "platform/report/Painter.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr double kPikslerPrMm = 96 / 25.4; // at 100 per cent
+constexpr int kMellomrom = 14;             // pixels around the pages
+constexpr int kLinje = 40;                 // pixels for an arrow key
+constexpr int kLuftVedTreff = 60;          // pixels between a hit and the window's edge
+constexpr double kTrinn[] = {10,  15,  25,  33,  50,  67,  75,  90,  100,
+                             110, 125, 150, 175, 200, 250, 300, 400, 500};
+constexpr QRgb kBakgrunn = 0xff8a929c;
+constexpr QRgb kKant = 0xff5d646d;
+constexpr QRgb kSkygge = 0x40000000;
+constexpr QRgb kTreff = 0xfffff0a0;
+constexpr QRgb kValgtTreff = 0xffffb84d;
+
+} // namespace
+
+Sidevisning::Sidevisning(std::shared_ptr<const report::Document> document, QWidget *parent)
+    : QAbstractScrollArea(parent), m_document(std::move(document))
+{
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::StrongFocus);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    viewport()->setCursor(Qt::OpenHandCursor);
+    verticalScrollBar()->setSingleStep(kLinje);
+    horizontalScrollBar()->setSingleStep(kLinje);
+}
+
+int Sidevisning::antallSider() const
+{
+    return static_cast<int>(m_document->pages.size());
+}
+
+int Sidevisning::zoom() const
+{
+    return static_cast<int>(std::lround(m_zoom));
+}
+
+double Sidevisning::pikslerPrMm() const
+{
+    return kPikslerPrMm * m_zoom / 100;
+}
+
+QSize Sidevisning::sidestorrelse() const
+{
+    return (m_document->paper * pikslerPrMm()).toSize();
+}
+
+int Sidevisning::sidehoydeMedMellomrom() const
+{
+    return sidestorrelse().height() + kMellomrom;
+}
+
+QRect Sidevisning::sideplass(int side) const
+{
+    const QSize storrelse = sidestorrelse();
+    const int luft = viewport()->width() - storrelse.width();
+    const int x = luft > 2 * kMellomrom ? luft / 2 : kMellomrom - horizontalScrollBar()->value();
+    const int y = kMellomrom + side * sidehoydeMedMellomrom() - verticalScrollBar()->value();
+    return {QPoint(x, y), storrelse};
+}
+
+/// The page at a height in the viewport, or the nearest one.
+int Sidevisning::sideVed(int y) const
+{
+    const int ovenfra = y + verticalScrollBar()->value() - kMellomrom / 2;
+    return std::clamp(ovenfra / sidehoydeMedMellomrom(), 0, std::max(antallSider() - 1, 0));
+}
+
+void Sidevisning::visSide(int side)
+{
+    side = std::clamp(side, 0, std::max(antallSider() - 1, 0));
+    // The last pages may not reach the window's upper edge; they are being read all the same.
+    m_folgerRulling = false;
+    verticalScrollBar()->setValue(side * sidehoydeMedMellomrom());
+    m_folgerRulling = true;
+    settSide(side);
+}
+
+void Sidevisning::settSide(int side)
+{
+    if (std::exchange(m_side, side) != side)
+        Q_EMIT sideEndret(side);
+}
+
+void Sidevisning::settZoom(double prosent)
+{
+    m_tilpasning = Tilpasning::Prosent;
+    bruk(prosent, viewport()->rect().center());
+}
+
+void Sidevisning::settTilpasning(Tilpasning tilpasning)
+{
+    m_tilpasning = tilpasning;
+    const int side = m_side;
+    bruk(tilpassetZoom(), viewport()->rect().center());
+    if (tilpasning == Tilpasning::HelSide)
+        visSide(side);
+}
+
+void Sidevisning::zoomTrinn(int retning)
+{
+    // A fitted zoom lies between two steps.
+    constexpr double kSammeTrinn = 0.5;
+    double nytt = m_zoom;
+    if (retning > 0) {
+        const auto *trinn = std::find_if(std::begin(kTrinn), std::end(kTrinn),
+                                         [&](double t) { return t > m_zoom + kSammeTrinn; });
+        nytt = trinn == std::end(kTrinn) ? kStorsteZoom : *trinn;
+    } else {
+        for (const double trinn : kTrinn) {
+            if (trinn < m_zoom - kSammeTrinn)
+                nytt = trinn;
+        }
+    }
+    settZoom(nytt);
+}
+
+double Sidevisning::tilpassetZoom() const
+{
+    if (m_tilpasning == Tilpasning::Prosent)
+        return m_zoom;
+    // Without the scroll bar's coming and going, which would change the answer.
+    const double bredde =
+        maximumViewportSize().width() - verticalScrollBar()->sizeHint().width() - 2.0 * kMellomrom;
+    const double hoyde = maximumViewportSize().height() - 2.0 * kMellomrom;
+    const double iBredden = bredde / (m_document->paper.width() * kPikslerPrMm);
+    const double iHoyden = hoyde / (m_document->paper.height() * kPikslerPrMm);
+    return 100 * (m_tilpasning == Tilpasning::Sidebredde ? iBredden : std::min(iBredden, iHoyden));
+}
+
+/// Zooms; what stands at the point `fast` of the viewport stays there.
+void Sidevisning::bruk(double prosent, const QPoint &fast)
+{
+    prosent = std::clamp<double>(prosent, kMinsteZoom, kStorsteZoom);
+    const int side = sideVed(fast.y());
+    const QPointF punkt = QPointF(fast - sideplass(side).topLeft()) / pikslerPrMm();
+    const bool endret = std::exchange(m_zoom, prosent) != prosent;
+    m_folgerRulling = false;
+    leggUt();
+    const QPoint flytting = (sideplass(side).topLeft() + punkt * pikslerPrMm()).toPoint() - fast;
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + flytting.x());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + flytting.y());
+    m_folgerRulling = true;
+    viewport()->update();
+    if (endret)
+        Q_EMIT zoomEndret();
+}
+
+void Sidevisning::leggUt()
+{
+    const QSize vindu = viewport()->size();
+    const int bredde = sidestorrelse().width() + 2 * kMellomrom;
+    const int hoyde = antallSider() * sidehoydeMedMellomrom() + kMellomrom;
+    horizontalScrollBar()->setRange(0, std::max(0, bredde - vindu.width()));
+    horizontalScrollBar()->setPageStep(vindu.width());
+    verticalScrollBar()->setRange(0, std::max(0, hoyde - vindu.height()));
+    verticalScrollBar()->setPageStep(vindu.height() - kLinje);
+}
+
+void Sidevisning::settTreff(std::vector<Treff> treff, int valgt)
+{
+    m_treff = std::move(treff);
+    m_valgt = valgt;
+    viewport()->update();
+}
+
+void Sidevisning::visValgtTreff()
+{
+    if (m_valgt < 0)
+        return;
+    const Treff &treff = m_treff[static_cast<size_t>(m_valgt)];
+    const QRectF plass = plassAv(*m_document, treff);
+    const QPointF hjorne = sideplass(treff.side).topLeft();
+    const QRectF iVinduet(hjorne + plass.topLeft() * pikslerPrMm(), plass.size() * pikslerPrMm());
+    const auto rull = [](QScrollBar &felt, double fra, double til, int rom) {
+        const int luft = std::min(kLuftVedTreff, rom / 3);
+        if (fra < luft)
+            felt.setValue(felt.value() + static_cast<int>(fra) - luft);
+        else if (til > rom - luft)
+            felt.setValue(felt.value() + static_cast<int>(til) - rom + luft);
+    };
+    rull(*verticalScrollBar(), iVinduet.top(), iVinduet.bottom(), viewport()->height());
+    rull(*horizontalScrollBar(), iVinduet.left(), iVinduet.right(), viewport()->width());
+    settSide(treff.side);
+}
+
+void Sidevisning::paintEvent(QPaintEvent *event)
+{
+    const QRect utsnitt = event->rect();
+    QPainter painter(viewport());
+    painter.fillRect(utsnitt, QColor::fromRgb(kBakgrunn));
+    const int siste = sideVed(utsnitt.bottom());
+    for (int side = sideVed(utsnitt.top()); side <= siste && side < antallSider(); ++side)
+        tegnSide(painter, side, utsnitt);
+}
+
+void Sidevisning::tegnSide(QPainter &painter, int side, const QRect &utsnitt) const
+{
+    const QRect plass = sideplass(side);
+    painter.fillRect(plass.translated(3, 3), QColor::fromRgba(kSkygge));
+    painter.setPen(QColor::fromRgb(kKant));
+    painter.drawRect(plass.adjusted(-1, -1, 0, 0));
+    painter.fillRect(plass, Qt::white);
+    painter.save();
+    painter.setClipRect(plass & utsnitt);
+    painter.translate(plass.topLeft());
+    report::paintPage(painter, *m_document, side, pikslerPrMm());
+    tegnTreff(painter, side);
+    painter.restore();
+}
+
+/// As with a marker pen: the text below stays black.
+void Sidevisning::tegnTreff(QPainter &painter, int side) const
+{
+    const auto forste = std::lower_bound(m_treff.begin(), m_treff.end(), side,
+                                         [](const Treff &t, int nr) { return t.side < nr; });
+    painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+    for (auto treff = forste; treff != m_treff.end() && treff->side == side; ++treff) {
+        const QRectF plass = plassAv(*m_document, *treff);
+        const bool valgt = treff - m_treff.begin() == m_valgt;
+        painter.fillRect(QRectF(plass.topLeft() * pikslerPrMm(), plass.size() * pikslerPrMm()),
+                         QColor::fromRgb(valgt ? kValgtTreff : kTreff));
+    }
+}
+
+void Sidevisning::resizeEvent(QResizeEvent *event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    if (m_tilpasning == Tilpasning::Prosent) {
+        m_folgerRulling = false;
+        leggUt();
+        m_folgerRulling = true;
+    } else {
+        settTilpasning(m_tilpasning);
+    }
+}
+
+void Sidevisning::scrollContentsBy(int dx, int dy)
+{
+    viewport()->scroll(dx, dy);
+    if (m_folgerRulling)
+        settSide(sideVed(viewport()->height() / 2));
+}
+
+void Sidevisning::wheelEvent(QWheelEvent *event)
+{
+    if (!event->modifiers().testFlag(Qt::ControlModifier)) {
+        QAbstractScrollArea::wheelEvent(event);
+        return;
+    }
+    constexpr double kHakk = 120;   // angle of a notch, in eighths of a degree
+    constexpr double kFaktor = 1.1; // of a notch
+    m_tilpasning = Tilpasning::Prosent;
+    bruk(m_zoom * std::pow(kFaktor, event->angleDelta().y() / kHakk), event->position().toPoint());
+    event->accept();
+}
+
+void Sidevisning::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Home:
+        visSide(0);
+        return;
+    case Qt::Key_End:
+        visSide(antallSider() - 1);
+        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+        return;
+    case Qt::Key_Space:
+        verticalScrollBar()->triggerAction(event->modifiers().testFlag(Qt::ShiftModifier)
+                                               ? QScrollBar::SliderPageStepSub
+                                               : QScrollBar::SliderPageStepAdd);
+        return;
+    default:
+        QAbstractScrollArea::keyPressEvent(event);
+    }
+}
+
+void Sidevisning::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_grep = event->position().toPoint();
+    viewport()->setCursor(Qt::ClosedHandCursor);
+}
+
+void Sidevisning::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!event->buttons().testFlag(Qt::LeftButton))
+        return;
+    const QPoint flytting = event->position().toPoint() - m_grep;
+    m_grep = event->position().toPoint();
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - flytting.x());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() - flytting.y());
+}
+
+void Sidevisning::mouseReleaseEvent(QMouseEvent *)
+{
+    viewport()->setCursor(Qt::OpenHandCursor);
+}

@@ -1,0 +1,340 @@
+#include "posting/screen/frmBokfor.h"
+
+#include "data/clsAdoUtils.h"
+#include "platform/forms/MsgBox.h"
+#include "platform/forms/OuterRim.h"
+#include "platform/forms/SendKeys.h"
+#include "platform/grid/fpSpread.h"
+#include "posting/run/Bokkontroll.h"
+#include "presentation/screens/Skjerm.h"
+#include "presentation/spread/mVASpread.h"
+#include "runtime/Clock.h"
+#include "runtime/Conversions.h"
+#include "runtime/Format.h"
+#include "state/SharedState.h"
+#include "ui_frmBokfor.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+using namespace bokforkolonne;
+
+namespace {
+
+constexpr int kMinsteSide = 4000; // twips
+constexpr int kRaderIUtformingen = 10;
+constexpr double kNavnebredde = 20.12; // column units
+constexpr int kHoyrestilt = 1;
+constexpr int kAvkryssing = 10;     // the check cell's type
+constexpr qint32 kKontoliste = 150; // pixels
+constexpr qint32 kLoyveliste = 200;
+constexpr int kVedTeksten = 30; // pixels of frame and arrow
+// Milliseconds.
+constexpr qint64 kMaleintervall = 200;
+constexpr qint64 kSieintervall = 5000;
+constexpr QStringView kStandardKonto = u"3000";
+constexpr QStringView kUtenLoyve = u"<nei>";
+
+/// A Null is no text.
+QString tekst(const ado::Recordset &rad, QStringView felt)
+{
+    const int index = rad.fieldIndex(felt);
+    return rad.isNull(index) ? QString() : rad.text(index);
+}
+
+/// What stands in front of the first blank.
+void kuttVedBlank(QComboBox &boks)
+{
+    boks.setEditText(trimBlanks(boks.currentText().section(u' ', 0, 0)));
+}
+
+} // namespace
+
+/// The screen as a run sees it. Once a message is up or pending events run, the form may be closed
+/// and gone before the run has ended; the list is read before that.
+class frmBokfor::Kjoring final : public BokforSkjerm
+{
+public:
+    explicit Kjoring(frmBokfor &form) : m_form(&form), m_rapport(form.m_rapport) {}
+    ~Kjoring() override { sluttFramdrift(); }
+    Kjoring(const Kjoring &) = delete;
+    Kjoring &operator=(const Kjoring &) = delete;
+
+    int antallRader() const override { return m_form->m_ui->fpSpread1->dataRowCnt(); }
+    bool erMerket(int row) const override { return m_form->erMerket(row); }
+    QString celle(int col, int row) const override
+    {
+        return SpreadGetText(*m_form->m_ui->fpSpread1, col, row);
+    }
+    QString konto() const override { return m_form->m_ui->cmbKonto->currentText(); }
+    QString loyve() const override { return m_form->m_ui->cmbLoyve->currentText(); }
+
+    /// Paints at once and without the event loop, for nothing that waits there may run before the
+    /// run is over.
+    void framdrift(int behandlet, int merket) override
+    {
+        const QDateTime now = Clock::current().now();
+        if (!std::exchange(m_viserFramdrift, true)) {
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+            m_malt = now;
+            m_sagt = now.addMSecs(-kSieintervall);
+        }
+        QLabel &fot = *m_form->m_ui->lblFramdrift;
+        fot.setText(u"%1 av %2"_s.arg(behandlet).arg(merket));
+        if (qAbs(m_sagt.msecsTo(now)) >= kSieintervall) {
+            m_form->announce(fot.text());
+            m_sagt = now;
+        }
+        if (qAbs(m_malt.msecsTo(now)) < kMaleintervall) {
+            fot.repaint();
+            return;
+        }
+        malAlt();
+        m_malt = now;
+    }
+    void melding(const QString &text, int style) override
+    {
+        sluttFramdrift();
+        MsgBox(text, style);
+    }
+    void lesFakturaer() override { m_form->LesFakturaer(); }
+    void skrivRapport(const QString &rapport, qint16 modus, const QString &utvalg,
+                      const QString &formel1, const QString &formel2) override
+    {
+        if (m_rapport)
+            m_rapport(rapport, modus, utvalg, formel1, formel2);
+    }
+    void slippHendelser() override { QCoreApplication::processEvents(); }
+
+private:
+    /// Something may have covered the window meanwhile. Painting it leaves out what its controls
+    /// paint as a whole themselves.
+    void malAlt()
+    {
+        m_form->repaint();
+        for (QWidget *kontroll : m_form->findChildren<QWidget *>()) {
+            if (kontroll->isVisible())
+                kontroll->repaint();
+        }
+    }
+    void sluttFramdrift()
+    {
+        if (!std::exchange(m_viserFramdrift, false))
+            return;
+        QApplication::restoreOverrideCursor();
+        if (!m_form)
+            return;
+        m_form->m_ui->lblFramdrift->clear();
+        m_form->setAccessibleDescription({});
+    }
+
+    const QPointer<frmBokfor> m_form;
+    const Rapport m_rapport;
+    QDateTime m_malt; ///< when the whole window was painted last
+    QDateTime m_sagt; ///< when a screen reader was told last how far the run is
+    bool m_viserFramdrift = false;
+};
+
+frmBokfor::frmBokfor() : Form(u"frmBokfor"_s), m_ui(std::make_unique<Ui::frmBokfor>())
+{
+    m_ui->setupUi(this);
+    setMinimumTwips(kMinsteSide, kMinsteSide);
+
+    fpSpread &grid = *m_ui->fpSpread1;
+    // Smaller text, and with it narrower columns: they leave the name room at the default width.
+    QFont skrift = grid.font();
+    skrift.setPointSizeF(skrift.pointSizeF() - 1);
+    grid.setFont(skrift);
+    grid.setColHeaders({u"Faktura nr."_s, u"Kunde nr."_s, u"Navn"_s, u"Fak. dato"_s, u"Forfall"_s,
+                        u"Beløp"_s, u"Bokfør"_s});
+    grid.setColWidth(kKundeNavn, kNavnebredde);
+    grid.setColHidden(kOrdreId, true);
+    SpreadLockAll(grid, true);
+    grid.setBlockMode(false);
+    SpreadSetCellType(grid, kBokfor, -1, kAvkryssing, false, {}, {});
+    grid.setLock(false); // the one column that the user edits
+
+    skrift.setPointSizeF(skrift.pointSizeF() - 0.5);
+    m_ui->lblFramdrift->setFont(skrift);
+
+    tilpassValg();
+
+    // What is typed stays as it is typed: nothing completes it, and one that spells an item is not
+    // taken for a choice of it when the box is left.
+    for (QComboBox *boks : {m_ui->cmbKonto, m_ui->cmbLoyve}) {
+        boks->setCompleter(nullptr);
+        disconnect(boks->lineEdit(), &QLineEdit::editingFinished, boks, nullptr);
+    }
+
+    onEvent(m_ui->cmbKonto, &QComboBox::activated, this, [this] { kuttVedBlank(*m_ui->cmbKonto); });
+    onEvent(m_ui->cmbLoyve, &QComboBox::activated, this, [this] {
+        if (trimBlanks(m_ui->cmbLoyve->currentText()) != kUtenLoyve)
+            kuttVedBlank(*m_ui->cmbLoyve);
+    });
+    onEvent(m_ui->Check1, &QCheckBox::toggled, this, [this] { Check1_Click(); });
+    onEvent(&grid, &fpSpread::ButtonClicked, this, [this] { fpSpread1_ButtonClicked(); });
+    onEvent(m_ui->btnTransfer, &QPushButton::clicked, this, [this] { btnTransfer_Click(); });
+    onEvent(m_ui->btnClose, &QPushButton::clicked, this, [this] { unload(); });
+    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKeys(u"{F1}"_s); });
+}
+
+frmBokfor::~frmBokfor() = default;
+
+void frmBokfor::onLoad()
+{
+    HentSkjermPlass(*this, 200, 200, 9345, 4755);
+    VisHjelpBilde(*this);
+    LesFakturaer();
+    m_ui->btnTransfer->setEnabled(false);
+    fyllLoyve();
+    fyllKonto();
+    visMerknad();
+}
+
+void frmBokfor::LesFakturaer()
+{
+    fpSpread &grid = *m_ui->fpSpread1;
+    grid.setRedraw(false);
+    passOver([&] { SpreadClear(grid); });
+    const Ref<ado::Recordset> rs =
+        gDB->GetRS(u"SELECT * FROM Ordre WHERE KlientNr="_s + numberToText(gKlient) +
+                       u" AND OrdreStatus='Fakturert'"_s,
+                   true);
+    if (!gDB->EmptyRS(rs)) {
+        if (rs->recordCount() > kRaderIUtformingen)
+            grid.setMaxRows(rs->recordCount() + 1);
+        for (int row = 1; !rs->eof(); ++row, rs->moveNext()) {
+            SpreadSetCellAlign(grid, row, kBelop, kHoyrestilt);
+            // A Null leaves its cell empty.
+            const auto skriv = [&](int col, const auto &verdi) {
+                passOver([&] { SpreadSetText(grid, col, row, verdi(), false); });
+            };
+            skriv(kFakNr, [&] { return Format(rs->integer(u"OrdreNr"), u"#0"); });
+            skriv(kKundeNr, [&] { return Format(rs->integer(u"KundeNr"), u"#0"); });
+            skriv(kKundeNavn, [&] { return rs->text(u"KundeNavn"); });
+            skriv(kFakDato, [&] { return Format(rs->value(u"FakDato").toDate(), u"dd.mm.yyyy"); });
+            skriv(kForfall,
+                  [&] { return Format(rs->value(u"ForfallDato").toDate(), u"dd.mm.yyyy"); });
+            skriv(kBelop, [&] { return Format(rs->currency(u"SumBrutto"), u"# ##0.00"); });
+            skriv(kOrdreId, [&] { return Format(rs->integer(u"ID"), u"#0"); });
+        }
+    }
+    grid.setRedraw(true);
+}
+
+/// What the check of the books knows of the list, in the place where a run tells how far it is.
+void frmBokfor::visMerknad()
+{
+    int antall = 0;
+    if (m_ui->fpSpread1->dataRowCnt() > 0)
+        passOver([&] { antall = AntallMedBilagFraFor(); });
+    // In two lines there is room for it in the window as designed.
+    m_ui->lblFramdrift->setText(antall > 0 ? u"%1 av disse har\nbilag fra før"_s.arg(antall)
+                                           : QString());
+}
+
+void frmBokfor::fyllKonto()
+{
+    QComboBox &boks = *m_ui->cmbKonto;
+    boks.clear();
+    const Ref<ado::Recordset> rs =
+        gDB->GetRS(u"SELECT KontoNr,Navn FROM Kontoplan WHERE (KontoNr=1900 or KtoGruppe=55) AND "
+                   u"KlientNr="_s +
+                       numberToText(gKlient) + u" ORDER BY KontoNr"_s,
+                   true);
+    for (; rs && !rs->eof(); rs->moveNext())
+        passOver([&] { boks.addItem(tekst(*rs, u"KontoNr") + u' ' + tekst(*rs, u"Navn")); });
+    boks.setCurrentIndex(-1); // the keys choose from the first account on
+    boks.setEditText(kStandardKonto.toString());
+    qint32 bredde = kKontoliste;
+    SettListeBredde(boks, bredde);
+}
+
+void frmBokfor::fyllLoyve()
+{
+    QComboBox &boks = *m_ui->cmbLoyve;
+    boks.clear();
+    const Ref<ado::Recordset> rs =
+        gDB->GetRS(u"SELECT BilLoyve,BilRegNr,BilType FROM Bil WHERE Passiv=0 AND KlientNr="_s +
+                       numberToText(gKlient) + u" ORDER BY BilLoyve,BilRegNr"_s,
+                   true);
+    boks.addItem(kUtenLoyve.toString());
+    for (; rs && !rs->eof(); rs->moveNext()) {
+        passOver([&] {
+            boks.addItem(tekst(*rs, u"BilLoyve") + u' ' + tekst(*rs, u"BilRegNr") + u' ' +
+                         tekst(*rs, u"BilType"));
+        });
+    }
+    boks.setEditText(kUtenLoyve.toString());
+    qint32 bredde = kLoyveliste;
+    SettListeBredde(boks, bredde);
+}
+
+void frmBokfor::Check1_Click()
+{
+    const bool merk = m_ui->Check1->isChecked();
+    fpSpread &grid = *m_ui->fpSpread1;
+    grid.setRedraw(false);
+    for (int row = 1; row <= grid.maxRows(); ++row) {
+        if (enters([&] { return leadingNumber(SpreadGetText(grid, kFakNr, row)) > 0; }))
+            SpreadSetText(grid, kBokfor, row, merk ? u"1" : u"0", false);
+    }
+    grid.setRedraw(true);
+    // The button that posts follows clicks in the list alone.
+    m_ui->Check1->setText(merk ? u"Fjern &merking"_s : u"&Merk alle"_s);
+    tilpassValg();
+}
+
+/// The boxes are as wide as drawn, or as their first texts need it in larger letters. In a narrow
+/// window the buttons keep their place: the choices beside them are cut off, not pressed together.
+void frmBokfor::tilpassValg()
+{
+    m_ui->cmbKonto->setFixedWidth(BreddeFor(*m_ui->cmbKonto, kStandardKonto, kVedTeksten));
+    m_ui->cmbLoyve->setFixedWidth(BreddeFor(*m_ui->cmbLoyve, kUtenLoyve, kVedTeksten));
+    m_ui->valg->adjustSize();
+    m_ui->venstre->setMaximumWidth(m_ui->valg->width());
+}
+
+void frmBokfor::fpSpread1_ButtonClicked()
+{
+    fpSpread &grid = *m_ui->fpSpread1;
+    bool noenMerket = false;
+    for (int row = 1; row <= grid.dataRowCnt() && !noenMerket; ++row)
+        noenMerket = erMerket(row) && !SpreadGetText(grid, kFakNr, row).isEmpty();
+    m_ui->btnTransfer->setEnabled(noenMerket);
+}
+
+bool frmBokfor::erMerket(int row) const
+{
+    m_ui->fpSpread1->setCurrent(kBokfor, row);
+    return m_ui->fpSpread1->value() == u"1";
+}
+
+void frmBokfor::btnTransfer_Click()
+{
+    Kjoring kjoring(*this);
+    BokforMerkede(kjoring);
+    // The events of the run may have closed this form for good.
+}
+
+void frmBokfor::onResize()
+{
+    TilpassOverskrift(*this, *m_ui->topp, *m_ui->lblTekst);
+    SpreadFitNames(*m_ui->fpSpread1, kKundeNavn, HarStoreBokstaver(*this));
+}
+
+bool frmBokfor::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
+{
+    if (key == Qt::Key_Escape)
+        unload();
+    else if (key == Qt::Key_F1)
+        VisHjelp(u"html\\bokfor.htm"_s);
+    return key == Qt::Key_Escape;
+}
+
+void frmBokfor::onUnload()
+{
+    LagreSkjermPlass(*this);
+}

@@ -1,0 +1,390 @@
+#include "presentation/options/frmOptions.h"
+
+#include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
+#include "platform/forms/Forms.h"
+#include "platform/forms/OuterRim.h"
+#include "platform/forms/Twips.h"
+#include "platform/pictures/PictureFile.h"
+#include "presentation/options/mPicture.h"
+#include "presentation/screens/Skjerm.h"
+#include "presentation/screens/frmInvisible.h"
+#include "rules/Innstilling.h"
+#include "runtime/Conversions.h"
+#include "runtime/Paths.h"
+#include "shell/settings/clsRegSettings.h"
+#include "state/SharedState.h"
+#include "ui_frmOptions.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize kMiniature{127, 180}; // a sheet of A4
+constexpr QSize kLogo{237, 76};
+constexpr int kNoSuchMember = 340; // of a control array
+constexpr int kBesideDigit = 7;    // pixels that a text box takes for its rim
+
+// Twips.
+constexpr int kPageLeft = 210;
+constexpr int kPageAway = -20000;
+constexpr int kStripLeft = 120;
+constexpr int kStripTop = 120;
+constexpr int kFootHeight = 600;
+constexpr int kPageMargin = 120;
+
+/// The setting without the zero character that closes it.
+QString tekst(const QString &key, const QString &standard)
+{
+    const QString stored = LesInnstilling(key, standard);
+    return stored.left(stored.indexOf(QChar(u'\0')));
+}
+
+double tall(const QString &key, const QString &standard)
+{
+    return leadingNumber(LesInnstilling(key, standard));
+}
+
+void lagre(const QString &key, const QString &setting)
+{
+    passOver([&] { gReg->SaveSetting(u"Regningsdel"_s, key, setting); });
+}
+
+/// A text box that cannot be used has the ground of a button's face.
+void setInUse(QLineEdit &box, bool on)
+{
+    box.setEnabled(on);
+    QPalette colours;
+    if (!on)
+        colours.setColor(QPalette::Base, box.palette().color(QPalette::Button));
+    box.setPalette(colours);
+}
+
+template<size_t N>
+void choose(const std::array<QRadioButton *, N> &options, int index)
+{
+    if (index < 0 || index >= int(N))
+        throw RunTimeError(kNoSuchMember, u"Finner ikke elementet i kontrollmatrisen"_s);
+    options[size_t(index)]->setChecked(true);
+}
+
+template<size_t N>
+QString chosen(const std::array<QRadioButton *, N> &options)
+{
+    const auto option = std::ranges::find_if(options, &QRadioButton::isChecked);
+    return QString::number(option == options.end() ? 0 : option - options.begin());
+}
+
+QString truth(const QCheckBox &box)
+{
+    return QString::number(int(box.isChecked()));
+}
+
+} // namespace
+
+frmOptions::frmOptions()
+    : Form(u"frmOptions"_s), m_ui(std::make_unique<Ui::frmOptions>()), m_ilBlankett(kMiniature)
+{
+    m_ui->setupUi(this);
+    m_picOptions = {m_ui->picOptions_0, m_ui->picOptions_1, m_ui->picOptions_2};
+    m_optLogo = {m_ui->optLogo_0, m_ui->optLogo_1, m_ui->optLogo_2, m_ui->optLogo_3};
+    m_optAvrunding = {m_ui->optAvrunding_0, m_ui->optAvrunding_1, m_ui->optAvrunding_2};
+
+    for (size_t i = 0; i < m_optLogo.size(); ++i)
+        m_ilBlankett.add({}, u":/faktura/blankett-%1.png"_s.arg(i));
+    m_ui->imgBlankett->setFixedSize(kMiniature);
+    m_ui->imgBlankett->setPicture(m_ilBlankett.icon(1));
+
+    QImage blank(kLogo, QImage::Format_RGB32);
+    blank.fill(Qt::white);
+    m_ui->imgTomLogo->setPicture(blank);
+    m_ui->imgTomLogo->hide();
+    m_ui->picLogo->setPicture(blank);
+    const int frame = 2 * m_ui->picLogo->frameWidth();
+    m_ui->picLogo->setFixedSize(kLogo + QSize(frame, frame));
+
+    for (QLineEdit *box : {m_ui->Text1, m_ui->Text2, m_ui->Text3}) {
+        // Of large letters, too, one digit is to be seen.
+        box->setFixedWidth(BreddeFor(*box, u"8", kBesideDigit));
+    }
+    for (QFrame *page : m_picOptions)
+        page->move(twipsToPixels(page == m_ui->picOptions_1 ? kPageAway : kPageLeft), 0);
+    setSmallestSize();
+    m_ui->imgBlankett->hide();
+    // The page of the selected tab lies on top, and what is out of sight is out of the keyboard's
+    // reach as well.
+    m_ui->picOptions_1->hide();
+    m_ui->picOptions_2->hide();
+    m_ui->picOptions_0->raise();
+
+    setDefaultButton(m_ui->cmdOK);
+    setCancelButton(m_ui->cmdCancel);
+    setCommandKey(Qt::CTRL | Qt::Key_S, m_ui->cmdApply);
+    connectControls();
+}
+
+frmOptions::~frmOptions() = default;
+
+void frmOptions::connectControls()
+{
+    onEvent(m_ui->tbsOptions, &TabStrip::clicked, this, [this] { tbsOptions_Click(); });
+    onEvent(m_ui->Check1, &QCheckBox::toggled, this, [this] { Check1_Click(); });
+    for (size_t i = 0; i < m_optLogo.size(); ++i) {
+        onEvent(m_optLogo[i], &QRadioButton::toggled, this, [this, i](bool on) {
+            if (on)
+                optLogo_Click(qint16(i));
+        });
+    }
+    onEvent(m_ui->cmdLogoInn, &QPushButton::clicked, this, [this] { cmdLogoInn_Click(); });
+    onEvent(m_ui->cmdLogoSlett, &QPushButton::clicked, this, [this] { cmdLogoSlett_Click(); });
+    onEvent(m_ui->cmdApply, &QPushButton::clicked, this, [this] { cmdApply_Click(); });
+    onEvent(m_ui->cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
+    onEvent(m_ui->cmdCancel, &QPushButton::clicked, this, [this] { unload(); });
+}
+
+// --- The life of the form
+
+void frmOptions::onLoad()
+{
+    centreOnScreen();
+    visKID();
+    visBlankett();
+    passOver([this] { m_ui->picLogo->setPicture(loadPicture(paths::toSystem(LesLogo()))); });
+    Check1_Click();
+
+    const QString vilkar = u"KlientNr="_s + numberToText(gKlient);
+    visForsteFakturanr(vilkar);
+    visFakturatekster(vilkar);
+    passOver([this] { choose(m_optAvrunding, toInteger(tall(u"Avrunding"_s, u"0"_s))); });
+    if (enters([] { return tall(u"PrintVis"_s, u"0"_s) == 1; }))
+        m_ui->chkPrintVis->setChecked(true);
+}
+
+void frmOptions::setSmallestSize()
+{
+    // Wide enough for the longest caption on one line.
+    QSize room(m_ui->rammeKID->sizeHint().width(), 0);
+    for (const QFrame *page : m_picOptions)
+        room.setWidth(std::max(room.width(), page->layout()->minimumSize().width()));
+    for (const QFrame *page : m_picOptions) {
+        const QLayout &layout = *page->layout();
+        room.setHeight(std::max({room.height(), layout.minimumSize().height(),
+                                 layout.minimumHeightForWidth(room.width())}));
+    }
+    frmOptions::onResize(); // by its full name, since the form is still being made
+    const QSize smallest = room + size() - m_ui->picOptions_0->size();
+    setMinimumTwips(pixelsToTwips(smallest.width()), pixelsToTwips(smallest.height()));
+    resize(smallest);
+}
+
+void frmOptions::onResize()
+{
+    TabStrip &strip = *m_ui->tbsOptions;
+    const int left = twipsToPixels(kStripLeft);
+    const int top = twipsToPixels(kStripTop);
+    // Higher than designed where large letters need it.
+    const int foot = std::max(twipsToPixels(kFootHeight), m_ui->bunn->sizeHint().height());
+    const QSize page = pageSize();
+    strip.setGeometry(left, top, page.width() - 2 * left, page.height() - top - foot);
+    m_ui->bunn->setGeometry(0, page.height() - foot, page.width(), foot);
+
+    const int margin = twipsToPixels(kPageMargin);
+    const QRect area = strip.clientArea().adjusted(margin, margin, -margin, -margin);
+    for (QFrame *frame : m_picOptions)
+        frame->setGeometry(frame->x(), area.top(), page.width() - 2 * twipsToPixels(kPageLeft),
+                           area.height());
+}
+
+bool frmOptions::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)
+{
+    if (key == Qt::Key_F1)
+        VisHjelp(u"html\\intro1.htm"_s);
+    if (key != Qt::Key_Tab || shift != Qt::ControlModifier)
+        return false;
+    m_ui->tbsOptions->clickNext();
+    return true;
+}
+
+void frmOptions::onQueryUnload(bool &, UnloadMode mode)
+{
+    if (mode == UnloadMode::LoggingOff)
+        unload();
+}
+
+// --- Opening
+
+void frmOptions::visKID()
+{
+    m_ui->Check1->setChecked(enters([] { return tall(u"KIDaktivert"_s, u"0"_s) == 1; }));
+
+    m_ui->optKID_0->setChecked(true);
+    m_ui->Label3->setEnabled(false);
+    if (enters([] { return tall(u"KIDoppbygning"_s, u"0"_s) == 1; })) {
+        m_ui->optKID_1->setChecked(true);
+        m_ui->Label3->setEnabled(true);
+    }
+    m_ui->Text2->setText(tekst(u"KIDlengdeFakturanr"_s, u"6"_s));
+    m_ui->Text3->setText(tekst(u"KIDlengdeFakturanr"_s, u"6"_s));
+    // The order screen takes 6 where nothing is stored; here 5 is offered.
+    m_ui->Text1->setText(tekst(u"KIDlengdeKundenr"_s, u"5"_s));
+
+    m_ui->optMOD_0->setChecked(true);
+    if (enters([] { return tall(u"KIDmodulus"_s, u"10"_s) == 11; }))
+        m_ui->optMOD_1->setChecked(true);
+}
+
+void frmOptions::visBlankett()
+{
+    const QString stored = LesInnstilling(u"Fakturablankett"_s, u"0"_s);
+    passOver([&] { choose(m_optLogo, toInteger(leadingNumber(stored))); });
+    m_ui->imgBlankett->show();
+    passOver([&] { optLogo_Click(toInteger(leadingNumber(stored))); });
+}
+
+void frmOptions::visForsteFakturanr(const QString &vilkar)
+{
+    const bool fri = !enters([&] { return gDB->GetCount(u"Ordre"_s, vilkar) > 0; });
+    setInUse(*m_ui->txtFirstFak, fri);
+    m_ui->Frame4->setEnabled(fri);
+    // The stored number is not shown while no order has been made from it, and a save puts the 1
+    // that shows in its place.
+    if (fri)
+        return;
+    passOver([&] {
+        m_ui->txtFirstFak->setText(HentFelt(u"FirstFakNr"_s, u"Klient"_s, vilkar).toText());
+    });
+}
+
+void frmOptions::visFakturatekster(const QString &vilkar)
+{
+    const auto lest = [&](const QString &field) {
+        QString text;
+        passOver([&] { text = HentFelt(field, u"Klient"_s, vilkar).toText(); });
+        return text;
+    };
+    double bruk = 0;
+    passOver([&] { bruk = leadingNumber(lest(u"FakTekstBruk"_s)); });
+    m_ui->chkTxt1->setChecked(bruk == 1 || bruk == 3);
+    m_ui->chkTxt2->setChecked(bruk == 2 || bruk == 3);
+
+    m_ui->txtFaktekst1->setText(lest(u"FakTekst1"_s));
+    m_ui->txtFaktekst2->setText(lest(u"FakTekst2"_s));
+    if (trimBlanks(m_ui->txtFaktekst1->text()).isEmpty())
+        m_ui->txtFaktekst1->setText(u"Etter forfall beregnes maksimal rente i hht. bestemmelsene i "
+                                    "Lov om renter ved forsinket betaling."_s);
+}
+
+// --- Saving
+
+void frmOptions::cmdApply_Click()
+{
+    lagreKID();
+    lagre(u"Fakturablankett"_s, chosen(m_optLogo));
+    // Touched or not, so that a client without a logo has a blank picture.
+    passOver([this] { SkrivLogo(*m_ui->picLogo); });
+    lagreKlient();
+    lagre(u"Avrunding"_s, chosen(m_optAvrunding));
+    lagre(u"PrintVis"_s, truth(*m_ui->chkPrintVis));
+}
+
+void frmOptions::lagreKID()
+{
+    lagre(u"KIDaktivert"_s, truth(*m_ui->Check1));
+    if (!m_ui->Check1->isChecked())
+        return;
+    const bool medKundenr = m_ui->optKID_1->isChecked();
+    lagre(u"KIDoppbygning"_s, medKundenr ? u"1"_s : u"0"_s);
+    lagre(u"KIDlengdeFakturanr"_s, trimBlanks((medKundenr ? m_ui->Text2 : m_ui->Text3)->text()));
+    lagre(u"KIDlengdeKundenr"_s, trimBlanks(m_ui->Text1->text()));
+    lagre(u"KIDmodulus"_s, m_ui->optMOD_1->isChecked() ? u"11"_s : u"10"_s);
+}
+
+void frmOptions::lagreKlient()
+{
+    const QString vilkar = u" WHERE KlientNr="_s + numberToText(gKlient);
+    // Not whether the page is enabled, which it is not while another one is in front.
+    const bool fri = m_ui->txtFirstFak->isEnabledTo(m_ui->picOptions_2);
+    const QString forste = m_ui->txtFirstFak->text();
+    if (enters([&] { return fri && leadingNumber(forste) >= 1; }))
+        passOver([&] { gDB->Execute(u"UPDATE Klient SET FirstFakNr="_s + forste + vilkar); });
+
+    // Only this screen reads these columns: a printout takes its text from the settings.
+    const int bruk = int(m_ui->chkTxt1->isChecked()) + 2 * int(m_ui->chkTxt2->isChecked());
+    passOver([&] {
+        gDB->Execute(u"UPDATE Klient SET FakTekstBruk="_s + numberToText(bruk) +
+                     u", FakTekst1='"_s + m_ui->txtFaktekst1->text() + u"', FakTekst2='"_s +
+                     m_ui->txtFaktekst2->text() + u"'"_s + vilkar);
+    });
+}
+
+void frmOptions::cmdOK_Click()
+{
+    cmdApply_Click();
+    unload();
+}
+
+// --- Events of the controls
+
+void frmOptions::Check1_Click()
+{
+    const bool on = m_ui->Check1->isChecked();
+    for (QRadioButton *option : std::initializer_list<QRadioButton *>{
+             m_ui->optMOD_0, m_ui->optMOD_1, m_ui->optKID_0, m_ui->optKID_1})
+        option->setEnabled(on);
+    for (QLineEdit *box : {m_ui->Text1, m_ui->Text2, m_ui->Text3})
+        setInUse(*box, on);
+}
+
+void frmOptions::optLogo_Click(qint16 Index)
+{
+    const bool utenLogo = Index == 0 || Index == 2;
+    const bool medLogo = Index == 1 || Index == 3;
+    if (utenLogo || medLogo) {
+        for (QWidget *control :
+             std::initializer_list<QWidget *>{m_ui->frLogo, m_ui->cmdLogoInn, m_ui->cmdLogoSlett})
+            control->setEnabled(medLogo);
+    }
+    m_ui->imgBlankett->setPicture(m_ilBlankett.icon(Index + 1));
+}
+
+void frmOptions::cmdLogoInn_Click()
+{
+    passOver([this] {
+        CommonDialog &dialog = SharedForm<frmInvisible>::get().CommonDialog1;
+        dialog.cancelError = true;
+        dialog.flags = dialogflags::kHideReadOnly;
+        dialog.filter = u"Bitmaps(*.bmp)|*.bmp|Bitmaps(*.dib)|*.dib|GIF bilder(*.gif)|*.gif|"
+                        "JPEG bilder(*.jpg)|*.jpg|WMF filer(*.wmf)|*.wmf|Alle filer (*.*)|*.*"_s;
+        dialog.filterIndex = 0;
+        // Not the file that another screen has asked for.
+        dialog.fileName.clear();
+        dialog.fileKind = u"Logo"_s;
+        dialog.showOpen();
+        m_ui->picLogo->setPicture(loadPicture(dialog.fileName));
+    });
+}
+
+void frmOptions::cmdLogoSlett_Click()
+{
+    m_ui->picLogo->setPicture(m_ui->imgTomLogo->picture());
+}
+
+void frmOptions::tbsOptions_Click()
+{
+    const int selected = m_ui->tbsOptions->selected() - 1;
+    QFrame &shown = *m_picOptions[size_t(selected)];
+    // Else the focus would run through the fields of the page that goes, as if tabbed.
+    for (const QFrame *page : m_picOptions) {
+        if (page != &shown && page->isAncestorOf(focusWidget()))
+            m_ui->tbsOptions->setFocus();
+    }
+    for (QFrame *page : m_picOptions) {
+        const bool isShown = page == &shown;
+        page->move(twipsToPixels(isShown ? kPageLeft : kPageAway), page->y());
+        page->setEnabled(isShown);
+        page->setVisible(isShown);
+    }
+    shown.raise();
+}

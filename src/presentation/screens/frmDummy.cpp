@@ -1,0 +1,11 @@
+#include "presentation/screens/frmDummy.h"
+
+using namespace Qt::StringLiterals;
+
+frmDummy::frmDummy() : Form(u"frmDummy"_s) {}
+
+void frmDummy::onQueryUnload(bool &, UnloadMode mode)
+{
+    if (mode == UnloadMode::LoggingOff)
+        unload();
+}

@@ -1,0 +1,91 @@
+#include "shell/component/clsFaktura.h"
+
+#include "data/clsAdoUtils.h"
+#include "platform/forms/Forms.h"
+#include "runtime/ComponentFolder.h"
+#include "runtime/Paths.h"
+#include "shell/component/frmRegningsdel.h"
+#include "state/SharedState.h"
+
+#include <QApplication>
+
+using namespace Qt::StringLiterals;
+
+clsFaktura::clsFaktura()
+{
+    Class_Initialize();
+}
+
+void clsFaktura::Class_Initialize()
+{
+    m_moduleInit = 1;
+    // Keeps the client when the parent makes a further instance after setting it.
+    gKlient = gKlientInn;
+    gAppPath = paths::applicationFolder(componentFolder());
+    gHelpFile = gAppPath + u"\\help\\Regningsdel.chm"_s;
+    gRptPath = gAppPath + u"\\rpt\\Faktura"_s;
+}
+
+QString clsFaktura::ConnectStreng() const
+{
+    return gConnect;
+}
+
+void clsFaktura::setConnectStreng(const QString &sData)
+{
+    gConnect = sData;
+}
+
+qint16 clsFaktura::Klient() const
+{
+    return gKlientInn;
+}
+
+void clsFaktura::setKlient(qint16 vData)
+{
+    gKlientInn = vData;
+    gKlient = vData;
+}
+
+qint16 clsFaktura::CurrentYear() const
+{
+    return gAar;
+}
+
+void clsFaktura::setCurrentYear(qint16 vData)
+{
+    gAar = vData;
+}
+
+void clsFaktura::StartModul()
+{
+    m_moduleInit = 1;
+    // The tables below may be known from an earlier start of this load, and are then all found.
+    if (passOver(OpenConnection) != 0)
+        m_moduleInit = 0;
+
+    // All four run, whatever became of the ones before.
+    for (const auto operation :
+         {LagTabellOrdre, LagTabellProdukt, LagTabellOrdreLinjer, OppgraderTabeller}) {
+        bool done = false;
+        passOver([&] { done = operation(); });
+        if (!done)
+            m_moduleInit = 0;
+    }
+
+    // A parent without windows, such as a command line, has the module without its screens.
+    if (m_moduleInit == 1 && qobject_cast<QApplication *>(QCoreApplication::instance())) {
+        passOver([] { SharedForm<frmRegningsdel>::get().show(); });
+        passOver([] { SharedForm<frmRegningsdel>::get().repaint(); });
+    }
+}
+
+void clsFaktura::OpenConnection()
+{
+    // What was opened before is over, so that after a failed open gDB has nothing to write to.
+    gDB->setConnectionString(QString());
+    gConn = Ref<ado::Connection>::make();
+    gConn->setCursorLocation(ado::CursorLocation::Client);
+    gConn->open(gConnect, {}, {}, ado::options::kUnspecified);
+    gDB->setConnectionString(gConnect);
+}

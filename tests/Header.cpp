@@ -1,0 +1,1 @@
+// The library that owns the tests' precompiled header needs a source.

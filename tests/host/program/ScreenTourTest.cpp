@@ -1,0 +1,121 @@
+#include "host/program/HostTest.h"
+
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class ScreenTourTest : public HostTest
+{
+protected:
+    [[nodiscard]] Outcome tour() const
+    {
+        return host({u"--tur"_s, path(u"tur"_s), u"--aar"_s, u"2014"_s});
+    }
+    [[nodiscard]] QStringList pictures() const
+    {
+        return QDir(path(u"tur"_s)).entryList({u"*.png"_s}, QDir::Files, QDir::Name);
+    }
+};
+
+/// The pictures in the order of the tour.
+QStringList expectedPictures()
+{
+    QStringList names{u"hovedmeny"_s,
+                      u"produkt-oversikt"_s,
+                      u"produkt-detaljer"_s,
+                      u"ordre-visning"_s,
+                      u"kunder"_s,
+                      u"ordre-ny"_s,
+                      u"ordre-lagret"_s,
+                      u"kreditnota"_s,
+                      u"utskrift"_s,
+                      u"forhandsvisning"_s,
+                      u"faktura"_s,
+                      u"utskrift-ehf"_s,
+                      u"oversikt"_s,
+                      u"ordreskriv"_s,
+                      u"ordreliste"_s,
+                      u"purreliste"_s,
+                      u"bokfor"_s,
+                      u"bokfort"_s,
+                      u"bilag"_s,
+                      u"fakturajournal"_s,
+                      u"salgsjournal"_s,
+                      u"innstillinger-kid"_s,
+                      u"innstillinger-logo"_s,
+                      u"innstillinger-faktura"_s,
+                      u"kalkyle"_s,
+                      u"melding"_s,
+                      u"hjelp"_s};
+    for (qsizetype i = 0; i < names.size(); ++i)
+        names[i] = u"%1-%2.png"_s.arg(i + 1, 2, 10, QChar(u'0')).arg(names[i]);
+    return names;
+}
+
+TEST_F(ScreenTourTest, LeavesNumberedPicturesAndTheDatabase)
+{
+    const Outcome outcome = tour();
+    EXPECT_EQ(outcome.status, 0) << ::testing::PrintToString(outcome);
+    EXPECT_EQ(outcome.err, QString());
+    const QStringList expected = expectedPictures();
+    EXPECT_EQ(pictures(), expected);
+    const QString told = QString::fromUtf8(outcome.out);
+    for (qsizetype i = 0; i < expected.size(); ++i) {
+        const QByteArray picture = content(u"tur/"_s + expected[i]);
+        EXPECT_TRUE(picture.startsWith("\x89PNG")) << expected[i].toStdString();
+        EXPECT_GT(picture.size(), 1000) << expected[i].toStdString();
+        EXPECT_TRUE(told.contains(path(u"tur/"_s + expected[i]))) << told.toStdString();
+        EXPECT_TRUE(told.contains(u"\n%1. "_s.arg(i + 1))) << told.toStdString();
+    }
+    for (const QString &name :
+         {u"Faktura"_s, u"Ordreliste"_s, u"Purreliste"_s, u"Fakturajournal"_s, u"Salgsjournal"_s})
+        EXPECT_TRUE(content(u"tur/%1.pdf"_s.arg(name)).startsWith("%PDF")) << name.toStdString();
+    EXPECT_TRUE(content(u"tur/Faktura.xml"_s).contains("<cbc:ID>1061</cbc:ID>"));
+    // The customer's number is a part of the KID, so it was made after the pick.
+    const Outcome invoice = host({u"--dsn"_s, path(u"tur/demo.db"_s), u"--sql"_s,
+                                  u"SELECT KID FROM Ordre WHERE KlientNr=1 AND OrdreNr=1061"_s});
+    EXPECT_EQ(invoice.out.split('\n').value(1), "0100010010617");
+    const Outcome count = host({u"--dsn"_s, path(u"tur/demo.db"_s), u"--sql"_s,
+                                u"SELECT COUNT (*) AS Antall FROM Ordre WHERE KlientNr=1"_s});
+    EXPECT_EQ(count.out.split('\n').value(1).toInt(), 61);
+}
+
+TEST_F(ScreenTourTest, ASecondTourUsesTheDatabase)
+{
+    EXPECT_EQ(tour().status, 0);
+    QFile::remove(path(u"tur/27-hjelp.png"_s));
+    const Outcome second = tour();
+    EXPECT_EQ(second.status, 0) << ::testing::PrintToString(second);
+    EXPECT_TRUE(QString::fromUtf8(second.out).contains(u"Databasen finnes fra før og brukes"_s));
+    EXPECT_EQ(pictures(), expectedPictures());
+}
+
+TEST_F(ScreenTourTest, LeavesTheUsersSettingsAlone)
+{
+    environment.insert(u"XDG_CONFIG_HOME"_s, path(u"brukerens"_s));
+    EXPECT_EQ(tour().status, 0);
+    EXPECT_EQ(files(), QStringList{u"tur"_s});
+}
+
+TEST_F(ScreenTourTest, AFileInTheFoldersPlaceIsTold)
+{
+    write(u"tur"_s, "et brev");
+    expectRefusal(tour(), 1, u"lot seg ikke lage"_s);
+}
+
+TEST_F(ScreenTourTest, AForeignDatabaseIsToldAndKept)
+{
+    QDir(path(QString())).mkdir(u"tur"_s);
+    const QByteArray letter = QByteArray("dette er et brev\n").repeated(100);
+    write(u"tur/demo.db"_s, letter);
+    const Outcome outcome = tour();
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.err.contains(u"ModuleInit 0"_s)) << outcome.err.toStdString();
+    EXPECT_EQ(content(u"tur/demo.db"_s), letter);
+    EXPECT_TRUE(pictures().isEmpty());
+}
+
+} // namespace
