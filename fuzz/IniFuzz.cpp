@@ -1,8 +1,9 @@
-// Any bytes as a file of settings: it is read without a fault, its lines are kept, and what is
-// written into it comes back while every other value stays as it was.
+// Any bytes as a file of settings: it is read without a fault, and what is written into it comes
+// back while every other value stays as it was.
 
 #include "platform/registry/IniFile.h"
 #include "platform/registry/Registry.h"
+#include "runtime/CodePage.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -29,7 +30,7 @@ QByteArray takePart(QByteArray &input)
 
 bool isSame(const QString &a, const QString &b)
 {
-    return a.toCaseFolded() == b.toCaseFolded();
+    return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
@@ -39,15 +40,12 @@ bool isSame(const QString &a, const QString &b)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     QByteArray input(reinterpret_cast<const char *>(data), qsizetype(size));
-    const QString key = nameFromBytes(takePart(input));
-    const QString name = nameFromBytes(takePart(input));
+    const QString key = codepage::decode(takePart(input));
+    const QString name = codepage::decode(takePart(input));
     const QByteArray typed = takePart(input);
     const StoredValue value{typed.isEmpty() ? REG_SZ : quint32(uchar(typed[0])), typed.mid(1)};
 
     IniFile file = IniFile::fromBytes(input);
-    const bool hasClosingLineFeed = input.isEmpty() || input.endsWith('\n');
-    if (file.toBytes() != (hasClosingLineFeed ? input : input + '\n'))
-        fail("the file's lines are not kept", file);
 
     const QString neighbourKey = isSame(key, u"Regningsdel"_s) ? u"Annet"_s : u"Regningsdel"_s;
     const auto neighbour = file.value(neighbourKey, u"Avrunding"_s);

@@ -10,167 +10,97 @@ namespace registry {
 
 namespace {
 
-const QString kUnnamed = u"@"_s;
+constexpr QLatin1StringView kUnnamed("@");
 
-QString decoded(const QByteArray &raw)
+QString decoded(const QByteArray &line)
 {
     QStringDecoder utf8(QStringDecoder::Utf8, QStringConverter::Flag::Stateless); // drops its mark
-    QString text = utf8(raw);
-    if (utf8.hasError())
-        text = codepage::decode(raw);
-    return text;
-}
-
-QByteArray entryLine(const QString &name, const StoredValue &value)
-{
-    const QString left = name.isEmpty() ? kUnnamed : escapedName(name);
-    return (left + u'=' + valueText(value)).toUtf8();
+    const QString text = utf8(line);
+    return utf8.hasError() ? codepage::decode(line) : text;
 }
 
 } // namespace
 
-IniFile::Line IniFile::parsed(const QByteArray &raw, const Line *previous)
-{
-    Line line;
-    line.raw = raw;
-    if (previous) {
-        line.section = previous->section;
-        line.isReachable = previous->isReachable;
-    }
-    const QString all = decoded(raw);
-    const QStringView text = QStringView(all).trimmed();
-    if (text.startsWith(u'[')) {
-        const qsizetype close = text.indexOf(u']');
-        line.kind = Line::Kind::Section;
-        line.isReachable = close > 0;
-        if (line.isReachable)
-            line.section = unescapedName(text.sliced(1, close - 1)).toCaseFolded();
-        return line;
-    }
-    const qsizetype equals = text.indexOf(u'=');
-    if (equals <= 0 || text.startsWith(u';') || text.startsWith(u'#'))
-        return line;
-    const QStringView name = text.first(equals).trimmed();
-    line.kind = Line::Kind::Entry;
-    line.name = name == kUnnamed ? QString() : unescapedName(name).toCaseFolded();
-    line.text = text.sliced(equals + 1).trimmed().toString();
-    return line;
-}
-
-IniFile::Line IniFile::head(const QString &key)
-{
-    return parsed((u'[' + escapedName(key) + u']').toUtf8(), nullptr);
-}
-
 IniFile IniFile::fromBytes(const QByteArray &bytes)
 {
     IniFile file;
-    for (qsizetype at = 0; at < bytes.size();) {
-        qsizetype end = bytes.indexOf('\n', at);
-        if (end < 0)
-            end = bytes.size();
-        const Line *previous = file.m_lines.empty() ? nullptr : &file.m_lines.back();
-        file.m_lines.push_back(parsed(bytes.mid(at, end - at), previous));
-        at = end + 1;
+    Values *section = &file.m_keys[QString()]; // none below a broken head
+    for (const QByteArray &raw : bytes.split('\n')) {
+        const QString all = decoded(raw);
+        const QStringView line = QStringView(all).trimmed();
+        const qsizetype equals = line.indexOf(u'=');
+        if (line.startsWith(u'[')) {
+            const qsizetype close = line.indexOf(u']');
+            section = close > 0 ? &file.m_keys[unescapedName(line.sliced(1, close - 1))] : nullptr;
+        } else if (section && equals > 0 && !line.startsWith(u';') && !line.startsWith(u'#')) {
+            const QStringView name = line.first(equals).trimmed();
+            if (const auto value = valueFromText(line.sliced(equals + 1).trimmed()))
+                section->insert_or_assign(name == kUnnamed ? QString() : unescapedName(name),
+                                          *value);
+        }
     }
     return file;
 }
 
 QByteArray IniFile::toBytes() const
 {
-    QByteArray bytes;
-    for (const Line &line : m_lines)
-        bytes += line.raw + '\n';
-    return bytes;
+    QString text;
+    for (const auto &[key, values] : m_keys) {
+        if (!key.isEmpty())
+            text += (text.isEmpty() ? "["_L1 : "\n["_L1) + escapedName(key) + "]\n"_L1;
+        for (const auto &[name, value] : values)
+            text += (name.isEmpty() ? QString(kUnnamed) : escapedName(name)) + u'=' +
+                    valueText(value) + u'\n';
+    }
+    return text.toUtf8();
 }
 
 bool IniFile::hasKey(const QString &key) const
 {
-    const QString folded = key.toCaseFolded();
-    return folded.isEmpty() || hasSubkeys(key) ||
-           std::any_of(m_lines.begin(), m_lines.end(), [&](const Line &line) {
-               return line.kind == Line::Kind::Section && line.isIn(folded);
-           });
+    return m_keys.contains(key) || hasSubkeys(key);
 }
 
 bool IniFile::hasSubkeys(const QString &key) const
 {
-    const QString folded = key.toCaseFolded();
-    return std::any_of(m_lines.begin(), m_lines.end(), [&](const Line &line) {
-        if (line.kind != Line::Kind::Section || !line.isReachable || line.section.isEmpty())
-            return false;
-        return folded.isEmpty() ||
-               (line.section.size() > folded.size() && line.section.startsWith(folded) &&
-                line.section[folded.size()] == u'\\');
-    });
+    if (key.isEmpty())
+        return m_keys.upper_bound(key) != m_keys.end();
+    const QString prefix = key + u'\\';
+    const auto next = m_keys.lower_bound(prefix);
+    return next != m_keys.end() && next->first.startsWith(prefix, Qt::CaseInsensitive);
 }
 
 std::optional<StoredValue> IniFile::value(const QString &key, const QString &name) const
 {
-    const QString folded = key.toCaseFolded();
-    const QString foldedName = name.toCaseFolded();
-    const auto found = std::find_if(m_lines.rbegin(), m_lines.rend(), [&](const Line &line) {
-        return line.isEntry(folded, foldedName);
-    });
-    return found == m_lines.rend() ? std::nullopt : valueFromText(found->text);
+    const auto section = m_keys.find(key);
+    if (section == m_keys.end())
+        return std::nullopt;
+    const auto found = section->second.find(name);
+    return found == section->second.end() ? std::nullopt : std::optional(found->second);
 }
 
 void IniFile::addKey(const QString &key)
 {
-    if (hasKey(key))
-        return;
-    if (!m_lines.empty() && !m_lines.back().raw.trimmed().isEmpty())
-        m_lines.push_back(parsed({}, &m_lines.back()));
-    m_lines.push_back(head(key));
+    m_keys[QString()];
+    m_keys[key];
 }
 
 void IniFile::setValue(const QString &key, const QString &name, const StoredValue &value)
 {
-    const QString folded = key.toCaseFolded();
-    const QString foldedName = name.toCaseFolded();
-    const QByteArray raw = entryLine(name, value);
-
-    const auto existing = std::find_if(m_lines.rbegin(), m_lines.rend(), [&](const Line &line) {
-        return line.isEntry(folded, foldedName);
-    });
-    if (existing != m_lines.rend()) {
-        *existing = parsed(raw, &*existing);
-        return;
-    }
-
-    // A new value goes behind the last line of the key's last section that is not empty.
-    auto place = m_lines.begin();
-    bool hasSection = folded.isEmpty();
-    for (auto line = m_lines.begin(); line != m_lines.end(); ++line) {
-        if (!line->isIn(folded) ||
-            (line->kind == Line::Kind::Other && line->raw.trimmed().isEmpty()))
-            continue;
-        hasSection = true;
-        place = std::next(line);
-    }
-    if (!hasSection) {
-        if (!m_lines.empty() && !m_lines.back().raw.trimmed().isEmpty())
-            m_lines.push_back(parsed({}, &m_lines.back()));
-        m_lines.push_back(head(key));
-        place = m_lines.end();
-    }
-    Line section;
-    section.section = folded;
-    m_lines.insert(place, parsed(raw, &section));
+    addKey(key);
+    Values &values = m_keys[key];
+    values.erase(name); // the latest spelling counts
+    values.emplace(name, value);
 }
 
 bool IniFile::removeValue(const QString &key, const QString &name)
 {
-    const QString folded = key.toCaseFolded();
-    const QString foldedName = name.toCaseFolded();
-    return std::erase_if(m_lines,
-                         [&](const Line &line) { return line.isEntry(folded, foldedName); }) > 0;
+    const auto section = m_keys.find(key);
+    return section != m_keys.end() && section->second.erase(name) > 0;
 }
 
 void IniFile::removeKey(const QString &key)
 {
-    const QString folded = key.toCaseFolded();
-    std::erase_if(m_lines, [&](const Line &line) { return line.isIn(folded); });
+    m_keys.erase(key);
 }
 
 } // namespace registry

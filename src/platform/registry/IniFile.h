@@ -5,14 +5,13 @@
 #include <QByteArray>
 #include <QString>
 
+#include <map>
 #include <optional>
-#include <vector>
 
 namespace registry {
 
-/// A tree of keys with values as the lines of an INI file in UTF-8:
+/// A tree of keys with values, which an INI file in UTF-8 holds:
 ///
-///     ; a comment
 ///     setting=values of the file's own key stand before the first section
 ///
 ///     [Regningsdel\Forms\frmOrdre]
@@ -21,8 +20,9 @@ namespace registry {
 ///
 /// Names and values are escaped as TextForm.h tells. Keys and names match without regard to case.
 /// A section may stand in several places; of two values with one name the later counts. Lines that
-/// are neither section nor value are carried along unchanged; those under a section head without
-/// its "]" are out of reach. A line that is not UTF-8 is read by the code page.
+/// are neither section nor value, those under a section head without its "]" and values that do
+/// not read are left out, also when the file is written again. A line that is not UTF-8 is read by
+/// the code page.
 ///
 /// A key is given by its names joined with "\"; the empty one is the file's own key.
 class IniFile
@@ -31,7 +31,9 @@ public:
     [[nodiscard]] static IniFile fromBytes(const QByteArray &bytes);
     [[nodiscard]] QByteArray toBytes() const;
 
-    /// True for a key with a section of its own or one below it, and for the empty key.
+    /// Without any key, not even the file's own: what stands for no file.
+    [[nodiscard]] bool isEmpty() const { return m_keys.empty(); }
+    /// True for a key of its own, and for one with a key below it.
     [[nodiscard]] bool hasKey(const QString &key) const;
     [[nodiscard]] bool hasSubkeys(const QString &key) const;
     [[nodiscard]] std::optional<StoredValue> value(const QString &key, const QString &name) const;
@@ -41,35 +43,20 @@ public:
     void setValue(const QString &key, const QString &name, const StoredValue &value);
     /// False when there was no such value.
     bool removeValue(const QString &key, const QString &name);
-    /// Takes out the key's sections with all their lines, not those of keys below it.
+    /// Takes out the key with its values, not those of keys below it.
     void removeKey(const QString &key);
 
 private:
-    struct Line
+    struct NameLess
     {
-        enum class Kind { Section, Entry, Other };
-
-        QByteArray raw; ///< without the line feed
-        Kind kind = Kind::Other;
-        QString section;         ///< case-folded key of the section that the line stands in
-        bool isReachable = true; ///< false below a broken section head
-        QString name;            ///< of an entry, case-folded
-        QString text;            ///< of an entry, what follows "="
-
-        [[nodiscard]] bool isIn(const QString &folded) const
+        bool operator()(const QString &a, const QString &b) const
         {
-            return isReachable && section == folded;
-        }
-        [[nodiscard]] bool isEntry(const QString &folded, const QString &foldedName) const
-        {
-            return kind == Kind::Entry && isIn(folded) && name == foldedName;
+            return a.compare(b, Qt::CaseInsensitive) < 0;
         }
     };
+    using Values = std::map<QString, StoredValue, NameLess>;
 
-    static Line parsed(const QByteArray &raw, const Line *previous);
-    static Line head(const QString &key);
-
-    std::vector<Line> m_lines;
+    std::map<QString, Values, NameLess> m_keys;
 };
 
 } // namespace registry

@@ -1,9 +1,13 @@
 #include "platform/registry/KeyPath.h"
 
 #include "platform/registry/TextForm.h"
+#include "runtime/CodePage.h"
 
 #include <QDir>
 #include <QFileInfo>
+
+#include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -14,6 +18,9 @@ namespace {
 /// Levels of the path that name the file: "Software", company, application.
 constexpr qsizetype kFileLevels = 3;
 
+constexpr std::array kRootNames{"HKEY_CLASSES_ROOT"_L1, "HKEY_CURRENT_USER"_L1,
+                                "HKEY_LOCAL_MACHINE"_L1, "HKEY_USERS"_L1};
+
 QString configurationFolder()
 {
     const QString folder = qEnvironmentVariable("XDG_CONFIG_HOME");
@@ -22,50 +29,42 @@ QString configurationFolder()
                                         : QDir::homePath() + "/.config"_L1;
 }
 
-QString rootName(Handle root)
-{
-    switch (root) {
-    case HKEY_CLASSES_ROOT:
-        return u"HKEY_CLASSES_ROOT"_s;
-    case HKEY_CURRENT_USER:
-        return u"HKEY_CURRENT_USER"_s;
-    case HKEY_LOCAL_MACHINE:
-        return u"HKEY_LOCAL_MACHINE"_s;
-    case HKEY_USERS:
-        return u"HKEY_USERS"_s;
-    default:
-        return {};
-    }
-}
-
 /// `folder`/`name`, spelt as it is on the disk when only the case differs there.
 QString present(const QString &folder, const QString &name)
 {
     QString exact = folder + u'/' + name;
     if (QFileInfo::exists(exact))
         return exact;
-    const QString folded = name.toCaseFolded();
     const QStringList entries = QDir(folder).entryList(
         QDir::Files | QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-    for (const QString &entry : entries) {
-        if (entry.toCaseFolded() == folded)
-            return folder + u'/' + entry;
-    }
-    return exact;
+    const auto found = std::find_if(entries.begin(), entries.end(), [&](const QString &entry) {
+        return entry.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return found == entries.end() ? exact : folder + u'/' + *found;
 }
 
 bool isSoftware(const KeyPath &path)
 {
     return path.root == HKEY_CURRENT_USER && !path.levels.isEmpty() &&
-           path.levels.first().toCaseFolded() == "software"_L1;
+           path.levels.first().compare("software"_L1, Qt::CaseInsensitive) == 0;
+}
+
+/// A level as the name of a file, which cannot be empty.
+QString fileName(const QString &level)
+{
+    return level.isEmpty() ? u"%00"_s : escapedName(level);
+}
+
+QString companyFolder(const KeyPath &path)
+{
+    return present(configurationFolder(), fileName(path.levels[1]));
 }
 
 } // namespace
 
 KeyPath KeyPath::below(QByteArrayView subKey) const
 {
-    const qsizetype end = subKey.indexOf('\0');
-    QStringList names = nameFromBytes(end < 0 ? subKey : subKey.first(end)).split(u'\\');
+    QStringList names = nameFromBytes(subKey).split(u'\\');
     while (!names.isEmpty() && names.last().isEmpty())
         names.removeLast();
     return {root, levels + names};
@@ -74,43 +73,38 @@ KeyPath KeyPath::below(QByteArrayView subKey) const
 bool KeyPath::isSame(const KeyPath &other) const
 {
     return root == other.root &&
-           std::equal(levels.begin(), levels.end(), other.levels.begin(), other.levels.end(),
-                      [](const QString &a, const QString &b) {
-                          return a.toCaseFolded() == b.toCaseFolded();
-                      });
+           levels.join(u'\\').compare(other.levels.join(u'\\'), Qt::CaseInsensitive) == 0;
+}
+
+QString nameFromBytes(QByteArrayView bytes)
+{
+    const qsizetype end = bytes.indexOf('\0');
+    return codepage::decode(end < 0 ? bytes : bytes.first(end));
 }
 
 KeyPlace placeOf(const KeyPath &path)
 {
-    KeyPlace place;
-    place.isApplication = isSoftware(path) && path.levels.size() >= kFileLevels;
-    if (place.isApplication) {
-        place.folder = present(configurationFolder(), escapedName(path.levels[1]));
-        place.file = present(place.folder, escapedName(path.levels[2]) + ".ini"_L1);
-        place.key = path.levels.sliced(kFileLevels).join(u'\\');
-    } else {
-        place.folder = configurationFolder();
-        place.file = place.folder + u'/' + rootName(path.root) + ".ini"_L1;
-        place.key = path.levels.join(u'\\');
+    if (isSoftware(path) && path.levels.size() >= kFileLevels) {
+        const QString folder = companyFolder(path);
+        return {folder, present(folder, fileName(path.levels[2]) + ".ini"_L1),
+                path.levels.sliced(kFileLevels).join(u'\\')};
     }
-    return place;
-}
-
-QString companyFolder(const KeyPath &path)
-{
-    if (!isSoftware(path) || path.levels.size() != kFileLevels - 1)
-        return {};
-    return present(configurationFolder(), escapedName(path.levels[1]));
+    const QString folder = configurationFolder();
+    return {folder, folder + u'/' + kRootNames[path.root - HKEY_CLASSES_ROOT] + ".ini"_L1,
+            path.levels.join(u'\\')};
 }
 
 bool isFixed(const KeyPath &path)
 {
-    return path.levels.isEmpty() || (isSoftware(path) && path.levels.size() == 1);
+    if (path.levels.size() <= 1)
+        return path.levels.isEmpty() || isSoftware(path);
+    return isSoftware(path) && path.levels.size() == kFileLevels - 1 &&
+           !QDir(companyFolder(path)).entryList({u"*.ini"_s}, QDir::Files | QDir::Hidden).isEmpty();
 }
 
 bool isRoot(Handle key)
 {
-    return !rootName(key).isEmpty();
+    return key >= HKEY_CLASSES_ROOT && key - HKEY_CLASSES_ROOT < kRootNames.size();
 }
 
 } // namespace registry

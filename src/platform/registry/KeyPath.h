@@ -25,17 +25,17 @@ struct KeyPlace
 {
     QString folder; ///< the system's own form, as is `file`; neither need exist
     QString file;
-    QString key;                ///< within the file: names joined with "\", empty for its own key
-    bool isApplication = false; ///< true when the file holds one application's keys only
+    QString key; ///< within the file: names joined with "\", empty for its own key
 };
+
+/// A name as the registry's functions take it, which ends before its first zero byte.
+[[nodiscard]] QString nameFromBytes(QByteArrayView bytes);
 
 /// Folder and file names match what is on the disk without regard to case.
 [[nodiscard]] KeyPlace placeOf(const KeyPath &path);
 
-/// The folder of the company when `path` is HKEY_CURRENT_USER\Software\COMPANY, else empty.
-[[nodiscard]] QString companyFolder(const KeyPath &path);
-
-/// True for a root and for HKEY_CURRENT_USER\Software, which are there without having been made.
+/// True for what no file has as a key of its own: a root, HKEY_CURRENT_USER\Software, which are
+/// there without having been made, and the key of a company that has applications.
 [[nodiscard]] bool isFixed(const KeyPath &path);
 
 /// True for one of the roots that the registry knows.

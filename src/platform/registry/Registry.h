@@ -20,7 +20,11 @@
 /// Every function returns one of the ERROR_ values and throws nothing. A change locks the file
 /// against other processes, for which it waits two seconds at most, reads it as it stands, and puts
 /// a whole new file in its place when it has reached the disk; a change that fails leaves the file
-/// as it was. Lines that are neither section nor value are kept. For one thread of a process.
+/// as it was. For one thread of a process.
+///
+/// QSettings cannot stand in: it knows neither types nor keys without values, waits for its lock
+/// without end, and takes a comma in a stored text for a list. A format of our own registered with
+/// it would have to be read and written here all the same.
 namespace registry {
 
 /// An open key, or one of the roots below.

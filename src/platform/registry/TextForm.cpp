@@ -3,6 +3,10 @@
 #include "platform/registry/Registry.h"
 #include "runtime/CodePage.h"
 
+#include <QtEndian>
+
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace registry {
@@ -10,74 +14,23 @@ namespace registry {
 namespace {
 
 constexpr QStringView kAlwaysEscaped = u"%/=[];#";
-constexpr auto kHexDigits = "0123456789abcdef";
+constexpr QStringView kEscapedAtEnds = u".@\"";
+
+/// What may follow "\" in a text, and what it means.
+constexpr QStringView kEscapes = u"\\\"nrt0";
+constexpr QByteArrayView kMeanings("\\\"\n\r\t\0", 6);
 
 bool isControl(QChar c)
 {
-    return c.unicode() < 0x20 || (c.unicode() >= 0x7f && c.unicode() < 0xa0);
+    return c.category() == QChar::Other_Control;
 }
 
-void appendHex(QString &text, uchar byte)
+/// The number of two hexadecimal digits at `at`, or nothing.
+std::optional<uchar> byteAt(QStringView text, qsizetype at)
 {
-    text += QLatin1Char(kHexDigits[byte >> 4]);
-    text += QLatin1Char(kHexDigits[byte & 0xf]);
-}
-
-/// The number of exactly `digits` hexadecimal digits at `at`, or nothing.
-std::optional<uint> hexAt(QStringView text, qsizetype at, int digits)
-{
-    if (at + digits > text.size())
-        return std::nullopt;
-    uint number = 0;
-    for (QChar c : text.sliced(at, digits)) {
-        const ushort u = c.unicode();
-        const bool isDigit = u >= '0' && u <= '9';
-        const ushort letter = u | 0x20;
-        if (!isDigit && (letter < 'a' || letter > 'f'))
-            return std::nullopt;
-        number = number * 16 + uint(isDigit ? u - '0' : letter - 'a' + 10);
-    }
-    return number;
-}
-
-/// The zero bytes that close text of this type; 0 for a type that is no text.
-int closingZeros(quint32 type)
-{
-    switch (type) {
-    case REG_SZ:
-    case REG_EXPAND_SZ:
-        return 1;
-    case REG_MULTI_SZ:
-        return 2;
-    default:
-        return 0;
-    }
-}
-
-QString escapedText(QByteArrayView bytes)
-{
-    QString text;
-    text.reserve(bytes.size());
-    const QString characters = codepage::decode(bytes);
-    for (qsizetype i = 0; i < characters.size(); ++i) {
-        const QChar c = characters[i];
-        if (c == u'\\')
-            text += "\\\\"_L1;
-        else if (c == u'\n')
-            text += "\\n"_L1;
-        else if (c == u'\r')
-            text += "\\r"_L1;
-        else if (c == u'\t')
-            text += "\\t"_L1;
-        else if (c == QChar(0))
-            text += "\\0"_L1;
-        else if (isControl(c) || c == QChar::ReplacementCharacter) {
-            text += "\\x"_L1;
-            appendHex(text, uchar(bytes[i]));
-        } else
-            text += c;
-    }
-    return text;
+    bool isNumber = false;
+    const uint number = text.mid(at, 2).toUInt(&isNumber, 16);
+    return isNumber && at + 2 <= text.size() ? std::optional(uchar(number)) : std::nullopt;
 }
 
 QByteArray unescapedText(QStringView text)
@@ -85,129 +38,71 @@ QByteArray unescapedText(QStringView text)
     QByteArray bytes;
     bytes.reserve(text.size());
     for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar next = i + 1 < text.size() ? text[i + 1] : QChar(u' ');
-        if (text[i] != u'\\') {
-            bytes += codepage::fromUnicode(text[i]);
-            continue;
-        }
-        ++i;
-        if (next == u'\\' || next == u'"')
-            bytes += char(next.unicode());
-        else if (next == u'n')
-            bytes += '\n';
-        else if (next == u'r')
-            bytes += '\r';
-        else if (next == u't')
-            bytes += '\t';
-        else if (next == u'0')
-            bytes += '\0';
-        else if (const auto code = hexAt(text, i + 1, 2); next == u'x' && code) {
+        const QChar next = text[i] == u'\\' && i + 1 < text.size() ? text[i + 1] : QChar();
+        const qsizetype escape = next.isNull() ? -1 : kEscapes.indexOf(next);
+        if (escape >= 0) {
+            bytes += kMeanings[escape];
+            i += 1;
+        } else if (const auto code = byteAt(text, i + 2); next == u'x' && code) {
             bytes += char(*code);
-            i += 2;
+            i += 3;
         } else {
-            bytes += '\\';
-            --i; // what follows is text of its own
+            bytes += codepage::fromUnicode(text[i]);
         }
-    }
-    return bytes;
-}
-
-bool isQuoted(QStringView text)
-{
-    return text.size() >= 2 && text.front() == u'"' && text.back() == u'"';
-}
-
-QString quoted(QString text)
-{
-    return u'"' + text.replace(u'"', "\\\""_L1) + u'"';
-}
-
-constexpr QLatin1StringView kDword("dword:");
-constexpr QLatin1StringView kExpand("expand:");
-constexpr QLatin1StringView kMulti("multi:");
-constexpr QLatin1StringView kBinary("hex:");
-constexpr QLatin1StringView kTypedBytes("hex(");
-
-bool startsWithMark(QStringView text)
-{
-    for (const auto mark : {kDword, kExpand, kMulti, kBinary, kTypedBytes}) {
-        if (text.startsWith(mark))
-            return true;
-    }
-    return false;
-}
-
-QString hexText(const StoredValue &value)
-{
-    QString text = value.type == REG_BINARY ? QString(kBinary)
-                                            : kTypedBytes + QString::number(value.type) + "):"_L1;
-    for (qsizetype i = 0; i < value.data.size(); ++i) {
-        if (i > 0)
-            text += u',';
-        appendHex(text, uchar(value.data[i]));
-    }
-    return text;
-}
-
-std::optional<QByteArray> bytesFromHex(QStringView text)
-{
-    QByteArray bytes;
-    for (qsizetype at = 0; at < text.size(); at += 3) {
-        const auto byte = hexAt(text, at, 2);
-        const bool isLast = at + 2 == text.size();
-        if (!byte || (!isLast && (text[at + 2] != u',' || at + 3 == text.size())))
-            return std::nullopt;
-        bytes += char(*byte);
     }
     return bytes;
 }
 
 StoredValue closedText(quint32 type, QStringView text)
 {
-    const QStringView content = isQuoted(text) ? text.sliced(1, text.size() - 2) : text;
-    return {type, unescapedText(content) + QByteArray(closingZeros(type), '\0')};
+    const bool isQuoted = text.size() >= 2 && text.front() == u'"' && text.back() == u'"';
+    const QStringView content = isQuoted ? text.sliced(1).chopped(1) : text;
+    return {type, unescapedText(content) + QByteArray(type == REG_MULTI_SZ ? 2 : 1, '\0')};
+}
+
+std::optional<StoredValue> doubleWord(QStringView digits)
+{
+    bool isNumber = false;
+    const uint number = digits.toUInt(&isNumber, 16);
+    if (!isNumber || digits.size() != 8)
+        return std::nullopt;
+    QByteArray bytes(4, '\0');
+    qToLittleEndian(number, bytes.data());
+    return StoredValue{REG_DWORD, bytes};
+}
+
+std::optional<StoredValue> bytesOfType(quint32 type, QStringView digits)
+{
+    const QByteArray given = digits.toLatin1().toLower();
+    const QByteArray bytes = QByteArray::fromHex(given);
+    // What is no digit is left out there.
+    return bytes.toHex(',') == given ? std::optional(StoredValue{type, bytes}) : std::nullopt;
 }
 
 } // namespace
 
-QString nameFromBytes(QByteArrayView bytes)
-{
-    QString name = codepage::decode(bytes);
-    for (qsizetype i = 0; i < name.size(); ++i) {
-        if (name[i] == QChar::ReplacementCharacter)
-            name[i] = QChar(ushort(uchar(bytes[i])));
-    }
-    return name;
-}
-
 QString escapedName(QStringView name)
 {
-    if (name.isEmpty())
-        return u"%00"_s;
     QString text;
     text.reserve(name.size());
     for (qsizetype i = 0; i < name.size(); ++i) {
         const QChar c = name[i];
-        const bool atEnd = i == 0 || i + 1 == name.size();
+        const bool isEnd = i == 0 || i + 1 == name.size();
         if (kAlwaysEscaped.contains(c) || isControl(c) ||
-            (atEnd && (c.isSpace() || c == u'.' || c == u'@' || c == u'"'))) {
-            text += u'%';
-            appendHex(text, uchar(c.unicode()));
-        } else {
+            (isEnd && (c.isSpace() || kEscapedAtEnds.contains(c))))
+            text += u"%%1"_s.arg(uint(c.unicode()), 2, 16, QChar(u'0'));
+        else
             text += c;
-        }
     }
     return text;
 }
 
 QString unescapedName(QStringView text)
 {
-    if (text == "%00"_L1)
-        return {};
     QString name;
     name.reserve(text.size());
     for (qsizetype i = 0; i < text.size(); ++i) {
-        const auto code = text[i] == u'%' ? hexAt(text, i + 1, 2) : std::nullopt;
+        const auto code = text[i] == u'%' ? byteAt(text, i + 1) : std::nullopt;
         name += code ? QChar(ushort(*code)) : text[i];
         if (code)
             i += 2;
@@ -217,65 +112,43 @@ QString unescapedName(QStringView text)
 
 QString valueText(const StoredValue &value)
 {
-    const int zeros = closingZeros(value.type);
     if (value.type == REG_SZ && value.data.isEmpty())
         return {};
-    if (zeros > 0 && value.data.endsWith(QByteArray(zeros, '\0'))) {
-        const QString text = escapedText(QByteArrayView(value.data).chopped(zeros));
-        if (value.type == REG_EXPAND_SZ)
-            return kExpand + quoted(text);
-        if (value.type == REG_MULTI_SZ)
-            return kMulti + quoted(text);
-        const bool misleads = text.isEmpty() || text.front().isSpace() || text.back().isSpace() ||
-                              text.front() == u'"' || startsWithMark(text);
-        return misleads ? quoted(text) : text;
-    }
-    if (value.type == REG_DWORD && value.data.size() == 4) {
-        QString text = kDword;
-        for (int i = 3; i >= 0; --i)
-            appendHex(text, uchar(value.data[i]));
+    const bool isClosed = value.type == REG_SZ && value.data.endsWith('\0');
+    QString text = codepage::decode(QByteArrayView(value.data).chopped(isClosed ? 1 : 0));
+    const bool isPrintable = std::none_of(text.cbegin(), text.cend(), [](QChar c) {
+        return isControl(c) || c == QChar::ReplacementCharacter;
+    });
+    if (!isClosed || !isPrintable)
+        return "hex(%1):%2"_L1.arg(QString::number(value.type),
+                                   QString::fromLatin1(value.data.toHex(',')));
+    text.replace(u'\\', "\\\\"_L1);
+    if (valueFromText(QStringView(text).trimmed()) == value)
         return text;
-    }
-    return hexText(value);
+    return u'"' + text.replace(u'"', "\\\""_L1) + u'"';
 }
 
 std::optional<StoredValue> valueFromText(QStringView text)
 {
     if (text.isEmpty())
         return StoredValue{REG_SZ, {}};
-    if (text.startsWith(kExpand))
-        return closedText(REG_EXPAND_SZ, text.sliced(kExpand.size()));
-    if (text.startsWith(kMulti))
-        return closedText(REG_MULTI_SZ, text.sliced(kMulti.size()));
-    if (text.startsWith(kDword)) {
-        QByteArray bytes;
-        for (qsizetype i = 3; i >= 0; --i) {
-            const auto byte = hexAt(text, kDword.size() + 2 * i, 2);
-            if (!byte)
-                return std::nullopt;
-            bytes += char(*byte);
-        }
-        if (text.size() != kDword.size() + 8)
-            return std::nullopt;
-        return StoredValue{REG_DWORD, bytes};
-    }
-    quint32 type = REG_BINARY;
-    qsizetype digitsAt = kBinary.size();
-    if (text.startsWith(kTypedBytes)) {
-        const qsizetype close = text.indexOf("):"_L1);
+    const qsizetype end = text.indexOf(u':') + 1;
+    const QStringView mark = text.first(end);
+    const QStringView content = text.sliced(end);
+    if (mark == "expand:"_L1)
+        return closedText(REG_EXPAND_SZ, content);
+    if (mark == "multi:"_L1)
+        return closedText(REG_MULTI_SZ, content);
+    if (mark == "dword:"_L1)
+        return doubleWord(content);
+    if (mark == "hex:"_L1)
+        return bytesOfType(REG_BINARY, content);
+    if (mark.startsWith("hex("_L1) && mark.endsWith("):"_L1)) {
         bool isNumber = false;
-        if (close > 0)
-            type = text.sliced(kTypedBytes.size(), close - kTypedBytes.size()).toUInt(&isNumber);
-        if (!isNumber)
-            return std::nullopt;
-        digitsAt = close + 2;
-    } else if (!text.startsWith(kBinary)) {
-        return closedText(REG_SZ, text);
+        const uint type = mark.sliced(4).chopped(2).toUInt(&isNumber);
+        return isNumber ? bytesOfType(type, content) : std::nullopt;
     }
-    auto bytes = bytesFromHex(text.sliced(digitsAt));
-    if (!bytes)
-        return std::nullopt;
-    return StoredValue{type, std::move(*bytes)};
+    return closedText(REG_SZ, text);
 }
 
 } // namespace registry

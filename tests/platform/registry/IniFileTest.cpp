@@ -1,6 +1,7 @@
 #include "platform/registry/IniFile.h"
 
 #include "platform/registry/Registry.h"
+#include "runtime/CodePage.h"
 
 #include <gtest/gtest.h>
 
@@ -80,6 +81,7 @@ TEST(IniFile, AKeyExistsBySectionOrByOneBelow)
 {
     const IniFile file = IniFile::fromBytes("[Regningsdel\\Forms\\frmOrdre]\nFTop=1\n");
     EXPECT_TRUE(file.hasKey({}));
+    EXPECT_FALSE(IniFile().hasKey({}));
     EXPECT_TRUE(file.hasKey(kRegningsdel));
     EXPECT_TRUE(file.hasKey(u"Regningsdel\\Forms"_s));
     EXPECT_TRUE(file.hasKey(u"Regningsdel\\Forms\\frmOrdre"_s));
@@ -103,26 +105,29 @@ TEST(IniFile, EmptyLevelsAreLevels)
     EXPECT_EQ(read(back, u"\\b"_s, u"x"_s), "3");
 }
 
-TEST(IniFile, NewValuesStandWithTheirSection)
+TEST(IniFile, ValuesStandWithTheirSectionInOrder)
 {
     IniFile file;
     file.setValue(kRegningsdel, u"PrintVis"_s, text("1"));
     file.setValue(u"Annet"_s, {}, text("2"));
     file.setValue(kRegningsdel, u"Avrunding"_s, text("0"));
     file.setValue({}, u"egen"_s, text("3"));
-    EXPECT_EQ(file.toBytes().toStdString(), "egen=3\n[Regningsdel]\nPrintVis=1\nAvrunding=0\n\n"
-                                            "[Annet]\n@=2\n");
+    EXPECT_EQ(file.toBytes().toStdString(), "egen=3\n\n[Annet]\n@=2\n\n"
+                                            "[Regningsdel]\nAvrunding=0\nPrintVis=1\n");
 }
 
-TEST(IniFile, AChangedValueStaysInItsPlaceAndKeepsAllOtherLines)
+TEST(IniFile, AChangedValueTakesTheLatestSpelling)
 {
-    IniFile file = IniFile::fromBytes("; om filen\r\nen linje uten mening\n\n[Regningsdel]\n"
-                                      "# før\nPrintVis = 0\nukjent = \xff\n\n[Uten slutt\nx=1");
+    IniFile file = IniFile::fromBytes("[Regningsdel]\nPrintVis = 0\nukjent = \xff\n");
     file.setValue(kRegningsdel, u"PRINTVIS"_s, text("1"));
-    file.setValue(kRegningsdel, u"Ny"_s, text("2"));
-    EXPECT_EQ(file.toBytes().toStdString(),
-              "; om filen\r\nen linje uten mening\n\n[Regningsdel]\n# før\nPRINTVIS=1\n"
-              "ukjent = \xff\nNy=2\n\n[Uten slutt\nx=1\n");
+    EXPECT_EQ(file.toBytes().toStdString(), "[Regningsdel]\nPRINTVIS=1\nukjent=ÿ\n");
+}
+
+TEST(IniFile, WhatIsNoValueIsLeftOut)
+{
+    const IniFile file = IniFile::fromBytes("; om filen\r\nen linje uten mening\n\n[A]\n# a=1\n"
+                                            ";b=2\n=3\nc=dword:zz\nd=4\n[Uten slutt\nx=1");
+    EXPECT_EQ(file.toBytes().toStdString(), "[A]\nd=4\n");
 }
 
 TEST(IniFile, BelowABrokenHeadNothingIsReached)
@@ -134,14 +139,17 @@ TEST(IniFile, BelowABrokenHeadNothingIsReached)
     EXPECT_FALSE(file.hasKey(u"B"_s));
     file.setValue(u"B"_s, u"x"_s, text("4"));
     EXPECT_EQ(read(file, u"B"_s, u"x"_s), "4");
-    EXPECT_TRUE(file.toBytes().startsWith("[A]\nx=1\n[B\nx=2\ny=3\n"));
 }
 
-TEST(IniFile, RemovesASectionWithItsLinesOnly)
+TEST(IniFile, RemovesAKeyWithItsValuesOnly)
 {
-    IniFile file = IniFile::fromBytes("a=1\n[A]\n; om A\nx=1\n[A\\B]\ny=2\n[C]\nz=3\n[a]\nw=4\n");
+    IniFile file = IniFile::fromBytes("a=1\n[A]\nx=1\n[A\\B]\ny=2\n[C]\nz=3\n[a]\nw=4\n");
     file.removeKey(u"A"_s);
-    EXPECT_EQ(file.toBytes().toStdString(), "a=1\n[A\\B]\ny=2\n[C]\nz=3\n");
+    EXPECT_EQ(file.toBytes().toStdString(), "a=1\n\n[A\\B]\ny=2\n\n[C]\nz=3\n");
+    EXPECT_TRUE(file.hasKey(u"A"_s)); // by the key below it
+    for (const auto &key : {u"A\\B"_s, u"C"_s, QString()})
+        file.removeKey(key);
+    EXPECT_TRUE(file.isEmpty());
 }
 
 TEST(IniFile, AnAddedKeyIsEmptyAndAddedOnce)
@@ -164,8 +172,8 @@ TEST(IniFile, AnyNamesAndAnyLinesComeBack)
     };
     for (int round = 0; round < 3000; ++round) {
         IniFile file = IniFile::fromBytes(bytes(80));
-        const QString key = nameFromBytes(bytes(8).replace('\0', 'x'));
-        const QString name = nameFromBytes(bytes(8).replace('\0', 'x'));
+        const QString key = codepage::decode(bytes(8).replace('\0', 'x'));
+        const QString name = codepage::decode(bytes(8).replace('\0', 'x'));
         const StoredValue value{REG_SZ, bytes(10) + '\0'};
         file.setValue(key, name, value);
         const IniFile back = IniFile::fromBytes(file.toBytes());

@@ -59,7 +59,7 @@ TEST_F(Registry, KeepsALevelForCompanyApplicationAndSection)
                   "200"),
               ERROR_SUCCESS);
     EXPECT_EQ(m_folder.content(u"Brennmark AS/Strekkbok.ini"_s).toStdString(),
-              "@=x\n[Regningsdel]\nAvrunding=1\n\n[Regningsdel\\Forms\\frmOrdre]\nFTop=200\n");
+              "@=x\n\n[Regningsdel]\nAvrunding=1\n\n[Regningsdel\\Forms\\frmOrdre]\nFTop=200\n");
 }
 
 TEST_F(Registry, OtherKeysLieInTheFileOfTheirRoot)
@@ -154,6 +154,7 @@ TEST_F(Registry, ADoubledSeparatorIsALevelOfItsOwn)
     EXPECT_EQ(get(create("Software\\\\Strekkbok\\Regningsdel"), "x"), bytes("1\0", 2));
     EXPECT_EQ(get(create("Software\\Strekkbok\\Regningsdel"), "x"), bytes("2\0", 2));
     EXPECT_EQ(open("Software\\Strekkbok\\\\Regningsdel"), ERROR_FILE_NOT_FOUND);
+    EXPECT_TRUE(QFile::exists(m_folder.filePath(u"%00/Strekkbok.ini"_s)));
 }
 
 TEST_F(Registry, SeparatorsAtTheEndMeanNothing)

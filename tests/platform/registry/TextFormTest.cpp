@@ -56,27 +56,19 @@ TEST(TextFormName, EscapesWhatWouldMislead)
     EXPECT_EQ(name(u" a b "), "%20a b%20");
     EXPECT_EQ(name(u".."), "%2e%2e");
     EXPECT_EQ(name(u"@"), "%40");
-    EXPECT_EQ(name(u""), "%00");
 }
 
 TEST(TextFormName, EveryNameComesBack)
 {
     for (int first = 1; first < 256; ++first) {
         for (int second = 1; second < 256; ++second) {
-            const QString plain = nameFromBytes(QByteArray{} + char(first) + char(second));
+            const QString plain = codepage::decode(QByteArray{} + char(first) + char(second));
             const QString escaped = escapedName(plain);
             ASSERT_EQ(unescapedName(escaped), plain) << escaped.toStdString();
             ASSERT_EQ(escaped.trimmed(), escaped);
             ASSERT_FALSE(escaped.contains(u'\n'));
         }
     }
-    EXPECT_EQ(unescapedName(escapedName(u"")), QString());
-}
-
-TEST(TextFormName, BytesOutsideTheCodePageStayApart)
-{
-    EXPECT_NE(nameFromBytes("\x81"), nameFromBytes("\x8d"));
-    EXPECT_EQ(nameFromBytes("\x80"), u"€"_s);
 }
 
 TEST(TextFormName, APercentSignWithoutDigitsIsOne)
@@ -98,31 +90,44 @@ TEST(TextFormValue, TextInQuotationMarks)
 {
     EXPECT_EQ(shown(text("")), "\"\"");
     EXPECT_EQ(shown(text(" a ")), "\" a \"");
-    EXPECT_EQ(shown(text("\"a\" b")), "\"\\\"a\\\" b\"");
+    EXPECT_EQ(shown(text("\"a\"")), "\"\\\"a\\\"\"");
+    EXPECT_EQ(shown(text("\"a\" b")), "\"a\" b");
     EXPECT_EQ(shown(text("dword:1")), "\"dword:1\"");
     EXPECT_EQ(shown(text("hex(7):")), "\"hex(7):\"");
     EXPECT_EQ(shown(text("a \"b\"")), "a \"b\"");
     EXPECT_EQ(shown(text("\xa0x")), "\"\u00a0x\"");
 }
 
-TEST(TextFormValue, TextWithEscapes)
+TEST(TextFormValue, BackslashesAreDoubled)
 {
     EXPECT_EQ(shown(text("C:\\Prog\\nytt")), "C:\\\\Prog\\\\nytt");
-    EXPECT_EQ(shown(text("a\r\nb\tc\x01")), "a\\r\\nb\\tc\\x01");
-    EXPECT_EQ(shown(text("\x81")), "\\x81");
-    EXPECT_EQ(shown({REG_SZ, QByteArray("a\0b\0", 4)}), "a\\0b");
 }
 
-TEST(TextFormValue, OtherTypes)
+TEST(TextFormValue, WhatIsNoPrintableTextIsBytes)
 {
-    EXPECT_EQ(shown({REG_EXPAND_SZ, QByteArray("%HOME%\0", 7)}), "expand:\"%HOME%\"");
-    EXPECT_EQ(shown({REG_MULTI_SZ, QByteArray("a\0b\0\0", 5)}), "multi:\"a\\0b\"");
-    EXPECT_EQ(shown({REG_DWORD, QByteArray("\x0a\x00\x00\x80", 4)}), "dword:8000000a");
-    EXPECT_EQ(shown({REG_BINARY, QByteArray("\x00\xff", 2)}), "hex:00,ff");
-    EXPECT_EQ(shown({11, QByteArray("\x01", 1)}), "hex(11):01");
-    EXPECT_EQ(shown({REG_DWORD, QByteArray("\x01", 1)}), "hex(4):01");
+    EXPECT_EQ(shown(text("a\r\nb")), "hex(1):61,0d,0a,62,00");
+    EXPECT_EQ(shown(text("\x81")), "hex(1):81,00");
     EXPECT_EQ(shown({REG_SZ, "open"}), "hex(1):6f,70,65,6e");
-    EXPECT_EQ(shown({REG_BINARY, {}}), "hex:");
+    EXPECT_EQ(shown({REG_EXPAND_SZ, QByteArray("%A%\0", 4)}), "hex(2):25,41,25,00");
+    EXPECT_EQ(shown({REG_BINARY, {}}), "hex(3):");
+    EXPECT_EQ(shown({REG_DWORD, QByteArray("\x0a\x00\x00\x80", 4)}), "hex(4):0a,00,00,80");
+    EXPECT_EQ(shown({11, QByteArray("\x01", 1)}), "hex(11):01");
+}
+
+TEST(TextFormValue, ReadsWhatOlderFilesHold)
+{
+    EXPECT_EQ(valueFromText(u"a\\r\\nb\\tc\\x01\\x81"), text("a\r\nb\tc\x01\x81"));
+    EXPECT_EQ(valueFromText(u"\"\\\"a\\\" b\""), text("\"a\" b"));
+    EXPECT_EQ(valueFromText(u"a\\0b"), (StoredValue{REG_SZ, QByteArray("a\0b\0", 4)}));
+    EXPECT_EQ(valueFromText(u"expand:\"%HOME%\""),
+              (StoredValue{REG_EXPAND_SZ, QByteArray("%HOME%\0", 7)}));
+    EXPECT_EQ(valueFromText(u"multi:\"a\\0b\""),
+              (StoredValue{REG_MULTI_SZ, QByteArray("a\0b\0\0", 5)}));
+    EXPECT_EQ(valueFromText(u"dword:8000000a"),
+              (StoredValue{REG_DWORD, QByteArray("\x0a\x00\x00\x80", 4)}));
+    EXPECT_EQ(valueFromText(u"hex:00,ff"), (StoredValue{REG_BINARY, QByteArray("\x00\xff", 2)}));
+    EXPECT_EQ(valueFromText(u"hex:"), (StoredValue{REG_BINARY, {}}));
+    EXPECT_EQ(valueFromText(u"hex(4):01"), (StoredValue{REG_DWORD, QByteArray("\x01", 1)}));
 }
 
 TEST(TextFormValue, EveryByteComesBackInEveryType)
@@ -159,6 +164,7 @@ TEST(TextFormValue, ReadsWhatAHandWrites)
     EXPECT_EQ(valueFromText(u"\\x4"), text("\\x4"));
     EXPECT_EQ(valueFromText(u"\"half"), text("\"half"));
     EXPECT_EQ(valueFromText(u"\""), text("\""));
+    EXPECT_EQ(valueFromText(u"hex(7"), text("hex(7"));
     EXPECT_EQ(valueFromText(u"日本"), text("??"));
     EXPECT_EQ(valueFromText(u"expand:%TEMP%"),
               (StoredValue{REG_EXPAND_SZ, QByteArray("%TEMP%\0", 7)}));
@@ -168,9 +174,8 @@ TEST(TextFormValue, ReadsWhatAHandWrites)
 
 TEST(TextFormValue, BrokenDigitsAreNoValue)
 {
-    for (const QStringView broken :
-         {u"dword:", u"dword:12", u"dword:0000000g", u"dword:000000010", u"hex:0", u"hex:00,",
-          u"hex:00 01", u"hex:zz", u"hex(7", u"hex():00", u"hex(x):00", u"hex(7):0,0",
-          u"hex(99999999999):00"})
+    for (const QStringView broken : {u"dword:", u"dword:12", u"dword:0000000g", u"dword:000000010",
+                                     u"hex:0", u"hex:00,", u"hex:00 01", u"hex:zz", u"hex():00",
+                                     u"hex(x):00", u"hex(7):0,0", u"hex(99999999999):00"})
         EXPECT_FALSE(valueFromText(broken)) << broken.toString().toStdString();
 }
