@@ -4,7 +4,7 @@
 #include "order/OrdreFelter.h"
 #include "order/OrdreTilstand.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/SendKeys.h"
+#include "platform/forms/SendKey.h"
 #include "rules/Innstilling.h"
 #include "rules/Kid.h"
 #include "runtime/Conversions.h"
@@ -193,7 +193,7 @@ bool OrdreHode::apnerKalender(int nr, const QKeyEvent &key)
 void OrdreHode::fikkFokus(int nr, Qt::FocusReason reason)
 {
     if (senderVidere(nr)) {
-        sendKeys(u"{TAB}"_s);
+        sendKey(Qt::Key_Tab);
         return;
     }
     for (const Pickerfelt &entry : kPickers) {

@@ -11,7 +11,7 @@
 #include "platform/forms/Forms.h"
 #include "platform/forms/ImageList.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/SendKeys.h"
+#include "platform/forms/SendKey.h"
 #include "platform/forms/Twips.h"
 #include "platform/grid/fpSpread.h"
 #include "presentation/screens/Skjerm.h"
@@ -162,7 +162,7 @@ void frmOrdre::connectCommands()
     setCommandKey(Qt::CTRL | Qt::Key_N, m_ui->btnNew);
     setCommandKey(Qt::CTRL | Qt::Key_S, m_ui->btnSave);
     onEvent(m_ui->imgAar, &Image::clicked, this, [this] { m_rom->kommandoer.imgAar_Click(); });
-    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKeys(u"{F1}"_s); });
+    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKey(Qt::Key_F1); });
 }
 
 void frmOrdre::onLoad()

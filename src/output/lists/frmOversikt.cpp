@@ -5,7 +5,7 @@
 #include "output/lists/frmOrdreSkriv.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/SendKeys.h"
+#include "platform/forms/SendKey.h"
 #include "platform/grid/fpSpread.h"
 #include "presentation/screens/Skjerm.h"
 #include "presentation/spread/mVASpread.h"
@@ -119,7 +119,7 @@ frmOversikt::frmOversikt() : Form(u"frmOversikt"_s), m_ui(std::make_unique<Ui::f
             [] { SharedForm<frmOrdreSkriv>::get().show(); });
     onEvent(m_ui->btnRefresh, &QPushButton::clicked, this, [this] { LesOversikt(); });
     onEvent(m_ui->btnClose, &QPushButton::clicked, this, [this] { unload(); });
-    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKeys(u"{F1}"_s); });
+    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKey(Qt::Key_F1); });
     setCommandKey(Qt::CTRL | Qt::Key_P, m_ui->btnPrint);
     setCommandKey(Qt::Key_F5, m_ui->btnRefresh);
 }

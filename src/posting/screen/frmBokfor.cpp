@@ -3,7 +3,7 @@
 #include "data/clsAdoUtils.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/SendKeys.h"
+#include "platform/forms/SendKey.h"
 #include "platform/grid/fpSpread.h"
 #include "posting/run/Bokkontroll.h"
 #include "presentation/screens/Skjerm.h"
@@ -177,7 +177,7 @@ frmBokfor::frmBokfor() : Form(u"frmBokfor"_s), m_ui(std::make_unique<Ui::frmBokf
     onEvent(&grid, &fpSpread::ButtonClicked, this, [this] { fpSpread1_ButtonClicked(); });
     onEvent(m_ui->btnTransfer, &QPushButton::clicked, this, [this] { btnTransfer_Click(); });
     onEvent(m_ui->btnClose, &QPushButton::clicked, this, [this] { unload(); });
-    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKeys(u"{F1}"_s); });
+    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKey(Qt::Key_F1); });
 }
 
 frmBokfor::~frmBokfor() = default;

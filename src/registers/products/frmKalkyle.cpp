@@ -2,7 +2,7 @@
 
 #include "platform/forms/MsgBox.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/SendKeys.h"
+#include "platform/forms/SendKey.h"
 #include "platform/forms/Twips.h"
 #include "presentation/screens/Skjerm.h"
 #include "ui_frmKalkyle.h"
@@ -40,7 +40,7 @@ frmKalkyle::frmKalkyle() : Form(u"frmKalkyle"_s), m_ui(std::make_unique<Ui::frmK
             [] { MsgBox(u"Funksjonen er ikke lagt inn enda."_s, msgbox::kInformation); });
     onEvent(m_ui->btnWinCalc, &QPushButton::clicked, this, [] { startCalculator(); });
     onEvent(m_ui->btnClose, &QPushButton::clicked, this, [this] { unload(); });
-    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKeys(u"{F1}"_s); });
+    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKey(Qt::Key_F1); });
 }
 
 frmKalkyle::~frmKalkyle() = default;

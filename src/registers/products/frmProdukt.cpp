@@ -4,7 +4,7 @@
 #include "platform/forms/LockedText.h"
 #include "platform/forms/OneLine.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/SendKeys.h"
+#include "platform/forms/SendKey.h"
 #include "platform/forms/Twips.h"
 #include "presentation/screens/Skjerm.h"
 #include "presentation/spread/mVASpread.h"
@@ -113,7 +113,7 @@ void frmProdukt::connectControls()
     onEvent(m_ui->btnCancel, &QPushButton::clicked, this, [this] { btnCancel_Click(); });
     onEvent(m_ui->btnRefresh, &QPushButton::clicked, this, [this] { btnRefresh_Click(); });
     onEvent(m_ui->btnClose, &QPushButton::clicked, this, [this] { unload(); });
-    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKeys(u"{F1}"_s); });
+    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKey(Qt::Key_F1); });
     setCommandKey(Qt::CTRL | Qt::Key_N, m_ui->btnNew);
     setCommandKey(Qt::CTRL | Qt::Key_S, m_ui->btnSave);
     setCommandKey(Qt::Key_F5, m_ui->btnRefresh);
@@ -464,7 +464,7 @@ void frmProdukt::gotFocus(QObject *control, QEvent *event)
     // The control's own answer comes first: it may select the text from its beginning.
     control->event(event);
     if (!isEditing())
-        sendKeys(u"{TAB}"_s);
+        sendKey(Qt::Key_Tab);
     if (price)
         price->setSelection(start, int(price->text().size()));
 }

@@ -6,7 +6,7 @@
 #include "platform/forms/Forms.h"
 #include "platform/forms/ImageList.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/SendKeys.h"
+#include "platform/forms/SendKey.h"
 #include "posting/screen/frmBokfor.h"
 #include "presentation/options/frmOptions.h"
 #include "presentation/screens/Skjerm.h"
@@ -86,7 +86,7 @@ frmRegningsdel::frmRegningsdel()
             bringToFront();
         });
     }
-    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKeys(u"{F1}"_s); });
+    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKey(Qt::Key_F1); });
 }
 
 frmRegningsdel::~frmRegningsdel() = default;
