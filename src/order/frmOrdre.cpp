@@ -196,12 +196,6 @@ bool frmOrdre::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)
     return false;
 }
 
-void frmOrdre::onQueryUnload(bool &, UnloadMode mode)
-{
-    if (mode == UnloadMode::LoggingOff)
-        unload();
-}
-
 void frmOrdre::onUnload()
 {
     m_rom->tilstand.rsOrdre.reset();

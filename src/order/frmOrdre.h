@@ -36,7 +36,6 @@ protected:
     void onActivate() override;
     void onResize() override;
     bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
-    void onQueryUnload(bool &cancel, UnloadMode mode) override;
     void onUnload() override;
 
 private:

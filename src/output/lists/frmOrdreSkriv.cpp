@@ -172,9 +172,3 @@ bool frmOrdreSkriv::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
         VisHjelp(u"html\\oversikt.htm"_s);
     return false;
 }
-
-void frmOrdreSkriv::onQueryUnload(bool &, UnloadMode mode)
-{
-    if (mode == UnloadMode::LoggingOff)
-        unload();
-}

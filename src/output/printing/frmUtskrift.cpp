@@ -85,12 +85,6 @@ bool frmUtskrift::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
     return false;
 }
 
-void frmUtskrift::onQueryUnload(bool &, UnloadMode mode)
-{
-    if (mode == UnloadMode::LoggingOff)
-        unload();
-}
-
 void frmUtskrift::OKButton_Click()
 {
     if (m_ui->chkEHF->isChecked())

@@ -29,7 +29,6 @@ public:
 protected:
     void onLoad() override;
     bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
-    void onQueryUnload(bool &cancel, UnloadMode mode) override;
 
 private:
     void OKButton_Click();

@@ -207,12 +207,6 @@ bool frmOptions::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)
     return true;
 }
 
-void frmOptions::onQueryUnload(bool &, UnloadMode mode)
-{
-    if (mode == UnloadMode::LoggingOff)
-        unload();
-}
-
 // --- Opening
 
 void frmOptions::visKID()

@@ -3,9 +3,3 @@
 using namespace Qt::StringLiterals;
 
 frmDummy::frmDummy() : Form(u"frmDummy"_s) {}
-
-void frmDummy::onQueryUnload(bool &, UnloadMode mode)
-{
-    if (mode == UnloadMode::LoggingOff)
-        unload();
-}

@@ -9,7 +9,4 @@ class frmDummy : public Form
 
 public:
     frmDummy();
-
-protected:
-    void onQueryUnload(bool &cancel, UnloadMode mode) override;
 };

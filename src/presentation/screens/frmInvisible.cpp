@@ -23,9 +23,3 @@ frmInvisible::frmInvisible()
       imgURL(imageOf(*this, u"imgURL"_s, u":/faktura/hand.svg"_s, 32))
 {
 }
-
-void frmInvisible::onQueryUnload(bool &, UnloadMode mode)
-{
-    if (mode == UnloadMode::LoggingOff)
-        unload();
-}

@@ -21,7 +21,4 @@ public:
     CommonDialog CommonDialog1;
     /// The report control.
     CrystalReport CrystalReport1;
-
-protected:
-    void onQueryUnload(bool &cancel, UnloadMode mode) override;
 };

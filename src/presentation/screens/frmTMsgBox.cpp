@@ -112,12 +112,6 @@ void frmTMsgBox::onResize()
                          height() - twipsToPixels(kButtonAboveBottom));
 }
 
-void frmTMsgBox::onQueryUnload(bool &, UnloadMode mode)
-{
-    if (mode == UnloadMode::LoggingOff)
-        unload();
-}
-
 void frmTMsgBox::onUnload()
 {
     m_timer1->stop();

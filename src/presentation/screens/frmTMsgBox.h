@@ -32,7 +32,6 @@ protected:
     void onLoad() override;
     void onActivate() override;
     void onResize() override;
-    void onQueryUnload(bool &cancel, UnloadMode mode) override;
     void onUnload() override;
 
 private:

@@ -153,12 +153,6 @@ bool frmKunder::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
     return false;
 }
 
-void frmKunder::onQueryUnload(bool &, UnloadMode mode)
-{
-    if (mode == UnloadMode::LoggingOff)
-        unload();
-}
-
 void frmKunder::onUnload()
 {
     m_mottaker = nullptr;

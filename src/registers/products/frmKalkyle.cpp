@@ -66,12 +66,6 @@ bool frmKalkyle::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
     return false;
 }
 
-void frmKalkyle::onQueryUnload(bool &, UnloadMode mode)
-{
-    if (mode == UnloadMode::LoggingOff)
-        unload();
-}
-
 void frmKalkyle::onUnload()
 {
     LagreSkjermPlass(*this);

@@ -22,7 +22,6 @@ protected:
     void onLoad() override;
     void onResize() override;
     bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
-    void onQueryUnload(bool &cancel, UnloadMode mode) override;
     void onUnload() override;
 
 private:

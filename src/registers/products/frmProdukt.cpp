@@ -188,12 +188,6 @@ bool frmProdukt::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
     return false;
 }
 
-void frmProdukt::onQueryUnload(bool &, UnloadMode mode)
-{
-    if (mode == UnloadMode::LoggingOff)
-        unload();
-}
-
 void frmProdukt::onUnload()
 {
     m_rsProdukt.reset();

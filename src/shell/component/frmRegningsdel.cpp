@@ -112,12 +112,6 @@ bool frmRegningsdel::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
     return false;
 }
 
-void frmRegningsdel::onQueryUnload(bool &, UnloadMode mode)
-{
-    if (mode == UnloadMode::LoggingOff)
-        unload();
-}
-
 void frmRegningsdel::onUnload()
 {
     for (const QStringView name : kClosedWithMenu) {

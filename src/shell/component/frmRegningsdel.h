@@ -21,7 +21,6 @@ public:
 protected:
     void onLoad() override;
     bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
-    void onQueryUnload(bool &cancel, UnloadMode mode) override;
     void onUnload() override;
 
 private:
