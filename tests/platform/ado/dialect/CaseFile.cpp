@@ -50,15 +50,49 @@ private:
         const QString head = lines.takeFirst();
         const QString word = head.section(u' ', 0, 0);
         const QString rest = head.section(u' ', 1);
-        CaseStep step;
-        step.file = QFileInfo(m_path).fileName();
-        step.line = m_line - static_cast<int>(lines.size()) - 1;
         if (word == u"include"_s) {
             const std::vector<CaseStep> included =
                 Reader(QFileInfo(m_path).path() + u'/' + rest).read();
             m_steps.insert(m_steps.end(), included.begin(), included.end());
-            return;
+        } else if (word == u"refused"_s || word == u"values"_s) {
+            addRows(word, rest, lines);
+        } else {
+            m_steps.push_back(stepOf(word, rest, lines));
         }
+    }
+
+    CaseStep stepFrom(qsizetype linesBefore) const
+    {
+        CaseStep step;
+        step.file = QFileInfo(m_path).fileName();
+        step.line = m_line - static_cast<int>(linesBefore);
+        return step;
+    }
+
+    void addRows(const QString &word, const QString &rest, const QStringList &lines)
+    {
+        for (qsizetype i = 0; i < lines.size(); ++i) {
+            CaseStep step = stepFrom(lines.size() - i);
+            const qsizetype mark = lines[i].indexOf(u" | ");
+            const QString told = mark < 0 ? QString() : lines[i].first(mark);
+            const QString given = mark < 0 ? lines[i] : lines[i].sliced(mark + 3);
+            if (word == u"refused"_s) {
+                step.kind = CaseStep::Kind::Error;
+                step.number = rest.toInt();
+                step.text = told;
+                step.statements = {given};
+            } else {
+                step.kind = CaseStep::Kind::Value;
+                step.statements = {rest.arg(given)};
+                step.expected = {told};
+            }
+            m_steps.push_back(std::move(step));
+        }
+    }
+
+    CaseStep stepOf(const QString &word, const QString &rest, const QStringList &lines) const
+    {
+        CaseStep step = stepFrom(lines.size() + 1);
         if (word == u"run"_s) {
             step.kind = CaseStep::Kind::Run;
             step.statements = lines;
@@ -75,6 +109,10 @@ private:
             step.kind = CaseStep::Kind::Schema;
             step.table = rest;
             step.expected = lines;
+        } else if (word == u"sql"_s || word == u"columns"_s) {
+            step.kind = word == u"sql"_s ? CaseStep::Kind::Sql : CaseStep::Kind::Columns;
+            step.statements = lines.first(1);
+            step.expected = lines.sliced(1);
         } else {
             fail("unknown step \"" + word.toStdString() + '"');
         }
@@ -82,7 +120,7 @@ private:
             step.kind == CaseStep::Kind::Error || step.kind == CaseStep::Kind::Query;
         if (single && step.statements.size() != 1)
             fail("one statement expected");
-        m_steps.push_back(std::move(step));
+        return step;
     }
 
     void splitExpected(const QStringList &lines, CaseStep &step) const

@@ -15,13 +15,21 @@ namespace ado::dialect::test {
 ///   query [unordered]       the following statement has to give the rows behind the line "----":
 ///                           first "Name:type | Name:type", then a line a row with values by " | "
 ///   schema TABLE            the columns that the catalogue lists, as rows "name:type:width"
+///   refused NUMBER          of every following line, "TEXT | statement" or a statement alone, the
+///                           statement has to fail so
+///   sql                     the following statement has to be translated to the line behind it,
+///                           and to those that stand further behind
+///   columns                 the following statement has to give the columns in the lines behind
+///                           it, as "name:type:width"
+///   values STATEMENT        every following line "value:type | literal" tells what a literal in
+///                           the place of %1 has to become
 ///   include FILE            the steps of another file of the folder stand here
 ///
 /// Values: numbers with "." (money with four decimals), 'text', dates as yyyy-MM-dd with HH:mm:ss
 /// behind when there is a time, True, False, x'bytes', NULL.
 struct CaseStep
 {
-    enum class Kind { Run, Error, Query, Schema };
+    enum class Kind { Run, Error, Query, Schema, Sql, Columns, Value };
 
     Kind kind = Kind::Run;
     QString file;

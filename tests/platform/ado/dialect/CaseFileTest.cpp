@@ -48,6 +48,24 @@ TEST_F(CaseFileTest, ReadsEveryKindOfStep)
     EXPECT_EQ(steps[4].expected, QStringList{u"a:3:0"_s});
 }
 
+TEST_F(CaseFileTest, ReadsStepsThatNeedNoDatabase)
+{
+    const std::vector<CaseStep> steps = readCaseFile(written(
+        u"x.test"_s, "refused -5\nsaid | A\nB\n\nvalues C=%1\n1:3 | '1'\n\nsql\nD\nE\nF\n"));
+    ASSERT_EQ(steps.size(), 4u);
+    EXPECT_EQ(steps[0].kind, CaseStep::Kind::Error);
+    EXPECT_EQ(steps[0].number, -5);
+    EXPECT_EQ(steps[0].text, u"said"_s);
+    EXPECT_EQ(steps[0].statements, QStringList{u"A"_s});
+    EXPECT_EQ(steps[1].line, 3);
+    EXPECT_EQ(steps[1].text, QString());
+    EXPECT_EQ(steps[1].statements, QStringList{u"B"_s});
+    EXPECT_EQ(steps[2].statements, QStringList{u"C='1'"_s});
+    EXPECT_EQ(steps[2].expected, QStringList{u"1:3"_s});
+    EXPECT_EQ(steps[3].statements, QStringList{u"D"_s});
+    EXPECT_EQ(steps[3].expected, (QStringList{u"E"_s, u"F"_s}));
+}
+
 TEST_F(CaseFileTest, RefusesWhatItDoesNotUnderstand)
 {
     EXPECT_THROW((void)readCaseFile(m_folder.filePath(u"none"_s)), std::runtime_error);

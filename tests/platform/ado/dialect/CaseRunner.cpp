@@ -2,7 +2,6 @@
 
 #include "platform/ado/Connection.h"
 #include "platform/ado/Recordset.h"
-#include "platform/ado/dialect/CaseFile.h"
 #include "platform/ado/dialect/Fixture.h"
 
 #include <QDir>
@@ -11,42 +10,12 @@ namespace ado::dialect::test {
 
 namespace {
 
-constexpr char kFolder[] = DIALECT_CASES;
-
-/// A value as case files write it, whatever the machine's locale.
-QString shown(const Value &value)
+QDir folderOf(const QString &folder)
 {
-    switch (value.type()) {
-    case DataType::Empty:
-        return u"NULL"_s;
-    case DataType::SmallInt:
-    case DataType::Integer:
-        return QString::number(value.toLong());
-    case DataType::Single:
-        return QString::number(value.toSingle(), 'g', 7);
-    case DataType::Double:
-        return QString::number(value.toDouble(), 'g', 15);
-    case DataType::Currency: {
-        const qint64 count = value.toCurrency().tenThousandths();
-        return (count < 0 ? u"-"_s : QString()) + QString::number(std::abs(count / 10000)) + u'.' +
-               QString::number(std::abs(count % 10000)).rightJustified(4, u'0');
-    }
-    case DataType::Date: {
-        const QDateTime date = value.toDate();
-        return date.toString(date.time() == QTime(0, 0) ? u"yyyy-MM-dd"_s
-                                                        : u"yyyy-MM-dd HH:mm:ss"_s);
-    }
-    case DataType::Boolean:
-        return value.toBoolean() ? u"True"_s : u"False"_s;
-    case DataType::VarWChar:
-        return u'\'' + value.toText() + u'\'';
-    case DataType::LongVarBinary:
-        return u"x'"_s + QString::fromLatin1(value.toBytes().toHex()) + u'\'';
-    }
-    return {};
+    return QDir(QStringLiteral(DIALECT_CASES) + u'/' + folder);
 }
 
-QStringList shown(Recordset &set)
+QStringList linesOf(Recordset &set)
 {
     const auto line = [&](const auto &cell) {
         QStringList cells;
@@ -82,7 +51,7 @@ void runQuery(const CaseStep &step, Connection &connection)
     set.setActiveConnection(connection);
     set.setSource(step.statements.front());
     set.open();
-    QStringList there = shown(set);
+    QStringList there = linesOf(set);
     QStringList wanted = step.expected;
     if (step.unordered) {
         std::sort(there.begin() + 1, there.end());
@@ -129,29 +98,67 @@ void runStep(const CaseStep &step, Connection &connection)
         EXPECT_EQ(schemaOf(step.table, connection).join(u'\n').toStdString(),
                   step.expected.join(u'\n').toStdString());
         break;
+    case CaseStep::Kind::Sql:
+    case CaseStep::Kind::Columns:
+    case CaseStep::Kind::Value:
+        ADD_FAILURE() << "a step that needs no database";
     }
 }
 
 } // namespace
 
-std::vector<std::string> caseNames()
+QString shown(const Value &value)
+{
+    switch (value.type()) {
+    case DataType::Empty:
+        return u"NULL"_s;
+    case DataType::SmallInt:
+    case DataType::Integer:
+        return QString::number(value.toLong());
+    case DataType::Single:
+        return QString::number(value.toSingle(), 'g', 7);
+    case DataType::Double:
+        return QString::number(value.toDouble(), 'g', 15);
+    case DataType::Currency: {
+        const qint64 count = value.toCurrency().tenThousandths();
+        return (count < 0 ? u"-"_s : QString()) + QString::number(std::abs(count / 10000)) + u'.' +
+               QString::number(std::abs(count % 10000)).rightJustified(4, u'0');
+    }
+    case DataType::Date: {
+        const QDateTime date = value.toDate();
+        return date.toString(date.time() == QTime(0, 0) ? u"yyyy-MM-dd"_s
+                                                        : u"yyyy-MM-dd HH:mm:ss"_s);
+    }
+    case DataType::Boolean:
+        return value.toBoolean() ? u"True"_s : u"False"_s;
+    case DataType::VarWChar:
+        return u'\'' + value.toText() + u'\'';
+    case DataType::LongVarBinary:
+        return u"x'"_s + QString::fromLatin1(value.toBytes().toHex()) + u'\'';
+    }
+    return {};
+}
+
+std::vector<std::string> caseNames(const QString &folder)
 {
     std::vector<std::string> names;
-    const QDir folder(QString::fromUtf8(kFolder));
-    for (const QString &file : folder.entryList({u"*.test"_s}, QDir::Files, QDir::Name))
+    for (const QString &file : folderOf(folder).entryList({u"*.test"_s}, QDir::Files, QDir::Name))
         names.push_back(file.chopped(5).toStdString());
     return names;
+}
+
+std::vector<CaseStep> stepsOf(const std::string &name, const QString &folder)
+{
+    return readCaseFile(folderOf(folder).filePath(QString::fromStdString(name + ".test")));
 }
 
 void runCase(const std::string &name, const CaseDatabaseMaker &makeDatabase)
 {
     const std::unique_ptr<CaseDatabase> database = makeDatabase();
-    const QString path =
-        QDir(QString::fromUtf8(kFolder)).filePath(QString::fromStdString(name + ".test"));
     {
         Connection connection;
         connection.open(database->connectionString());
-        for (const CaseStep &step : readCaseFile(path)) {
+        for (const CaseStep &step : stepsOf(name)) {
             SCOPED_TRACE(step.file.toStdString() + ':' + std::to_string(step.line));
             try {
                 runStep(step, connection);

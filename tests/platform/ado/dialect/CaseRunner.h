@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "platform/ado/dialect/CaseFile.h"
+#include "runtime/Value.h"
 
 #include <functional>
 #include <memory>
@@ -21,8 +22,14 @@ public:
 };
 using CaseDatabaseMaker = std::function<std::unique_ptr<CaseDatabase>()>;
 
-/// The names of the case files, without path and ending, in order.
-[[nodiscard]] std::vector<std::string> caseNames();
+/// A value as case files write it, whatever the machine's locale.
+[[nodiscard]] QString shown(const Value &value);
+
+/// The names of the case files, or of those in a folder among them, without path and ending, in
+/// order.
+[[nodiscard]] std::vector<std::string> caseNames(const QString &folder = {});
+
+[[nodiscard]] std::vector<CaseStep> stepsOf(const std::string &name, const QString &folder = {});
 
 /// Runs a case file on a new database, through the record interface; every difference from what the
 /// file tells is a failure of the test that is running, with the file's line.
