@@ -11,7 +11,6 @@
 #include "platform/forms/Forms.h"
 #include "platform/forms/ImageList.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/SendKey.h"
 #include "platform/forms/Twips.h"
 #include "platform/grid/fpSpread.h"
 #include "presentation/screens/Skjerm.h"
@@ -25,13 +24,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Twips.
-constexpr int kLeft = 200;
-constexpr int kTop = 200;
-constexpr int kWidth = 10635;
-constexpr int kHeight = 6870;
-constexpr int kLeastWidth = 10630;
-constexpr int kLeastHeight = 6430;
+constexpr QSize kTegnet{10635, 6870}; // twips
 
 UtskriftApner &utskriftApner()
 {
@@ -63,10 +56,15 @@ struct frmOrdre::Rom
     OrdreKommandoer kommandoer;
 };
 
-frmOrdre::frmOrdre() : Form(u"frmOrdre"_s), m_ui(std::make_unique<Ui::frmOrdre>())
+frmOrdre::frmOrdre()
+    : Skjermbilde({.navn = u"frmOrdre"_s,
+                   .hjelp = u"html\\ordre.htm"_s,
+                   .lukkesMedEscape = true,
+                   .standard = kTegnet,
+                   .minst = {10630, 6430}}),
+      m_ui(std::make_unique<Ui::frmOrdre>())
 {
     m_ui->setupUi(this);
-    setMinimumTwips(kLeastWidth, kLeastHeight);
     for (QWidget *hidden : std::initializer_list<QWidget *>{m_ui->imgAar, m_ui->lblKontrollsiffer,
                                                             m_ui->txtFields_23, m_ui->txtFields_26})
         hidden->setVisible(false);
@@ -162,13 +160,11 @@ void frmOrdre::connectCommands()
     setCommandKey(Qt::CTRL | Qt::Key_N, m_ui->btnNew);
     setCommandKey(Qt::CTRL | Qt::Key_S, m_ui->btnSave);
     onEvent(m_ui->imgAar, &Image::clicked, this, [this] { m_rom->kommandoer.imgAar_Click(); });
-    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKey(Qt::Key_F1); });
 }
 
 void frmOrdre::onLoad()
 {
-    HentSkjermPlass(*this, kTop, kLeft, kWidth, kHeight);
-    VisHjelpBilde(*this);
+    Skjermbilde::onLoad();
     m_rom->tilstand.settModus(false, false);
 }
 
@@ -179,7 +175,7 @@ void frmOrdre::onActivate()
 
 void frmOrdre::onResize()
 {
-    const int tegnet = MedBokstavene(*this, QSize(kWidth, kHeight)).width();
+    const int tegnet = MedBokstavene(*this, kTegnet).width();
     m_rom->linjer.brukPlass(pixelsToTwips(pageSize().width()) -
                             std::max(tegnet, pixelsToTwips(minimumWidth())));
 }
@@ -189,15 +185,11 @@ bool frmOrdre::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)
     // Any key: the way to print an original once more.
     if (shift.testFlag(Qt::ShiftModifier) && focusWidget() == m_ui->btnPrint)
         m_rom->tilstand.TvingOriginal = true;
-    if (key == Qt::Key_F1)
-        VisHjelp(u"html\\ordre.htm"_s);
-    if (key == Qt::Key_Escape)
-        unload();
-    return false;
+    return Skjermbilde::onKeyDown(key, shift);
 }
 
 void frmOrdre::onUnload()
 {
     m_rom->tilstand.rsOrdre.reset();
-    LagreSkjermPlass(*this);
+    Skjermbilde::onUnload();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "order/OrdreUtskrift.h"
-#include "platform/forms/Form.h"
+#include "presentation/screens/Skjermbilde.h"
 
 #include <memory>
 
@@ -11,7 +11,7 @@ class frmOrdre;
 
 /// The entry screen for orders and invoices. It browses the client's orders one at a time and
 /// enters new ones.
-class frmOrdre : public Form
+class frmOrdre : public Skjermbilde
 {
     Q_OBJECT
 

@@ -35,7 +35,8 @@ QString klientUtvalg()
 } // namespace
 
 frmOrdreSkriv::frmOrdreSkriv()
-    : Form(u"frmOrdreSkriv"_s), m_ui(std::make_unique<Ui::frmOrdreSkriv>())
+    : Skjermbilde({.navn = u"frmOrdreSkriv"_s, .hjelp = u"html\\oversikt.htm"_s}),
+      m_ui(std::make_unique<Ui::frmOrdreSkriv>())
 {
     m_ui->setupUi(this);
     // What is typed stays as it is typed.
@@ -63,6 +64,7 @@ frmOrdreSkriv::~frmOrdreSkriv() = default;
 
 void frmOrdreSkriv::onLoad()
 {
+    Skjermbilde::onLoad();
     centreOnScreen();
     const QDate idag = Clock::current().today();
     for (DTPicker *felt : {m_ui->dtpFraDato, m_ui->dtpTilDato})
@@ -164,11 +166,4 @@ void frmOrdreSkriv::OKButton_Click()
         else
             SkrivRapport(u"Ordreoversikt.rpt"_s, modus, ordreUtvalg(), {}, {});
     });
-}
-
-bool frmOrdreSkriv::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
-{
-    if (key == Qt::Key_F1)
-        VisHjelp(u"html\\oversikt.htm"_s);
-    return false;
 }

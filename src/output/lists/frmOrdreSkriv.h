@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/forms/Form.h"
+#include "presentation/screens/Skjermbilde.h"
 
 #include <memory>
 
@@ -10,7 +10,7 @@ class frmOrdreSkriv;
 
 /// The dialog for two reports: the list of orders by date, customer and status, and the reminder
 /// list of overdue invoices. It stays open after a report, for another choice.
-class frmOrdreSkriv : public Form
+class frmOrdreSkriv : public Skjermbilde
 {
     Q_OBJECT
 
@@ -20,7 +20,6 @@ public:
 
 protected:
     void onLoad() override;
-    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
 
 private:
     void fyllKunde();

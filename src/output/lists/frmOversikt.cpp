@@ -5,7 +5,6 @@
 #include "output/lists/frmOrdreSkriv.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/SendKey.h"
 #include "platform/grid/fpSpread.h"
 #include "presentation/screens/Skjerm.h"
 #include "presentation/spread/mVASpread.h"
@@ -22,7 +21,6 @@ namespace {
 
 enum Kolonne { kOrdreNr = 1, kKundeNr, kKundeNavn, kFakDato, kForfall, kBelop, kStatus, kOrdreId };
 
-constexpr int kMinsteSide = 4000;      // twips
 constexpr double kNavnebredde = 20.12; // column units
 constexpr int kHoyrestilt = 1;
 
@@ -95,10 +93,15 @@ private:
 
 } // namespace
 
-frmOversikt::frmOversikt() : Form(u"frmOversikt"_s), m_ui(std::make_unique<Ui::frmOversikt>())
+frmOversikt::frmOversikt()
+    : Skjermbilde({.navn = u"frmOversikt"_s,
+                   .hjelp = u"html\\oversikt.htm"_s,
+                   .lukkesMedEscape = true,
+                   .standard = {9345, 4755},
+                   .minst = {4000, 4000}}),
+      m_ui(std::make_unique<Ui::frmOversikt>())
 {
     m_ui->setupUi(this);
-    setMinimumTwips(kMinsteSide, kMinsteSide);
 
     fpSpread &grid = *m_ui->fpSpread1;
     // Smaller text, and with it narrower columns: they leave the name room at the default width.
@@ -119,7 +122,6 @@ frmOversikt::frmOversikt() : Form(u"frmOversikt"_s), m_ui(std::make_unique<Ui::f
             [] { SharedForm<frmOrdreSkriv>::get().show(); });
     onEvent(m_ui->btnRefresh, &QPushButton::clicked, this, [this] { LesOversikt(); });
     onEvent(m_ui->btnClose, &QPushButton::clicked, this, [this] { unload(); });
-    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKey(Qt::Key_F1); });
     setCommandKey(Qt::CTRL | Qt::Key_P, m_ui->btnPrint);
     setCommandKey(Qt::Key_F5, m_ui->btnRefresh);
 }
@@ -128,8 +130,7 @@ frmOversikt::~frmOversikt() = default;
 
 void frmOversikt::onLoad()
 {
-    HentSkjermPlass(*this, 200, 200, 9345, 4755);
-    VisHjelpBilde(*this);
+    Skjermbilde::onLoad();
     m_ui->Label1->setText(
         u"Oversikt over alle ordre/faktura med status.\n"
         "Dobbeltklikk på posten for å se på den i ordre -bildet, dobbeltklikk i kolonnetittel for "
@@ -178,18 +179,4 @@ void frmOversikt::onResize()
 {
     TilpassOverskrift(*this, *m_ui->topp, *m_ui->Label1);
     SpreadFitNames(*m_ui->fpSpread1, kKundeNavn, HarStoreBokstaver(*this));
-}
-
-bool frmOversikt::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
-{
-    if (key == Qt::Key_Escape)
-        unload();
-    else if (key == Qt::Key_F1)
-        VisHjelp(u"html\\oversikt.htm"_s);
-    return key == Qt::Key_Escape;
-}
-
-void frmOversikt::onUnload()
-{
-    LagreSkjermPlass(*this);
 }

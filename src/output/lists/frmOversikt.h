@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/forms/Form.h"
+#include "presentation/screens/Skjermbilde.h"
 #include "presentation/spread/ListeSortering.h"
 
 #include <memory>
@@ -12,7 +12,7 @@ class frmOversikt;
 /// All orders and invoices of the active client with their status. A double click on a row opens it
 /// in the order screen, one on a column header sorts; nothing is stored from here. The list does
 /// not follow what other screens change until it is read again.
-class frmOversikt : public Form
+class frmOversikt : public Skjermbilde
 {
     Q_OBJECT
 
@@ -23,8 +23,6 @@ public:
 protected:
     void onLoad() override;
     void onResize() override;
-    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
-    void onUnload() override;
 
 private:
     void LesOversikt();

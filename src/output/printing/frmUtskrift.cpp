@@ -8,7 +8,6 @@
 #include "output/printout/Fakturautskrift.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/OuterRim.h"
-#include "presentation/screens/Skjerm.h"
 #include "presentation/screens/frmInvisible.h"
 #include "rules/Innstilling.h"
 #include "rules/Ordre.h"
@@ -46,7 +45,9 @@ CommonDialog vis(void (CommonDialog::*dialogtype)(), Forbered forbered)
 } // namespace
 
 frmUtskrift::frmUtskrift()
-    : Form(u"frmUtskrift"_s, FormKind::Dialog), m_ui(std::make_unique<Ui::frmUtskrift>())
+    : Skjermbilde(
+          {.navn = u"frmUtskrift"_s, .slag = FormKind::Dialog, .hjelp = u"html\\ordre.htm"_s}),
+      m_ui(std::make_unique<Ui::frmUtskrift>())
 {
     m_ui->setupUi(this);
     setDefaultButton(m_ui->OKButton);
@@ -74,15 +75,9 @@ void frmUtskrift::apne(const OrdreUtskrift &utskrift)
 
 void frmUtskrift::onLoad()
 {
+    Skjermbilde::onLoad();
     m_rapport = fakturablankett();
     adjustSize();
-}
-
-bool frmUtskrift::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
-{
-    if (key == Qt::Key_F1)
-        VisHjelp(u"html\\ordre.htm"_s);
-    return false;
 }
 
 void frmUtskrift::OKButton_Click()

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "order/OrdreUtskrift.h"
-#include "platform/forms/Form.h"
+#include "presentation/screens/Skjermbilde.h"
 
 #include <memory>
 
@@ -12,7 +12,7 @@ class frmUtskrift;
 /// The print dialog: issues one order as an invoice on paper or as an EHF file, which makes it
 /// "Fakturert". The two ways differ in their status statement: an EHF file goes by the order's ID,
 /// a printout by its number, which hits that number under every client.
-class frmUtskrift : public Form
+class frmUtskrift : public Skjermbilde
 {
     Q_OBJECT
 
@@ -28,7 +28,6 @@ public:
 
 protected:
     void onLoad() override;
-    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
 
 private:
     void OKButton_Click();

@@ -3,7 +3,6 @@
 #include "data/clsAdoUtils.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/SendKey.h"
 #include "platform/grid/fpSpread.h"
 #include "posting/run/Bokkontroll.h"
 #include "presentation/screens/Skjerm.h"
@@ -23,7 +22,6 @@ using namespace bokforkolonne;
 
 namespace {
 
-constexpr int kMinsteSide = 4000; // twips
 constexpr int kRaderIUtformingen = 10;
 constexpr double kNavnebredde = 20.12; // column units
 constexpr int kHoyrestilt = 1;
@@ -137,10 +135,15 @@ private:
     bool m_viserFramdrift = false;
 };
 
-frmBokfor::frmBokfor() : Form(u"frmBokfor"_s), m_ui(std::make_unique<Ui::frmBokfor>())
+frmBokfor::frmBokfor()
+    : Skjermbilde({.navn = u"frmBokfor"_s,
+                   .hjelp = u"html\\bokfor.htm"_s,
+                   .lukkesMedEscape = true,
+                   .standard = {9345, 4755},
+                   .minst = {4000, 4000}}),
+      m_ui(std::make_unique<Ui::frmBokfor>())
 {
     m_ui->setupUi(this);
-    setMinimumTwips(kMinsteSide, kMinsteSide);
 
     fpSpread &grid = *m_ui->fpSpread1;
     // Smaller text, and with it narrower columns: they leave the name room at the default width.
@@ -177,15 +180,13 @@ frmBokfor::frmBokfor() : Form(u"frmBokfor"_s), m_ui(std::make_unique<Ui::frmBokf
     onEvent(&grid, &fpSpread::ButtonClicked, this, [this] { fpSpread1_ButtonClicked(); });
     onEvent(m_ui->btnTransfer, &QPushButton::clicked, this, [this] { btnTransfer_Click(); });
     onEvent(m_ui->btnClose, &QPushButton::clicked, this, [this] { unload(); });
-    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKey(Qt::Key_F1); });
 }
 
 frmBokfor::~frmBokfor() = default;
 
 void frmBokfor::onLoad()
 {
-    HentSkjermPlass(*this, 200, 200, 9345, 4755);
-    VisHjelpBilde(*this);
+    Skjermbilde::onLoad();
     LesFakturaer();
     m_ui->btnTransfer->setEnabled(false);
     fyllLoyve();
@@ -323,18 +324,4 @@ void frmBokfor::onResize()
 {
     TilpassOverskrift(*this, *m_ui->topp, *m_ui->lblTekst);
     SpreadFitNames(*m_ui->fpSpread1, kKundeNavn, HarStoreBokstaver(*this));
-}
-
-bool frmBokfor::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
-{
-    if (key == Qt::Key_Escape)
-        unload();
-    else if (key == Qt::Key_F1)
-        VisHjelp(u"html\\bokfor.htm"_s);
-    return key == Qt::Key_Escape;
-}
-
-void frmBokfor::onUnload()
-{
-    LagreSkjermPlass(*this);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/forms/Form.h"
 #include "posting/run/Bokforing.h"
+#include "presentation/screens/Skjermbilde.h"
 
 #include <functional>
 #include <memory>
@@ -12,7 +12,7 @@ class frmBokfor;
 
 /// Lists the invoices that are ready for the ledger. The user marks some of them, may choose an
 /// account and a permit, and starts the posting run.
-class frmBokfor : public Form
+class frmBokfor : public Skjermbilde
 {
     Q_OBJECT
 
@@ -32,8 +32,6 @@ public:
 protected:
     void onLoad() override;
     void onResize() override;
-    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
-    void onUnload() override;
 
 private:
     class Kjoring;

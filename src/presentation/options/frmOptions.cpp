@@ -85,7 +85,8 @@ QString truth(const QCheckBox &box)
 } // namespace
 
 frmOptions::frmOptions()
-    : Form(u"frmOptions"_s), m_ui(std::make_unique<Ui::frmOptions>()), m_ilBlankett(kMiniature)
+    : Skjermbilde({.navn = u"frmOptions"_s, .hjelp = u"html\\intro1.htm"_s}),
+      m_ui(std::make_unique<Ui::frmOptions>()), m_ilBlankett(kMiniature)
 {
     m_ui->setupUi(this);
     m_picOptions = {m_ui->picOptions_0, m_ui->picOptions_1, m_ui->picOptions_2};
@@ -148,6 +149,7 @@ void frmOptions::connectControls()
 
 void frmOptions::onLoad()
 {
+    Skjermbilde::onLoad();
     centreOnScreen();
     visKID();
     visBlankett();
@@ -199,10 +201,8 @@ void frmOptions::onResize()
 
 bool frmOptions::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)
 {
-    if (key == Qt::Key_F1)
-        VisHjelp(u"html\\intro1.htm"_s);
     if (key != Qt::Key_Tab || shift != Qt::ControlModifier)
-        return false;
+        return Skjermbilde::onKeyDown(key, shift);
     m_ui->tbsOptions->clickNext();
     return true;
 }

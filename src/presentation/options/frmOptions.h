@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/forms/Form.h"
 #include "platform/forms/ImageList.h"
+#include "presentation/screens/Skjermbilde.h"
 
 #include <array>
 #include <memory>
@@ -20,7 +20,7 @@ class frmOptions;
 /// Both opening and saving pass over: a setting outside its choices leaves its control as designed,
 /// one whose number cannot be read counts as on, and one that cannot be stored hinders none of the
 /// others.
-class frmOptions : public Form
+class frmOptions : public Skjermbilde
 {
     Q_OBJECT
 

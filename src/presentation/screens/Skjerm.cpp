@@ -3,6 +3,8 @@
 #include "platform/forms/Form.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/ModalDialog.h"
+#include "platform/forms/OuterRim.h"
+#include "platform/forms/SendKey.h"
 #include "platform/forms/Twips.h"
 #include "platform/help/HtmlHelp.h"
 #include "presentation/screens/frmInvisible.h"
@@ -134,6 +136,7 @@ void VisHjelpBilde(Form &form)
     const int side = twipsToPixels(kHelpPictureSide);
     imgF1->setFixedSize(side, side);
     imgF1->setToolTip(u" Vis hjelp for dette skjermbildet (F1)"_s);
+    onEvent(imgF1, &Image::clicked, &form, [] { sendKey(Qt::Key_F1); });
     passOver([&] {
         auto &pictures = SharedForm<frmInvisible>::get();
         pictures.load();

@@ -34,7 +34,8 @@ void LagreMappe(const QString &fileKind, const QString &folder);
 /// what the text needs if that is more, up to a third of the form.
 void TilpassOverskrift(const Form &form, QWidget &strip, const QLabel &text);
 
-/// Dresses the form's image control `imgF1` as the help picture. A form without one stays as it is.
+/// Dresses the form's image control `imgF1` as the help picture, a click on which presses F1. A
+/// form without one stays as it is.
 void VisHjelpBilde(Form &form);
 /// Shows the page `topic` of the help file, such as "html\ordre.htm".
 void VisHjelp(const QString &topic);

@@ -79,7 +79,9 @@ QString rowText(const ado::Recordset &rs)
 } // namespace
 
 frmKunder::frmKunder()
-    : Form(u"frmKunder"_s, FormKind::Dialog), m_ui(std::make_unique<Ui::frmKunder>())
+    : Skjermbilde(
+          {.navn = u"frmKunder"_s, .slag = FormKind::Dialog, .hjelp = u"html\\ordre.htm"_s}),
+      m_ui(std::make_unique<Ui::frmKunder>())
 {
     m_ui->setupUi(this);
     fpSpread &grid = *m_ui->fpSpread1;
@@ -125,6 +127,7 @@ void frmKunder::setIkkeVis(qint16 value)
 
 void frmKunder::onLoad()
 {
+    Skjermbilde::onLoad();
     setWindowTitle(u"Kundeliste"_s);
     resize(MedBokstavene(*this, size()));
     m_ikkeVis = 0;
@@ -144,13 +147,6 @@ void frmKunder::onResize()
     const int tegnet = MedBokstavene(*this, QSize(kWidth, 0)).width();
     const int bredere = std::max(0, place().width() - tegnet);
     grid.setColWidth(kNavn, kNavnWidth + grid.twipsToColWidth(bredere));
-}
-
-bool frmKunder::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
-{
-    if (key == Qt::Key_F1)
-        VisHjelp(u"html\\ordre.htm"_s);
-    return false;
 }
 
 void frmKunder::onUnload()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/forms/Form.h"
+#include "presentation/screens/Skjermbilde.h"
 
 #include <memory>
 
@@ -11,7 +11,7 @@ class frmKunder;
 
 /// The list from which the user picks a customer of the active client. It reads the parent's
 /// table `KundeLev` and writes nothing in the database.
-class frmKunder : public Form
+class frmKunder : public Skjermbilde
 {
     Q_OBJECT
 
@@ -37,7 +37,6 @@ protected:
     void onLoad() override;
     void onActivate() override;
     void onResize() override;
-    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
     void onUnload() override;
 
 private:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/forms/Form.h"
+#include "presentation/screens/Skjermbilde.h"
 
 #include <memory>
 
@@ -10,7 +10,7 @@ class frmKalkyle;
 
 /// The form of a planned adjustment of all product prices. There is nothing behind its choices: it
 /// says that the function is not there yet, and its one working command starts a calculator.
-class frmKalkyle : public Form
+class frmKalkyle : public Skjermbilde
 {
     Q_OBJECT
 
@@ -19,10 +19,7 @@ public:
     ~frmKalkyle() override;
 
 protected:
-    void onLoad() override;
     void onResize() override;
-    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
-    void onUnload() override;
 
 private:
     std::unique_ptr<Ui::frmKalkyle> m_ui;

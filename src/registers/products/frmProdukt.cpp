@@ -74,7 +74,13 @@ bool isMove(const QEvent *event)
 
 } // namespace
 
-frmProdukt::frmProdukt() : Form(u"frmProdukt"_s), m_ui(std::make_unique<Ui::frmProdukt>())
+frmProdukt::frmProdukt()
+    : Skjermbilde({.navn = u"frmProdukt"_s,
+                   .hjelp = u"html\\produkt.htm"_s,
+                   .lukkesMedEscape = true,
+                   .standard = {9150, 6435},
+                   .minst = {9100, 6400}}),
+      m_ui(std::make_unique<Ui::frmProdukt>())
 {
     m_ui->setupUi(this);
     m_txtFields = {m_ui->txtFields_0, m_ui->txtFields_1, m_ui->txtFields_2,
@@ -96,7 +102,6 @@ frmProdukt::frmProdukt() : Form(u"frmProdukt"_s), m_ui(std::make_unique<Ui::frmP
     for (const int col : {kolonne::Gruppe, kolonne::ID, kolonne::Changed})
         grid.setColHidden(col, true);
 
-    setMinimumTwips(9100, 6400);
     takePageAway(kDetailsTab);
     bringPageToFront(kListTab);
     connectControls();
@@ -113,7 +118,6 @@ void frmProdukt::connectControls()
     onEvent(m_ui->btnCancel, &QPushButton::clicked, this, [this] { btnCancel_Click(); });
     onEvent(m_ui->btnRefresh, &QPushButton::clicked, this, [this] { btnRefresh_Click(); });
     onEvent(m_ui->btnClose, &QPushButton::clicked, this, [this] { unload(); });
-    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKey(Qt::Key_F1); });
     setCommandKey(Qt::CTRL | Qt::Key_N, m_ui->btnNew);
     setCommandKey(Qt::CTRL | Qt::Key_S, m_ui->btnSave);
     setCommandKey(Qt::Key_F5, m_ui->btnRefresh);
@@ -148,8 +152,7 @@ void frmProdukt::connectControls()
 void frmProdukt::onLoad()
 {
     setMode(false, false);
-    HentSkjermPlass(*this, 200, 200, 9150, 6435);
-    VisHjelpBilde(*this);
+    Skjermbilde::onLoad();
     InitGrid();
     FyllGrid();
     const ProgramWrites writes;
@@ -179,19 +182,10 @@ void frmProdukt::onResize()
         SpreadFitNames(*m_ui->vaSpread1, kolonne::ProduktNavn, HarStoreBokstaver(*this));
 }
 
-bool frmProdukt::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
-{
-    if (key == Qt::Key_Escape)
-        unload();
-    else if (key == Qt::Key_F1)
-        VisHjelp(u"html\\produkt.htm"_s);
-    return false;
-}
-
 void frmProdukt::onUnload()
 {
     m_rsProdukt.reset();
-    LagreSkjermPlass(*this);
+    Skjermbilde::onUnload();
 }
 
 // --- The list and the details
@@ -446,7 +440,7 @@ bool frmProdukt::eventFilter(QObject *watched, QEvent *event)
     default:
         break;
     }
-    return Form::eventFilter(watched, event);
+    return Skjermbilde::eventFilter(watched, event);
 }
 
 void frmProdukt::gotFocus(QObject *control, QEvent *event)

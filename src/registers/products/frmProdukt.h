@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/ado/Recordset.h"
-#include "platform/forms/Form.h"
+#include "presentation/screens/Skjermbilde.h"
 #include "presentation/spread/ListeSortering.h"
 #include "runtime/Ref.h"
 
@@ -22,7 +22,7 @@ class frmProdukt;
 /// and cancelling end a mode, so one that was left open by a change of tab stays on beside the
 /// next, and then the change is what is saved. In browse mode a field sends the focus on as soon as
 /// it gets it, and takes nothing on roads that need no focus.
-class frmProdukt : public Form
+class frmProdukt : public Skjermbilde
 {
     Q_OBJECT
 
@@ -36,7 +36,6 @@ public:
 protected:
     void onLoad() override;
     void onResize() override;
-    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
     void onUnload() override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -6,10 +6,8 @@
 #include "platform/forms/Forms.h"
 #include "platform/forms/ImageList.h"
 #include "platform/forms/OuterRim.h"
-#include "platform/forms/SendKey.h"
 #include "posting/screen/frmBokfor.h"
 #include "presentation/options/frmOptions.h"
-#include "presentation/screens/Skjerm.h"
 #include "registers/products/frmProdukt.h"
 #include "runtime/RunTimeError.h"
 #include "ui_frmRegningsdel.h"
@@ -73,7 +71,8 @@ QIcon picture(QStringView name, QSize size)
 } // namespace
 
 frmRegningsdel::frmRegningsdel()
-    : Form(u"frmRegningsdel"_s), m_ui(std::make_unique<Ui::frmRegningsdel>())
+    : Skjermbilde({.navn = u"frmRegningsdel"_s, .hjelp = u"html\\intro1.htm"_s}),
+      m_ui(std::make_unique<Ui::frmRegningsdel>())
 {
     m_ui->setupUi(this);
     m_ui->Picture1->setPicture(picture(u"regningsdel", m_ui->Picture1->minimumSize()));
@@ -86,14 +85,13 @@ frmRegningsdel::frmRegningsdel()
             bringToFront();
         });
     }
-    onEvent(m_ui->imgF1, &Image::clicked, this, [] { sendKey(Qt::Key_F1); });
 }
 
 frmRegningsdel::~frmRegningsdel() = default;
 
 void frmRegningsdel::onLoad()
 {
-    VisHjelpBilde(*this);
+    Skjermbilde::onLoad();
     QFont font(u"Verdana"_s);
     font.setPointSizeF(6.0);
     m_ui->Label1->setFont(font);
@@ -103,13 +101,6 @@ void frmRegningsdel::onLoad()
     adjustSize();
     const QRect area = screen()->availableGeometry();
     move(area.right() - width() - kFromEdge, area.top());
-}
-
-bool frmRegningsdel::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
-{
-    if (key == Qt::Key_F1)
-        VisHjelp(u"html\\intro1.htm"_s);
-    return false;
 }
 
 void frmRegningsdel::onUnload()

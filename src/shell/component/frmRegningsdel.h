@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/forms/Form.h"
+#include "presentation/screens/Skjermbilde.h"
 
 #include <memory>
 
@@ -10,7 +10,7 @@ class frmRegningsdel;
 
 /// The main menu: five picture buttons from which the other screens open. It holds no data, and
 /// when it closes it takes the other screens with it.
-class frmRegningsdel : public Form
+class frmRegningsdel : public Skjermbilde
 {
     Q_OBJECT
 
@@ -20,7 +20,6 @@ public:
 
 protected:
     void onLoad() override;
-    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
     void onUnload() override;
 
 private:

@@ -1,0 +1,37 @@
+#include "presentation/screens/Skjermbilde.h"
+
+#include "presentation/screens/Skjerm.h"
+
+namespace {
+
+constexpr qint32 kFraKanten = 200; // twips, of a screen whose place is not stored yet
+
+} // namespace
+
+Skjermbilde::Skjermbilde(const Trekk &trekk) : Form(trekk.navn, trekk.slag), m_trekk(trekk)
+{
+    setMinimumTwips(trekk.minst.width(), trekk.minst.height());
+}
+
+void Skjermbilde::onLoad()
+{
+    if (m_trekk.standard.isValid())
+        HentSkjermPlass(*this, kFraKanten, kFraKanten, m_trekk.standard.width(),
+                        m_trekk.standard.height());
+    VisHjelpBilde(*this);
+}
+
+bool Skjermbilde::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
+{
+    if (key == Qt::Key_F1)
+        VisHjelp(m_trekk.hjelp);
+    else if (key == Qt::Key_Escape && m_trekk.lukkesMedEscape)
+        unload();
+    return false;
+}
+
+void Skjermbilde::onUnload()
+{
+    if (m_trekk.standard.isValid())
+        LagreSkjermPlass(*this);
+}

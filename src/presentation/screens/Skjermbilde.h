@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/forms/Form.h"
+
+/// A screen of the module. What the screens do alike follows from a few traits that each of them
+/// tells when it is made: its help, its place, its least size, the key that closes it.
+///
+/// A screen with a handler of its own calls the one here from it.
+class Skjermbilde : public Form
+{
+    Q_OBJECT
+
+public:
+    struct Trekk
+    {
+        QString navn;
+        FormKind slag = FormKind::Screen;
+        QString hjelp{}; ///< the topic that F1 shows
+        /// Escape closes the screen by itself; a cancel button does so without.
+        bool lukkesMedEscape = false;
+        /// Of a screen that keeps its place, its size for the first time. In twips, as `minst`.
+        QSize standard{};
+        QSize minst{0, 0};
+    };
+    explicit Skjermbilde(const Trekk &trekk);
+
+protected:
+    /// Gives the screen its stored place and dresses the help picture.
+    void onLoad() override;
+    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
+    /// Stores the screen's place.
+    void onUnload() override;
+
+private:
+    const Trekk m_trekk;
+};
