@@ -1,6 +1,7 @@
 #include "host/tasks/Invoices.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "host/tasks/HostError.h"
 #include "rules/Ordre.h"
 #include "runtime/Conversions.h"
@@ -13,8 +14,8 @@ namespace {
 QList<Invoice> read(const QString &condition)
 {
     const Ref<ado::Recordset> orders =
-        gDB->GetRS(u"SELECT OrdreNr,SumBrutto,OrdreStatus FROM Ordre WHERE KlientNr="_s +
-                       numberToText(gKlient) + condition + u" ORDER BY OrdreNr"_s,
+        gDB->GetRS(u"SELECT OrdreNr,SumBrutto,OrdreStatus FROM Ordre WHERE "_s + klientVilkar() +
+                       condition + u" ORDER BY OrdreNr"_s,
                    true);
     if (!orders)
         throw HostError(gDB->LastError().simplified());

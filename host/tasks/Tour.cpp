@@ -1,6 +1,7 @@
 #include "host/tasks/Tour.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "host/demo/DemoCompany.h"
 #include "host/demo/DemoOrders.h"
 #include "host/parent/ParentTables.h"
@@ -9,7 +10,6 @@
 #include "host/tasks/EhfTask.h"
 #include "host/tasks/HostError.h"
 #include "platform/ado/Connection.h"
-#include "runtime/Conversions.h"
 #include "state/SharedState.h"
 
 #include <QDir>
@@ -62,10 +62,10 @@ void fillDatabase(Component &component, const database::Place &place, const Opti
 /// The number of the client's newest invoiced order that `clause` limits, or 0.
 int newestInvoiced(QStringView clause)
 {
-    const Ref<ado::Recordset> found = gDB->GetRS(
-        u"SELECT Max(OrdreNr) AS Nr FROM Ordre WHERE KlientNr="_s + numberToText(gKlient) +
-            u" AND OrdreStatus='Fakturert' AND "_s + clause.toString(),
-        true);
+    const Ref<ado::Recordset> found =
+        gDB->GetRS(u"SELECT Max(OrdreNr) AS Nr FROM Ordre WHERE "_s + klientVilkar() +
+                       u" AND OrdreStatus='Fakturert' AND "_s + clause.toString(),
+                   true);
     if (!found)
         throw HostError(gDB->LastError().simplified());
     return found->isNull(0) ? 0 : found->integer(0);

@@ -7,6 +7,11 @@
 
 using namespace Qt::StringLiterals;
 
+QString klientVilkar()
+{
+    return u"KlientNr="_s + numberToText(gKlient);
+}
+
 Value HentFelt(const QString &field, const QString &table, const QString &where)
 {
     const Ref<ado::Recordset> rs =

@@ -5,6 +5,10 @@
 #include <QString>
 #include <QStringView>
 
+/// The condition that limits a statement to the active client. A table's name with its point can
+/// stand before it.
+[[nodiscard]] QString klientVilkar();
+
 /// One field of the first row that `where` (without the word WHERE) finds in `table`, read through
 /// gDB. Where the field is Null or there is no row: 0 for a column of the 32-bit integer type, the
 /// empty text for every other type. Not trapped: error 91 after a failed read.

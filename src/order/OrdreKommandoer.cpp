@@ -29,17 +29,12 @@ namespace {
 
 const QString kSeKundene = u"Klikk for å se kundene"_s;
 
-QString klientNr()
-{
-    return u"KlientNr="_s + numberToText(gKlient);
-}
-
 /// The number that a new order shows.
 QString visningsNr()
 {
     qint32 forste = 0;
-    if (gDB->GetCount(u"Ordre"_s, klientNr()) == 0) {
-        passOver([&] { forste = HentFelt(u"FirstFakNr"_s, u"Klient"_s, klientNr()).toLong(); });
+    if (gDB->GetCount(u"Ordre"_s, klientVilkar()) == 0) {
+        passOver([&] { forste = HentFelt(u"FirstFakNr"_s, u"Klient"_s, klientVilkar()).toLong(); });
     }
     return QString::number(forste > 1 ? forste : NyttOrdreNr());
 }

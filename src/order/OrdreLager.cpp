@@ -1,6 +1,7 @@
 #include "order/OrdreLager.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "order/OrdreFelter.h"
 #include "order/OrdreKnapper.h"
 #include "order/OrdreLinjer.h"
@@ -106,8 +107,8 @@ void OrdreLager::LesOrdre(qint32 innId)
         u"FakAdresse1,FakAdresse2,FakPostNr,FakPoststed,"_s
         u"LevAdresse1,LevAdresse2,LevPostNr,LevPoststed,KID,BetBet,OrdreDato,FakDato,ForfallDato,"_s
         u"LevDato,RabattPst,RabattKr,MvaKr,"_s
-        u"SumNetto,SumBrutto,Avrunding,Kontrollsiffer FROM Ordre WHERE KlientNr="_s +
-        numberToText(gKlient);
+        u"SumNetto,SumBrutto,Avrunding,Kontrollsiffer FROM Ordre WHERE "_s +
+        klientVilkar();
     if (innId > 0)
         statement += u" AND ID="_s + numberToText(innId);
     m_tilstand.rsOrdre = gDB->GetRS(statement, true);

@@ -103,8 +103,7 @@ QString OrdreLagring::feil() const
     const QString kundeNr = m_felter.text(kKundeNr);
     if (trimBlanks(kundeNr).isEmpty()) {
         add(u"kundenummer kan ikke være blank"_s);
-    } else if (gDB->GetCount(u"KundeLev"_s, u"KlientNr="_s + numberToText(gKlient) +
-                                                u" AND KundeNr="_s + kundeNr) == 0) {
+    } else if (gDB->GetCount(u"KundeLev"_s, klientVilkar() + u" AND KundeNr="_s + kundeNr) == 0) {
         add(u"ugyldig/manglende kundenummer"_s);
     }
     if (trimBlanks(m_felter.text(kKundeNavn)).isEmpty())

@@ -1,12 +1,12 @@
 #include "order/OrdreLinjer.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "order/OrdreFelter.h"
 #include "platform/forms/OuterRim.h"
 #include "platform/grid/fpSpread.h"
 #include "presentation/spread/mVASpread.h"
 #include "rules/Innstilling.h"
-#include "runtime/Conversions.h"
 #include "runtime/Format.h"
 #include "state/SharedState.h"
 
@@ -148,7 +148,7 @@ void OrdreLinjer::InitLinjer()
 QString OrdreLinjer::ProduktListe() const
 {
     const Ref<ado::Recordset> rs =
-        gDB->GetRS(u"SELECT * FROM Produkt WHERE KlientNr="_s + numberToText(gKlient), true);
+        gDB->GetRS(u"SELECT * FROM Produkt WHERE "_s + klientVilkar(), true);
     QString liste;
     passOver([&] {
         const int produktNr = rs->fieldIndex(u"ProduktNr");
@@ -180,9 +180,9 @@ void OrdreLinjer::slaOppProdukt(int row)
     Ref<ado::Recordset> produkt;
     passOver([&] {
         produkt = gDB->GetRS(
-            u"SELECT ID,ProduktNavn,UtPris,Enhet,MvaSats,BruttoPris FROM Produkt WHERE KlientNr="_s +
-                numberToText(gKlient) + u" AND ProduktNr='"_s +
-                SpreadGetText(m_grid, kProduktNr, row) + u"'"_s,
+            u"SELECT ID,ProduktNavn,UtPris,Enhet,MvaSats,BruttoPris FROM Produkt WHERE "_s +
+                klientVilkar() + u" AND ProduktNr='"_s + SpreadGetText(m_grid, kProduktNr, row) +
+                u"'"_s,
             true);
     });
     if (gDB->EmptyRS(produkt))

@@ -9,14 +9,13 @@ using namespace Qt::StringLiterals;
 
 qint32 NyttOrdreNr()
 {
-    const QString klient = numberToText(gKlient);
-    const Ref<ado::Recordset> rs = gDB->GetRS(
-        u"SELECT Max([OrdreNr])+1 AS NyttNr FROM Ordre WHERE KlientNr="_s + klient, true);
+    const Ref<ado::Recordset> rs =
+        gDB->GetRS(u"SELECT Max([OrdreNr])+1 AS NyttNr FROM Ordre WHERE "_s + klientVilkar(), true);
     const Value nyttNr = rs->value(u"NyttNr");
     if (!nyttNr.isNull())
         return nyttNr.toLong();
 
-    const qint32 forste = HentFelt(u"FirstFakNr"_s, u"Klient"_s, u"KlientNr="_s + klient).toLong();
+    const qint32 forste = HentFelt(u"FirstFakNr"_s, u"Klient"_s, klientVilkar()).toLong();
     return forste > 1 ? forste : 1;
 }
 

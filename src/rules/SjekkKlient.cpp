@@ -1,6 +1,7 @@
 #include "rules/SjekkKlient.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "runtime/Conversions.h"
 #include "state/SharedState.h"
 
@@ -14,10 +15,9 @@ QString SjekkKlient()
 
     Ref<ado::Recordset> rs;
     passOver([&] {
-        rs = gDB->GetRS(
-            u"SELECT PostNr,TlfArbeid,OrganisasjonsNr,Giro1 FROM Klient WHERE KlientNr="_s +
-                numberToText(gKlient),
-            true);
+        rs = gDB->GetRS(u"SELECT PostNr,TlfArbeid,OrganisasjonsNr,Giro1 FROM Klient WHERE "_s +
+                            klientVilkar(),
+                        true);
     });
     // Each of these is true as well where there is nothing to read.
     const bool hasRow = enters([&] { return !rs->eof(); });

@@ -29,6 +29,14 @@ protected:
     }
 };
 
+TEST_F(ModuleTest, TheClientsConditionHasTheNumberAsAStatementHasIt)
+{
+    gKlient = 7;
+    EXPECT_EQ(klientVilkar(), u"KlientNr= 7");
+    gKlient = -7;
+    EXPECT_EQ(klientVilkar(), u"KlientNr=-7");
+}
+
 TEST_F(HentFeltTest, GivesTheFieldWithItsType)
 {
     EXPECT_EQ(hent(u"Lang"_s, 2), Value(qint32{70000}));

@@ -1,7 +1,7 @@
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "host/guide/ScreenGuide.h"
 #include "host/tour/stops/Stops.h"
-#include "runtime/Conversions.h"
 #include "runtime/Format.h"
 #include "state/SharedState.h"
 
@@ -25,7 +25,7 @@ void pictureReport(screentour::Guide &guide, QWidget &dialog, const QString &nam
 /// Not so for a demo company in a year to come.
 bool isAnythingOverdue()
 {
-    return gDB->GetCount(u"Ordre"_s, u"KlientNr="_s + numberToText(gKlient) +
+    return gDB->GetCount(u"Ordre"_s, klientVilkar() +
                                          u" AND OrdreStatus='Bokført' AND ForfallDato<"_s +
                                          Format(QDate::currentDate(), u"\\#mm\\/dd\\/yyyy\\#")) > 0;
 }

@@ -1,6 +1,7 @@
 #include "output/ehf/mEHF.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "output/ehf/EhfTekst.h"
 #include "runtime/Conversions.h"
 #include "runtime/Format.h"
@@ -73,8 +74,8 @@ Selger lesSelger()
     const Ref<ado::Recordset> rs =
         gDB->GetRS(u"SELECT K.Navn,K.Adr1,K.Adr2,K.PostNr,P.PostSted,K.OrganisasjonsNr,K.Giro1 "
                    u"FROM Klient K LEFT JOIN Poststed P ON K.PostNr=P.PostNr "
-                   u"WHERE K.KlientNr="_s %
-                       numberToText(gKlient),
+                   u"WHERE K."_s %
+                       klientVilkar(),
                    true);
     Selger selger;
     if (!gDB->EmptyRS(rs)) {
@@ -118,8 +119,8 @@ Ordrehode lesOrdre(const QString &ordreNr)
         u"FakPoststed,BetBet,KID,"
         u"LevAdresse1,LevAdresse2,LevPostNr,LevPoststed,FakDato,ForfallDato,LevDato,SumNetto,"
         u"MvaKr,SumBrutto "
-        u"FROM Ordre WHERE KlientNr="_s %
-            numberToText(gKlient) % u" AND OrdreNr="_s % ordreNr,
+        u"FROM Ordre WHERE "_s %
+            klientVilkar() % u" AND OrdreNr="_s % ordreNr,
         true);
     Ordrehode ordre;
     if (!gDB->EmptyRS(rs)) {
@@ -428,15 +429,15 @@ QString EhfDokument(int kreditnota, const QString &ordreNr)
 
 QString EhfLinjer(int kreditnota, const QString &ordreNr)
 {
-    const QString klient = numberToText(gKlient);
+    const QString klient = klientVilkar();
     // The condition on P.KlientNr undoes the left join: a line without a product is left out.
     const Ref<ado::Recordset> rs = gDB->GetRS(
         u"SELECT L.PosNr,L.ProduktNr,L.ProduktNavn,L.Antall,L.Pris,P.Enhet,L.RabattPst,L.RabattKr,"
         u"L.MvaPst,L.SumNetto,L.SumBrutto "
         u"FROM (Ordre O INNER JOIN OrdreLinjer L ON O.ID=L.OrdreID) "
         u"LEFT JOIN Produkt P ON L.ProduktNr=P.ProduktNr "
-        u"WHERE O.KlientNr="_s %
-            klient % u" AND P.KlientNr="_s % klient % u" AND O.OrdreNr="_s % ordreNr,
+        u"WHERE O."_s %
+            klient % u" AND P."_s % klient % u" AND O.OrdreNr="_s % ordreNr,
         true);
     if (gDB->EmptyRS(rs))
         return {};

@@ -1,6 +1,7 @@
 #include "output/lists/frmOrdreSkriv.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "output/printing/mUtskrift.h"
 #include "platform/forms/OuterRim.h"
 #include "presentation/screens/Skjerm.h"
@@ -84,8 +85,8 @@ void frmOrdreSkriv::fyllKunde()
     boks.clear();
     boks.addItem(kAlle);
     const Ref<ado::Recordset> rs =
-        gDB->GetRS(u"SELECT DISTINCT KundeNr,KundeNavn FROM Ordre WHERE KlientNr="_s +
-                       numberToText(gKlient) + u" ORDER BY KundeNavn"_s,
+        gDB->GetRS(u"SELECT DISTINCT KundeNr,KundeNavn FROM Ordre WHERE "_s + klientVilkar() +
+                       u" ORDER BY KundeNavn"_s,
                    true);
     for (; rs && !rs->eof(); rs->moveNext()) {
         // An order without customer number or name makes no entry of its own.

@@ -1,6 +1,7 @@
 #include "output/lists/frmOversikt.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "order/frmOrdre.h"
 #include "output/lists/frmOrdreSkriv.h"
 #include "platform/forms/Forms.h"
@@ -145,10 +146,8 @@ void frmOversikt::LesOversikt()
     passOver([&] { SpreadClear(grid); });
     SpreadSetCellAlign(grid, kAll, kBelop, kHoyrestilt);
     passOver([&] {
-        const Ref<ado::Recordset> rs =
-            gDB->GetRS(u"SELECT * FROM Ordre WHERE KlientNr="_s + numberToText(gKlient) +
-                           u" ORDER BY ordreNr DESC"_s,
-                       true);
+        const Ref<ado::Recordset> rs = gDB->GetRS(
+            u"SELECT * FROM Ordre WHERE "_s + klientVilkar() + u" ORDER BY ordreNr DESC"_s, true);
         if (gDB->EmptyRS(rs))
             return;
         for (Radtekst radtekst(*rs); !rs->eof(); rs->moveNext())

@@ -1,6 +1,7 @@
 #include "posting/run/Bokforing.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "posting/run/Bokfortur.h"
 #include "rules/Ordre.h"
 #include "runtime/Conversions.h"
@@ -166,8 +167,8 @@ bool Kjoring::bokforRad()
                          kAdvarsel);
         return false;
     }
-    const Ref<ado::Recordset> ordre = gDB->GetRS(u"SELECT * FROM Ordre WHERE KlientNr="_s +
-                                                     klient() + ErFakturertVilkar(celle(kOrdreId)),
+    const Ref<ado::Recordset> ordre = gDB->GetRS(u"SELECT * FROM Ordre WHERE "_s + klientVilkar() +
+                                                     ErFakturertVilkar(celle(kOrdreId)),
                                                  true);
     // A list that is no longer true must not post an order twice.
     if (gDB->EmptyRS(ordre))
@@ -328,8 +329,8 @@ QString NyttBilagnr(qint16 aar)
 {
     QString nummer = u"1"_s;
     const Ref<ado::Recordset> rs =
-        gDB->GetRS(u"SELECT Max(BilagNr) AS MaxNr FROM Bilag WHERE KlientNr="_s +
-                       numberToText(gKlient) + u" AND Year(Bilag.BilagDato)="_s + numberToText(aar),
+        gDB->GetRS(u"SELECT Max(BilagNr) AS MaxNr FROM Bilag WHERE "_s + klientVilkar() +
+                       u" AND Year(Bilag.BilagDato)="_s + numberToText(aar),
                    true);
     // A year without vouchers has one row with Null in it.
     if (!gDB->EmptyRS(rs))

@@ -1,6 +1,7 @@
 #include "posting/run/Bokkontroll.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "posting/run/Bokfortur.h"
 #include "runtime/Conversions.h"
 #include "runtime/Format.h"
@@ -79,11 +80,6 @@ struct Ordre
     Currency sumLinjer; // with the rounding
 };
 
-QString klient()
-{
-    return numberToText(gKlient);
-}
-
 /// Other programs may have stored parts of an øre, which would be a fault of 0,00.
 QString kroner(Currency belop)
 {
@@ -101,9 +97,8 @@ QString fakturamerke(qint32 ordreNr)
 QString kundelinjer(const QString &felter)
 {
     return u"SELECT "_s + felter +
-           u" FROM BilagLinjer INNER JOIN Bilag ON BilagLinjer.BilagID=Bilag.ID WHERE "
-           u"Bilag.KlientNr="_s +
-           klient() + u" AND Bilag.Aar="_s + numberToText(gAar);
+           u" FROM BilagLinjer INNER JOIN Bilag ON BilagLinjer.BilagID=Bilag.ID WHERE Bilag."_s +
+           klientVilkar() + u" AND Bilag.Aar="_s + numberToText(gAar);
 }
 
 class Kontroll
@@ -153,8 +148,8 @@ private:
 
 void Kontroll::lesBilag()
 {
-    for (Rader rader(u"SELECT ID,BilagNr,BilagType,AntPost FROM Bilag WHERE KlientNr="_s +
-                     klient() + u" AND Aar="_s + numberToText(gAar));
+    for (Rader rader(u"SELECT ID,BilagNr,BilagType,AntPost FROM Bilag WHERE "_s + klientVilkar() +
+                     u" AND Aar="_s + numberToText(gAar));
          !rader.slutt(); rader.neste())
         m_bilag[rader.tall(0)] = {rader.tall(1), rader.tekst(2) == u"Faktura", rader.tall(3), 0,
                                   Currency()};
@@ -162,16 +157,15 @@ void Kontroll::lesBilag()
 
 void Kontroll::lesOrdre()
 {
-    for (Rader rader(
-             u"SELECT ID,OrdreNr,OrdreStatus,Year(FakDato),SumBrutto,Avrunding FROM Ordre WHERE "
-             u"KlientNr="_s +
-             klient());
+    for (Rader rader(u"SELECT ID,OrdreNr,OrdreStatus,Year(FakDato),SumBrutto,Avrunding FROM Ordre "
+                     u"WHERE "_s +
+                     klientVilkar());
          !rader.slutt(); rader.neste())
         m_ordre[rader.tall(0)] = {rader.tall(1), rader.tekst(2), rader.tall(3) == gAar,
                                   rader.belop(4), rader.belop(5)};
     for (Rader rader(u"SELECT OrdreLinjer.OrdreID,OrdreLinjer.SumBrutto FROM OrdreLinjer INNER "
-                     u"JOIN Ordre ON OrdreLinjer.OrdreID=Ordre.ID WHERE Ordre.KlientNr="_s +
-                     klient());
+                     u"JOIN Ordre ON OrdreLinjer.OrdreID=Ordre.ID WHERE Ordre."_s +
+                     klientVilkar());
          !rader.slutt(); rader.neste()) {
         const auto ordre = m_ordre.find(rader.tall(0));
         if (ordre != m_ordre.end()) // else it came after the orders were read
@@ -259,7 +253,7 @@ void Kontroll::kontrollerKundelinjer()
 void Kontroll::kontrollerKonti()
 {
     std::set<qint32> kjente;
-    for (Rader rader(u"SELECT KontoNr FROM Kontoplan WHERE KlientNr="_s + klient()); !rader.slutt();
+    for (Rader rader(u"SELECT KontoNr FROM Kontoplan WHERE "_s + klientVilkar()); !rader.slutt();
          rader.neste())
         kjente.insert(rader.tall(0));
     for (const auto &[konto, bilagNr] : m_konti) {
@@ -347,7 +341,7 @@ int AntallMedBilagFraFor()
          !rader.slutt(); rader.neste())
         bokforte.insert(rader.tekst(0));
     int antall = 0;
-    for (Rader rader(u"SELECT OrdreNr FROM Ordre WHERE KlientNr="_s + klient() +
+    for (Rader rader(u"SELECT OrdreNr FROM Ordre WHERE "_s + klientVilkar() +
                      u" AND OrdreStatus='Fakturert'"_s);
          !rader.slutt(); rader.neste())
         antall += bokforte.contains(fakturamerke(rader.tall(0))) ? 1 : 0;

@@ -1,6 +1,7 @@
 #include "posting/screen/frmBokfor.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/forms/OuterRim.h"
 #include "platform/grid/fpSpread.h"
@@ -199,10 +200,8 @@ void frmBokfor::LesFakturaer()
     fpSpread &grid = *m_ui->fpSpread1;
     grid.setRedraw(false);
     passOver([&] { SpreadClear(grid); });
-    const Ref<ado::Recordset> rs =
-        gDB->GetRS(u"SELECT * FROM Ordre WHERE KlientNr="_s + numberToText(gKlient) +
-                       u" AND OrdreStatus='Fakturert'"_s,
-                   true);
+    const Ref<ado::Recordset> rs = gDB->GetRS(
+        u"SELECT * FROM Ordre WHERE "_s + klientVilkar() + u" AND OrdreStatus='Fakturert'"_s, true);
     if (!gDB->EmptyRS(rs)) {
         if (rs->recordCount() > kRaderIUtformingen)
             grid.setMaxRows(rs->recordCount() + 1);
@@ -240,11 +239,10 @@ void frmBokfor::fyllKonto()
 {
     QComboBox &boks = *m_ui->cmbKonto;
     boks.clear();
-    const Ref<ado::Recordset> rs =
-        gDB->GetRS(u"SELECT KontoNr,Navn FROM Kontoplan WHERE (KontoNr=1900 or KtoGruppe=55) AND "
-                   u"KlientNr="_s +
-                       numberToText(gKlient) + u" ORDER BY KontoNr"_s,
-                   true);
+    const Ref<ado::Recordset> rs = gDB->GetRS(
+        u"SELECT KontoNr,Navn FROM Kontoplan WHERE (KontoNr=1900 or KtoGruppe=55) AND "_s +
+            klientVilkar() + u" ORDER BY KontoNr"_s,
+        true);
     for (; rs && !rs->eof(); rs->moveNext())
         passOver([&] { boks.addItem(tekst(*rs, u"KontoNr") + u' ' + tekst(*rs, u"Navn")); });
     boks.setCurrentIndex(-1); // the keys choose from the first account on
@@ -258,8 +256,8 @@ void frmBokfor::fyllLoyve()
     QComboBox &boks = *m_ui->cmbLoyve;
     boks.clear();
     const Ref<ado::Recordset> rs =
-        gDB->GetRS(u"SELECT BilLoyve,BilRegNr,BilType FROM Bil WHERE Passiv=0 AND KlientNr="_s +
-                       numberToText(gKlient) + u" ORDER BY BilLoyve,BilRegNr"_s,
+        gDB->GetRS(u"SELECT BilLoyve,BilRegNr,BilType FROM Bil WHERE Passiv=0 AND "_s +
+                       klientVilkar() + u" ORDER BY BilLoyve,BilRegNr"_s,
                    true);
     boks.addItem(kUtenLoyve.toString());
     for (; rs && !rs->eof(); rs->moveNext()) {

@@ -156,7 +156,7 @@ void frmOptions::onLoad()
     passOver([this] { m_ui->picLogo->setPicture(loadPicture(paths::toSystem(LesLogo()))); });
     Check1_Click();
 
-    const QString vilkar = u"KlientNr="_s + numberToText(gKlient);
+    const QString vilkar = klientVilkar();
     visForsteFakturanr(vilkar);
     visFakturatekster(vilkar);
     passOver([this] { choose(m_optAvrunding, toInteger(tall(u"Avrunding"_s, u"0"_s))); });
@@ -297,7 +297,7 @@ void frmOptions::lagreKID()
 
 void frmOptions::lagreKlient()
 {
-    const QString vilkar = u" WHERE KlientNr="_s + numberToText(gKlient);
+    const QString vilkar = u" WHERE "_s + klientVilkar();
     // Not whether the page is enabled, which it is not while another one is in front.
     const bool fri = m_ui->txtFirstFak->isEnabledTo(m_ui->picOptions_2);
     const QString forste = m_ui->txtFirstFak->text();

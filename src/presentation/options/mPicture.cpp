@@ -1,10 +1,10 @@
 #include "presentation/options/mPicture.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/forms/PictureBox.h"
 #include "platform/pictures/PictureFile.h"
-#include "runtime/Conversions.h"
 #include "runtime/Paths.h"
 #include "state/SharedState.h"
 
@@ -61,10 +61,7 @@ QString TempMappe()
 QString LesLogo()
 {
     Ref<ado::Recordset> rs;
-    passOver([&] {
-        rs =
-            gDB->GetRS(u"SELECT Logo FROM Klient WHERE KlientNr="_s + numberToText(gKlient), false);
-    });
+    passOver([&] { rs = gDB->GetRS(u"SELECT Logo FROM Klient WHERE "_s + klientVilkar(), false); });
     QString path;
     if (enters([&] { return !rs->eof(); })) {
         path = logoFile();
@@ -82,8 +79,8 @@ void SkrivLogo(const PictureBox &box)
 {
     QString failure;
     try {
-        const Ref<ado::Recordset> rs = gDB->GetRS(
-            u"SELECT KlientNr,Logo FROM Klient WHERE KlientNr="_s + numberToText(gKlient), false);
+        const Ref<ado::Recordset> rs =
+            gDB->GetRS(u"SELECT KlientNr,Logo FROM Klient WHERE "_s + klientVilkar(), false);
         const QString path = logoFile();
         savePicture(box.picture(), paths::toSystem(path));
         rs->setValue(u"Logo", Value(readFile(path)));

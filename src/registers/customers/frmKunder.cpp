@@ -1,6 +1,7 @@
 #include "registers/customers/frmKunder.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "platform/forms/OuterRim.h"
 #include "presentation/screens/Skjerm.h"
 #include "presentation/spread/mVASpread.h"
@@ -173,9 +174,9 @@ void frmKunder::SkrivGrid(const QString &sFilter, const QString &sSortering)
         u"K.LevPostNr,L.PostSted AS LevPostSted,SammeLevAdr,K.OrganisasjonsNr,K.FakturaType "_s
         u"FROM (KundeLev AS K LEFT JOIN Poststed AS P ON K.PostNr=P.PostNr) "_s
         u"LEFT JOIN Poststed AS L ON K.LevPostNr=L.PostNr "_s
-        u"WHERE KlientNr="_s +
         // No blank between number and filter: the dialect parts them.
-        numberToText(gKlient) + sFilter + u" ORDER BY "_s + sSortering;
+        u"WHERE "_s +
+        klientVilkar() + sFilter + u" ORDER BY "_s + sSortering;
     Ref<ado::Recordset> rs;
     passOver([&] { rs = gDB->GetRS(statement, true); });
 

@@ -1,6 +1,7 @@
 #include "registers/products/frmProdukt.h"
 
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "platform/forms/LockedText.h"
 #include "platform/forms/OneLine.h"
 #include "platform/forms/OuterRim.h"
@@ -9,7 +10,6 @@
 #include "presentation/screens/Skjerm.h"
 #include "presentation/spread/mVASpread.h"
 #include "registers/products/ProduktKolonne.h"
-#include "runtime/Conversions.h"
 #include "runtime/Format.h"
 #include "state/SharedState.h"
 #include "ui_frmProdukt.h"
@@ -205,9 +205,8 @@ void frmProdukt::FyllGrid()
 
     m_rsProdukt.reset();
     passOver([&] {
-        m_rsProdukt = gDB->GetRS(u"SELECT * FROM Produkt WHERE KlientNr="_s +
-                                     numberToText(gKlient) + u" ORDER BY ProduktNr"_s,
-                                 false);
+        m_rsProdukt = gDB->GetRS(
+            u"SELECT * FROM Produkt WHERE "_s + klientVilkar() + u" ORDER BY ProduktNr"_s, false);
     });
     passOver([&] {
         if (m_rsProdukt->recordCount() > grid.maxRows())
@@ -263,8 +262,7 @@ void frmProdukt::VisProdukt(qint32 row)
     putText(*m_ui->txtFields_11, id);
     Ref<ado::Recordset> rs;
     passOver([&] {
-        rs = gDB->GetRS(u"SELECT * FROM Produkt WHERE KlientNr="_s + numberToText(gKlient) +
-                            u" AND ID="_s + id,
+        rs = gDB->GetRS(u"SELECT * FROM Produkt WHERE "_s + klientVilkar() + u" AND ID="_s + id,
                         true);
     });
     if (gDB->EmptyRS(rs))

@@ -1,5 +1,6 @@
 #include "data/Schema.h"
 #include "data/clsAdoUtils.h"
+#include "data/mFaktura.h"
 #include "runtime/Conversions.h"
 #include "shell/component/clsFaktura.h"
 #include "state/SharedState.h"
@@ -62,10 +63,10 @@ bool clsFaktura::OppgraderTabeller()
     const bool lastColumn = AddField(u"Klient"_s, u"FakTekst2"_s, FieldType::Text, 255);
 
     // An account that is there gets nothing, not even a balance for a new year.
-    const QString klient = numberToText(gKlient);
-    if (gDB->GetCount(u"Kontoplan"_s, u"KlientNr="_s + klient + u" AND KontoNr=3000"_s) != 0)
+    if (gDB->GetCount(u"Kontoplan"_s, klientVilkar() + u" AND KontoNr=3000"_s) != 0)
         return lastColumn;
 
+    const QString klient = numberToText(gKlient);
     gDB->Execute(
         u"INSERT INTO Kontoplan (KlientNr,KontoNr,Navn,FastMvaKode,Std,NaerSkjema2,KtoGruppe) "
         u"VALUES ("_s +
