@@ -1,7 +1,6 @@
 #include "platform/forms/MsgBox.h"
 
 #include "platform/forms/ModalDialog.h"
-#include "runtime/RunTimeError.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -16,9 +15,7 @@
 #include <QtMath>
 
 #include <algorithm>
-#include <array>
 #include <memory>
-#include <span>
 
 using namespace Qt::StringLiterals;
 
@@ -26,52 +23,6 @@ namespace {
 
 constexpr int kButtonBits = 0x0F;
 constexpr int kIconBits = 0xF0;
-constexpr int kDefaultBits = 0x300;
-constexpr int kDefaultStep = 0x100;
-constexpr size_t kMostButtons = 3;
-
-struct Button
-{
-    int answer;
-    QMessageBox::ButtonRole role;
-    /// A letter that stands behind "&" chooses the button from the keyboard, with Alt or without.
-    QStringView text;
-};
-
-constexpr Button kOkButton{answer::kOk, QMessageBox::AcceptRole, u"OK"};
-constexpr Button kCancelButton{answer::kCancel, QMessageBox::RejectRole, u"Avbryt"};
-constexpr Button kAbortButton{answer::kAbort, QMessageBox::YesRole, u"&Avbryt"};
-constexpr Button kRetryButton{answer::kRetry, QMessageBox::AcceptRole, u"&Prøv igjen"};
-constexpr Button kIgnoreButton{answer::kIgnore, QMessageBox::NoRole, u"&Ignorer"};
-constexpr Button kYesButton{answer::kYes, QMessageBox::YesRole, u"&Ja"};
-constexpr Button kNoButton{answer::kNo, QMessageBox::NoRole, u"&Nei"};
-
-constexpr Button kOkOnly[] = {kOkButton};
-constexpr Button kOkCancel[] = {kOkButton, kCancelButton};
-constexpr Button kAbortRetryIgnore[] = {kAbortButton, kRetryButton, kIgnoreButton};
-constexpr Button kYesNoCancel[] = {kYesButton, kNoButton, kCancelButton};
-constexpr Button kYesNo[] = {kYesButton, kNoButton};
-constexpr Button kRetryCancel[] = {kRetryButton, kCancelButton};
-
-std::span<const Button> buttonsOf(int style)
-{
-    switch (style & kButtonBits) {
-    case msgbox::kOkOnly:
-        return kOkOnly;
-    case msgbox::kOkCancel:
-        return kOkCancel;
-    case msgbox::kAbortRetryIgnore:
-        return kAbortRetryIgnore;
-    case msgbox::kYesNoCancel:
-        return kYesNoCancel;
-    case msgbox::kYesNo:
-        return kYesNo;
-    case msgbox::kRetryCancel:
-        return kRetryCancel;
-    default:
-        throw RunTimeError(errors::kInvalidCall);
-    }
-}
 
 QMessageBox::Icon iconOf(int style)
 {
@@ -99,6 +50,12 @@ public:
     {
         m_mustChoose = true;
         setWindowFlag(Qt::WindowCloseButtonHint, false);
+    }
+    QPushButton *add(int answer, ButtonRole role, const QString &caption)
+    {
+        QPushButton *button = addButton(caption, role);
+        button->setObjectName(u"button%1"_s.arg(answer));
+        return button;
     }
 
 protected:
@@ -177,57 +134,39 @@ void giveRoom(Box &box)
         label->setMinimumWidth(width);
 }
 
-QString &title()
-{
-    static QString text = u"Regningsdel"_s;
-    return text;
-}
-
 } // namespace
 
-int MsgBox(const QString &text, int style, const QString &givenTitle)
+int MsgBox(const QString &text, int style)
 {
-    const std::span<const Button> buttons = buttonsOf(style);
-
     Box box;
     box.setObjectName(u"MsgBox"_s);
-    box.setWindowTitle(givenTitle.isEmpty() ? title() : givenTitle);
+    box.setWindowTitle(applicationTitle());
     box.setIcon(iconOf(style));
     box.setTextFormat(Qt::PlainText);
     QString shown = text;
     box.setText(shown.replace("\r\n"_L1, "\n"_L1));
 
-    std::array<const QAbstractButton *, kMostButtons> made{};
-    size_t wanted = size_t(style & kDefaultBits) / kDefaultStep;
-    if (wanted >= buttons.size())
-        wanted = 0;
-    for (size_t i = 0; i < buttons.size(); ++i) {
-        const Button &button = buttons[i];
-        QPushButton *widget = box.addButton(button.text.toString(), button.role);
-        widget->setObjectName(u"button%1"_s.arg(button.answer));
-        if (i == wanted)
-            box.setDefaultButton(widget);
-        made[i] = widget;
-    }
-    // Cancel stands last in every combination that has it.
-    if (buttons.size() > 1 && buttons.back().answer != answer::kCancel)
+    const bool asks = (style & kButtonBits) == msgbox::kYesNo;
+    QPushButton *yes = nullptr;
+    if (asks) {
+        // The letter behind "&" chooses the button from the keyboard, with Alt or without.
+        yes = box.add(answer::kYes, QMessageBox::YesRole, u"&Ja"_s);
+        QPushButton *no = box.add(answer::kNo, QMessageBox::NoRole, u"&Nei"_s);
+        box.setDefaultButton(style & msgbox::kDefaultButton2 ? no : yes);
         box.mustChoose();
-
+    } else {
+        box.setDefaultButton(box.add(answer::kOk, QMessageBox::AcceptRole, u"OK"_s));
+    }
     giveRoom(box);
     runModal(box);
 
-    // A box that ends without a button (the program is stopping) counts as its last one.
-    const auto clicked = std::find(made.begin(), made.end(), box.clickedButton());
-    const auto index = size_t(clicked - made.begin());
-    return index < buttons.size() ? buttons[index].answer : buttons.back().answer;
+    // A box that ends without a button, since the program is stopping, counts as its last one.
+    if (!asks)
+        return answer::kOk;
+    return box.clickedButton() == yes ? answer::kYes : answer::kNo;
 }
 
-const QString &applicationTitle()
+QString applicationTitle()
 {
-    return title();
-}
-
-void setApplicationTitle(const QString &text)
-{
-    title() = text;
+    return u"Regningsdel"_s;
 }

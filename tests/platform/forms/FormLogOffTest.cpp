@@ -145,7 +145,7 @@ TEST_F(FormUnloading, AFormThatAsksWhetherToCloseOutlivesItsQuestion)
     const QPointer<Form> guard = form;
     form->duringQueryUnload = [&] {
         logOffDuringNextBox();
-        MsgBox(u"Avslutte?"_s, msgbox::kOkCancel);
+        MsgBox(u"Avslutte?"_s, msgbox::kYesNo);
         ASSERT_TRUE(guard) << "deleted below its own handler";
         form->takeEvents();
     };
