@@ -135,6 +135,7 @@ void VisHjelpBilde(Form &form)
         return;
     const int side = twipsToPixels(kHelpPictureSide);
     imgF1->setFixedSize(side, side);
+    imgF1->setAccessibleName(u"Hjelp"_s);
     imgF1->setToolTip(u" Vis hjelp for dette skjermbildet (F1)"_s);
     onEvent(imgF1, &Image::clicked, &form, [] { sendKey(Qt::Key_F1); });
     passOver([&] {
