@@ -60,6 +60,17 @@ struct Ordrehode
     Currency sumNetto, mvaKr, sumBrutto;
 };
 
+struct Ordrelinje
+{
+    qint32 posNr;
+    QString produktNr, produktNavn;
+    float antall;
+    Currency pris;
+    QString enhet;
+    float mvaPst;
+    Currency sumNetto;
+};
+
 /// The rightmost nine characters, zero-filled when they are a number; a missing number is all
 /// zeros.
 QString niSifre(const QString &organisasjonsNr)
@@ -309,7 +320,7 @@ Currency linjeMva(Currency sumNetto, float mvaPst)
     return Currency::fromDouble(sumNetto.toDouble() * double{mvaPst} / 100.0);
 }
 
-void leggLinje(EhfTekst &ut, bool kreditnota, const ado::Recordset &rs)
+Ordrelinje lesLinje(const ado::Recordset &rs)
 {
     enum {
         PosNr,
@@ -324,52 +335,56 @@ void leggLinje(EhfTekst &ut, bool kreditnota, const ado::Recordset &rs)
         SumNetto,
         SumBrutto
     };
-    const qint32 posNr = rs.integer(PosNr);
-    const QString produktNr = trimBlanks(rs.text(ProduktNr));
-    const QString produktNavn = trimBlanks(rs.text(ProduktNavn));
-    const float antall = rs.single(Antall);
-    const Currency pris = rs.currency(Pris);
-    const QString enhet = rs.text(Enhet);
-    const float mvaPst = rs.single(MvaPst);
-    const Currency sumNetto = rs.currency(SumNetto);
+    Ordrelinje linje{.posNr = rs.integer(PosNr),
+                     .produktNr = trimBlanks(rs.text(ProduktNr)),
+                     .produktNavn = trimBlanks(rs.text(ProduktNavn)),
+                     .antall = rs.single(Antall),
+                     .pris = rs.currency(Pris),
+                     .enhet = rs.text(Enhet),
+                     .mvaPst = rs.single(MvaPst),
+                     .sumNetto = rs.currency(SumNetto)};
     // Read and not written, but a Null among them ends the document like any other.
     (void)rs.single(RabattPst);
     (void)rs.currency(RabattKr);
     (void)rs.currency(SumBrutto);
+    return linje;
+}
 
+void leggLinje(EhfTekst &ut, bool kreditnota, const Ordrelinje &linje)
+{
     // The credit note's own tags have a blank behind them, and neither closing tag a line feed.
     ut.legg(kreditnota ? QStringView(u"<cac:CreditNoteLine> \n")
                        : QStringView(u"<cac:InvoiceLine>\n"));
-    ut.leggVerdi(u"cbc:ID", EhfHeltall(posNr / 10));
+    ut.leggVerdi(u"cbc:ID", EhfHeltall(linje.posNr / 10));
     // Alone with its sign: the amounts have lost theirs.
-    const QString mengde = trimLeftBlanks(numberToText(antall));
+    const QString mengde = trimLeftBlanks(numberToText(linje.antall));
     if (kreditnota)
-        ut.leggVerdi(u"cbc:CreditedQuantity", mengde, enhetskode(enhet));
+        ut.leggVerdi(u"cbc:CreditedQuantity", mengde, enhetskode(linje.enhet));
     else
-        ut.leggVerdi(u"cbc:InvoicedQuantity", mengde, enhetskode(enhet));
-    leggBelop(ut, u"cbc:LineExtensionAmount", sumNetto);
+        ut.leggVerdi(u"cbc:InvoicedQuantity", mengde, enhetskode(linje.enhet));
+    leggBelop(ut, u"cbc:LineExtensionAmount", linje.sumNetto);
     // Order and invoice are one row, so there is no line of another order to refer to.
     ut.legg(u"<cac:OrderLineReference>\n"
             u"<cbc:LineID>0</cbc:LineID>\n"
             u"</cac:OrderLineReference>\n"
             u"<cac:TaxTotal>\n");
-    leggBelop(ut, u"cbc:TaxAmount", linjeMva(sumNetto, mvaPst));
+    leggBelop(ut, u"cbc:TaxAmount", linjeMva(linje.sumNetto, linje.mvaPst));
     ut.legg(u"</cac:TaxTotal>\n"
             u"<cac:Item>\n");
-    ut.leggVerdi(u"cbc:Name", produktNavn);
+    ut.leggVerdi(u"cbc:Name", linje.produktNavn);
     ut.legg(u"<cac:SellersItemIdentification>\n");
-    ut.leggVerdi(u"cbc:ID", produktNr);
+    ut.leggVerdi(u"cbc:ID", linje.produktNr);
     ut.legg(u"</cac:SellersItemIdentification>\n"
             u"<cac:ClassifiedTaxCategory>\n");
-    ut.leggVerdi(u"cbc:ID", mvaPst == 0 ? u"Z" : u"S");
-    ut.leggVerdi(u"cbc:Percent", EhfProsent(mvaPst));
+    ut.leggVerdi(u"cbc:ID", linje.mvaPst == 0 ? u"Z" : u"S");
+    ut.leggVerdi(u"cbc:Percent", EhfProsent(linje.mvaPst));
     ut.legg(u"<cac:TaxScheme>\n"
             u"<cbc:ID>VAT</cbc:ID>\n"
             u"</cac:TaxScheme>\n"
             u"</cac:ClassifiedTaxCategory>\n"
             u"</cac:Item>\n"
             u"<cac:Price>\n");
-    leggBelop(ut, u"cbc:PriceAmount", pris);
+    leggBelop(ut, u"cbc:PriceAmount", linje.pris);
     ut.legg(u"</cac:Price>\n");
     ut.legg(kreditnota ? QStringView(u"</cac:CreditNoteLine> ")
                        : QStringView(u"</cac:InvoiceLine>"));
@@ -444,7 +459,7 @@ QString EhfLinjer(int kreditnota, const QString &ordreNr)
 
     EhfTekst ut(rs->recordCount() * kUsualLineLength);
     for (; !rs->eof(); rs->moveNext())
-        leggLinje(ut, kreditnota == kKreditnota, *rs);
+        leggLinje(ut, kreditnota == kKreditnota, lesLinje(*rs));
     rs->close();
     return std::move(ut).tekst();
 }
