@@ -23,7 +23,6 @@ namespace {
 enum Kolonne { kOrdreNr = 1, kKundeNr, kKundeNavn, kFakDato, kForfall, kBelop, kStatus, kOrdreId };
 
 constexpr double kNavnebredde = 20.12; // column units
-constexpr int kHoyrestilt = 1;
 
 /// Composes the grid's text of one order after the other.
 class Radtekst
@@ -106,9 +105,7 @@ frmOversikt::frmOversikt()
 
     fpSpread &grid = *m_ui->fpSpread1;
     // Smaller text, and with it narrower columns: they leave the name room at the default width.
-    QFont skrift = grid.font();
-    skrift.setPointSizeF(skrift.pointSizeF() - 1);
-    grid.setFont(skrift);
+    SpreadLitenSkrift(grid);
     grid.setColHeaders({u"Faktura nr."_s, u"Kunde nr."_s, u"Navn"_s, u"Fak. dato"_s, u"Forfall"_s,
                         u"Beløp"_s, u"Status"_s});
     grid.setColWidth(kKundeNavn, kNavnebredde);
@@ -144,7 +141,7 @@ void frmOversikt::LesOversikt()
     fpSpread &grid = *m_ui->fpSpread1;
     grid.setRedraw(false);
     passOver([&] { SpreadClear(grid); });
-    SpreadSetCellAlign(grid, kAll, kBelop, kHoyrestilt);
+    SpreadSetCellAlign(grid, kAll, kBelop, int(CellAlign::Right));
     passOver([&] {
         const Ref<ado::Recordset> rs = gDB->GetRS(
             u"SELECT * FROM Ordre WHERE "_s + klientVilkar() + u" ORDER BY ordreNr DESC"_s, true);
@@ -177,5 +174,5 @@ void frmOversikt::visOrdre(int row)
 void frmOversikt::onResize()
 {
     TilpassOverskrift(*this, *m_ui->topp, *m_ui->Label1);
-    SpreadFitNames(*m_ui->fpSpread1, kKundeNavn, HarStoreBokstaver(*this));
+    tilpassNavn(*m_ui->fpSpread1, kKundeNavn);
 }

@@ -148,9 +148,7 @@ frmBokfor::frmBokfor()
 
     fpSpread &grid = *m_ui->fpSpread1;
     // Smaller text, and with it narrower columns: they leave the name room at the default width.
-    QFont skrift = grid.font();
-    skrift.setPointSizeF(skrift.pointSizeF() - 1);
-    grid.setFont(skrift);
+    SpreadLitenSkrift(grid);
     grid.setColHeaders({u"Faktura nr."_s, u"Kunde nr."_s, u"Navn"_s, u"Fak. dato"_s, u"Forfall"_s,
                         u"Beløp"_s, u"Bokfør"_s});
     grid.setColWidth(kKundeNavn, kNavnebredde);
@@ -160,6 +158,7 @@ frmBokfor::frmBokfor()
     SpreadSetCellType(grid, kBokfor, -1, kAvkryssing, false, {}, {});
     grid.setLock(false); // the one column that the user edits
 
+    QFont skrift = grid.font();
     skrift.setPointSizeF(skrift.pointSizeF() - 0.5);
     m_ui->lblFramdrift->setFont(skrift);
 
@@ -321,5 +320,5 @@ void frmBokfor::btnTransfer_Click()
 void frmBokfor::onResize()
 {
     TilpassOverskrift(*this, *m_ui->topp, *m_ui->lblTekst);
-    SpreadFitNames(*m_ui->fpSpread1, kKundeNavn, HarStoreBokstaver(*this));
+    tilpassNavn(*m_ui->fpSpread1, kKundeNavn);
 }

@@ -110,15 +110,12 @@ frmOptions::frmOptions()
         // Of large letters, too, one digit is to be seen.
         box->setFixedWidth(BreddeFor(*box, u"8", kBesideDigit));
     }
+    m_ark = {m_ui->tbsOptions, {m_picOptions.begin(), m_picOptions.end()}, kPageLeft, kPageMargin};
     for (QFrame *page : m_picOptions)
         page->move(twipsToPixels(page == m_ui->picOptions_1 ? kPageAway : kPageLeft), 0);
     setSmallestSize();
     m_ui->imgBlankett->hide();
-    // The page of the selected tab lies on top, and what is out of sight is out of the keyboard's
-    // reach as well.
-    m_ui->picOptions_1->hide();
-    m_ui->picOptions_2->hide();
-    m_ui->picOptions_0->raise();
+    m_ark.hentFram(1);
 
     setDefaultButton(m_ui->cmdOK);
     setCancelButton(m_ui->cmdCancel);
@@ -192,11 +189,7 @@ void frmOptions::onResize()
     strip.setGeometry(left, top, page.width() - 2 * left, page.height() - top - foot);
     m_ui->bunn->setGeometry(0, page.height() - foot, page.width(), foot);
 
-    const int margin = twipsToPixels(kPageMargin);
-    const QRect area = strip.clientArea().adjusted(margin, margin, -margin, -margin);
-    for (QFrame *frame : m_picOptions)
-        frame->setGeometry(frame->x(), area.top(), page.width() - 2 * twipsToPixels(kPageLeft),
-                           area.height());
+    m_ark.tilpass(page.width());
 }
 
 bool frmOptions::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)
@@ -367,18 +360,9 @@ void frmOptions::cmdLogoSlett_Click()
 
 void frmOptions::tbsOptions_Click()
 {
-    const int selected = m_ui->tbsOptions->selected() - 1;
-    QFrame &shown = *m_picOptions[size_t(selected)];
-    // Else the focus would run through the fields of the page that goes, as if tabbed.
-    for (const QFrame *page : m_picOptions) {
-        if (page != &shown && page->isAncestorOf(focusWidget()))
-            m_ui->tbsOptions->setFocus();
-    }
-    for (QFrame *page : m_picOptions) {
-        const bool isShown = page == &shown;
-        page->move(twipsToPixels(isShown ? kPageLeft : kPageAway), page->y());
-        page->setEnabled(isShown);
-        page->setVisible(isShown);
-    }
-    shown.raise();
+    const int valgt = m_ui->tbsOptions->selected();
+    m_ark.hentFram(valgt);
+    m_ark.leggBortAndre(valgt);
+    for (QFrame *side : m_picOptions)
+        side->setEnabled(side == m_picOptions[size_t(valgt - 1)]);
 }

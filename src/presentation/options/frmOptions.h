@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/forms/ImageList.h"
+#include "presentation/screens/Faneark.h"
 #include "presentation/screens/Skjermbilde.h"
 
 #include <array>
@@ -58,6 +59,7 @@ private:
 
     std::unique_ptr<Ui::frmOptions> m_ui;
     std::array<QFrame *, 3> m_picOptions; ///< the pages of tab 1 to tab 3
+    Faneark m_ark;                        ///< the same
     std::array<QRadioButton *, 4> m_optLogo;
     std::array<QRadioButton *, 3> m_optAvrunding;
     ImageList m_ilBlankett; ///< the forms in the order of optLogo

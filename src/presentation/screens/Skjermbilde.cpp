@@ -1,6 +1,7 @@
 #include "presentation/screens/Skjermbilde.h"
 
 #include "presentation/screens/Skjerm.h"
+#include "presentation/spread/mVASpread.h"
 
 namespace {
 
@@ -34,4 +35,9 @@ void Skjermbilde::onUnload()
 {
     if (m_trekk.standard.isValid())
         LagreSkjermPlass(*this);
+}
+
+void Skjermbilde::tilpassNavn(fpSpread &grid, int kol) const
+{
+    SpreadFitNames(grid, kol, HarStoreBokstaver(*this));
 }

@@ -2,6 +2,8 @@
 
 #include "platform/forms/Form.h"
 
+class fpSpread;
+
 /// A screen of the module. What the screens do alike follows from a few traits that each of them
 /// tells when it is made: its help, its place, its least size, the key that closes it.
 ///
@@ -30,6 +32,10 @@ protected:
     bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
     /// Stores the screen's place.
     void onUnload() override;
+
+    /// Gives a grid's column of names the width that the other columns leave; in letters larger
+    /// than common ones the names stay readable all the same.
+    void tilpassNavn(fpSpread &grid, int kol) const;
 
 private:
     const Trekk m_trekk;

@@ -23,6 +23,13 @@ void blockAllData(fpSpread &grid)
 
 } // namespace
 
+void SpreadLitenSkrift(fpSpread &grid)
+{
+    QFont skrift = grid.font();
+    skrift.setPointSizeF(skrift.pointSizeF() - 1);
+    grid.setFont(skrift);
+}
+
 void SpreadClear(fpSpread &grid)
 {
     blockAllData(grid);

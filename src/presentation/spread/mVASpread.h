@@ -12,6 +12,8 @@ class fpSpread;
 // others let a run-time error through to the caller. A screen that writes many cells switches the
 // grid's redraw off first: the routines do not.
 
+/// Gives the grid smaller letters and with them narrower columns.
+void SpreadLitenSkrift(fpSpread &grid);
 /// Empties the grid: no text, black on white, nothing selected, 10 rows.
 void SpreadClear(fpSpread &grid);
 /// Makes a block of these rows over all columns, and selects it when `on`, deselects it when not.

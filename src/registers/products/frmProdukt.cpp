@@ -7,7 +7,6 @@
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/SendKey.h"
 #include "platform/forms/Twips.h"
-#include "presentation/screens/Skjerm.h"
 #include "presentation/spread/mVASpread.h"
 #include "registers/products/ProduktKolonne.h"
 #include "runtime/Format.h"
@@ -30,7 +29,6 @@ constexpr int kPriceField = 5;
 
 // Twips.
 constexpr int kPageLeft = 120;
-constexpr int kPageAway = -20000;
 constexpr int kStripLeft = 60;
 constexpr int kStripTop = 1020;
 constexpr int kBesideStrip = 120;
@@ -60,11 +58,6 @@ QString blankForEmpty(const QString &text)
     return text.isEmpty() ? u" "_s : text;
 }
 
-constexpr int otherTab(int number)
-{
-    return kListTab + kDetailsTab - number;
-}
-
 /// Changes of focus between controls, not those of a window that loses or regains the user.
 bool isMove(const QEvent *event)
 {
@@ -85,7 +78,6 @@ frmProdukt::frmProdukt()
     m_ui->setupUi(this);
     m_txtFields = {m_ui->txtFields_0, m_ui->txtFields_1, m_ui->txtFields_2,
                    m_ui->txtFields_3, m_ui->txtFields_4, m_ui->txtFields_5};
-    m_frTabStrip = {m_ui->frTabStrip_0, m_ui->frTabStrip_1};
     m_ui->txtFields_11->hide();
     m_ui->Label3->hide();
     // Completion would write a rate that nobody has typed.
@@ -96,14 +88,13 @@ frmProdukt::frmProdukt()
                         u"Ut pris"_s, u"MVA sats"_s, u"Bruttopris"_s, u"ID"_s, u"Changed"_s});
     grid.setColWidth(kolonne::ProduktNavn, 16.5);
     // A small type, in which the widths leave the name its room.
-    QFont font = grid.font();
-    font.setPointSizeF(font.pointSizeF() - 1);
-    grid.setFont(font);
+    SpreadLitenSkrift(grid);
     for (const int col : {kolonne::Gruppe, kolonne::ID, kolonne::Changed})
         grid.setColHidden(col, true);
 
-    takePageAway(kDetailsTab);
-    bringPageToFront(kListTab);
+    m_ark = {m_ui->TabStrip1, {m_ui->frTabStrip_0, m_ui->frTabStrip_1}, kPageLeft, kPageMargin};
+    m_ark.leggBortAndre(kListTab);
+    m_ark.hentFram(kListTab);
     connectControls();
 }
 
@@ -172,14 +163,10 @@ void frmProdukt::onResize()
     const int foot = twipsToPixels(kFootHeight);
     m_ui->bunn->setGeometry(0, page.height() - foot, page.width(), foot);
 
-    const int margin = twipsToPixels(kPageMargin);
-    const QRect area = strip.clientArea().adjusted(margin, margin, -margin, -margin);
-    for (QFrame *frame : m_frTabStrip)
-        frame->setGeometry(frame->x(), area.top(), page.width() - 2 * twipsToPixels(kPageLeft),
-                           area.height());
+    m_ark.tilpass(page.width());
     m_ui->vaSpread1->setGeometry(m_ui->frTabStrip_0->rect());
     if (strip.selected() == kListTab)
-        SpreadFitNames(*m_ui->vaSpread1, kolonne::ProduktNavn, HarStoreBokstaver(*this));
+        tilpassNavn(*m_ui->vaSpread1, kolonne::ProduktNavn);
 }
 
 void frmProdukt::onUnload()
@@ -295,36 +282,13 @@ bool frmProdukt::isRowSelected() const
     return m_ui->vaSpread1->selectedRowCount() > 0;
 }
 
-// The pages are frames over the empty area of the strip. One that is out of sight is hidden too, so
-// that the keyboard does not wander into it.
-
-void frmProdukt::bringPageToFront(int number)
-{
-    QFrame &page = *m_frTabStrip[size_t(number - 1)];
-    QFrame &other = *m_frTabStrip[size_t(otherTab(number) - 1)];
-    page.move(twipsToPixels(kPageLeft), page.y());
-    page.show();
-    page.raise();
-    // Else the focus would run through the fields of the other page, as if tabbed.
-    if (other.isAncestorOf(focusWidget()))
-        m_ui->TabStrip1->setFocus();
-    other.hide();
-}
-
-void frmProdukt::takePageAway(int number)
-{
-    QFrame &page = *m_frTabStrip[size_t(number - 1)];
-    page.move(twipsToPixels(kPageAway), page.y());
-    page.hide();
-}
-
 // --- Events of the controls
 
 void frmProdukt::TabStrip1_Click()
 {
     const int selected = m_ui->TabStrip1->selected();
-    bringPageToFront(selected);
-    takePageAway(otherTab(selected));
+    m_ark.hentFram(selected);
+    m_ark.leggBortAndre(selected);
     if (selected == kDetailsTab) {
         m_ui->Label1->setText(u"Produkt detaljer, klikk på Ny for å legge inn ny post eller Endre "
                               "for å redigere en post."_s);
@@ -345,7 +309,7 @@ void frmProdukt::btnNew_Click()
 {
     m_ui->TabStrip1->select(kDetailsTab);
     m_ui->TabStrip1->update();
-    bringPageToFront(kDetailsTab);
+    m_ark.hentFram(kDetailsTab);
     BlankFelter();
     setMode(true, m_bEndre);
     // The addition stays pending and is never completed: LagrePost writes the row.
@@ -400,7 +364,7 @@ void frmProdukt::vaSpread1_DblClick(int col, int row)
     SpreadSelectRows(*m_ui->vaSpread1, row, row, true);
     VisProdukt(row);
     m_ui->TabStrip1->select(kDetailsTab);
-    bringPageToFront(kDetailsTab);
+    m_ark.hentFram(kDetailsTab);
     SettKnapper(true, isRowSelected(), false, false);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ado/Recordset.h"
+#include "presentation/screens/Faneark.h"
 #include "presentation/screens/Skjermbilde.h"
 #include "presentation/spread/ListeSortering.h"
 #include "runtime/Ref.h"
@@ -8,7 +9,6 @@
 #include <array>
 #include <memory>
 
-class QFrame;
 class QLineEdit;
 namespace Ui {
 class frmProdukt;
@@ -75,13 +75,11 @@ private:
 
     [[nodiscard]] bool isEditing() const { return m_bEndre || m_bNy; }
     [[nodiscard]] bool isRowSelected() const;
-    void bringPageToFront(int number);
-    void takePageAway(int number);
 
     std::unique_ptr<Ui::frmProdukt> m_ui;
     std::array<QLineEdit *, 6> m_txtFields; ///< txtFields_0 to txtFields_5
-    std::array<QFrame *, 2> m_frTabStrip;   ///< the pages of tab 1 and tab 2
-    Ref<ado::Recordset> m_rsProdukt;        ///< of the last fill
+    Faneark m_ark;
+    Ref<ado::Recordset> m_rsProdukt; ///< of the last fill
     bool m_bEndre = false;
     bool m_bNy = false;
     ListeSortering m_sortering;
