@@ -54,10 +54,10 @@ void meldVedFeil(const std::function<void()> &utfor)
 
 } // namespace
 
-Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> document,
+Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> dokument,
                                  const report::WindowSettings &vindu)
-    : QWidget(nullptr, Qt::Window), m_document(std::move(document)),
-      m_sider(new Sidevisning(m_document, this))
+    : QWidget(nullptr, Qt::Window), m_dokument(std::move(dokument)),
+      m_sider(new Sidevisning(m_dokument, this))
 {
     installNorwegianTexts();
     ignorePassingWheel(*this);
@@ -65,8 +65,8 @@ Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> documen
     setObjectName(u"Forhandsvisning"_s);
     setLocale(QLocale(QLocale::NorwegianBokmal, QLocale::Norway));
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(m_document->title.isEmpty() ? u"Forhåndsvisning"_s
-                                               : m_document->title + u" - Forhåndsvisning"_s);
+    setWindowTitle(m_dokument->title.isEmpty() ? u"Forhåndsvisning"_s
+                                               : m_dokument->title + u" - Forhåndsvisning"_s);
     m_sider->setObjectName(u"sider"_s);
     m_sider->setAccessibleName(u"Rapportens sider"_s);
 
@@ -100,8 +100,8 @@ Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> documen
 Forhandsvisning::~Forhandsvisning()
 {
     // The controls outlive this part of the window, and a field that goes tells what was typed.
-    for (QObject *child : findChildren<QObject *>())
-        child->disconnect(this);
+    for (QObject *barn : findChildren<QObject *>())
+        barn->disconnect(this);
 }
 
 void Forhandsvisning::lesSidene()
@@ -109,26 +109,26 @@ void Forhandsvisning::lesSidene()
     m_sider->setFocus();
 }
 
-void Forhandsvisning::setZoom(int percent)
+void Forhandsvisning::settZoom(int prosent)
 {
-    m_sider->settZoom(percent);
+    m_sider->settZoom(prosent);
 }
 
 /// A command of the window: button and keys alike.
 QAction *Forhandsvisning::handling(const QString &navn, const QString &tekst, const QString &bilde,
                                    const QList<QKeySequence> &taster, std::function<void()> utfor)
 {
-    auto *action = new QAction(tekst, this);
+    auto *kommando = new QAction(tekst, this);
     ImageList bilder(kBilde);
     bilder.add({}, u":/faktura/%1.svg"_s.arg(bilde));
-    action->setIcon(bilder.icon(1));
-    action->setObjectName(navn);
-    action->setShortcuts(taster);
-    action->setToolTip(
+    kommando->setIcon(bilder.icon(1));
+    kommando->setObjectName(navn);
+    kommando->setShortcuts(taster);
+    kommando->setToolTip(
         u"%1 (%2)"_s.arg(tekst, taster.constFirst().toString(QKeySequence::NativeText)));
-    onEvent(action, &QAction::triggered, this, std::move(utfor));
-    addAction(action);
-    return action;
+    onEvent(kommando, &QAction::triggered, this, std::move(utfor));
+    addAction(kommando);
+    return kommando;
 }
 
 void Forhandsvisning::lagVerktoylinjer()
@@ -147,10 +147,10 @@ void Forhandsvisning::lagVerktoylinjer()
     m_linjer->addWidget(sok, 1);
     for (QToolBar *linje : {verktoy, sok}) {
         linje->setIconSize(kBilde);
-        for (QAction *action : linje->actions()) {
-            if (QWidget *knapp = linje->widgetForAction(action);
-                knapp && !action->objectName().isEmpty())
-                knapp->setObjectName(action->objectName());
+        for (QAction *kommando : linje->actions()) {
+            if (QWidget *knapp = linje->widgetForAction(kommando);
+                knapp && !kommando->objectName().isEmpty())
+                knapp->setObjectName(kommando->objectName());
         }
     }
     // The order screen sends the key Tab to move its own focus on, and the key may land here, where
@@ -241,9 +241,9 @@ void Forhandsvisning::lagUtskriftsvalg(QToolBar &linje)
                               [this] { skrivUt(); });
     QAction *lagre = handling(u"cmdPdf"_s, u"Lagre som PDF"_s, u"pdf"_s, {Qt::CTRL | Qt::Key_S},
                               [this] { lagrePdf(); });
-    for (QAction *action : {skriv, lagre}) {
-        linje.addAction(action);
-        if (auto *knapp = qobject_cast<QToolButton *>(linje.widgetForAction(action)))
+    for (QAction *kommando : {skriv, lagre}) {
+        linje.addAction(kommando);
+        if (auto *knapp = qobject_cast<QToolButton *>(linje.widgetForAction(kommando)))
             knapp->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     }
 }
@@ -319,7 +319,7 @@ void Forhandsvisning::velgZoom()
 
 void Forhandsvisning::sok()
 {
-    m_treff = finnTekst(*m_document, m_sokt->text());
+    m_treff = finnTekst(*m_dokument, m_sokt->text());
     // The first hit from the page that is being read.
     const auto forste = std::find_if(m_treff.begin(), m_treff.end(), [this](const Treff &treff) {
         return treff.side >= m_sider->side();
@@ -347,49 +347,49 @@ void Forhandsvisning::visTreff()
                           : m_treff.empty()
                               ? u"Ingen treff"_s
                               : u"%1 av %2"_s.arg(m_valgtTreff + 1).arg(m_treff.size()));
-    for (QAction *action : {m_forrigeTreff, m_nesteTreff})
-        action->setEnabled(!m_treff.empty());
+    for (QAction *kommando : {m_forrigeTreff, m_nesteTreff})
+        kommando->setEnabled(!m_treff.empty());
 }
 
 void Forhandsvisning::skrivUt()
 {
-    const auto document = m_document; // the window may go while the dialog is up
+    const auto dokument = m_dokument; // the window may go while the dialog is up
     CommonDialog dialog;
-    dialog.fileName = pdfNavn(*document);
+    dialog.fileName = pdfNavn(*dokument);
     dialog.cancelError = true;
     if (passOver([&] { dialog.showPrinter(); }) != 0)
         return;
     const ValgtSkriver valgt(dialog, dialog.copies);
-    meldVedFeil([&] { ::skrivUt(*document); });
+    meldVedFeil([&] { ::skrivUt(*dokument); });
 }
 
 void Forhandsvisning::lagrePdf()
 {
-    const auto document = m_document;
-    if (const auto fil = velgPdfFil(u"Lagre som PDF"_s, *document))
-        meldVedFeil([&] { ::skrivPdf(*document, *fil); });
+    const auto dokument = m_dokument;
+    if (const auto fil = velgPdfFil(u"Lagre som PDF"_s, *dokument))
+        meldVedFeil([&] { ::skrivPdf(*dokument, *fil); });
 }
 
-bool Forhandsvisning::event(QEvent *event)
+bool Forhandsvisning::event(QEvent *hendelse)
 {
-    const bool ferdig = QWidget::event(event);
+    const bool ferdig = QWidget::event(hendelse);
     // The second when the letters' size has changed.
-    if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest)
+    if (hendelse->type() == QEvent::Resize || hendelse->type() == QEvent::LayoutRequest)
         leggLinjene();
     return ferdig;
 }
 
-void Forhandsvisning::keyPressEvent(QKeyEvent *event)
+void Forhandsvisning::keyPressEvent(QKeyEvent *hendelse)
 {
-    const bool linjeskift = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (event->key() == Qt::Key_F1)
+    const bool linjeskift = hendelse->key() == Qt::Key_Return || hendelse->key() == Qt::Key_Enter;
+    if (hendelse->key() == Qt::Key_F1)
         VisHjelp(u"html\\ordre.htm"_s);
-    else if (event->matches(QKeySequence::Cancel) && m_sokt && m_sokt->hasFocus())
+    else if (hendelse->matches(QKeySequence::Cancel) && m_sokt && m_sokt->hasFocus())
         lesSidene();
-    else if (event->matches(QKeySequence::Cancel))
+    else if (hendelse->matches(QKeySequence::Cancel))
         close();
     else if (linjeskift && m_sokt && m_sokt->hasFocus())
-        gaaTilTreff(event->modifiers().testFlag(Qt::ShiftModifier) ? -1 : 1);
+        gaaTilTreff(hendelse->modifiers().testFlag(Qt::ShiftModifier) ? -1 : 1);
     else
-        QWidget::keyPressEvent(event);
+        QWidget::keyPressEvent(hendelse);
 }

@@ -25,19 +25,19 @@ class Forhandsvisning : public QWidget
     Q_OBJECT
 
 public:
-    Forhandsvisning(std::shared_ptr<const report::Document> document,
+    Forhandsvisning(std::shared_ptr<const report::Document> dokument,
                     const report::WindowSettings &vindu);
     ~Forhandsvisning() override;
 
-    [[nodiscard]] std::shared_ptr<const report::Document> document() const { return m_document; }
+    [[nodiscard]] std::shared_ptr<const report::Document> dokument() const { return m_dokument; }
     /// Gives the pages the keyboard.
     void lesSidene();
     /// In per cent of the paper's own size.
-    void setZoom(int percent);
+    void settZoom(int prosent);
 
 protected:
-    bool event(QEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
+    bool event(QEvent *hendelse) override;
+    void keyPressEvent(QKeyEvent *hendelse) override;
 
 private:
     QAction *handling(const QString &navn, const QString &tekst, const QString &bilde,
@@ -58,7 +58,7 @@ private:
     void skrivUt();
     void lagrePdf();
 
-    const std::shared_ptr<const report::Document> m_document;
+    const std::shared_ptr<const report::Document> m_dokument;
     Sidevisning *m_sider;
     QBoxLayout *m_linjer = nullptr; ///< of the toolbars; null without controls
     QAction *m_forste = nullptr;

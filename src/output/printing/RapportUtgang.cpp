@@ -11,39 +11,39 @@ namespace {
 
 void lukkVedSlutt()
 {
-    RapportUtgang::instance().lukkAlle();
+    RapportUtgang::felles().lukkAlle();
 }
 
 } // namespace
 
-RapportUtgang &RapportUtgang::instance()
+RapportUtgang &RapportUtgang::felles()
 {
     static RapportUtgang utgang;
     return utgang;
 }
 
-void RapportUtgang::show(std::shared_ptr<const report::Document> document,
-                         const report::WindowSettings &window)
+void RapportUtgang::show(std::shared_ptr<const report::Document> dokument,
+                         const report::WindowSettings &vinduvalg)
 {
     m_siste.clear();
     m_usett.reset();
-    if (window.state == report::WindowState::Minimized) {
-        m_usett = std::move(document);
+    if (vinduvalg.state == report::WindowState::Minimized) {
+        m_usett = std::move(dokument);
         return;
     }
     std::erase_if(m_vinduer, [](const auto &vindu) { return vindu.isNull(); });
     // The windows that are left go ahead of the application object.
     qRemovePostRoutine(lukkVedSlutt);
     qAddPostRoutine(lukkVedSlutt);
-    m_siste = new Forhandsvisning(std::move(document), window);
+    m_siste = new Forhandsvisning(std::move(dokument), vinduvalg);
     m_vinduer.emplace_back(m_siste);
     m_siste->show();
 }
 
-void RapportUtgang::setZoom(int percent)
+void RapportUtgang::setZoom(int prosent)
 {
     if (m_siste)
-        m_siste->setZoom(percent);
+        m_siste->settZoom(prosent);
 }
 
 void RapportUtgang::bringToFront()
@@ -61,11 +61,11 @@ void RapportUtgang::bringToFront()
     QMetaObject::invokeMethod(m_siste.data(), iForgrunnen, Qt::QueuedConnection);
 }
 
-void RapportUtgang::print(const report::Document &document)
+void RapportUtgang::print(const report::Document &dokument)
 {
     // A file dialog lets events run, and the report control may go with them.
     const auto holdt = std::exchange(m_usett, nullptr);
-    skrivUt(document);
+    skrivUt(dokument);
 }
 
 std::vector<QPointer<Forhandsvisning>> RapportUtgang::vinduer() const

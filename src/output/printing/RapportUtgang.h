@@ -14,14 +14,14 @@ class Forhandsvisning;
 class RapportUtgang final : public report::ReportOutput
 {
 public:
-    [[nodiscard]] static RapportUtgang &instance();
+    [[nodiscard]] static RapportUtgang &felles();
 
-    void show(std::shared_ptr<const report::Document> document,
-              const report::WindowSettings &window) override;
-    void setZoom(int percent) override;
+    void show(std::shared_ptr<const report::Document> dokument,
+              const report::WindowSettings &vinduvalg) override;
+    void setZoom(int prosent) override;
     void bringToFront() override;
     /// To the printer in force, see skrivUt. kOutput when it refuses.
-    void print(const report::Document &document) override;
+    void print(const report::Document &dokument) override;
 
     /// The open preview windows, the one that was opened last at the end.
     [[nodiscard]] std::vector<QPointer<Forhandsvisning>> vinduer() const;

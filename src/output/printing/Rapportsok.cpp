@@ -23,14 +23,14 @@ QString medVanligeBlanke(QString tekst)
 
 } // namespace
 
-std::vector<Treff> finnTekst(const report::Document &document, const QString &ord)
+std::vector<Treff> finnTekst(const report::Document &dokument, const QString &ord)
 {
     std::vector<Treff> alle;
     if (ord.isEmpty())
         return alle;
     const QString sokt = medVanligeBlanke(ord);
-    for (int side = 0; side < static_cast<int>(document.pages.size()); ++side) {
-        const auto &tekster = document.pages[static_cast<size_t>(side)].texts;
+    for (int side = 0; side < static_cast<int>(dokument.pages.size()); ++side) {
+        const auto &tekster = dokument.pages[static_cast<size_t>(side)].texts;
         const auto forste = static_cast<std::ptrdiff_t>(alle.size());
         for (int nr = 0; nr < static_cast<int>(tekster.size()); ++nr) {
             const QString tekst = medVanligeBlanke(tekster[static_cast<size_t>(nr)].text);
@@ -46,12 +46,12 @@ std::vector<Treff> finnTekst(const report::Document &document, const QString &or
     return alle;
 }
 
-QRectF plassAv(const report::Document &document, const Treff &treff)
+QRectF plassAv(const report::Document &dokument, const Treff &treff)
 {
-    const report::TextCommand &tekst = document.pages.at(static_cast<size_t>(treff.side))
+    const report::TextCommand &tekst = dokument.pages.at(static_cast<size_t>(treff.side))
                                            .texts.at(static_cast<size_t>(treff.tekst));
     const QFontMetricsF mal(
-        report::fontInUnits(document.styles[static_cast<size_t>(tekst.style)].font));
+        report::fontInUnits(dokument.styles[static_cast<size_t>(tekst.style)].font));
     const auto bredde = [&](qsizetype tegn) {
         return mal.horizontalAdvance(tekst.text.left(tegn)) / report::kUnitsPerMm;
     };

@@ -21,7 +21,7 @@ struct Treff
 /// All places where `ord` stands on the pages within a line, whatever the case of its letters and
 /// the kind of its blanks, in reading order: from the top of each page, and from the left within a
 /// line. Empty for an empty text.
-[[nodiscard]] std::vector<Treff> finnTekst(const report::Document &document, const QString &ord);
+[[nodiscard]] std::vector<Treff> finnTekst(const report::Document &dokument, const QString &ord);
 
 /// Where the found text stands on its page, in millimetres.
-[[nodiscard]] QRectF plassAv(const report::Document &document, const Treff &treff);
+[[nodiscard]] QRectF plassAv(const report::Document &dokument, const Treff &treff);

@@ -26,8 +26,8 @@ constexpr QRgb kValgtTreff = 0xffffb84d;
 
 } // namespace
 
-Sidevisning::Sidevisning(std::shared_ptr<const report::Document> document, QWidget *parent)
-    : QAbstractScrollArea(parent), m_document(std::move(document))
+Sidevisning::Sidevisning(std::shared_ptr<const report::Document> dokument, QWidget *parent)
+    : QAbstractScrollArea(parent), m_dokument(std::move(dokument))
 {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
@@ -39,7 +39,7 @@ Sidevisning::Sidevisning(std::shared_ptr<const report::Document> document, QWidg
 
 int Sidevisning::antallSider() const
 {
-    return static_cast<int>(m_document->pages.size());
+    return static_cast<int>(m_dokument->pages.size());
 }
 
 int Sidevisning::zoom() const
@@ -54,7 +54,7 @@ double Sidevisning::pikslerPrMm() const
 
 QSize Sidevisning::sidestorrelse() const
 {
-    return (m_document->paper * pikslerPrMm()).toSize();
+    return (m_dokument->paper * pikslerPrMm()).toSize();
 }
 
 int Sidevisning::sidehoydeMedMellomrom() const
@@ -135,8 +135,8 @@ double Sidevisning::tilpassetZoom() const
     const double bredde =
         maximumViewportSize().width() - verticalScrollBar()->sizeHint().width() - 2.0 * kMellomrom;
     const double hoyde = maximumViewportSize().height() - 2.0 * kMellomrom;
-    const double iBredden = bredde / (m_document->paper.width() * kPikslerPrMm);
-    const double iHoyden = hoyde / (m_document->paper.height() * kPikslerPrMm);
+    const double iBredden = bredde / (m_dokument->paper.width() * kPikslerPrMm);
+    const double iHoyden = hoyde / (m_dokument->paper.height() * kPikslerPrMm);
     return 100 * (m_tilpasning == Tilpasning::Sidebredde ? iBredden : std::min(iBredden, iHoyden));
 }
 
@@ -181,7 +181,7 @@ void Sidevisning::visValgtTreff()
     if (m_valgt < 0)
         return;
     const Treff &treff = m_treff[static_cast<size_t>(m_valgt)];
-    const QRectF plass = plassAv(*m_document, treff);
+    const QRectF plass = plassAv(*m_dokument, treff);
     const QPointF hjorne = sideplass(treff.side).topLeft();
     const QRectF iVinduet(hjorne + plass.topLeft() * pikslerPrMm(), plass.size() * pikslerPrMm());
     const auto rull = [](QScrollBar &felt, double fra, double til, int rom) {
@@ -196,48 +196,48 @@ void Sidevisning::visValgtTreff()
     settSide(treff.side);
 }
 
-void Sidevisning::paintEvent(QPaintEvent *event)
+void Sidevisning::paintEvent(QPaintEvent *hendelse)
 {
-    const QRect utsnitt = event->rect();
-    QPainter painter(viewport());
-    painter.fillRect(utsnitt, QColor::fromRgb(kBakgrunn));
+    const QRect utsnitt = hendelse->rect();
+    QPainter maler(viewport());
+    maler.fillRect(utsnitt, QColor::fromRgb(kBakgrunn));
     const int siste = sideVed(utsnitt.bottom());
     for (int side = sideVed(utsnitt.top()); side <= siste && side < antallSider(); ++side)
-        tegnSide(painter, side, utsnitt);
+        tegnSide(maler, side, utsnitt);
 }
 
-void Sidevisning::tegnSide(QPainter &painter, int side, const QRect &utsnitt) const
+void Sidevisning::tegnSide(QPainter &maler, int side, const QRect &utsnitt) const
 {
     const QRect plass = sideplass(side);
-    painter.fillRect(plass.translated(3, 3), QColor::fromRgba(kSkygge));
-    painter.setPen(QColor::fromRgb(kKant));
-    painter.drawRect(plass.adjusted(-1, -1, 0, 0));
-    painter.fillRect(plass, Qt::white);
-    painter.save();
-    painter.setClipRect(plass & utsnitt);
-    painter.translate(plass.topLeft());
-    report::paintPage(painter, *m_document, side, pikslerPrMm());
-    tegnTreff(painter, side);
-    painter.restore();
+    maler.fillRect(plass.translated(3, 3), QColor::fromRgba(kSkygge));
+    maler.setPen(QColor::fromRgb(kKant));
+    maler.drawRect(plass.adjusted(-1, -1, 0, 0));
+    maler.fillRect(plass, Qt::white);
+    maler.save();
+    maler.setClipRect(plass & utsnitt);
+    maler.translate(plass.topLeft());
+    report::paintPage(maler, *m_dokument, side, pikslerPrMm());
+    tegnTreff(maler, side);
+    maler.restore();
 }
 
 /// As with a marker pen: the text below stays black.
-void Sidevisning::tegnTreff(QPainter &painter, int side) const
+void Sidevisning::tegnTreff(QPainter &maler, int side) const
 {
     const auto forste = std::lower_bound(m_treff.begin(), m_treff.end(), side,
                                          [](const Treff &t, int nr) { return t.side < nr; });
-    painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+    maler.setCompositionMode(QPainter::CompositionMode_Multiply);
     for (auto treff = forste; treff != m_treff.end() && treff->side == side; ++treff) {
-        const QRectF plass = plassAv(*m_document, *treff);
+        const QRectF plass = plassAv(*m_dokument, *treff);
         const bool valgt = treff - m_treff.begin() == m_valgt;
-        painter.fillRect(QRectF(plass.topLeft() * pikslerPrMm(), plass.size() * pikslerPrMm()),
-                         QColor::fromRgb(valgt ? kValgtTreff : kTreff));
+        maler.fillRect(QRectF(plass.topLeft() * pikslerPrMm(), plass.size() * pikslerPrMm()),
+                       QColor::fromRgb(valgt ? kValgtTreff : kTreff));
     }
 }
 
-void Sidevisning::resizeEvent(QResizeEvent *event)
+void Sidevisning::resizeEvent(QResizeEvent *hendelse)
 {
-    QAbstractScrollArea::resizeEvent(event);
+    QAbstractScrollArea::resizeEvent(hendelse);
     if (m_tilpasning == Tilpasning::Prosent) {
         m_folgerRulling = false;
         leggUt();
@@ -254,22 +254,23 @@ void Sidevisning::scrollContentsBy(int dx, int dy)
         settSide(sideVed(viewport()->height() / 2));
 }
 
-void Sidevisning::wheelEvent(QWheelEvent *event)
+void Sidevisning::wheelEvent(QWheelEvent *hendelse)
 {
-    if (!event->modifiers().testFlag(Qt::ControlModifier)) {
-        QAbstractScrollArea::wheelEvent(event);
+    if (!hendelse->modifiers().testFlag(Qt::ControlModifier)) {
+        QAbstractScrollArea::wheelEvent(hendelse);
         return;
     }
     constexpr double kHakk = 120;   // angle of a notch, in eighths of a degree
     constexpr double kFaktor = 1.1; // of a notch
     m_tilpasning = Tilpasning::Prosent;
-    bruk(m_zoom * std::pow(kFaktor, event->angleDelta().y() / kHakk), event->position().toPoint());
-    event->accept();
+    bruk(m_zoom * std::pow(kFaktor, hendelse->angleDelta().y() / kHakk),
+         hendelse->position().toPoint());
+    hendelse->accept();
 }
 
-void Sidevisning::keyPressEvent(QKeyEvent *event)
+void Sidevisning::keyPressEvent(QKeyEvent *hendelse)
 {
-    switch (event->key()) {
+    switch (hendelse->key()) {
     case Qt::Key_Home:
         visSide(0);
         return;
@@ -278,29 +279,29 @@ void Sidevisning::keyPressEvent(QKeyEvent *event)
         verticalScrollBar()->setValue(verticalScrollBar()->maximum());
         return;
     case Qt::Key_Space:
-        verticalScrollBar()->triggerAction(event->modifiers().testFlag(Qt::ShiftModifier)
+        verticalScrollBar()->triggerAction(hendelse->modifiers().testFlag(Qt::ShiftModifier)
                                                ? QScrollBar::SliderPageStepSub
                                                : QScrollBar::SliderPageStepAdd);
         return;
     default:
-        QAbstractScrollArea::keyPressEvent(event);
+        QAbstractScrollArea::keyPressEvent(hendelse);
     }
 }
 
-void Sidevisning::mousePressEvent(QMouseEvent *event)
+void Sidevisning::mousePressEvent(QMouseEvent *hendelse)
 {
-    if (event->button() != Qt::LeftButton)
+    if (hendelse->button() != Qt::LeftButton)
         return;
-    m_grep = event->position().toPoint();
+    m_grep = hendelse->position().toPoint();
     viewport()->setCursor(Qt::ClosedHandCursor);
 }
 
-void Sidevisning::mouseMoveEvent(QMouseEvent *event)
+void Sidevisning::mouseMoveEvent(QMouseEvent *hendelse)
 {
-    if (!event->buttons().testFlag(Qt::LeftButton))
+    if (!hendelse->buttons().testFlag(Qt::LeftButton))
         return;
-    const QPoint flytting = event->position().toPoint() - m_grep;
-    m_grep = event->position().toPoint();
+    const QPoint flytting = hendelse->position().toPoint() - m_grep;
+    m_grep = hendelse->position().toPoint();
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() - flytting.x());
     verticalScrollBar()->setValue(verticalScrollBar()->value() - flytting.y());
 }

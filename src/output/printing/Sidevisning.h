@@ -20,7 +20,7 @@ public:
     static constexpr int kMinsteZoom = 10; ///< per cent of the paper's own size at 96 dpi
     static constexpr int kStorsteZoom = 500;
 
-    explicit Sidevisning(std::shared_ptr<const report::Document> document,
+    explicit Sidevisning(std::shared_ptr<const report::Document> dokument,
                          QWidget *parent = nullptr);
 
     [[nodiscard]] int antallSider() const;
@@ -51,14 +51,14 @@ Q_SIGNALS:
     void zoomEndret();
 
 protected:
-    void paintEvent(QPaintEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *hendelse) override;
+    void resizeEvent(QResizeEvent *hendelse) override;
     void scrollContentsBy(int dx, int dy) override;
-    void wheelEvent(QWheelEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *hendelse) override;
+    void keyPressEvent(QKeyEvent *hendelse) override;
+    void mousePressEvent(QMouseEvent *hendelse) override;
+    void mouseMoveEvent(QMouseEvent *hendelse) override;
+    void mouseReleaseEvent(QMouseEvent *hendelse) override;
 
 private:
     [[nodiscard]] double pikslerPrMm() const;
@@ -69,10 +69,10 @@ private:
     void bruk(double prosent, const QPoint &fast);
     void leggUt();
     void settSide(int side);
-    void tegnSide(QPainter &painter, int side, const QRect &utsnitt) const;
-    void tegnTreff(QPainter &painter, int side) const;
+    void tegnSide(QPainter &maler, int side, const QRect &utsnitt) const;
+    void tegnTreff(QPainter &maler, int side) const;
 
-    const std::shared_ptr<const report::Document> m_document;
+    const std::shared_ptr<const report::Document> m_dokument;
     double m_zoom = 100;
     Tilpasning m_tilpasning = Tilpasning::Prosent;
     int m_side = 0;

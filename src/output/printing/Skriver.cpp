@@ -21,10 +21,10 @@ constexpr double kMmPerTomme = 25.4;
 const Skrivere *gSkrivere = nullptr;
 const ValgtSkriver *gValgt = nullptr;
 
-[[noreturn]] void nektet(const QPrinter &printer)
+[[noreturn]] void nektet(const QPrinter &skriver)
 {
     report::raise(report::errors::kOutput,
-                  u"Skriveren «%1» tar ikke imot utskriften."_s.arg(printer.printerName()));
+                  u"Skriveren «%1» tar ikke imot utskriften."_s.arg(skriver.printerName()));
 }
 
 } // namespace
@@ -69,66 +69,66 @@ ValgtSkriver::~ValgtSkriver()
     gValgt = m_forrige;
 }
 
-void skrivUt(const report::Document &document)
+void skrivUt(const report::Document &dokument)
 {
     const QString navn = gValgt ? gValgt->skriver : Skrivere::gjeldende().standard();
     if (navn.isEmpty()) {
         const std::optional<QString> fil =
-            gValgt ? std::optional(gValgt->pdfFil) : velgPdfFil(u"Skriv til fil (PDF)"_s, document);
+            gValgt ? std::optional(gValgt->pdfFil) : velgPdfFil(u"Skriv til fil (PDF)"_s, dokument);
         if (fil)
-            skrivPdf(document, *fil);
+            skrivPdf(dokument, *fil);
         return;
     }
-    const std::unique_ptr<QPrinter> printer = Skrivere::gjeldende().lag(navn);
-    if (!printer)
+    const std::unique_ptr<QPrinter> skriver = Skrivere::gjeldende().lag(navn);
+    if (!skriver)
         report::raise(report::errors::kOutput, u"Skriveren «%1» finnes ikke."_s.arg(navn));
-    skrivPaa(*printer, document, gValgt ? gValgt->eksemplarer : 1);
+    skrivPaa(*skriver, dokument, gValgt ? gValgt->eksemplarer : 1);
 }
 
-void skrivPdf(const report::Document &document, const QString &fil)
+void skrivPdf(const report::Document &dokument, const QString &fil)
 {
     Ventenotat notat(u"Skriver PDF-filen …"_s);
-    report::writePdf(document, fil, [&] { notat.sjekk(); });
+    report::writePdf(dokument, fil, [&] { notat.sjekk(); });
 }
 
-void skrivPaa(QPrinter &printer, const report::Document &document, int eksemplarer)
+void skrivPaa(QPrinter &skriver, const report::Document &dokument, int eksemplarer)
 {
-    const bool liggende = document.paper.width() > document.paper.height();
-    printer.setFullPage(true);
-    printer.setPageSize(QPageSize(liggende ? document.paper.transposed() : document.paper,
+    const bool liggende = dokument.paper.width() > dokument.paper.height();
+    skriver.setFullPage(true);
+    skriver.setPageSize(QPageSize(liggende ? dokument.paper.transposed() : dokument.paper,
                                   QPageSize::Millimeter, {}, QPageSize::ExactMatch));
-    printer.setPageOrientation(liggende ? QPageLayout::Landscape : QPageLayout::Portrait);
-    printer.setPageMargins({});
-    printer.setDocName(document.title);
+    skriver.setPageOrientation(liggende ? QPageLayout::Landscape : QPageLayout::Portrait);
+    skriver.setPageMargins({});
+    skriver.setDocName(dokument.title);
     // A printer that cannot repeat a printout by itself gets its pages again.
-    const bool gjentar = printer.supportsMultipleCopies();
-    printer.setCopyCount(gjentar ? eksemplarer : 1);
+    const bool gjentar = skriver.supportsMultipleCopies();
+    skriver.setCopyCount(gjentar ? eksemplarer : 1);
 
-    QPainter painter;
-    if (!painter.begin(&printer))
-        nektet(printer);
-    const int sider = static_cast<int>(document.pages.size());
+    QPainter maler;
+    if (!maler.begin(&skriver))
+        nektet(skriver);
+    const int sider = static_cast<int>(dokument.pages.size());
     const int alle = gjentar ? sider : sider * eksemplarer;
     for (int nr = 0; nr < alle; ++nr) {
-        if (nr > 0 && !printer.newPage())
-            nektet(printer);
-        report::paintPage(painter, document, nr % sider, printer.resolution() / kMmPerTomme);
+        if (nr > 0 && !skriver.newPage())
+            nektet(skriver);
+        report::paintPage(maler, dokument, nr % sider, skriver.resolution() / kMmPerTomme);
     }
-    const bool ferdig = painter.end();
-    const QPrinter::PrinterState tilstand = printer.printerState();
+    const bool ferdig = maler.end();
+    const QPrinter::PrinterState tilstand = skriver.printerState();
     if (!ferdig || tilstand == QPrinter::Error || tilstand == QPrinter::Aborted)
-        nektet(printer);
+        nektet(skriver);
 }
 
-QString pdfNavn(const report::Document &document)
+QString pdfNavn(const report::Document &dokument)
 {
     static const QRegularExpression ugyldig(u"[\\\\/:*?\"<>|\\x00-\\x1f]+"_s);
-    QString navn = document.fileName.isEmpty() ? document.title : document.fileName;
+    QString navn = dokument.fileName.isEmpty() ? dokument.title : dokument.fileName;
     navn = navn.replace(ugyldig, u" "_s).simplified();
     return (navn.isEmpty() ? u"Utskrift"_s : navn) + u".pdf"_s;
 }
 
-std::optional<QString> velgPdfFil(const QString &tittel, const report::Document &document)
+std::optional<QString> velgPdfFil(const QString &tittel, const report::Document &dokument)
 {
     CommonDialog dialog;
     dialog.dialogTitle = tittel;
@@ -137,8 +137,8 @@ std::optional<QString> velgPdfFil(const QString &tittel, const report::Document 
     dialog.filterIndex = 1;
     dialog.defaultExt = u"pdf"_s;
     dialog.fileKind = u"PDF"_s;
-    dialog.fileName = pdfNavn(document);
+    dialog.fileName = pdfNavn(dokument);
     dialog.cancelError = true;
-    const int error = passOver([&] { dialog.showSave(); });
-    return error == 0 ? std::optional(dialog.fileName) : std::nullopt;
+    const int feil = passOver([&] { dialog.showSave(); });
+    return feil == 0 ? std::optional(dialog.fileName) : std::nullopt;
 }

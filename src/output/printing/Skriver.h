@@ -64,19 +64,19 @@ private:
 /// other replaces. Where nothing has been chosen: on the standard printer, and on a machine without
 /// printers to a PDF file that the user is asked for; Cancel there prints nothing. kOutput when the
 /// printer or the file refuses, kCancelled when the user gives the file up.
-void skrivUt(const report::Document &document);
+void skrivUt(const report::Document &dokument);
 
 /// Writes all pages to a PDF file; one that takes long can be given up by the user, kCancelled, and
 /// leaves what stood there before. kOutput when the file refuses.
-void skrivPdf(const report::Document &document, const QString &fil);
+void skrivPdf(const report::Document &dokument, const QString &fil);
 
 /// Prints all pages on the report's own paper, whatever paper and orientation the printer is set
 /// to. kOutput when the printer refuses.
-void skrivPaa(QPrinter &printer, const report::Document &document, int eksemplarer = 1);
+void skrivPaa(QPrinter &skriver, const report::Document &dokument, int eksemplarer = 1);
 
 /// The name that a PDF file of the document is offered.
-[[nodiscard]] QString pdfNavn(const report::Document &document);
+[[nodiscard]] QString pdfNavn(const report::Document &dokument);
 
 /// Asks for a PDF file to save the document in; none when the user cancels.
 [[nodiscard]] std::optional<QString> velgPdfFil(const QString &tittel,
-                                                const report::Document &document);
+                                                const report::Document &dokument);

@@ -24,10 +24,10 @@ Ventenotat::~Ventenotat() = default;
 
 void Ventenotat::sjekk()
 {
-    const QDateTime now = Clock::current().now();
-    if (qAbs(m_sist.msecsTo(now)) < (m_notat ? kMellomHendelser : kEtOyeblikk))
+    const QDateTime naa = Clock::current().now();
+    if (qAbs(m_sist.msecsTo(naa)) < (m_notat ? kMellomHendelser : kEtOyeblikk))
         return;
-    m_sist = now;
+    m_sist = naa;
     if (!m_notat)
         vis();
     QCoreApplication::processEvents();

@@ -132,7 +132,7 @@ bool SkrivRapport(const QString &rapport, qint16 modus, const QString &utvalg,
         skjult = &SharedForm<frmInvisible>::get();
         skjult->load();
         CrystalReport &kontroll = skjult->CrystalReport1;
-        kontroll.setOutput(&RapportUtgang::instance());
+        kontroll.setOutput(&RapportUtgang::felles());
         kontroll.reset();
         kontroll.setReportFileName(gRptPath + rapport);
         kontroll.setOwnWindow(true);

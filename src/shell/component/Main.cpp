@@ -52,7 +52,7 @@ void TakeUp(const Ref<clsFaktura> &instance)
 void Unload()
 {
     HtmlHelpA(nullptr, {}, HH_CLOSE_ALL, {});
-    RapportUtgang::instance().lukkAlle();
+    RapportUtgang::felles().lukkAlle();
     Forms::deleteAll();
     releaseSharedState();
     gSchema.clear();

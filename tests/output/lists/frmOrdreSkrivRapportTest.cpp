@@ -41,7 +41,7 @@ protected:
         click(in(liste(), u"OKButton"_s));
         QStringList orders;
         for (const Forhandsvisning *preview : previews()) {
-            for (const report::Page &page : preview->document()->pages) {
+            for (const report::Page &page : preview->dokument()->pages) {
                 for (const report::TextCommand &command : page.texts) {
                     if (command.text.startsWith(u"7000"))
                         orders += command.text;

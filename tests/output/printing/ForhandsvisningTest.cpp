@@ -559,7 +559,7 @@ TEST_F(ForhandsvisningTest, WithoutControlsOnlyThePagesShow)
     valg.controls = false;
     valg.width = 400;
     valg.height = 300;
-    RapportUtgang::instance().show(m_vindu->document(), valg);
+    RapportUtgang::felles().show(m_vindu->dokument(), valg);
     Forhandsvisning *uten = vindu();
     ASSERT_NE(uten, m_vindu);
     EXPECT_EQ(uten->findChild<QWidget *>(u"verktoy"_s), nullptr);
@@ -574,9 +574,9 @@ TEST_F(ForhandsvisningTest, WithoutControlsOnlyThePagesShow)
 TEST_F(ForhandsvisningTest, AThousandPagesAreNoHeavierToShow)
 {
     vis(1);
-    auto stor = std::make_shared<report::Document>(*m_vindu->document());
+    auto stor = std::make_shared<report::Document>(*m_vindu->dokument());
     stor->pages.resize(1000, stor->pages[0]);
-    RapportUtgang::instance().show(stor, {});
+    RapportUtgang::felles().show(stor, {});
     m_vindu = vindu();
     EXPECT_TRUE(QTest::qWaitForWindowActive(m_vindu));
     runEvents();

@@ -37,7 +37,7 @@ UtskriftTest::UtskriftTest() : skrivere(folder()), brukSkrivere(skrivere)
 
 void UtskriftTest::TearDown()
 {
-    RapportUtgang::instance().lukkAlle();
+    RapportUtgang::felles().lukkAlle();
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     OrdreSkjerm::TearDown();
 }
@@ -45,7 +45,7 @@ void UtskriftTest::TearDown()
 QList<Forhandsvisning *> UtskriftTest::vinduer()
 {
     QList<Forhandsvisning *> alle;
-    for (const auto &vindu : RapportUtgang::instance().vinduer())
+    for (const auto &vindu : RapportUtgang::felles().vinduer())
         alle += vindu.data();
     return alle;
 }
@@ -62,7 +62,7 @@ Sidevisning *UtskriftTest::sider(const Forhandsvisning *vindu)
 
 const report::Document &UtskriftTest::dokument(const Forhandsvisning *vindu)
 {
-    return *vindu->document();
+    return *vindu->dokument();
 }
 
 QStringList UtskriftTest::tekster(const Forhandsvisning *vindu)

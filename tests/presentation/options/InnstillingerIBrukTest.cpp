@@ -122,7 +122,7 @@ protected:
     /// The invoice of the order screen's order, in the preview.
     const report::Document &forhandsvis()
     {
-        RapportUtgang::instance().lukkAlle();
+        RapportUtgang::felles().lukkAlle();
         ordreForan();
         klikk(u"btnPrint"_s);
         trykkSkriv();
@@ -235,7 +235,7 @@ TEST_F(InnstillingerIBruk, ThePreviewOrThePrinter)
     forhandsvis();
     EXPECT_EQ(vinduer().size(), 1);
     EXPECT_TRUE(utskrifter().isEmpty());
-    RapportUtgang::instance().lukkAlle();
+    RapportUtgang::felles().lukkAlle();
 
     velg(3, {u"chkPrintVis"_s});
     ordreForan();
