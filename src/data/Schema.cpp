@@ -15,7 +15,7 @@ namespace {
 void readSchema()
 {
     Ref<ado::Recordset> columns;
-    passOver([&] { columns = gConn->openSchema(ado::SchemaList::Columns); });
+    passOver([&] { columns = gConn->openSchema(); });
     int count = 0;
     passOver([&] { count = columns->recordCount(); });
     if (count == 0)

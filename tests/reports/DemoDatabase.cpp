@@ -47,7 +47,6 @@ void storeDemoLogo(const QString &connectionString, const QByteArray &bytes)
 {
     ado::Recordset set;
     set.setActiveConnection(connectionString);
-    set.setCursorLocation(ado::CursorLocation::Client);
     set.setLockType(ado::LockType::BatchOptimistic);
     set.setSource(u"SELECT KlientNr, Logo FROM Klient WHERE KlientNr=%1"_s.arg(kClient));
     set.open();

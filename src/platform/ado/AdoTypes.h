@@ -6,19 +6,8 @@
 /// The named values of the database interface; the numbers are its published ones.
 namespace ado {
 
-enum class CursorLocation { Server = 2, Client = 3 };
-enum class CursorType { ForwardOnly = 0, Keyset = 1, Dynamic = 2, Static = 3 };
-enum class LockType { ReadOnly = 1, Pessimistic = 2, Optimistic = 3, BatchOptimistic = 4 };
+enum class LockType { ReadOnly = 1, Optimistic = 3 };
 enum class ObjectState { Closed = 0, Open = 1 };
-enum class SchemaList { Columns = 4 };
-enum class AffectRecords { Current = 1, All = 3 };
-
-/// Options of a command, joined by addition; Unspecified stands alone.
-namespace options {
-inline constexpr int kUnspecified = -1;
-inline constexpr int kText = 1;
-inline constexpr int kNoRecords = 128;
-} // namespace options
 
 /// Numbers of the database errors, besides those of statements.
 namespace errors {

@@ -10,12 +10,6 @@ namespace ado {
 
 namespace {
 
-void checkOptions(int given)
-{
-    if (given != options::kUnspecified && (given & ~(options::kText | options::kNoRecords)) != 0)
-        throw RunTimeError(errors::kInvalidArgument, u"Ukjent valg for kommandoen."_s);
-}
-
 dialect::ResultColumn column(const QString &name, DataType type, int width = 0)
 {
     dialect::ResultColumn result;
@@ -47,20 +41,12 @@ Session &Connection::session() const
     return *m_session;
 }
 
-void Connection::open(const QString &connectionString, const QString &user, const QString &password,
-                      int options)
+void Connection::open(const QString &connectionString)
 {
     if (m_session)
         throw RunTimeError(errors::kObjectOpen, u"Tilkoblingen er allerede åpen."_s);
-    checkOptions(options);
-    if (!connectionString.isEmpty())
-        m_connectionString = connectionString;
-    ConnectionString pairs(m_connectionString);
-    if (!user.isEmpty())
-        pairs.setValue(u"uid", user);
-    if (!password.isEmpty())
-        pairs.setValue(u"pwd", password);
-    m_session = SessionPool::shared().acquire(resolve(pairs));
+    m_connectionString = connectionString;
+    m_session = SessionPool::shared().acquire(resolve(ConnectionString(connectionString)));
 }
 
 void Connection::close()
@@ -116,11 +102,9 @@ void Connection::transact(const std::function<void()> &work)
     }
 }
 
-void Connection::execute(const QString &statement, int options)
+void Connection::execute(const QString &statement)
 {
-    Session &open = session();
-    checkOptions(options);
-    open.execute(statement);
+    session().execute(statement);
 }
 
 bool Connection::takeTurn()
@@ -133,14 +117,10 @@ QStringList Connection::damages()
     return session().damages();
 }
 
-Ref<Recordset> Connection::openSchema(SchemaList list)
+Ref<Recordset> Connection::openSchema()
 {
-    Session &open = session();
-    if (list != SchemaList::Columns)
-        throw RunTimeError(errors::kInvalidArgument, u"Ukjent katalogliste."_s);
-
     std::vector<const dialect::TableInfo *> tables;
-    for (const dialect::TableInfo &table : open.catalog().tables())
+    for (const dialect::TableInfo &table : session().catalog().tables())
         tables.push_back(&table);
     std::sort(tables.begin(), tables.end(), [](const auto *a, const auto *b) {
         return QString::compare(a->name, b->name, Qt::CaseInsensitive) < 0;

@@ -22,32 +22,11 @@ ConnectionString::ConnectionString(QStringView text)
     }
 }
 
-QString ConnectionString::value(QStringView keyword) const
-{
-    for (const auto &[name, value] : m_pairs) {
-        if (name.compare(keyword, Qt::CaseInsensitive) == 0)
-            return value;
-    }
-    return {};
-}
-
-void ConnectionString::setValue(QStringView keyword, const QString &value)
-{
-    const QString name = keyword.toString().toLower();
-    const auto place = std::lower_bound(
-        m_pairs.begin(), m_pairs.end(), name,
-        [](const auto &pair, const QString &wanted) { return pair.first < wanted; });
-    if (place != m_pairs.end() && place->first == name)
-        place->second = value;
-    else
-        m_pairs.insert(place, {name, value});
-}
-
 QString ConnectionString::normalized() const
 {
     QString text;
-    for (const auto &[name, value] : m_pairs)
-        text += name + u'=' + value + u';';
+    for (const auto &[keyword, value] : m_pairs.asKeyValueRange())
+        text += keyword + u'=' + value + u';';
     return text;
 }
 

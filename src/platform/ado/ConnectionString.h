@@ -1,10 +1,8 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <QStringView>
-
-#include <utility>
-#include <vector>
 
 namespace ado {
 
@@ -19,14 +17,20 @@ public:
     explicit ConnectionString(QStringView text);
 
     /// The keyword's value, or the empty string.
-    [[nodiscard]] QString value(QStringView keyword) const;
-    void setValue(QStringView keyword, const QString &value);
+    [[nodiscard]] QString value(QStringView keyword) const
+    {
+        return m_pairs.value(keyword.toString().toLower());
+    }
+    void setValue(QStringView keyword, const QString &value)
+    {
+        m_pairs[keyword.toString().toLower()] = value;
+    }
 
     /// One text for all spellings of the same pairs.
     [[nodiscard]] QString normalized() const;
 
 private:
-    std::vector<std::pair<QString, QString>> m_pairs; // by keyword in lower case, sorted
+    QMap<QString, QString> m_pairs; // by keyword in lower case
 };
 
 } // namespace ado

@@ -65,12 +65,10 @@ ObjectState Recordset::state() const
     return m_rows ? ObjectState::Open : ObjectState::Closed;
 }
 
-void Recordset::open(int options)
+void Recordset::open()
 {
     if (m_rows)
         throw RunTimeError(errors::kObjectOpen, u"Postsettet er allerede åpent."_s);
-    if (options != options::kUnspecified && options != options::kText)
-        throw RunTimeError(errors::kInvalidArgument, u"Ukjent valg for postsettet."_s);
     read();
 }
 
@@ -311,29 +309,16 @@ void Recordset::setValue(int index, const Value &value)
 void Recordset::addNew()
 {
     checkWritable();
-    m_positionBeforeAdding = m_position;
     m_position = m_rows->addRow();
 }
 
-void Recordset::cancelUpdate()
+void Recordset::updateBatch()
 {
     checkWritable();
-    if (m_rows->revert(currentRow()))
-        m_position = std::min(m_positionBeforeAdding, m_rows->rowCount());
-}
-
-void Recordset::updateBatch(AffectRecords affected)
-{
-    checkWritable();
-    std::vector<int> changed = m_rows->changedRows();
-    if (affected == AffectRecords::Current) {
-        const int current = currentRow();
-        std::erase_if(changed, [current](int row) { return row != current; });
-    }
     std::optional<RowChanges> before;
     if (m_activeConnection && m_activeConnection->m_inTransaction)
         before = m_rows->changes();
-    session()->writeBack(*m_rows, changed);
+    session()->writeBack(*m_rows, m_rows->changedRows());
     m_changesBefore = std::move(before);
     m_committed = m_changesBefore ? m_activeConnection->m_committed : nullptr;
 }

@@ -45,19 +45,15 @@ public:
     /// then count as not written.
     void clearActiveConnection();
 
-    void setCursorLocation(CursorLocation location) { m_cursorLocation = location; }
-    void setCursorType(CursorType type) { m_cursorType = type; }
     void setLockType(LockType type) { m_lockType = type; }
     void setSource(const QString &statement) { m_source = statement; }
-    [[nodiscard]] CursorLocation cursorLocation() const { return m_cursorLocation; }
-    [[nodiscard]] CursorType cursorType() const { return m_cursorType; }
     [[nodiscard]] LockType lockType() const { return m_lockType; }
     [[nodiscard]] const QString &source() const { return m_source; }
     [[nodiscard]] ObjectState state() const;
 
     /// Runs the source and reads all rows; the first one is current. 3705 when open already, 3709
     /// without a connection. A source that returns no rows runs and leaves the set closed.
-    void open(int options = options::kUnspecified);
+    void open();
     /// Runs the source again; 3709 when detached.
     void requery();
     void close();
@@ -95,13 +91,12 @@ public:
     /// Changes the current row in memory; 3251 on a read-only set.
     void setValue(int index, const Value &value);
     void setValue(QStringView name, const Value &value) { setValue(fieldIndex(name), value); }
-    /// Adds an empty row and makes it current; pending until updateBatch or cancelUpdate.
+    /// Adds an empty row and makes it current; pending until updateBatch.
     void addNew();
-    void cancelUpdate();
     /// Writes the changes through the attached connection: changed columns only, rows found by
     /// their key. A changed row that hits none raises kRowNotFound; a set without the key of its
     /// one table raises kSyntax.
-    void updateBatch(AffectRecords affected = AffectRecords::All);
+    void updateBatch();
 
 private:
     friend class Connection;
@@ -118,8 +113,6 @@ private:
     void settleChanges();
     void checkWritable() const; // 3251 when read-only
 
-    CursorLocation m_cursorLocation = CursorLocation::Server;
-    CursorType m_cursorType = CursorType::ForwardOnly;
     LockType m_lockType = LockType::ReadOnly;
     QString m_source;
     QString m_activeConnectionString;
@@ -130,7 +123,6 @@ private:
     std::shared_ptr<const bool> m_committed;
     std::vector<Field> m_fields;
     int m_position = 0; // 0-based row; -1 before the first, recordCount() after the last
-    int m_positionBeforeAdding = 0;
 };
 
 } // namespace ado

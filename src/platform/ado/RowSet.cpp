@@ -141,28 +141,6 @@ int RowSet::addRow()
     return row;
 }
 
-bool RowSet::revert(int row)
-{
-    const auto change = m_changes.find(row);
-    if (change == m_changes.end())
-        return false;
-    if (!change->second.isNew) {
-        for (auto &[column, cell] : change->second.cells) {
-            cell.now = cell.stored;
-            cell.pending = false;
-        }
-        return false;
-    }
-    auto later = m_changes.erase(change);
-    while (later != m_changes.end()) {
-        auto node = m_changes.extract(later++);
-        --node.key();
-        m_changes.insert(std::move(node));
-    }
-    --m_addedRows;
-    return true;
-}
-
 std::vector<int> RowSet::changedRows() const
 {
     std::vector<int> rows;

@@ -60,9 +60,6 @@ public:
     void setValue(int row, int column, const Value &value);
     /// Adds a row of Nulls and returns its number.
     int addRow();
-    /// Takes back what has been changed in the row and not been written; a row that was added goes
-    /// away altogether (true).
-    bool revert(int row);
 
     /// What is to be written back.
     [[nodiscard]] std::vector<int> changedRows() const;

@@ -2,6 +2,7 @@
 
 #include "runtime/CodePage.h"
 
+#include <QByteArrayList>
 #include <QStringDecoder>
 
 using namespace Qt::StringLiterals;

@@ -10,10 +10,8 @@ Rows::Rows(const QString &connectionString, const QString &statement)
 {
     try {
         m_set.setActiveConnection(connectionString);
-        m_set.setCursorLocation(ado::CursorLocation::Client);
-        m_set.setCursorType(ado::CursorType::Static);
         m_set.setSource(statement);
-        m_set.open(ado::options::kText);
+        m_set.open();
         m_set.clearActiveConnection();
     } catch (const RunTimeError &error) {
         raise(errors::kDataSource,

@@ -85,7 +85,6 @@ void clsFaktura::OpenConnection()
     // What was opened before is over, so that after a failed open gDB has nothing to write to.
     gDB->setConnectionString(QString());
     gConn = Ref<ado::Connection>::make();
-    gConn->setCursorLocation(ado::CursorLocation::Client);
-    gConn->open(gConnect, {}, {}, ado::options::kUnspecified);
+    gConn->open(gConnect);
     gDB->setConnectionString(gConnect);
 }

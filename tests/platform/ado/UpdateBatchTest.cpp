@@ -26,10 +26,10 @@ protected:
         rows.clearActiveConnection();
         return rows;
     }
-    void write(Recordset &rows, AffectRecords affected = AffectRecords::All)
+    void write(Recordset &rows)
     {
         rows.setActiveConnection(m_file.dsn());
-        rows.updateBatch(affected);
+        rows.updateBatch();
         rows.clearActiveConnection();
     }
     std::string stored(const char *sql) { return m_tool.text(sql); }
@@ -122,18 +122,6 @@ TEST_F(UpdateBatch, CommittedByTheConnectionThatIsAttached)
     EXPECT_EQ(stored("SELECT Navn FROM Klient WHERE KlientNr = 1"), "Ny");
 }
 
-TEST_F(UpdateBatch, CurrentRowAlone)
-{
-    Recordset rows = detached(u"SELECT * FROM Klient ORDER BY KlientNr"_s);
-    rows.setValue(u"Navn", Value(u"A"_s));
-    rows.moveNext();
-    rows.setValue(u"Navn", Value(u"B"_s));
-    write(rows, AffectRecords::Current);
-    EXPECT_EQ(stored("SELECT group_concat(Navn, ' ') FROM Klient"), "En B Tre");
-    write(rows);
-    EXPECT_EQ(stored("SELECT group_concat(Navn, ' ') FROM Klient"), "A B Tre");
-}
-
 TEST_F(UpdateBatch, TextIsCutAndNumbersAreChecked)
 {
     Recordset rows = detached(u"SELECT * FROM Klient WHERE KlientNr=1"_s);
@@ -179,36 +167,11 @@ TEST_F(UpdateBatch, AddedRowIsInsertedAndGetsItsNumber)
     EXPECT_EQ(stored("SELECT group_concat(RegNr) FROM Bil"), "DN99999,EK54321");
 }
 
-TEST_F(UpdateBatch, AddedRowCanBeCancelled)
-{
-    Recordset rows = detached(u"SELECT * FROM Klient ORDER BY KlientNr"_s);
-    rows.moveNext();
-    rows.addNew();
-    rows.setValue(u"Navn", Value(u"Feil"_s));
-    EXPECT_EQ(rows.recordCount(), 4);
-    rows.cancelUpdate();
-    EXPECT_EQ(rows.recordCount(), 3);
-    EXPECT_EQ(rows.text(u"Navn"), u"To"_s);
-    write(rows);
-    EXPECT_EQ(stored("SELECT COUNT(*) FROM Klient"), "3");
-}
-
-TEST_F(UpdateBatch, ChangedRowCanBeCancelled)
-{
-    Recordset rows = detached(u"SELECT * FROM Klient WHERE KlientNr=1"_s);
-    rows.setValue(u"Navn", Value(u"Feil"_s));
-    rows.cancelUpdate();
-    EXPECT_EQ(rows.text(u"Navn"), u"En"_s);
-    write(rows);
-    EXPECT_EQ(stored("SELECT Navn FROM Klient WHERE KlientNr = 1"), "En");
-}
-
 TEST_F(UpdateBatch, ReadOnlySetRefusesChanges)
 {
     Recordset rows = detached(u"SELECT * FROM Klient"_s, LockType::ReadOnly);
     EXPECT_EQ(errorOf([&] { rows.setValue(u"Navn", Value(u"x"_s)); }), errors::kReadOnlySet);
     EXPECT_EQ(errorOf([&] { rows.addNew(); }), errors::kReadOnlySet);
-    EXPECT_EQ(errorOf([&] { rows.cancelUpdate(); }), errors::kReadOnlySet);
     EXPECT_EQ(errorOf([&] { rows.updateBatch(); }), errors::kReadOnlySet);
 }
 
@@ -270,7 +233,6 @@ TEST_F(UpdateBatch, NoCurrentRowNoChange)
 {
     Recordset rows = detached(u"SELECT * FROM Klient WHERE KlientNr=9"_s);
     EXPECT_EQ(errorOf([&] { rows.setValue(u"Navn", Value(u"x"_s)); }), errors::kNoCurrentRow);
-    EXPECT_EQ(errorOf([&] { rows.cancelUpdate(); }), errors::kNoCurrentRow);
 }
 
 } // namespace ado::test

@@ -19,7 +19,6 @@ protected:
     {
         ado::Recordset set;
         set.setActiveConnection(dsn());
-        set.setCursorLocation(ado::CursorLocation::Client);
         set.setLockType(ado::LockType::BatchOptimistic);
         set.setSource(u"SELECT KlientNr, Logo FROM Klient WHERE KlientNr=1"_s);
         set.open();

@@ -161,11 +161,10 @@ TEST_F(ClsFakturaTest, DroppingAnInstanceLeavesTheModuleRunning)
     EXPECT_EQ(gDB->GetCount(u"Ordre"_s, QString()), 0);
 }
 
-TEST_F(ClsFakturaTest, StartOpensTheSharedConnectionWithClientSideCursors)
+TEST_F(ClsFakturaTest, StartOpensTheSharedConnection)
 {
     makeParentTables();
     EXPECT_EQ(startModule(), 1);
-    EXPECT_EQ(gConn->cursorLocation(), ado::CursorLocation::Client);
     EXPECT_EQ(gConn->connectionString(), connectionString());
     EXPECT_EQ(gDB->ConnectionString(), connectionString());
 }

@@ -210,7 +210,7 @@ TEST_F(PostgresSessionTest, IdentityIsThatOfTheSessionsOwnInsert)
     first.run(u"CREATE TABLE Uten (Nr LONG)"_s);
     EXPECT_EQ(first.value(u"SELECT @@IDENTITY"_s), Value(qint32{0}));
     first.beginTrans();
-    first.execute(u"INSERT INTO T (Nr) VALUES (10)"_s, options::kText + options::kNoRecords);
+    first.execute(u"INSERT INTO T (Nr) VALUES (10)"_s);
     second.run(u"INSERT INTO T (Nr) VALUES (20)"_s);
     first.run(u"INSERT INTO Uten (Nr) VALUES (1)"_s);
     EXPECT_EQ(first.value(u"SELECT @@IDENTITY"_s), Value(qint32{1}));

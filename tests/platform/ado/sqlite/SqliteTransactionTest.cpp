@@ -144,7 +144,7 @@ TEST_F(SqliteTransaction, IdentityIsReadInsideTheTransactionOfItsInsert)
     m_first.run(u"CREATE TABLE O (ID COUNTER CONSTRAINT ID PRIMARY KEY, Nr LONG)"_s);
     m_second.run(u"INSERT INTO O (Nr) VALUES (1)"_s);
     m_first.beginTrans();
-    m_first.execute(u"INSERT INTO O (Nr) VALUES (2)"_s, options::kText + options::kNoRecords);
+    m_first.execute(u"INSERT INTO O (Nr) VALUES (2)"_s);
     EXPECT_EQ(m_first.value(u"SELECT @@IDENTITY"_s), Value(qint32{2}));
     EXPECT_EQ(m_second.value(u"SELECT @@IDENTITY"_s), Value(qint32{1}));
     m_first.commitTrans();
