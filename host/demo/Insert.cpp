@@ -1,17 +1,9 @@
 #include "host/demo/Insert.h"
 
+#include "data/mFaktura.h"
 #include "runtime/Format.h"
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QString withPoint(QString number)
-{
-    return number.replace(u',', u'.');
-}
-
-} // namespace
 
 Insert::Insert(QStringView table) : m_table(table.toString()) {}
 
@@ -22,12 +14,12 @@ Insert &Insert::number(QStringView column, int value)
 
 Insert &Insert::quantity(QStringView column, Currency value)
 {
-    return add(column, withPoint(Format(value, u"#0.0")));
+    return add(column, BelopTilSql(value, u"#0.0"));
 }
 
 Insert &Insert::amount(QStringView column, Currency value)
 {
-    return add(column, withPoint(Format(value, u"#0.00")));
+    return add(column, BelopTilSql(value, u"#0.00"));
 }
 
 Insert &Insert::text(QStringView column, const QString &value)
@@ -42,17 +34,12 @@ Insert &Insert::date(QStringView column, QDate value)
 
 QString Insert::statement() const
 {
-    return u"INSERT INTO "_s + m_table + u" ("_s + m_columns + u") VALUES ("_s + m_values + u')';
+    return m_row.insertInto(m_table);
 }
 
 Insert &Insert::add(QStringView column, const QString &literal)
 {
-    if (!m_columns.isEmpty()) {
-        m_columns += u',';
-        m_values += u',';
-    }
-    m_columns += column;
-    m_values += literal;
+    m_row.add(column, literal);
     return *this;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/RowValues.h"
 #include "runtime/Currency.h"
 
 #include <QDate>
@@ -26,8 +27,7 @@ private:
     Insert &add(QStringView column, const QString &literal);
 
     QString m_table;
-    QString m_columns;
-    QString m_values;
+    RowValues m_row;
 };
 
 /// `value` between apostrophes, with its own apostrophes doubled.

@@ -28,8 +28,13 @@ QString TallTilSql(const QString &text, QStringView format)
     if (!text.isEmpty())
         passOver([&] { amount = toCurrency(text); });
     QString result;
-    passOver([&] { result = Format(amount, format); });
-    return result.replace(u',', u'.');
+    passOver([&] { result = BelopTilSql(amount, format); });
+    return result;
+}
+
+QString BelopTilSql(Currency amount, QStringView format)
+{
+    return Format(amount, format).replace(u',', u'.');
 }
 
 QString HeltallTilSql(const QString &text)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "runtime/Currency.h"
 #include "runtime/Value.h"
 
 #include <QString>
@@ -17,6 +18,9 @@
 /// Typed text as an amount for a statement: read by the machine's locale, shown by `format` (such
 /// as "#0.00"), with "." as the decimal mark. Text that does not convert counts as 0.
 [[nodiscard]] QString TallTilSql(const QString &text, QStringView format);
+
+/// An amount for a statement, in the same form.
+[[nodiscard]] QString BelopTilSql(Currency amount, QStringView format);
 
 /// Typed text as a whole number for a statement, a fraction rounded half to even. Text that does
 /// not convert counts as 0.

@@ -1,5 +1,6 @@
 #include "posting/run/Bokforing.h"
 
+#include "data/RowValues.h"
 #include "data/clsAdoUtils.h"
 #include "data/mFaktura.h"
 #include "posting/run/Bokfortur.h"
@@ -27,7 +28,7 @@ constexpr int kInformasjon = 64;
 
 QString sqlBelop(Currency belop)
 {
-    return Format(belop, u"#0.00").replace(u',', u'.');
+    return BelopTilSql(belop, u"#0.00");
 }
 
 /// A Null counts as nothing.
@@ -88,6 +89,10 @@ private:
 
     void brukValgtKonto();
     [[nodiscard]] int mvaKode(const ado::Recordset &gruppe) const;
+    void skrivLinje(const QString &kolonner, const QString &verdier)
+    {
+        utfor(insertStatement(u"BilagLinjer"_s, kolonner, verdier));
+    }
     void utfor(const QString &sql)
     {
         m_tur->behold();
@@ -206,14 +211,14 @@ void Kjoring::skrivBilag(const Ref<ado::Recordset> &grupper)
     // The groups alone, without the customer's line and the rounding's.
     passOver([&] { m_antPost = grupper->recordCount(); });
     m_bilagNr = NyttBilagnr(qint16(m_dato.year()));
-    QString sql = u"INSERT INTO Bilag (KlientNr,BilagNr,BilagDato,Tekst,BilagType,AntPost,Aar) "
-                  u"VALUES ("_s +
-                  klient() + u',' + m_bilagNr + u',';
-    passOver([&] { sql += sqlDato(kFakDato); });
-    // The type behind the text is the same for both.
-    sql += (m_erKredit ? u",'Kreditnota "_s : u",'Faktura "_s) + celle(kKundeNavn) +
-           u"','Faktura',"_s + numberToText(m_antPost) + u',' + numberToText(m_dato.year()) + u')';
-    passOver([&] { m_bilagId = gDB->ExecuteID(sql); });
+    QString dato;
+    passOver([&] { dato = sqlDato(kFakDato); });
+    RowValues bilag;
+    bilag.add(u"KlientNr", klient()).add(u"BilagNr", m_bilagNr).add(u"BilagDato", dato);
+    bilag.addText(u"Tekst", (m_erKredit ? u"Kreditnota "_s : u"Faktura "_s) + celle(kKundeNavn));
+    bilag.addText(u"BilagType", u"Faktura"_s); // the same for both
+    bilag.add(u"AntPost", numberToText(m_antPost)).add(u"Aar", numberToText(m_dato.year()));
+    passOver([&] { m_bilagId = gDB->ExecuteID(bilag.insertInto(u"Bilag"_s)); });
 }
 
 void Kjoring::skrivSalgslinje(const ado::Recordset &gruppe)
@@ -223,33 +228,33 @@ void Kjoring::skrivSalgslinje(const ado::Recordset &gruppe)
         m_konto = kAvgiftsfriKonto; // and it stays so for all that follows
     brukValgtKonto();
 
-    QString sql = u"INSERT INTO BilagLinjer (BilagID,Konto,Tekst,Debet,Kredit,MVAkode,Loyve) "
-                  u"VALUES ("_s +
-                  numberToText(m_bilagId) + u',' + numberToText(m_konto) + u",'"_s +
-                  (m_erKredit ? u"Kreditnota "_s : u"Kundefaktura "_s) + celle(kFakNr) + u"',"_s;
+    QString verdier = numberToText(m_bilagId) + u',' + numberToText(m_konto) + u",'"_s +
+                      (m_erKredit ? u"Kreditnota "_s : u"Kundefaktura "_s) + celle(kFakNr) +
+                      u"',"_s;
     passOver([&] {
         const Currency brutto = gruppe.currency(u"Brutto");
-        sql += m_erKredit ? sqlBelop(brutto.abs()) + u",0,"_s : u"0,"_s + sqlBelop(brutto) + u',';
+        verdier +=
+            m_erKredit ? sqlBelop(brutto.abs()) + u",0,"_s : u"0,"_s + sqlBelop(brutto) + u',';
     });
-    sql += numberToText(kode) + u",'"_s + m_loyve + u"')"_s;
+    verdier += numberToText(kode) + u",'"_s + m_loyve + u'\'';
     passOver([&] { m_sum += gruppe.currency(u"Brutto"); });
-    utfor(sql);
+    skrivLinje(u"BilagID,Konto,Tekst,Debet,Kredit,MVAkode,Loyve"_s, verdier);
 }
 
 void Kjoring::skrivKundelinje()
 {
     passOver([&] { m_sum += m_avrunding; });
-    QString sql = u"INSERT INTO BilagLinjer (BilagID,Konto,Tekst,LevNr,Debet,Kredit,FaktDato,"
-                  u"FaktForfall,MVAkode,cFaktNr,Loyve) VALUES ("_s +
-                  numberToText(m_bilagId) + u",1500,"_s +
-                  (m_erKredit ? u"'Kreditnota "_s : u"'Kundefaktura "_s) + celle(kFakNr) + u"',"_s +
-                  celle(kKundeNr) + u',';
+    QString verdier = numberToText(m_bilagId) + u",1500,"_s +
+                      (m_erKredit ? u"'Kreditnota "_s : u"'Kundefaktura "_s) + celle(kFakNr) +
+                      u"',"_s + celle(kKundeNr) + u',';
     passOver([&] {
-        sql += m_erKredit ? u"0,"_s + sqlBelop(m_sum.abs()) + u',' : sqlBelop(m_sum) + u",0,"_s;
+        verdier += m_erKredit ? u"0,"_s + sqlBelop(m_sum.abs()) + u',' : sqlBelop(m_sum) + u",0,"_s;
     });
-    passOver([&] { sql += sqlDato(kFakDato) + u',' + sqlDato(kForfall); });
-    sql += u",0,'F"_s + celle(kFakNr) + u"','"_s + m_loyve + u"')"_s;
-    utfor(sql);
+    passOver([&] { verdier += sqlDato(kFakDato) + u',' + sqlDato(kForfall); });
+    verdier += u",0,'F"_s + celle(kFakNr) + u"','"_s + m_loyve + u'\'';
+    skrivLinje(
+        u"BilagID,Konto,Tekst,LevNr,Debet,Kredit,FaktDato,FaktForfall,MVAkode,cFaktNr,Loyve"_s,
+        verdier);
 }
 
 void Kjoring::skrivAvrunding()
@@ -257,27 +262,23 @@ void Kjoring::skrivAvrunding()
     if (m_avrunding.isZero())
         return;
     // The side follows the sign alone, for credit notes too.
-    QString sql = u"INSERT INTO BilagLinjer (BilagID,Konto,Tekst,Debet,Kredit,MVAkode) VALUES ("_s +
-                  numberToText(m_bilagId) + u",7395,'Øreavrunding',"_s;
+    QString verdier = numberToText(m_bilagId) + u",7395,'Øreavrunding',"_s;
     passOver([&] {
         const QString kroner = sqlBelop(m_avrunding.abs());
-        sql += m_avrunding.isNegative() ? kroner + u",0"_s : u"0,"_s + kroner;
+        verdier += m_avrunding.isNegative() ? kroner + u",0"_s : u"0,"_s + kroner;
     });
-    sql += u",0)"_s;
-    utfor(sql);
+    skrivLinje(u"BilagID,Konto,Tekst,Debet,Kredit,MVAkode"_s, verdier + u",0"_s);
 }
 
 void Kjoring::skrivArbeidsrad()
 {
-    QString sql = u"INSERT INTO tmpTbl (KlientNr,BilagNr,FakNr,KndNr,Type,FakDto,Forfall,Belop) "
-                  u"VALUES ("_s +
-                  klient() + u',' + m_bilagNr + u',' + celle(kFakNr) + u',' + celle(kKundeNr) +
-                  // By the sign, where the voucher's texts go by the mark.
-                  (m_sum.isNegative() ? u",'Kreditnota',"_s : u",'Faktura',"_s);
-    passOver([&] { sql += sqlDato(kFakDato) + u',' + sqlDato(kForfall); });
-    passOver([&] { sql += u',' + sqlBelop(m_sum); });
-    sql += u')';
-    utfor(sql);
+    QString verdier = klient() + u',' + m_bilagNr + u',' + celle(kFakNr) + u',' + celle(kKundeNr) +
+                      // By the sign, where the voucher's texts go by the mark.
+                      (m_sum.isNegative() ? u",'Kreditnota',"_s : u",'Faktura',"_s);
+    passOver([&] { verdier += sqlDato(kFakDato) + u',' + sqlDato(kForfall); });
+    passOver([&] { verdier += u',' + sqlBelop(m_sum); });
+    utfor(insertStatement(u"tmpTbl"_s, u"KlientNr,BilagNr,FakNr,KndNr,Type,FakDto,Forfall,Belop"_s,
+                          verdier));
 }
 
 void Kjoring::settBokfort()

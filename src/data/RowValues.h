@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+/// "INSERT INTO table (columns) VALUES (values)"; columns and literals are joined with "," already.
+[[nodiscard]] QString insertStatement(const QString &table, const QString &columns,
+                                      const QString &values);
+
+/// The values of one row for the statement that stores it, in the order in which they are added.
+class RowValues
+{
+public:
+    /// The literal goes into the statement as it stands.
+    RowValues &add(QStringView column, QStringView literal);
+    /// Between apostrophes. One in the text itself is not doubled, and makes the statement fail.
+    RowValues &addText(QStringView column, const QString &text);
+
+    [[nodiscard]] QString insertInto(const QString &table) const;
+    /// `where` is the condition, without the word WHERE.
+    [[nodiscard]] QString update(const QString &table, const QString &where) const;
+
+private:
+    QString m_columns;
+    QString m_literals;
+    QString m_assignments;
+};
