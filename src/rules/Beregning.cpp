@@ -3,6 +3,9 @@
 #include "rules/Kid.h"
 #include "runtime/Conversions.h"
 #include "runtime/Format.h"
+#include "state/SharedState.h"
+
+#include <QStringList>
 
 #include <cstdlib>
 
@@ -11,20 +14,20 @@ using namespace linjekolonne;
 
 namespace {
 
-constexpr QStringView kAmountFormat = u"# ##0.00";
+constexpr QStringView kBelopsformat = u"# ##0.00";
 
-const Currency kHundred = Currency::fromTenThousandths(100 * Currency::kScale);
+const Currency kHundre = Currency::fromTenThousandths(100 * Currency::kScale);
 
-enum { RoundToWhole = 1, CutToWhole = 2 }; // values of the setting "Avrunding"
+enum { kAvrundTilHele = 1, kKuttTilHele = 2 }; // values of the setting "Avrunding"
 
 } // namespace
 
-Currency CelleBelop(const OrdreCeller &celler, int col, int row)
+Currency CelleBelop(const OrdreCeller &celler, int kol, int rad)
 {
-    QString text = celler.text(col, row);
-    if (trimBlanks(text).isEmpty())
-        text = u"0"_s;
-    return toCurrency(text);
+    QString tekst = celler.text(kol, rad);
+    if (trimBlanks(tekst).isEmpty())
+        tekst = u"0"_s;
+    return toCurrency(tekst);
 }
 
 Currency NettoPris(Currency utPris, float mvaSats, int bruttoPris)
@@ -37,18 +40,23 @@ Currency NettoPris(Currency utPris, float mvaSats, int bruttoPris)
     return Currency::fromDouble(utPris.toDouble() / divisor * 100);
 }
 
-void LinjeSum(OrdreCeller &celler, int row)
+QString MvaSatser()
+{
+    return QStringList{gMva0, gMva10, gMva15, gMva25}.join(u'\t');
+}
+
+void LinjeSum(OrdreCeller &celler, int rad)
 {
     Currency pris;
     Currency mva;
     Currency antall;
-    passOver([&] { pris = CelleBelop(celler, kPris, row); });
-    passOver([&] { mva = CelleBelop(celler, kMvaPst, row); });
-    passOver([&] { antall = CelleBelop(celler, kAntall, row); });
-    passOver([&] { celler.setText(kSumNetto, row, Format(pris * antall, kAmountFormat)); });
+    passOver([&] { pris = CelleBelop(celler, kPris, rad); });
+    passOver([&] { mva = CelleBelop(celler, kMvaPst, rad); });
+    passOver([&] { antall = CelleBelop(celler, kAntall, rad); });
+    passOver([&] { celler.setText(kSumNetto, rad, Format(pris * antall, kBelopsformat)); });
     passOver([&] {
-        const double factor = (kHundred + mva).toDouble() / 100.0;
-        celler.setText(kSumBrutto, row, Format((pris * antall).toDouble() * factor, kAmountFormat));
+        const double faktor = (kHundre + mva).toDouble() / 100.0;
+        celler.setText(kSumBrutto, rad, Format((pris * antall).toDouble() * faktor, kBelopsformat));
     });
 }
 
@@ -60,8 +68,8 @@ void BeregnSummer(const OrdreCeller &celler, const Innstilling &innstilling, Ord
     double linjeMva = 0;
     int rader = 0;
     passOver([&] { rader = celler.antallRader(); });
-    for (int row = 1; row <= rader; ++row) {
-        const auto belop = [&](int col) { return CelleBelop(celler, col, row); };
+    for (int rad = 1; rad <= rader; ++rad) {
+        const auto belop = [&](int kol) { return CelleBelop(celler, kol, rad); };
         passOver([&] { linjeNetto = belop(kAntall) * belop(kPris); });
         passOver([&] { netto += linjeNetto; });
         passOver([&] {
@@ -74,21 +82,21 @@ void BeregnSummer(const OrdreCeller &celler, const Innstilling &innstilling, Ord
     qint16 avrunding = 0;
     passOver([&] { avrunding = toInteger(leadingNumber(innstilling(u"Avrunding"_s, u"0"_s))); });
     Currency rest;
-    if (avrunding == RoundToWhole)
+    if (avrunding == kAvrundTilHele)
         passOver([&] { rest = netto + mva - (netto + mva).roundToWhole(); });
-    else if (avrunding == CutToWhole)
+    else if (avrunding == kKuttTilHele)
         passOver([&] { rest = netto + mva - (netto + mva).cut(); });
     Currency brutto;
     passOver([&] { brutto = netto + mva - rest; });
 
-    const auto write = [&](SumFelt felt, Currency amount, QStringView format) {
-        passOver([&] { summer.setText(felt, Format(amount, format)); });
+    const auto skriv = [&](SumFelt felt, Currency belop, QStringView format) {
+        passOver([&] { summer.setText(felt, Format(belop, format)); });
     };
-    write(SumFelt::SumNetto, netto, kAmountFormat);
-    write(SumFelt::MvaKr, mva, kAmountFormat);
-    write(SumFelt::SumBrutto, brutto, kAmountFormat);
+    skriv(SumFelt::SumNetto, netto, kBelopsformat);
+    skriv(SumFelt::MvaKr, mva, kBelopsformat);
+    skriv(SumFelt::SumBrutto, brutto, kBelopsformat);
     passOver([&] {
-        summer.setText(SumFelt::Kontrollsiffer, Modulus10(Format(brutto * kHundred, u"0")).last(1));
+        summer.setText(SumFelt::Kontrollsiffer, Modulus10(Format(brutto * kHundre, u"0")).last(1));
     });
-    write(SumFelt::Avrunding, -rest, u"0.00");
+    skriv(SumFelt::Avrunding, -rest, u"0.00");
 }

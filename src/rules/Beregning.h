@@ -28,8 +28,8 @@ public:
     virtual ~OrdreCeller() = default;
 
     [[nodiscard]] virtual int antallRader() const = 0; ///< rows that hold data
-    [[nodiscard]] virtual QString text(int col, int row) const = 0;
-    virtual void setText(int col, int row, const QString &text) = 0;
+    [[nodiscard]] virtual QString text(int kol, int rad) const = 0;
+    virtual void setText(int kol, int rad, const QString &text) = 0;
 };
 
 /// The header fields that the calculation writes, in this order.
@@ -46,15 +46,18 @@ public:
 
 /// The cell's text as an amount by the machine's locale; blanks only count as 0. Not trapped:
 /// error 13 for text that is no number, 6 for one outside the range.
-[[nodiscard]] Currency CelleBelop(const OrdreCeller &celler, int col, int row);
+[[nodiscard]] Currency CelleBelop(const OrdreCeller &celler, int kol, int rad);
 
 /// The price without VAT of a product as its register row tells it. `bruttoPris` 1 and -1 say that
 /// `utPris` includes VAT of `mvaSats` percent. Not trapped: error 11 for a rate of -100, 6 for a
 /// price outside the range.
 [[nodiscard]] Currency NettoPris(Currency utPris, float mvaSats, int bruttoPris);
 
+/// The module's VAT rates, rising and parted by tabs, as the list of a cell.
+[[nodiscard]] QString MvaSatser();
+
 /// Writes the line's net and gross sum, after a cell of quantity, price or VAT percent was left.
-void LinjeSum(OrdreCeller &celler, int row);
+void LinjeSum(OrdreCeller &celler, int rad);
 
 /// Writes the order's sums: net, VAT, the amount to pay with its check digit, and the rounding. VAT
 /// is added up at four decimals a line. The setting "Avrunding" rounds the amount to pay: 1 to the

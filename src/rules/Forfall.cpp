@@ -7,22 +7,22 @@
 
 namespace {
 
-constexpr int kFirstYear = 100;
-constexpr int kLastYear = 9999;
+constexpr int kForsteAar = 100;
+constexpr int kSisteAar = 9999;
 // More days than there are from the first day to the last one.
-constexpr double kMostDays = 3'700'000;
+constexpr double kFlestDager = 3'700'000;
 
 } // namespace
 
 QString ForfallsDato(QDate fra, const QString &betBet)
 {
-    const double days = std::floor(toDouble(betBet));
+    const double dager = std::floor(toDouble(betBet));
     if (!fra.isValid())
         throw RunTimeError(errors::kTypeMismatch);
-    if (std::abs(days) > kMostDays)
+    if (std::abs(dager) > kFlestDager)
         throw RunTimeError(errors::kOverflow);
-    const QDate day = fra.addDays(qint64(days));
-    if (day.year() < kFirstYear || day.year() > kLastYear)
+    const QDate dag = fra.addDays(qint64(dager));
+    if (dag.year() < kForsteAar || dag.year() > kSisteAar)
         throw RunTimeError(errors::kOverflow);
-    return Format(day, u"dd.mm.yyyy");
+    return Format(dag, u"dd.mm.yyyy");
 }

@@ -3,7 +3,7 @@
 #include "shell/settings/clsRegSettings.h"
 #include "state/SharedState.h"
 
-QString LesInnstilling(const QString &key, const QString &standard)
+QString LesInnstilling(const QString &nokkel, const QString &standard)
 {
-    return gReg->GetSetting(QStringLiteral("Regningsdel"), key, standard);
+    return gReg->GetSetting(QStringLiteral("Regningsdel"), nokkel, standard);
 }

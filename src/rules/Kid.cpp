@@ -7,24 +7,25 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The sum of `term(digit)` over the digits of `text` from the last to the first, kept in 16 bits.
-template<class Term>
-int digitSum(const QString &text, Term term)
+/// The sum of `ledd(siffer)` over the digits of `tekst` from the last to the first, kept in 16
+/// bits.
+template<class Ledd>
+int tverrsum(const QString &tekst, Ledd ledd)
 {
     int sum = 0;
-    for (auto c = text.crbegin(); c != text.crend(); ++c) {
-        if (*c < u'0' || *c > u'9')
+    for (auto tegn = tekst.crbegin(); tegn != tekst.crend(); ++tegn) {
+        if (*tegn < u'0' || *tegn > u'9')
             continue;
-        sum += term(c->unicode() - u'0');
+        sum += ledd(tegn->unicode() - u'0');
         if (sum > std::numeric_limits<qint16>::max())
             throw RunTimeError(errors::kOverflow);
     }
     return sum;
 }
 
-double tall(const Innstilling &innstilling, const QString &key, const QString &standard)
+double tall(const Innstilling &innstilling, const QString &nokkel, const QString &standard)
 {
-    return leadingNumber(innstilling(key, standard));
+    return leadingNumber(innstilling(nokkel, standard));
 }
 
 QString medNuller(const QString &nummer, double lengde)
@@ -37,28 +38,28 @@ QString medNuller(const QString &nummer, double lengde)
 
 } // namespace
 
-QString Modulus10(const QString &text)
+QString Modulus10(const QString &tekst)
 {
-    int weight = 2;
-    const int sum = digitSum(text, [&](int digit) {
-        const int product = digit * weight;
-        weight = weight > 1 ? 1 : 2;
-        return product > 9 ? product - 10 + product / 10 : product;
+    int vekt = 2;
+    const int sum = tverrsum(tekst, [&](int siffer) {
+        const int produkt = siffer * vekt;
+        vekt = vekt > 1 ? 1 : 2;
+        return produkt > 9 ? produkt - 10 + produkt / 10 : produkt;
     });
     // 10 stays 10: the references that are stored and printed end so.
-    return text + QString::number(10 - sum % 10);
+    return tekst + QString::number(10 - sum % 10);
 }
 
-QString Modulus11(const QString &text)
+QString Modulus11(const QString &tekst)
 {
-    int weight = 2;
-    const int sum = digitSum(text, [&](int digit) {
-        const int product = digit * weight;
-        weight = weight == 7 ? 2 : weight + 1;
-        return product;
+    int vekt = 2;
+    const int sum = tverrsum(tekst, [&](int siffer) {
+        const int produkt = siffer * vekt;
+        vekt = vekt == 7 ? 2 : vekt + 1;
+        return produkt;
     });
-    const int check = (11 - sum % 11) % 11;
-    return check == 10 ? text + u'-' : text + QString::number(check);
+    const int kontroll = (11 - sum % 11) % 11;
+    return kontroll == 10 ? tekst + u'-' : tekst + QString::number(kontroll);
 }
 
 QString LagKID(const Innstilling &innstilling, const QString &ordreNr, const QString &kundeNr)

@@ -9,9 +9,9 @@ using namespace Qt::StringLiterals;
 
 QString SjekkKlient()
 {
-    constexpr qsizetype kTelephoneDigits = 8;
-    const QString required = u"\tMå rettes\r\n"_s;
-    const QString advised = u"\tBør rettes\r\n"_s;
+    constexpr qsizetype kTelefonsifre = 8;
+    const QString maaRettes = u"\tMå rettes\r\n"_s;
+    const QString borRettes = u"\tBør rettes\r\n"_s;
 
     Ref<ado::Recordset> rs;
     passOver([&] {
@@ -20,25 +20,24 @@ QString SjekkKlient()
                         true);
     });
     // Each of these is true as well where there is nothing to read.
-    const bool hasRow = enters([&] { return !rs->eof(); });
-    if (!hasRow)
+    if (!enters([&] { return !rs->eof(); }))
         return {};
-    const auto isNull = [&](QStringView column) { return rs->isNull(rs->fieldIndex(column)); };
-    const auto isBlank = [&](QStringView column) {
-        return enters([&] { return isNull(column) || trimBlanks(rs->text(column)).isEmpty(); });
+    const auto erNull = [&](QStringView felt) { return rs->isNull(rs->fieldIndex(felt)); };
+    const auto erBlank = [&](QStringView felt) {
+        return enters([&] { return erNull(felt) || trimBlanks(rs->text(felt)).isEmpty(); });
     };
 
-    QString faults;
+    QString feil;
     // Not trimmed, alone of the four: blanks count as a postal code.
-    if (enters([&] { return isNull(u"PostNr") || rs->text(u"PostNr").isEmpty(); }))
-        faults += u"PostNr mangler"_s + required;
-    if (isBlank(u"TlfArbeid"))
-        faults += u"Tlf. arbeid mangler"_s + advised;
-    else if (enters([&] { return trimBlanks(rs->text(u"TlfArbeid")).size() < kTelephoneDigits; }))
-        faults += u"Tlf. arbeid feil"_s + advised;
-    if (isBlank(u"OrganisasjonsNr"))
-        faults += u"Org.Nr mangler"_s + required;
-    if (isBlank(u"Giro1"))
-        faults += u"Bankkonto mangler"_s + required;
-    return faults;
+    if (enters([&] { return erNull(u"PostNr") || rs->text(u"PostNr").isEmpty(); }))
+        feil += u"PostNr mangler"_s + maaRettes;
+    if (erBlank(u"TlfArbeid"))
+        feil += u"Tlf. arbeid mangler"_s + borRettes;
+    else if (enters([&] { return trimBlanks(rs->text(u"TlfArbeid")).size() < kTelefonsifre; }))
+        feil += u"Tlf. arbeid feil"_s + borRettes;
+    if (erBlank(u"OrganisasjonsNr"))
+        feil += u"Org.Nr mangler"_s + maaRettes;
+    if (erBlank(u"Giro1"))
+        feil += u"Bankkonto mangler"_s + maaRettes;
+    return feil;
 }
