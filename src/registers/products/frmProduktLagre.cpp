@@ -1,11 +1,13 @@
 #include "registers/products/frmProdukt.h"
 
+#include "data/RowValues.h"
 #include "data/clsAdoUtils.h"
 #include "data/mFaktura.h"
 #include "platform/forms/MsgBox.h"
 #include "presentation/screens/VisMelding.h"
 #include "presentation/spread/mVASpread.h"
 #include "registers/products/ProduktKolonne.h"
+#include "rules/Beregning.h"
 #include "runtime/Conversions.h"
 #include "state/SharedState.h"
 #include "ui_frmProdukt.h"
@@ -14,18 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint16 kUpdate = 0;
-constexpr qint16 kInsert = 1;
-
-/// A column of a row that is to be written, its value as text, and the quote mark around that.
-struct Entry
-{
-    QString column;
-    QString quote;
-    QString value;
-
-    [[nodiscard]] QString quoted() const { return quote + value + quote; }
-};
+constexpr qint16 kOppdater = 0;
+constexpr qint16 kSettInn = 1;
 
 } // namespace
 
@@ -39,9 +31,9 @@ void frmProdukt::LagreProdukt()
         // A text that is no number leaves 0, which is the ID of no row.
         qint32 id = 0;
         passOver([&] { id = toLong(m_ui->txtFields_11->text()); });
-        passOver([&] { result = LagrePost(kUpdate, u"Produkt"_s, id); });
+        passOver([&] { result = LagrePost(kOppdater, u"Produkt"_s, id); });
     } else {
-        passOver([&] { result = LagrePost(kInsert, u"Produkt"_s, 0); });
+        passOver([&] { result = LagrePost(kSettInn, u"Produkt"_s, 0); });
     }
     if (result < 1) {
         const QString error = gDB->LastError();
@@ -58,40 +50,23 @@ void frmProdukt::LagreProdukt()
 
 qint32 frmProdukt::LagrePost(qint16 Modus, const QString &Tabell, qint32 ID) const
 {
-    const QString text = u"'"_s;
-    const QString number;
-    const Entry entries[] = {
-        {u"KlientNr"_s, number, numberToText(gKlient)},
-        {u"ProduktNr"_s, text, m_ui->txtFields_0->text()},
-        {u"ProduktNavn"_s, text, m_ui->txtFields_1->text()},
-        {u"ProduktGruppe"_s, text, m_ui->txtFields_2->text()},
-        {u"Enhet"_s, text, m_ui->txtFields_3->text()},
-        {u"InnPris"_s, number, TallTilSql(m_ui->txtFields_4->text(), u"#0.00")},
-        {u"UtPris"_s, number, TallTilSql(m_ui->txtFields_5->text(), u"#0.00")},
-        {u"MvaSats"_s, number, TallTilSql(m_ui->cmbMvaSats->currentText(), u"#0.0")},
-        {u"BruttoPris"_s, number, numberToText(m_ui->chkBruttoPris->isChecked() ? 1 : 0)},
-    };
+    RowValues rad;
+    rad.add(u"KlientNr", numberToText(gKlient));
+    rad.addText(u"ProduktNr", m_ui->txtFields_0->text());
+    rad.addText(u"ProduktNavn", m_ui->txtFields_1->text());
+    rad.addText(u"ProduktGruppe", m_ui->txtFields_2->text());
+    rad.addText(u"Enhet", m_ui->txtFields_3->text());
+    rad.add(u"InnPris", TallTilSql(m_ui->txtFields_4->text(), u"#0.00"));
+    rad.add(u"UtPris", TallTilSql(m_ui->txtFields_5->text(), u"#0.00"));
+    rad.add(u"MvaSats", TallTilSql(m_ui->cmbMvaSats->currentText(), u"#0.0"));
+    rad.add(u"BruttoPris", numberToText(m_ui->chkBruttoPris->isChecked() ? 1 : 0));
 
-    if (Modus != kInsert) {
-        QStringList assignments;
-        for (const Entry &entry : entries)
-            assignments += entry.column + u'=' + entry.quoted();
-        // By the ID alone, so the row becomes the active client's; no row at all is no failure.
-        const bool done = gDB->Execute(u"UPDATE "_s + Tabell + u" SET "_s + assignments.join(u',') +
-                                       u" WHERE ID="_s + QString::number(ID));
-        return done ? 1 : 0;
-    }
-
-    QStringList columns;
-    QStringList values;
-    for (const Entry &entry : entries) {
-        columns += entry.column;
-        values += entry.quoted();
-    }
-    const qint32 key = gDB->ExecuteID(u"INSERT INTO "_s + Tabell + u" ("_s + columns.join(u',') +
-                                      u") VALUES ("_s + values.join(u',') + u')');
+    // By the ID alone, so the row becomes the active client's; no row at all is no failure.
+    if (Modus != kSettInn)
+        return gDB->Execute(rad.update(Tabell, u"ID="_s + QString::number(ID))) ? 1 : 0;
+    const qint32 nokkel = gDB->ExecuteID(rad.insertInto(Tabell));
     // Asking empties it, so a failed insert leaves the caller nothing to show.
-    return gDB->LastError().isEmpty() ? key : 0;
+    return gDB->LastError().isEmpty() ? nokkel : 0;
 }
 
 // The list of a cell in the grid is for the eye alone: nothing of the grid reaches the database.
@@ -116,8 +91,8 @@ void frmProdukt::vaSpread1_LeaveCell(int col, int row, int newCol, int newRow)
                               {});
     }
     if (newCol == kolonne::MvaSats) {
-        const QString rates = QStringList{gMva0, gMva10, gMva15, gMva25}.join(u'\t');
-        SpreadSetCellType(grid, kolonne::MvaSats, row, int(CellKind::ComboBox), false, rates, {});
+        SpreadSetCellType(grid, kolonne::MvaSats, row, int(CellKind::ComboBox), false, MvaSatser(),
+                          {});
     }
     if (col == kolonne::Gruppe || col == kolonne::MvaSats)
         SpreadSetCellType(grid, kolonne::MvaSats, row, int(CellKind::Edit), false, {}, {});
