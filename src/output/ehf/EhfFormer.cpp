@@ -11,64 +11,64 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype kBlock = 64;
+constexpr qsizetype kBlokk = 64;
 
-bool isEscaped(QChar c)
+bool skalOmskrives(QChar c)
 {
     return c > u'z';
 }
 
-/// Narrows `block` to `out` and tells whether a character of it needs an escape instead. Without a
+/// Narrows `blokk` to `ut` and tells whether a character of it needs an escape instead. Without a
 /// branch, and in a sum as wide as a character, so that the compiler vectorises it.
-bool narrow(QStringView block, char *out)
+bool smalne(QStringView blokk, char *ut)
 {
-    const char16_t *in = block.utf16();
-    quint16 escapes = 0;
-    for (qsizetype i = 0; i < block.size(); ++i) {
-        escapes = static_cast<quint16>(escapes + (isEscaped(in[i]) ? 1 : 0));
-        out[i] = static_cast<char>(in[i]);
+    const char16_t *inn = blokk.utf16();
+    quint16 omskrevne = 0;
+    for (qsizetype i = 0; i < blokk.size(); ++i) {
+        omskrevne = static_cast<quint16>(omskrevne + (skalOmskrives(inn[i]) ? 1 : 0));
+        ut[i] = static_cast<char>(inn[i]);
     }
-    return escapes != 0;
+    return omskrevne != 0;
 }
 
-char *writeEscape(char *out, QChar c)
+char *skrivOmskriving(char *ut, QChar c)
 {
-    static constexpr char kHex[] = "0123456789ABCDEF";
-    const auto code = static_cast<unsigned char>(codepage::fromUnicode(c));
-    for (const char piece : {'&', '#', 'x', '0', '0', kHex[code >> 4], kHex[code & 15], ';'})
-        *out++ = piece;
-    return out;
+    static constexpr char kHeks[] = "0123456789ABCDEF";
+    const auto kode = static_cast<unsigned char>(codepage::fromUnicode(c));
+    for (const char tegn : {'&', '#', 'x', '0', '0', kHeks[kode >> 4], kHeks[kode & 15], ';'})
+        *ut++ = tegn;
+    return ut;
 }
 
 } // namespace
 
-QByteArray EhfTegn(QStringView text)
+QByteArray EhfTegn(QStringView tekst)
 {
     // There is always room for what is left unescaped; a block with escapes makes more.
-    constexpr qsizetype kEscapeLength = 8;
-    QByteArray result(text.size(), Qt::Uninitialized);
-    qsizetype written = 0;
-    while (!text.isEmpty()) {
-        const QStringView block = text.first(std::min(kBlock, text.size()));
-        text = text.sliced(block.size());
-        if (!narrow(block, result.data() + written)) { // nearly every one: tags and digits
-            written += block.size();
+    constexpr qsizetype kOmskrivingslengde = 8;
+    QByteArray resultat(tekst.size(), Qt::Uninitialized);
+    qsizetype skrevet = 0;
+    while (!tekst.isEmpty()) {
+        const QStringView blokk = tekst.first(std::min(kBlokk, tekst.size()));
+        tekst = tekst.sliced(blokk.size());
+        if (!smalne(blokk, resultat.data() + skrevet)) { // nearly every one: tags and digits
+            skrevet += blokk.size();
             continue;
         }
-        const qsizetype room = written + block.size() * kEscapeLength + text.size();
-        if (room > result.size())
-            result.resize(std::max(room, result.size() + result.size() / 8));
-        char *out = result.data() + written;
-        for (const QChar c : block) {
-            if (isEscaped(c))
-                out = writeEscape(out, c);
+        const qsizetype plass = skrevet + blokk.size() * kOmskrivingslengde + tekst.size();
+        if (plass > resultat.size())
+            resultat.resize(std::max(plass, resultat.size() + resultat.size() / 8));
+        char *ut = resultat.data() + skrevet;
+        for (const QChar c : blokk) {
+            if (skalOmskrives(c))
+                ut = skrivOmskriving(ut, c);
             else
-                *out++ = static_cast<char>(c.unicode());
+                *ut++ = static_cast<char>(c.unicode());
         }
-        written = out - result.data();
+        skrevet = ut - resultat.data();
     }
-    result.truncate(written);
-    return result;
+    resultat.truncate(skrevet);
+    return resultat;
 }
 
 QString EhfBelop(Currency belop)

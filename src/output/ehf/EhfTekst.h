@@ -11,33 +11,34 @@
 class EhfTekst
 {
 public:
-    /// Makes room for `usualLength` characters; more is made as it is needed.
-    explicit EhfTekst(qsizetype usualLength)
-        : m_text(usualLength, Qt::Uninitialized), m_data(m_text.data())
+    /// Makes room for `vanligLengde` characters; more is made as it is needed.
+    explicit EhfTekst(qsizetype vanligLengde)
+        : m_tekst(vanligLengde, Qt::Uninitialized), m_tegn(m_tekst.data())
     {
     }
 
-    void legg(QStringView bit) { std::copy(bit.begin(), bit.end(), room(bit.size())); }
-    template<std::size_t Size>
-    void legg(const char16_t (&bit)[Size])
+    void legg(QStringView bit) { std::copy(bit.begin(), bit.end(), plassTil(bit.size())); }
+    template<std::size_t Lengde>
+    void legg(const char16_t (&bit)[Lengde])
     {
-        std::copy_n(bit, Size - 1, room(Size - 1));
+        std::copy_n(bit, Lengde - 1, plassTil(Lengde - 1));
     }
 
     /// One row: `verdi` between the tags `merke` + `attributter` and its closing one.
-    template<std::size_t Size>
-    void leggVerdi(const char16_t (&merke)[Size], QStringView verdi, QStringView attributter = {})
+    template<std::size_t Lengde>
+    void leggVerdi(const char16_t (&merke)[Lengde], QStringView verdi, QStringView attributter = {})
     {
-        constexpr qsizetype kMarks = 6; // "<", ">", "</", ">" and the line feed
-        QChar *ut = room(2 * qsizetype{Size - 1} + attributter.size() + verdi.size() + kMarks);
+        constexpr qsizetype kSkilletegn = 6; // "<", ">", "</", ">" and the line feed
+        QChar *ut =
+            plassTil(2 * qsizetype{Lengde - 1} + attributter.size() + verdi.size() + kSkilletegn);
         *ut++ = u'<';
-        ut = std::copy_n(merke, Size - 1, ut);
+        ut = std::copy_n(merke, Lengde - 1, ut);
         ut = std::copy(attributter.begin(), attributter.end(), ut);
         *ut++ = u'>';
         ut = std::copy(verdi.begin(), verdi.end(), ut);
         *ut++ = u'<';
         *ut++ = u'/';
-        ut = std::copy_n(merke, Size - 1, ut);
+        ut = std::copy_n(merke, Lengde - 1, ut);
         *ut++ = u'>';
         *ut = u'\n';
     }
@@ -45,24 +46,24 @@ public:
     /// The whole text; nothing is to be added afterwards.
     [[nodiscard]] QString tekst() &&
     {
-        m_text.truncate(m_size);
-        return std::move(m_text);
+        m_tekst.truncate(m_lengde);
+        return std::move(m_tekst);
     }
 
 private:
-    /// The place of `length` further characters.
-    QChar *room(qsizetype length)
+    /// The place of `lengde` further characters.
+    QChar *plassTil(qsizetype lengde)
     {
-        if (length > m_text.size() - m_size) {
-            m_text.resize(std::max(2 * m_text.size(), m_size + length));
-            m_data = m_text.data();
+        if (lengde > m_tekst.size() - m_lengde) {
+            m_tekst.resize(std::max(2 * m_tekst.size(), m_lengde + lengde));
+            m_tegn = m_tekst.data();
         }
-        QChar *place = m_data + m_size;
-        m_size += length;
-        return place;
+        QChar *plass = m_tegn + m_lengde;
+        m_lengde += lengde;
+        return plass;
     }
 
-    QString m_text;
-    QChar *m_data;
-    qsizetype m_size = 0;
+    QString m_tekst;
+    QChar *m_tegn;
+    qsizetype m_lengde = 0;
 };

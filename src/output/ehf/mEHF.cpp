@@ -16,17 +16,17 @@ namespace {
 constexpr int kKreditnota = 1;
 
 // What a piece of usual size takes, in characters.
-constexpr qsizetype kUsualHeadLength = 1024;
-constexpr qsizetype kUsualBodyLength = 4096;
-constexpr qsizetype kUsualLineLength = 1024;
+constexpr qsizetype kVanligHodelengde = 1024;
+constexpr qsizetype kVanligDokumentlengde = 4096;
+constexpr qsizetype kVanligLinjelengde = 1024;
 
 constexpr QStringView kLand = u"<cac:Country>\n"
                               u"<cbc:IdentificationCode>NO</cbc:IdentificationCode>\n"
                               u"</cac:Country>\n";
 
 /// One row of an amount.
-template<std::size_t Size>
-void leggBelop(EhfTekst &ut, const char16_t (&merke)[Size], Currency belop)
+template<std::size_t Lengde>
+void leggBelop(EhfTekst &ut, const char16_t (&merke)[Lengde], Currency belop)
 {
     ut.leggVerdi(merke, EhfBelop(belop), u" currencyID=\"NOK\"");
 }
@@ -166,6 +166,16 @@ void leggAdresse(EhfTekst &ut, const Adresse &adresse)
     ut.legg(kLand);
 }
 
+void leggNavnOgAdresse(EhfTekst &ut, const QString &navn, const Adresse &adresse)
+{
+    ut.legg(u"<cac:PartyName>\n");
+    ut.leggVerdi(u"cbc:Name", navn);
+    ut.legg(u"</cac:PartyName>\n"
+            u"<cac:PostalAddress>\n");
+    leggAdresse(ut, adresse);
+    ut.legg(u"</cac:PostalAddress>\n");
+}
+
 /// A credit note refers to itself: an order keeps no link to the invoice that it reverses.
 void leggIdentifikasjon(EhfTekst &ut, bool kreditnota, const QString &nummer,
                         const Ordrehode &ordre)
@@ -185,13 +195,8 @@ void leggIdentifikasjon(EhfTekst &ut, bool kreditnota, const QString &nummer,
 void leggSelger(EhfTekst &ut, bool kreditnota, const Selger &selger, const Ordrehode &ordre)
 {
     ut.legg(u"<cac:AccountingSupplierParty>\n"
-            u"<cac:Party>\n"
-            u"<cac:PartyName>\n");
-    ut.leggVerdi(u"cbc:Name", selger.navn);
-    ut.legg(u"</cac:PartyName>\n"
-            u"<cac:PostalAddress>\n");
-    leggAdresse(ut, selger.adresse);
-    ut.legg(u"</cac:PostalAddress>\n");
+            u"<cac:Party>\n");
+    leggNavnOgAdresse(ut, selger.navn, selger.adresse);
     if (!kreditnota) {
         ut.legg(u"<cac:PartyTaxScheme>\n"
                 u"<cbc:CompanyID>NO");
@@ -218,13 +223,8 @@ void leggKunde(EhfTekst &ut, bool kreditnota, const Selger &selger, const Ordreh
             u"<cac:Party>\n"
             u"<cac:PartyIdentification>\n");
     ut.leggVerdi(u"cbc:ID", ordre.kundeNr);
-    ut.legg(u"</cac:PartyIdentification>\n"
-            u"<cac:PartyName>\n");
-    ut.leggVerdi(u"cbc:Name", ordre.kundeNavn);
-    ut.legg(u"</cac:PartyName>\n"
-            u"<cac:PostalAddress>\n");
-    leggAdresse(ut, ordre.fakturaAdresse);
-    ut.legg(u"</cac:PostalAddress>\n");
+    ut.legg(u"</cac:PartyIdentification>\n");
+    leggNavnOgAdresse(ut, ordre.kundeNavn, ordre.fakturaAdresse);
     if (kreditnota) {
         // The customer's own organisation number is not stored, so the supplier's stands here. The
         // closing tag has a blank and no line feed.
@@ -395,7 +395,7 @@ void leggLinje(EhfTekst &ut, bool kreditnota, const Ordrelinje &linje)
 QString EhfHode(int kreditnota, const QString &stilark)
 {
     const bool erKreditnota = kreditnota == kKreditnota;
-    EhfTekst ut(kUsualHeadLength);
+    EhfTekst ut(kVanligHodelengde);
     ut.legg(u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
             u"<?xml-stylesheet type='text/xsl' href='");
     ut.legg(stilark);
@@ -431,7 +431,7 @@ QString EhfDokument(int kreditnota, const QString &ordreNr)
     const Selger selger = lesSelger();
     const Ordrehode ordre = lesOrdre(ordreNr);
 
-    EhfTekst ut(kUsualBodyLength);
+    EhfTekst ut(kVanligDokumentlengde);
     leggIdentifikasjon(ut, erKreditnota, ordreNr, ordre);
     leggSelger(ut, erKreditnota, selger, ordre);
     leggKunde(ut, erKreditnota, selger, ordre);
@@ -457,7 +457,7 @@ QString EhfLinjer(int kreditnota, const QString &ordreNr)
     if (gDB->EmptyRS(rs))
         return {};
 
-    EhfTekst ut(rs->recordCount() * kUsualLineLength);
+    EhfTekst ut(rs->recordCount() * kVanligLinjelengde);
     for (; !rs->eof(); rs->moveNext())
         leggLinje(ut, kreditnota == kKreditnota, lesLinje(*rs));
     rs->close();

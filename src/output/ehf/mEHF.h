@@ -31,7 +31,7 @@
 
 /// The text in 7-bit characters: each one above "z" becomes "&#x00" + its code in the system's
 /// 8-bit code page as two upper-case hexadecimal digits + ";". All others pass unchanged.
-[[nodiscard]] QByteArray EhfTegn(QStringView text);
+[[nodiscard]] QByteArray EhfTegn(QStringView tekst);
 
 /// Absolute value with two decimals and a point, rounded half away from zero: "1250.00".
 /// Error 6 for the lowest amount, which has no absolute value.

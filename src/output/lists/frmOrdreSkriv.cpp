@@ -52,7 +52,8 @@ frmOrdreSkriv::frmOrdreSkriv()
     setCancelButton(m_ui->CancelButton);
     setCommandKey(Qt::CTRL | Qt::Key_P, m_ui->OKButton);
 
-    onEvent(m_ui->optType_1, &QRadioButton::toggled, this, [this](bool on) { optType_Click(on); });
+    onEvent(m_ui->optType_1, &QRadioButton::toggled, this,
+            [this](bool paa) { optType_Click(paa); });
     onEvent(m_ui->dtpFraDato, &DTPicker::dateChosen, this, [this] { dtpFraDato_Change(); });
     onEvent(m_ui->dtpTilDato, &DTPicker::dateChosen, this, [this] { dtpTilDato_Change(); });
     onEvent(m_ui->cmbKunde, &QComboBox::activated, this,

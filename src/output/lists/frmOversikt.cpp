@@ -115,7 +115,7 @@ frmOversikt::frmOversikt()
     grid.setFocus();
 
     onEvent(&grid, &fpSpread::DblClick, this,
-            [this](int col, int row) { fpSpread1_DblClick(col, row); });
+            [this](int kol, int rad) { fpSpread1_DblClick(kol, rad); });
     onEvent(m_ui->btnPrint, &QPushButton::clicked, this,
             [] { SharedForm<frmOrdreSkriv>::get().show(); });
     onEvent(m_ui->btnRefresh, &QPushButton::clicked, this, [this] { LesOversikt(); });
@@ -154,20 +154,20 @@ void frmOversikt::LesOversikt()
     m_sortering.glem();
 }
 
-void frmOversikt::fpSpread1_DblClick(int col, int row)
+void frmOversikt::fpSpread1_DblClick(int kol, int rad)
 {
-    if (row == 0)
-        m_sortering.sorter(*m_ui->fpSpread1, qint16(col));
+    if (rad == 0)
+        m_sortering.sorter(*m_ui->fpSpread1, qint16(kol));
     else
-        visOrdre(row);
+        visOrdre(rad);
 }
 
-void frmOversikt::visOrdre(int row)
+void frmOversikt::visOrdre(int rad)
 {
     auto &ordre = SharedForm<frmOrdre>::get();
     ordre.load();
     // A row without an order opens the screen as the menu does: 0 is not taken.
-    ordre.setInnID(toLong(leadingNumber(SpreadGetText(*m_ui->fpSpread1, kOrdreId, row))));
+    ordre.setInnID(toLong(leadingNumber(SpreadGetText(*m_ui->fpSpread1, kOrdreId, rad))));
     ordre.show();
 }
 

@@ -26,8 +26,8 @@ protected:
 
 private:
     void LesOversikt();
-    void fpSpread1_DblClick(int col, int row);
-    void visOrdre(int row);
+    void fpSpread1_DblClick(int kol, int rad);
+    void visOrdre(int rad);
 
     std::unique_ptr<Ui::frmOversikt> m_ui;
     ListeSortering m_sortering;

@@ -10,17 +10,17 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// The stored text without the store's closing zero character.
-QString tekstinnstilling(const QString &key, const QString &standard)
+QString tekstinnstilling(const QString &nokkel, const QString &standard)
 {
-    return LesInnstilling(key, standard).remove(QChar(u'\0'));
+    return LesInnstilling(nokkel, standard).remove(QChar(u'\0'));
 }
 
 } // namespace
 
-QString rapportMappe(const QString &componentFolder)
+QString rapportMappe(const QString &komponentmappe)
 {
-    const QString foran = paths::applicationFolder(componentFolder);
-    return foran == componentFolder ? componentFolder + u'\\' : foran + u"\\rpt\\Faktura\\"_s;
+    const QString foran = paths::applicationFolder(komponentmappe);
+    return foran == komponentmappe ? komponentmappe + u'\\' : foran + u"\\rpt\\Faktura\\"_s;
 }
 
 QString fakturablankett()

@@ -4,10 +4,10 @@
 
 /// What SkrivRapport, or the report floor itself, is told to print one order of the active client.
 
-/// The report folder of a component that lies in `componentFolder`, both in the module's form; with
+/// The report folder of a component that lies in `komponentmappe`, both in the module's form; with
 /// a trailing backslash. Beside the first "\bin", searched case-sensitively and not by whole path
 /// elements: "C:\Prog\bin\x" gives "C:\Prog\rpt\Faktura\". Without one, the component's own folder.
-[[nodiscard]] QString rapportMappe(const QString &componentFolder);
+[[nodiscard]] QString rapportMappe(const QString &komponentmappe);
 
 /// The report file of the invoice form that is chosen in the settings.
 [[nodiscard]] QString fakturablankett();

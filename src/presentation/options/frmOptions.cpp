@@ -22,71 +22,71 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize kMiniature{127, 180}; // a sheet of A4
+constexpr QSize kMiniatyr{127, 180}; // a sheet of A4
 constexpr QSize kLogo{237, 76};
-constexpr int kNoSuchMember = 340; // of a control array
-constexpr int kBesideDigit = 7;    // pixels that a text box takes for its rim
+constexpr int kIngenSlik = 340; // of a control array
+constexpr int kVedSiffer = 7;   // pixels that a text box takes for its rim
 
 // Twips.
-constexpr int kPageLeft = 210;
-constexpr int kPageAway = -20000;
-constexpr int kStripLeft = 120;
-constexpr int kStripTop = 120;
-constexpr int kFootHeight = 600;
-constexpr int kPageMargin = 120;
+constexpr int kArkVenstre = 210;
+constexpr int kArkBorte = -20000;
+constexpr int kFanerVenstre = 120;
+constexpr int kFanerTopp = 120;
+constexpr int kBunnhoyde = 600;
+constexpr int kArkmarg = 120;
 
 /// The setting without the zero character that closes it.
-QString tekst(const QString &key, const QString &standard)
+QString tekst(const QString &nokkel, const QString &standard)
 {
-    const QString stored = LesInnstilling(key, standard);
-    return stored.left(stored.indexOf(QChar(u'\0')));
+    const QString lagret = LesInnstilling(nokkel, standard);
+    return lagret.left(lagret.indexOf(QChar(u'\0')));
 }
 
-double tall(const QString &key, const QString &standard)
+double tall(const QString &nokkel, const QString &standard)
 {
-    return leadingNumber(LesInnstilling(key, standard));
+    return leadingNumber(LesInnstilling(nokkel, standard));
 }
 
-void lagre(const QString &key, const QString &setting)
+void lagre(const QString &nokkel, const QString &innstilling)
 {
-    passOver([&] { gReg->SaveSetting(u"Regningsdel"_s, key, setting); });
+    passOver([&] { gReg->SaveSetting(u"Regningsdel"_s, nokkel, innstilling); });
 }
 
 /// A text box that cannot be used has the ground of a button's face.
-void setInUse(QLineEdit &box, bool on)
+void settIBruk(QLineEdit &boks, bool paa)
 {
-    box.setEnabled(on);
-    QPalette colours;
-    if (!on)
-        colours.setColor(QPalette::Base, box.palette().color(QPalette::Button));
-    box.setPalette(colours);
+    boks.setEnabled(paa);
+    QPalette farger;
+    if (!paa)
+        farger.setColor(QPalette::Base, boks.palette().color(QPalette::Button));
+    boks.setPalette(farger);
 }
 
 template<size_t N>
-void choose(const std::array<QRadioButton *, N> &options, int index)
+void velg(const std::array<QRadioButton *, N> &knapper, int indeks)
 {
-    if (index < 0 || index >= int(N))
-        throw RunTimeError(kNoSuchMember, u"Finner ikke elementet i kontrollmatrisen"_s);
-    options[size_t(index)]->setChecked(true);
+    if (indeks < 0 || indeks >= int(N))
+        throw RunTimeError(kIngenSlik, u"Finner ikke elementet i kontrollmatrisen"_s);
+    knapper[size_t(indeks)]->setChecked(true);
 }
 
 template<size_t N>
-QString chosen(const std::array<QRadioButton *, N> &options)
+QString valgt(const std::array<QRadioButton *, N> &knapper)
 {
-    const auto option = std::ranges::find_if(options, &QRadioButton::isChecked);
-    return QString::number(option == options.end() ? 0 : option - options.begin());
+    const auto knapp = std::ranges::find_if(knapper, &QRadioButton::isChecked);
+    return QString::number(knapp == knapper.end() ? 0 : knapp - knapper.begin());
 }
 
-QString truth(const QCheckBox &box)
+QString sannhet(const QCheckBox &boks)
 {
-    return QString::number(int(box.isChecked()));
+    return QString::number(int(boks.isChecked()));
 }
 
 } // namespace
 
 frmOptions::frmOptions()
     : Skjermbilde({.navn = u"frmOptions"_s, .hjelp = u"html\\intro1.htm"_s}),
-      m_ui(std::make_unique<Ui::frmOptions>()), m_ilBlankett(kMiniature)
+      m_ui(std::make_unique<Ui::frmOptions>()), m_ilBlankett(kMiniatyr)
 {
     m_ui->setupUi(this);
     m_picOptions = {m_ui->picOptions_0, m_ui->picOptions_1, m_ui->picOptions_2};
@@ -95,43 +95,43 @@ frmOptions::frmOptions()
 
     for (size_t i = 0; i < m_optLogo.size(); ++i)
         m_ilBlankett.add({}, u":/faktura/blankett-%1.png"_s.arg(i));
-    m_ui->imgBlankett->setFixedSize(kMiniature);
+    m_ui->imgBlankett->setFixedSize(kMiniatyr);
     m_ui->imgBlankett->setPicture(m_ilBlankett.icon(1));
 
-    QImage blank(kLogo, QImage::Format_RGB32);
-    blank.fill(Qt::white);
-    m_ui->imgTomLogo->setPicture(blank);
+    QImage tom(kLogo, QImage::Format_RGB32);
+    tom.fill(Qt::white);
+    m_ui->imgTomLogo->setPicture(tom);
     m_ui->imgTomLogo->hide();
-    m_ui->picLogo->setPicture(blank);
-    const int frame = 2 * m_ui->picLogo->frameWidth();
-    m_ui->picLogo->setFixedSize(kLogo + QSize(frame, frame));
+    m_ui->picLogo->setPicture(tom);
+    const int ramme = 2 * m_ui->picLogo->frameWidth();
+    m_ui->picLogo->setFixedSize(kLogo + QSize(ramme, ramme));
 
-    for (QLineEdit *box : {m_ui->Text1, m_ui->Text2, m_ui->Text3}) {
+    for (QLineEdit *boks : {m_ui->Text1, m_ui->Text2, m_ui->Text3}) {
         // Of large letters, too, one digit is to be seen.
-        box->setFixedWidth(BreddeFor(*box, u"8", kBesideDigit));
+        boks->setFixedWidth(BreddeFor(*boks, u"8", kVedSiffer));
     }
-    m_ark = {m_ui->tbsOptions, {m_picOptions.begin(), m_picOptions.end()}, kPageLeft, kPageMargin};
-    for (QFrame *page : m_picOptions)
-        page->move(twipsToPixels(page == m_ui->picOptions_1 ? kPageAway : kPageLeft), 0);
-    setSmallestSize();
+    m_ark = {m_ui->tbsOptions, {m_picOptions.begin(), m_picOptions.end()}, kArkVenstre, kArkmarg};
+    for (QFrame *ark : m_picOptions)
+        ark->move(twipsToPixels(ark == m_ui->picOptions_1 ? kArkBorte : kArkVenstre), 0);
+    settMinsteStorrelse();
     m_ui->imgBlankett->hide();
     m_ark.hentFram(1);
 
     setDefaultButton(m_ui->cmdOK);
     setCancelButton(m_ui->cmdCancel);
     setCommandKey(Qt::CTRL | Qt::Key_S, m_ui->cmdApply);
-    connectControls();
+    kobleKontroller();
 }
 
 frmOptions::~frmOptions() = default;
 
-void frmOptions::connectControls()
+void frmOptions::kobleKontroller()
 {
     onEvent(m_ui->tbsOptions, &TabStrip::clicked, this, [this] { tbsOptions_Click(); });
     onEvent(m_ui->Check1, &QCheckBox::toggled, this, [this] { Check1_Click(); });
     for (size_t i = 0; i < m_optLogo.size(); ++i) {
-        onEvent(m_optLogo[i], &QRadioButton::toggled, this, [this, i](bool on) {
-            if (on)
+        onEvent(m_optLogo[i], &QRadioButton::toggled, this, [this, i](bool paa) {
+            if (paa)
                 optLogo_Click(qint16(i));
         });
     }
@@ -156,46 +156,45 @@ void frmOptions::onLoad()
     const QString vilkar = klientVilkar();
     visForsteFakturanr(vilkar);
     visFakturatekster(vilkar);
-    passOver([this] { choose(m_optAvrunding, toInteger(tall(u"Avrunding"_s, u"0"_s))); });
+    passOver([this] { velg(m_optAvrunding, toInteger(tall(u"Avrunding"_s, u"0"_s))); });
     if (enters([] { return tall(u"PrintVis"_s, u"0"_s) == 1; }))
         m_ui->chkPrintVis->setChecked(true);
 }
 
-void frmOptions::setSmallestSize()
+void frmOptions::settMinsteStorrelse()
 {
     // Wide enough for the longest caption on one line.
-    QSize room(m_ui->rammeKID->sizeHint().width(), 0);
-    for (const QFrame *page : m_picOptions)
-        room.setWidth(std::max(room.width(), page->layout()->minimumSize().width()));
-    for (const QFrame *page : m_picOptions) {
-        const QLayout &layout = *page->layout();
-        room.setHeight(std::max({room.height(), layout.minimumSize().height(),
-                                 layout.minimumHeightForWidth(room.width())}));
+    QSize rom(m_ui->rammeKID->sizeHint().width(), 0);
+    for (const QFrame *ark : m_picOptions)
+        rom.setWidth(std::max(rom.width(), ark->layout()->minimumSize().width()));
+    for (const QFrame *ark : m_picOptions) {
+        const QLayout &oppsett = *ark->layout();
+        rom.setHeight(std::max({rom.height(), oppsett.minimumSize().height(),
+                                oppsett.minimumHeightForWidth(rom.width())}));
     }
     frmOptions::onResize(); // by its full name, since the form is still being made
-    const QSize smallest = room + size() - m_ui->picOptions_0->size();
-    setMinimumTwips(pixelsToTwips(smallest.width()), pixelsToTwips(smallest.height()));
-    resize(smallest);
+    const QSize minst = rom + size() - m_ui->picOptions_0->size();
+    setMinimumTwips(pixelsToTwips(minst.width()), pixelsToTwips(minst.height()));
+    resize(minst);
 }
 
 void frmOptions::onResize()
 {
-    TabStrip &strip = *m_ui->tbsOptions;
-    const int left = twipsToPixels(kStripLeft);
-    const int top = twipsToPixels(kStripTop);
+    TabStrip &faner = *m_ui->tbsOptions;
+    const int venstre = twipsToPixels(kFanerVenstre);
+    const int topp = twipsToPixels(kFanerTopp);
     // Higher than designed where large letters need it.
-    const int foot = std::max(twipsToPixels(kFootHeight), m_ui->bunn->sizeHint().height());
-    const QSize page = pageSize();
-    strip.setGeometry(left, top, page.width() - 2 * left, page.height() - top - foot);
-    m_ui->bunn->setGeometry(0, page.height() - foot, page.width(), foot);
-
-    m_ark.tilpass(page.width());
+    const int bunn = std::max(twipsToPixels(kBunnhoyde), m_ui->bunn->sizeHint().height());
+    const QSize flate = pageSize();
+    faner.setGeometry(venstre, topp, flate.width() - 2 * venstre, flate.height() - topp - bunn);
+    m_ui->bunn->setGeometry(0, flate.height() - bunn, flate.width(), bunn);
+    m_ark.tilpass(flate.width());
 }
 
-bool frmOptions::onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift)
+bool frmOptions::onKeyDown(Qt::Key tast, Qt::KeyboardModifiers skift)
 {
-    if (key != Qt::Key_Tab || shift != Qt::ControlModifier)
-        return Skjermbilde::onKeyDown(key, shift);
+    if (tast != Qt::Key_Tab || skift != Qt::ControlModifier)
+        return Skjermbilde::onKeyDown(tast, skift);
     m_ui->tbsOptions->clickNext();
     return true;
 }
@@ -224,16 +223,16 @@ void frmOptions::visKID()
 
 void frmOptions::visBlankett()
 {
-    const QString stored = LesInnstilling(u"Fakturablankett"_s, u"0"_s);
-    passOver([&] { choose(m_optLogo, toInteger(leadingNumber(stored))); });
+    const QString lagret = LesInnstilling(u"Fakturablankett"_s, u"0"_s);
+    passOver([&] { velg(m_optLogo, toInteger(leadingNumber(lagret))); });
     m_ui->imgBlankett->show();
-    passOver([&] { optLogo_Click(toInteger(leadingNumber(stored))); });
+    passOver([&] { optLogo_Click(toInteger(leadingNumber(lagret))); });
 }
 
 void frmOptions::visForsteFakturanr(const QString &vilkar)
 {
     const bool fri = !enters([&] { return gDB->GetCount(u"Ordre"_s, vilkar) > 0; });
-    setInUse(*m_ui->txtFirstFak, fri);
+    settIBruk(*m_ui->txtFirstFak, fri);
     m_ui->Frame4->setEnabled(fri);
     // The stored number is not shown while no order has been made from it, and a save puts the 1
     // that shows in its place.
@@ -246,10 +245,10 @@ void frmOptions::visForsteFakturanr(const QString &vilkar)
 
 void frmOptions::visFakturatekster(const QString &vilkar)
 {
-    const auto lest = [&](const QString &field) {
-        QString text;
-        passOver([&] { text = HentFelt(field, u"Klient"_s, vilkar).toText(); });
-        return text;
+    const auto lest = [&](const QString &felt) {
+        QString verdi;
+        passOver([&] { verdi = HentFelt(felt, u"Klient"_s, vilkar).toText(); });
+        return verdi;
     };
     double bruk = 0;
     passOver([&] { bruk = leadingNumber(lest(u"FakTekstBruk"_s)); });
@@ -268,17 +267,17 @@ void frmOptions::visFakturatekster(const QString &vilkar)
 void frmOptions::cmdApply_Click()
 {
     lagreKID();
-    lagre(u"Fakturablankett"_s, chosen(m_optLogo));
+    lagre(u"Fakturablankett"_s, valgt(m_optLogo));
     // Touched or not, so that a client without a logo has a blank picture.
     passOver([this] { SkrivLogo(*m_ui->picLogo); });
     lagreKlient();
-    lagre(u"Avrunding"_s, chosen(m_optAvrunding));
-    lagre(u"PrintVis"_s, truth(*m_ui->chkPrintVis));
+    lagre(u"Avrunding"_s, valgt(m_optAvrunding));
+    lagre(u"PrintVis"_s, sannhet(*m_ui->chkPrintVis));
 }
 
 void frmOptions::lagreKID()
 {
-    lagre(u"KIDaktivert"_s, truth(*m_ui->Check1));
+    lagre(u"KIDaktivert"_s, sannhet(*m_ui->Check1));
     if (!m_ui->Check1->isChecked())
         return;
     const bool medKundenr = m_ui->optKID_1->isChecked();
@@ -316,24 +315,24 @@ void frmOptions::cmdOK_Click()
 
 void frmOptions::Check1_Click()
 {
-    const bool on = m_ui->Check1->isChecked();
-    for (QRadioButton *option : std::initializer_list<QRadioButton *>{
+    const bool paa = m_ui->Check1->isChecked();
+    for (QRadioButton *knapp : std::initializer_list<QRadioButton *>{
              m_ui->optMOD_0, m_ui->optMOD_1, m_ui->optKID_0, m_ui->optKID_1})
-        option->setEnabled(on);
-    for (QLineEdit *box : {m_ui->Text1, m_ui->Text2, m_ui->Text3})
-        setInUse(*box, on);
+        knapp->setEnabled(paa);
+    for (QLineEdit *boks : {m_ui->Text1, m_ui->Text2, m_ui->Text3})
+        settIBruk(*boks, paa);
 }
 
-void frmOptions::optLogo_Click(qint16 Index)
+void frmOptions::optLogo_Click(qint16 indeks)
 {
-    const bool utenLogo = Index == 0 || Index == 2;
-    const bool medLogo = Index == 1 || Index == 3;
+    const bool utenLogo = indeks == 0 || indeks == 2;
+    const bool medLogo = indeks == 1 || indeks == 3;
     if (utenLogo || medLogo) {
-        for (QWidget *control :
+        for (QWidget *kontroll :
              std::initializer_list<QWidget *>{m_ui->frLogo, m_ui->cmdLogoInn, m_ui->cmdLogoSlett})
-            control->setEnabled(medLogo);
+            kontroll->setEnabled(medLogo);
     }
-    m_ui->imgBlankett->setPicture(m_ilBlankett.icon(Index + 1));
+    m_ui->imgBlankett->setPicture(m_ilBlankett.icon(indeks + 1));
 }
 
 void frmOptions::cmdLogoInn_Click()
@@ -360,9 +359,9 @@ void frmOptions::cmdLogoSlett_Click()
 
 void frmOptions::tbsOptions_Click()
 {
-    const int valgt = m_ui->tbsOptions->selected();
-    m_ark.hentFram(valgt);
-    m_ark.leggBortAndre(valgt);
-    for (QFrame *side : m_picOptions)
-        side->setEnabled(side == m_picOptions[size_t(valgt - 1)]);
+    const int nr = m_ui->tbsOptions->selected();
+    m_ark.hentFram(nr);
+    m_ark.leggBortAndre(nr);
+    for (QFrame *ark : m_picOptions)
+        ark->setEnabled(ark == m_picOptions[size_t(nr - 1)]);
 }

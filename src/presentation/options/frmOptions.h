@@ -32,11 +32,11 @@ public:
 protected:
     void onLoad() override;
     void onResize() override;
-    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
+    bool onKeyDown(Qt::Key tast, Qt::KeyboardModifiers skift) override;
 
 private:
-    void connectControls();
-    void setSmallestSize();
+    void kobleKontroller();
+    void settMinsteStorrelse();
 
     // Opening.
     void visKID();
@@ -50,7 +50,7 @@ private:
 
     // Events of the controls.
     void Check1_Click();
-    void optLogo_Click(qint16 Index);
+    void optLogo_Click(qint16 indeks);
     void cmdLogoInn_Click();
     void cmdLogoSlett_Click();
     void tbsOptions_Click();

@@ -20,77 +20,77 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Whether nobody but this user (and root) reaches what lies in the folder.
-bool isPrivate(const QString &folder)
+bool erPrivat(const QString &mappe)
 {
-    constexpr auto kOthers = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
-                             QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
-    const QFileInfo info(folder);
-    return info.ownerId() == ::geteuid() && !(info.permissions() & kOthers);
+    constexpr auto kAndre = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                            QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    const QFileInfo omMappen(mappe);
+    return omMappen.ownerId() == ::geteuid() && !(omMappen.permissions() & kAndre);
 }
 
-QString logoFile()
+QString logofil()
 {
     return TempMappe() + u"output.bin"_s;
 }
 
-void writeFile(const QString &path, const QByteArray &bytes)
+void skrivFil(const QString &sti, const QByteArray &innhold)
 {
-    QFile file(paths::toSystem(path));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
+    QFile fil(paths::toSystem(sti));
+    if (!fil.open(QIODevice::WriteOnly) || fil.write(innhold) != innhold.size() || !fil.flush())
         throw RunTimeError(errors::kPathAccess);
 }
 
-QByteArray readFile(const QString &path)
+QByteArray lesFil(const QString &sti)
 {
-    QFile file(paths::toSystem(path));
-    if (!file.open(QIODevice::ReadOnly))
+    QFile fil(paths::toSystem(sti));
+    if (!fil.open(QIODevice::ReadOnly))
         throw RunTimeError(errors::kPathAccess);
-    return file.readAll();
+    return fil.readAll();
 }
 
 } // namespace
 
 QString TempMappe()
 {
-    QString folder = QDir::tempPath();
-    if (!folder.isEmpty() && !isPrivate(folder))
-        folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    return folder.isEmpty() ? QString() : paths::toModule(folder) + u'\\';
+    QString mappe = QDir::tempPath();
+    if (!mappe.isEmpty() && !erPrivat(mappe))
+        mappe = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    return mappe.isEmpty() ? QString() : paths::toModule(mappe) + u'\\';
 }
 
 QString LesLogo()
 {
     Ref<ado::Recordset> rs;
     passOver([&] { rs = gDB->GetRS(u"SELECT Logo FROM Klient WHERE "_s + klientVilkar(), false); });
-    QString path;
+    QString sti;
     if (enters([&] { return !rs->eof(); })) {
-        path = logoFile();
-        QFile::remove(paths::toSystem(path));
-        QByteArray stream;
-        passOver([&] { stream = rs->value(u"Logo").toBytes(); });
-        if (passOver([&] { writeFile(path, stream); }) != 0)
-            QFile::remove(paths::toSystem(path)); // a part of a picture is not to be taken for it
+        sti = logofil();
+        QFile::remove(paths::toSystem(sti));
+        QByteArray innhold;
+        passOver([&] { innhold = rs->value(u"Logo").toBytes(); });
+        if (passOver([&] { skrivFil(sti, innhold); }) != 0)
+            QFile::remove(paths::toSystem(sti)); // a part of a picture is not to be taken for it
         passOver([&] { rs->close(); });
     }
-    return path;
+    return sti;
 }
 
-void SkrivLogo(const PictureBox &box)
+void SkrivLogo(const PictureBox &boks)
 {
-    QString failure;
+    QString feil;
     try {
         const Ref<ado::Recordset> rs =
             gDB->GetRS(u"SELECT KlientNr,Logo FROM Klient WHERE "_s + klientVilkar(), false);
-        const QString path = logoFile();
-        savePicture(box.picture(), paths::toSystem(path));
-        rs->setValue(u"Logo", Value(readFile(path)));
+        const QString sti = logofil();
+        savePicture(boks.picture(), paths::toSystem(sti));
+        rs->setValue(u"Logo", Value(lesFil(sti)));
         if (gDB->PutRS(rs))
             return;
-    } catch (const RunTimeError &error) {
-        failure = QString::number(error.number()) + u' ' + error.description();
+    } catch (const RunTimeError &feilen) {
+        feil = QString::number(feilen.number()) + u' ' + feilen.description();
     }
     // A refused write has raised nothing, and its text is for nobody.
     (void)gDB->LastError();
-    if (!failure.isEmpty())
-        MsgBox(u"Feil ved lagring av logo: "_s + failure, msgbox::kInformation);
+    if (!feil.isEmpty())
+        MsgBox(u"Feil ved lagring av logo: "_s + feil, msgbox::kInformation);
 }

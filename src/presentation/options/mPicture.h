@@ -21,4 +21,4 @@ class PictureBox;
 
 /// Stores the box's picture as the active client's logo, in the form in which pictures are saved.
 /// A raised error is told in a message box; a refused write is not told.
-void SkrivLogo(const PictureBox &box);
+void SkrivLogo(const PictureBox &boks);

@@ -26,24 +26,24 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString kFolders = u"Regningsdel\\Mapper"_s;
+const QString kMapper = u"Regningsdel\\Mapper"_s;
 
-constexpr int kStripHeight = 46;      // pixels
-constexpr int kCommonLine = 18;       // pixels
-constexpr int kHelpPictureSide = 360; // twips
-constexpr int kPointerSide = 32;
-constexpr QPoint kPointerTip{11, 2};
-constexpr int kRoomBesideEntry = 320; // twips
-constexpr double kCommonLetters = 12; // pixels, nine points
+constexpr int kStripehoyde = 46;      // pixels
+constexpr int kVanligLinje = 18;      // pixels
+constexpr int kHjelpebildeside = 360; // twips
+constexpr int kPekerside = 32;
+constexpr QPoint kPekerspiss{11, 2};
+constexpr int kPlassVedPost = 320;       // twips
+constexpr double kVanligeBokstaver = 12; // pixels, nine points
 
-QString sectionOf(const Form &form)
+QString seksjonFor(const Form &form)
 {
     return u"Regningsdel\\Forms\\"_s + trimBlanks(form.objectName());
 }
 
-QString decimalText(qint32 number)
+QString desimaltekst(qint32 tall)
 {
-    return trimBlanks(numberToText(number));
+    return trimBlanks(numberToText(tall));
 }
 
 } // namespace
@@ -52,80 +52,81 @@ void LagreSkjermPlass(const Form &form)
 {
     if (form.state() == FormState::Minimised)
         return;
-    const auto store = [section = sectionOf(form)](const QString &key, int twips) {
-        passOver([&] { gReg->SaveSetting(section, key, decimalText(twips)); });
+    const auto lagre = [seksjon = seksjonFor(form)](const QString &nokkel, int twips) {
+        passOver([&] { gReg->SaveSetting(seksjon, nokkel, desimaltekst(twips)); });
     };
-    const QRect place = form.place();
-    store(u"FLeft"_s, place.left());
-    store(u"FTop"_s, place.top());
-    store(u"FWidth"_s, place.width());
-    store(u"FHeight"_s, place.height());
+    const QRect plass = form.place();
+    lagre(u"FLeft"_s, plass.left());
+    lagre(u"FTop"_s, plass.top());
+    lagre(u"FWidth"_s, plass.width());
+    lagre(u"FHeight"_s, plass.height());
 }
 
-void HentSkjermPlass(Form &form, qint32 defaultTop, qint32 defaultLeft, qint32 defaultWidth,
-                     qint32 defaultHeight)
+void HentSkjermPlass(Form &form, qint32 standardTopp, qint32 standardVenstre, qint32 standardBredde,
+                     qint32 standardHoyde)
 {
-    const auto stored = [section = sectionOf(form)](const QString &key, qint32 standard) {
+    const auto lagret = [seksjon = seksjonFor(form)](const QString &nokkel, qint32 standard) {
         qint32 twips = 0;
         passOver([&] {
-            twips = toLong(leadingNumber(gReg->GetSetting(section, key, decimalText(standard))));
+            twips =
+                toLong(leadingNumber(gReg->GetSetting(seksjon, nokkel, desimaltekst(standard))));
         });
         return twips;
     };
-    const QSize drawn(defaultWidth, defaultHeight);
-    const QSize room = roomFor(form) * pixelsToTwips(1);
-    const QSize standard = MedBokstavene(form, drawn).boundedTo(room).expandedTo(drawn);
-    const qint32 left = stored(u"FLeft"_s, defaultLeft);
-    const qint32 top = stored(u"FTop"_s, defaultTop);
-    const qint32 width = stored(u"FWidth"_s, standard.width());
-    const qint32 height = stored(u"FHeight"_s, standard.height());
-    form.setPlace(left, top, width, height);
+    const QSize tegnet(standardBredde, standardHoyde);
+    const QSize rom = roomFor(form) * pixelsToTwips(1);
+    const QSize standard = MedBokstavene(form, tegnet).boundedTo(rom).expandedTo(tegnet);
+    const qint32 venstre = lagret(u"FLeft"_s, standardVenstre);
+    const qint32 topp = lagret(u"FTop"_s, standardTopp);
+    const qint32 bredde = lagret(u"FWidth"_s, standard.width());
+    const qint32 hoyde = lagret(u"FHeight"_s, standard.height());
+    form.setPlace(venstre, topp, bredde, hoyde);
 }
 
-QSize MedBokstavene(const QWidget &widget, QSize drawn)
+QSize MedBokstavene(const QWidget &kontroll, QSize tegnet)
 {
-    return drawn * std::max(1.0, QFontInfo(widget.font()).pixelSize() / kCommonLetters);
+    return tegnet * std::max(1.0, QFontInfo(kontroll.font()).pixelSize() / kVanligeBokstaver);
 }
 
-bool HarStoreBokstaver(const QWidget &widget)
+bool HarStoreBokstaver(const QWidget &kontroll)
 {
-    return QFontInfo(widget.font()).pixelSize() > kCommonLetters;
+    return QFontInfo(kontroll.font()).pixelSize() > kVanligeBokstaver;
 }
 
 // As a URL, for the settings have no room for letters beyond their code page.
 
-void LagreMappe(const QString &fileKind, const QString &folder)
+void LagreMappe(const QString &filslag, const QString &mappe)
 {
     passOver([&] {
-        gReg->SaveSetting(kFolders, fileKind,
-                          QUrl::fromLocalFile(folder).toString(QUrl::FullyEncoded));
+        gReg->SaveSetting(kMapper, filslag,
+                          QUrl::fromLocalFile(mappe).toString(QUrl::FullyEncoded));
     });
 }
 
-QString HentMappe(const QString &fileKind)
+QString HentMappe(const QString &filslag)
 {
-    QString stored;
-    passOver([&] { stored = gReg->GetSetting(kFolders, fileKind, {}); });
-    return QUrl(stored.remove(QChar(u'\0'))).toLocalFile();
+    QString lagret;
+    passOver([&] { lagret = gReg->GetSetting(kMapper, filslag, {}); });
+    return QUrl(lagret.remove(QChar(u'\0'))).toLocalFile();
 }
 
-int BreddeFor(const QWidget &control, QStringView text, int beside)
+int BreddeFor(const QWidget &kontroll, QStringView tekst, int ved)
 {
-    return std::max(control.minimumWidth(),
-                    control.fontMetrics().horizontalAdvance(text.toString()) + beside);
+    return std::max(kontroll.minimumWidth(),
+                    kontroll.fontMetrics().horizontalAdvance(tekst.toString()) + ved);
 }
 
-void TilpassOverskrift(const Form &form, QWidget &strip, const QLabel &text)
+void TilpassOverskrift(const Form &form, QWidget &stripe, const QLabel &tekst)
 {
     // Before a window is first seen its strips have not been told of their places yet.
-    strip.layout()->setGeometry(strip.rect());
-    const QMargins margins = strip.layout()->contentsMargins();
-    const int around = margins.top() + margins.bottom();
-    int height = kStripHeight;
-    if (text.fontMetrics().lineSpacing() > kCommonLine)
-        height = std::clamp(text.heightForWidth(text.width()) + around, kStripHeight,
-                            std::max(kStripHeight, form.height() / 3));
-    strip.setFixedHeight(height);
+    stripe.layout()->setGeometry(stripe.rect());
+    const QMargins marger = stripe.layout()->contentsMargins();
+    const int rundt = marger.top() + marger.bottom();
+    int hoyde = kStripehoyde;
+    if (tekst.fontMetrics().lineSpacing() > kVanligLinje)
+        hoyde = std::clamp(tekst.heightForWidth(tekst.width()) + rundt, kStripehoyde,
+                           std::max(kStripehoyde, form.height() / 3));
+    stripe.setFixedHeight(hoyde);
 }
 
 void VisHjelpBilde(Form &form)
@@ -133,44 +134,44 @@ void VisHjelpBilde(Form &form)
     auto *imgF1 = form.findChild<Image *>(u"imgF1"_s);
     if (!imgF1)
         return;
-    const int side = twipsToPixels(kHelpPictureSide);
+    const int side = twipsToPixels(kHjelpebildeside);
     imgF1->setFixedSize(side, side);
     imgF1->setAccessibleName(u"Hjelp"_s);
     imgF1->setToolTip(u" Vis hjelp for dette skjermbildet (F1)"_s);
     onEvent(imgF1, &Image::clicked, &form, [] { sendKey(Qt::Key_F1); });
     passOver([&] {
-        auto &pictures = SharedForm<frmInvisible>::get();
-        pictures.load();
-        imgF1->setPicture(pictures.Image1->picture());
-        const QPixmap pointer = pictures.imgURL->picture().pixmap(QSize(kPointerSide, kPointerSide),
-                                                                  form.devicePixelRatioF());
-        imgF1->setCursor(QCursor(pointer, kPointerTip.x(), kPointerTip.y()));
+        auto &skjult = SharedForm<frmInvisible>::get();
+        skjult.load();
+        imgF1->setPicture(skjult.Image1->picture());
+        const QPixmap peker = skjult.imgURL->picture().pixmap(QSize(kPekerside, kPekerside),
+                                                              form.devicePixelRatioF());
+        imgF1->setCursor(QCursor(peker, kPekerspiss.x(), kPekerspiss.y()));
     });
 }
 
-void VisHjelp(const QString &topic)
+void VisHjelp(const QString &emne)
 {
     passOver([&] {
-        gHelpTopic = topic;
+        gHelpTopic = emne;
         HtmlHelpA(nullptr, gHelpFile, HH_DISPLAY_TOPIC, gHelpTopic);
     });
 }
 
-bool ErFormLastet(const QString &name)
+bool ErFormLastet(const QString &navn)
 {
-    return Forms::byName(name) != nullptr;
+    return Forms::byName(navn) != nullptr;
 }
 
-void SettListeBredde(QComboBox &list, qint32 &width)
+void SettListeBredde(QComboBox &liste, qint32 &bredde)
 {
-    if (width <= 0) {
-        QString longest;
-        for (int i = 0; i < list.count(); ++i) {
-            if (list.itemText(i).size() > longest.size())
-                longest = list.itemText(i);
+    if (bredde <= 0) {
+        QString lengste;
+        for (int i = 0; i < liste.count(); ++i) {
+            if (liste.itemText(i).size() > lengste.size())
+                lengste = liste.itemText(i);
         }
-        const QFontMetrics metrics(list.window()->font());
-        width = twipsToPixels(pixelsToTwips(metrics.horizontalAdvance(longest)) + kRoomBesideEntry);
+        const QFontMetrics maal(liste.window()->font());
+        bredde = twipsToPixels(pixelsToTwips(maal.horizontalAdvance(lengste)) + kPlassVedPost);
     }
-    list.view()->setMinimumWidth(width);
+    liste.view()->setMinimumWidth(bredde);
 }

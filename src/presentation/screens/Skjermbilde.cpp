@@ -22,11 +22,11 @@ void Skjermbilde::onLoad()
     VisHjelpBilde(*this);
 }
 
-bool Skjermbilde::onKeyDown(Qt::Key key, Qt::KeyboardModifiers)
+bool Skjermbilde::onKeyDown(Qt::Key tast, Qt::KeyboardModifiers)
 {
-    if (key == Qt::Key_F1)
+    if (tast == Qt::Key_F1)
         VisHjelp(m_trekk.hjelp);
-    else if (key == Qt::Key_Escape && m_trekk.lukkesMedEscape)
+    else if (tast == Qt::Key_Escape && m_trekk.lukkesMedEscape)
         unload();
     return false;
 }

@@ -29,7 +29,7 @@ public:
 protected:
     /// Gives the screen its stored place and dresses the help picture.
     void onLoad() override;
-    bool onKeyDown(Qt::Key key, Qt::KeyboardModifiers shift) override;
+    bool onKeyDown(Qt::Key tast, Qt::KeyboardModifiers skift) override;
     /// Stores the screen's place.
     void onUnload() override;
 

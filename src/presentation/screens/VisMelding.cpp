@@ -13,20 +13,20 @@
 
 namespace {
 
-constexpr double kShortestSleep = 0.5; // seconds
-constexpr int kShortSleep = 500;       // milliseconds
-constexpr float kMillisecondsPerSecond = 1000;
+constexpr double kKortesteSovn = 0.5; // seconds
+constexpr int kKortSovn = 500;        // milliseconds
+constexpr float kMillisekunderPrSekund = 1000;
 // Milliseconds.
-constexpr int kLongestWayToTheScreen = 500;
-constexpr int kGlance = 5;
+constexpr int kLengsteVeiTilSkjermen = 500;
+constexpr int kBlikk = 5;
 
 /// Seconds since midnight.
-float timer()
+float klokkeslett()
 {
-    return float(Clock::current().now().time().msecsSinceStartOfDay()) / kMillisecondsPerSecond;
+    return float(Clock::current().now().time().msecsSinceStartOfDay()) / kMillisekunderPrSekund;
 }
 
-frmTMsgBox &note()
+frmTMsgBox &notat()
 {
     return SharedForm<frmTMsgBox>::get();
 }
@@ -35,41 +35,42 @@ frmTMsgBox &note()
 /// takes its time to bring it up, and nothing is painted in a sleep. That time is the machine's
 /// own, whatever clock is in force. A manager that keeps the note away (another desktop, a locked
 /// screen) is not waited for.
-void runWindowEvents()
+void kjorVindushendelser()
 {
     QCoreApplication::processEvents();
-    const QDeadlineTimer patience(kLongestWayToTheScreen);
-    while (!patience.hasExpired()) {
-        const frmTMsgBox *shown = SharedForm<frmTMsgBox>::existing();
-        if (!shown || !shown->windowHandle() || shown->windowHandle()->isExposed())
+    const QDeadlineTimer taalmodighet(kLengsteVeiTilSkjermen);
+    while (!taalmodighet.hasExpired()) {
+        const frmTMsgBox *synlig = SharedForm<frmTMsgBox>::existing();
+        if (!synlig || !synlig->windowHandle() || synlig->windowHandle()->isExposed())
             return;
-        QThread::msleep(kGlance);
+        QThread::msleep(kBlikk);
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
 }
 
 } // namespace
 
-void VisMelding(const QString &text, qint32 icon, const QString &title, qint16 seconds,
-                bool hideButton)
+void VisMelding(const QString &tekst, qint32 ikon, const QString &tittel, qint16 sekunder,
+                bool utenKnapp)
 {
-    passOver([] { note().load(); });
-    passOver(
-        [&] { note().setWindowTitle(trimBlanks(title).isEmpty() ? applicationTitle() : title); });
-    passOver([&] { note().setText(text); });
-    passOver([&] { note().setIconID(icon); });
-    if (hideButton)
-        passOver([] { note().hideButton(); });
-    passOver([] { note().show(); });
-    passOver([&] { Vent(seconds); });
+    passOver([] { notat().load(); });
+    passOver([&] {
+        notat().setWindowTitle(trimBlanks(tittel).isEmpty() ? applicationTitle() : tittel);
+    });
+    passOver([&] { notat().settTekst(tekst); });
+    passOver([&] { notat().setIconID(ikon); });
+    if (utenKnapp)
+        passOver([] { notat().skjulKnapp(); });
+    passOver([] { notat().show(); });
+    passOver([&] { Vent(sekunder); });
 }
 
-void Vent(double seconds)
+void Vent(double sekunder)
 {
-    const float noted = timer();
-    while (noted + seconds > timer()) {
-        runWindowEvents();
-        Clock::current().sleep(seconds >= kShortestSleep ? toLong(seconds * kMillisecondsPerSecond)
-                                                         : kShortSleep);
+    const float notert = klokkeslett();
+    while (notert + sekunder > klokkeslett()) {
+        kjorVindushendelser();
+        Clock::current().sleep(sekunder >= kKortesteSovn ? toLong(sekunder * kMillisekunderPrSekund)
+                                                         : kKortSovn);
     }
 }

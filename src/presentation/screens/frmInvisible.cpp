@@ -6,20 +6,20 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Image *imageOf(Form &form, const QString &name, const QString &svgFile, int side)
+Image *bildeFor(Form &skjerm, const QString &navn, const QString &svgFil, int side)
 {
-    ImageList pictures(QSize(side, side));
-    pictures.add(name, svgFile);
-    auto *image = new Image(&form);
-    image->setObjectName(name);
-    image->setPicture(pictures.icon(1));
-    return image;
+    ImageList bilder(QSize(side, side));
+    bilder.add(navn, svgFil);
+    auto *bilde = new Image(&skjerm);
+    bilde->setObjectName(navn);
+    bilde->setPicture(bilder.icon(1));
+    return bilde;
 }
 
 } // namespace
 
 frmInvisible::frmInvisible()
-    : Form(u"frmInvisible"_s), Image1(imageOf(*this, u"Image1"_s, u":/faktura/hjelp.svg"_s, 24)),
-      imgURL(imageOf(*this, u"imgURL"_s, u":/faktura/hand.svg"_s, 32))
+    : Form(u"frmInvisible"_s), Image1(bildeFor(*this, u"Image1"_s, u":/faktura/hjelp.svg"_s, 24)),
+      imgURL(bildeFor(*this, u"imgURL"_s, u":/faktura/hand.svg"_s, 32))
 {
 }

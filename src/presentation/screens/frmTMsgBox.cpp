@@ -10,16 +10,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kTickInterval = 1000; // milliseconds
-constexpr qint16 kTicksToLive = 2;
+constexpr int kTikkintervall = 1000; // milliseconds
+constexpr qint16 kLevetid = 2;
 // Twips.
-constexpr int kWidestAsDrawn = 1980;
-constexpr int kRoomBesideText = 1200;
-constexpr int kButtonAboveBottom = 855;
+constexpr int kBredesteTegnet = 1980;
+constexpr int kPlassVedTekst = 1200;
+constexpr int kKnappOverBunnen = 855;
 
-QString pictureKey(qint32 icon)
+QString bildenokkel(qint32 ikon)
 {
-    switch (icon) {
+    switch (ikon) {
     case -3:
         return u"Sad"_s;
     case -2:
@@ -46,47 +46,47 @@ frmTMsgBox::frmTMsgBox()
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     m_ui->setupUi(this);
-    for (const qint32 icon : {-3, -2, -1, 0, 16, 32, 48}) {
-        const QString key = pictureKey(icon);
-        m_imageList1.add(key, u":/faktura/"_s + key.toLower() + u".svg"_s);
+    for (const qint32 ikon : {-3, -2, -1, 0, 16, 32, 48}) {
+        const QString nokkel = bildenokkel(ikon);
+        m_imageList1.add(nokkel, u":/faktura/"_s + nokkel.toLower() + u".svg"_s);
     }
     setDefaultButton(m_ui->Command1);
     setCancelButton(m_ui->Command1);
     m_timer1->setObjectName(u"Timer1"_s);
-    m_timer1->setInterval(kTickInterval);
-    onEvent(m_timer1, &QTimer::timeout, this, [this] { tick(); });
+    m_timer1->setInterval(kTikkintervall);
+    onEvent(m_timer1, &QTimer::timeout, this, [this] { tikk(); });
     onEvent(m_ui->Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
 }
 
 frmTMsgBox::~frmTMsgBox() = default;
 
-void frmTMsgBox::setIconID(qint32 icon)
+void frmTMsgBox::setIconID(qint32 ikon)
 {
-    if (icon == 0)
+    if (ikon == 0)
         return;
-    m_iconID = icon;
+    m_iconID = ikon;
     if (isVisible())
-        showPicture();
+        visBilde();
 }
 
-void frmTMsgBox::setText(const QString &text)
+void frmTMsgBox::settTekst(const QString &tekst)
 {
-    m_ui->Label1->setText(text);
+    m_ui->Label1->setText(tekst);
     m_ui->Label1->adjustSize();
     // Ahead of the activation, too: a window that is on its way to the screen takes no new size.
-    makeRoomForText();
+    gjorPlassTilTekst();
     if (isVisible())
-        announce(text);
+        announce(tekst);
 }
 
-void frmTMsgBox::makeRoomForText()
+void frmTMsgBox::gjorPlassTilTekst()
 {
-    const int textWidth = pixelsToTwips(m_ui->Label1->width());
-    if (textWidth > kWidestAsDrawn)
-        resize(twipsToPixels(textWidth + kRoomBesideText), height());
+    const int tekstbredde = pixelsToTwips(m_ui->Label1->width());
+    if (tekstbredde > kBredesteTegnet)
+        resize(twipsToPixels(tekstbredde + kPlassVedTekst), height());
 }
 
-void frmTMsgBox::hideButton()
+void frmTMsgBox::skjulKnapp()
 {
     m_ui->Command1->setVisible(false);
 }
@@ -98,18 +98,18 @@ void frmTMsgBox::onLoad()
 
 void frmTMsgBox::onActivate()
 {
-    m_ticks = 0;
+    m_tikk = 0;
     m_timer1->start();
-    makeRoomForText();
+    gjorPlassTilTekst();
     centreOverOwner();
     announce(m_ui->Label1->text());
-    showPicture();
+    visBilde();
 }
 
 void frmTMsgBox::onResize()
 {
     m_ui->Command1->move((width() - m_ui->Command1->width()) / 2,
-                         height() - twipsToPixels(kButtonAboveBottom));
+                         height() - twipsToPixels(kKnappOverBunnen));
 }
 
 void frmTMsgBox::onUnload()
@@ -117,14 +117,14 @@ void frmTMsgBox::onUnload()
     m_timer1->stop();
 }
 
-void frmTMsgBox::showPicture()
+void frmTMsgBox::visBilde()
 {
-    m_ui->Image1->setPicture(m_imageList1.icon(pictureKey(m_iconID)));
+    m_ui->Image1->setPicture(m_imageList1.icon(bildenokkel(m_iconID)));
 }
 
-void frmTMsgBox::tick()
+void frmTMsgBox::tikk()
 {
-    if (++m_ticks == kTicksToLive)
+    if (++m_tikk == kLevetid)
         Command1_Click();
 }
 

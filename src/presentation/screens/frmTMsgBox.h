@@ -23,10 +23,10 @@ public:
     /// Chooses the picture, which the note takes when it becomes active, or at once when it is up:
     /// -3 sad, -2 smile, -1 check, 16 stop, 32 question, 48 exclamation, anything else info. 0
     /// leaves an earlier choice as it is.
-    void setIconID(qint32 icon);
+    void setIconID(qint32 ikon);
     /// The note's text; nothing in it is markup.
-    void setText(const QString &text);
-    void hideButton();
+    void settTekst(const QString &tekst);
+    void skjulKnapp();
 
 protected:
     void onLoad() override;
@@ -35,14 +35,14 @@ protected:
     void onUnload() override;
 
 private:
-    void makeRoomForText();
-    void showPicture();
-    void tick();
+    void gjorPlassTilTekst();
+    void visBilde();
+    void tikk();
     void Command1_Click();
 
     std::unique_ptr<Ui::frmTMsgBox> m_ui;
     QTimer *m_timer1;
     ImageList m_imageList1;
     qint32 m_iconID = 0;
-    qint16 m_ticks = 0; ///< since the note became active
+    qint16 m_tikk = 0; ///< since the note became active
 };

@@ -25,18 +25,18 @@ void Main()
     // unloads the component in its very last moments.
     ado::SessionPool::shared();
     // A parent may make its application after it has loaded the component.
-    messages::setBox([](const QString &text, int style) {
+    messages::setBox([](const QString &tekst, int stil) {
         if (qobject_cast<QApplication *>(QCoreApplication::instance()))
-            MsgBox(text, style);
+            MsgBox(tekst, stil);
     });
     setFolderMemory({HentMappe, LagreMappe});
     frmOrdre::setUtskriftApner(frmUtskrift::apne);
-    TakeUp(Ref<clsFaktura>::make());
+    TaImot(Ref<clsFaktura>::make());
 }
 
-void TakeUp(const Ref<clsFaktura> &instance)
+void TaImot(const Ref<clsFaktura> &instans)
 {
-    gFaktura = instance;
+    gFaktura = instans;
     gReg->setCompany(u"Brennmark AS"_s);
     gReg->setAppName(u"Strekkbok"_s);
     // In spite of its words the message ends nothing.

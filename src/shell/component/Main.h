@@ -10,7 +10,7 @@ void Main();
 
 /// What Main does with the instance that it has made: keeps it as the private one, points the
 /// settings store, tells of an instance that is not ready, and sets the VAT rates.
-void TakeUp(const Ref<clsFaktura> &instance);
+void TaImot(const Ref<clsFaktura> &instans);
 
 /// The end of the component: takes its windows down, closes what the module has open and forgets
 /// all shared state, so that a later load begins anew.

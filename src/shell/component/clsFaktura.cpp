@@ -65,11 +65,11 @@ void clsFaktura::StartModul()
         m_moduleInit = 0;
 
     // All four run, whatever became of the ones before.
-    for (const auto operation :
+    for (const auto steg :
          {LagTabellOrdre, LagTabellProdukt, LagTabellOrdreLinjer, OppgraderTabeller}) {
-        bool done = false;
-        passOver([&] { done = operation(); });
-        if (!done)
+        bool ferdig = false;
+        passOver([&] { ferdig = steg(); });
+        if (!ferdig)
             m_moduleInit = 0;
     }
 

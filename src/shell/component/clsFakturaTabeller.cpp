@@ -60,11 +60,11 @@ bool clsFaktura::OppgraderTabeller()
     DropField(u"Produkt"_s, u"TekstArtikkel"_s);
     AddField(u"Klient"_s, u"FakTekstBruk"_s, FieldType::Short);
     AddField(u"Klient"_s, u"FakTekst1"_s, FieldType::Text, 255);
-    const bool lastColumn = AddField(u"Klient"_s, u"FakTekst2"_s, FieldType::Text, 255);
+    const bool sisteKolonne = AddField(u"Klient"_s, u"FakTekst2"_s, FieldType::Text, 255);
 
     // An account that is there gets nothing, not even a balance for a new year.
     if (gDB->GetCount(u"Kontoplan"_s, klientVilkar() + u" AND KontoNr=3000"_s) != 0)
-        return lastColumn;
+        return sisteKolonne;
 
     const QString klient = numberToText(gKlient);
     gDB->Execute(

@@ -18,54 +18,54 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize kButtonPicture{48, 48};
-constexpr int kFromEdge = 4; // pixels
+constexpr QSize kKnappebilde{48, 48};
+constexpr int kFraKanten = 4; // pixels
 
-using Opener = void (*)();
+using Apner = void (*)();
 
 /// Shows the single instance of a screen.
-template<class Screen>
-void open()
+template<class Skjerm>
+void apne()
 {
-    SharedForm<Screen>::get().show();
+    SharedForm<Skjerm>::get().show();
 }
 
 /// The posting screen, which prints its journals by the runner of reports.
-void openPosting()
+void apneBokforing()
 {
-    frmBokfor &screen = SharedForm<frmBokfor>::get();
-    screen.setRapport(SkrivRapport);
-    screen.show();
+    frmBokfor &skjerm = SharedForm<frmBokfor>::get();
+    skjerm.setRapport(SkrivRapport);
+    skjerm.show();
 }
 
 /// A menu button with its picture and what it opens.
-struct MenuButton
+struct Menyknapp
 {
-    PictureButton *Ui::frmRegningsdel::*button;
-    QStringView picture;
-    Opener opener;
+    PictureButton *Ui::frmRegningsdel::*knapp;
+    QStringView bilde;
+    Apner apner;
 };
 
-constexpr MenuButton kButtons[] = {
-    {&Ui::frmRegningsdel::Command2, u"produkt", open<frmProdukt>},
-    {&Ui::frmRegningsdel::Command3, u"ordre", open<frmOrdre>},
-    {&Ui::frmRegningsdel::Command5, u"oversikt", open<frmOversikt>},
-    {&Ui::frmRegningsdel::Command7, u"innstillinger", open<frmOptions>},
-    {&Ui::frmRegningsdel::Command8, u"bokfor", openPosting},
+constexpr Menyknapp kKnapper[] = {
+    {&Ui::frmRegningsdel::Command2, u"produkt", apne<frmProdukt>},
+    {&Ui::frmRegningsdel::Command3, u"ordre", apne<frmOrdre>},
+    {&Ui::frmRegningsdel::Command5, u"oversikt", apne<frmOversikt>},
+    {&Ui::frmRegningsdel::Command7, u"innstillinger", apne<frmOptions>},
+    {&Ui::frmRegningsdel::Command8, u"bokfor", apneBokforing},
 };
 
 /// The screens that close with the menu, in this order. The overview, the list printing and a note
 /// close on their own.
-constexpr QStringView kClosedWithMenu[] = {
+constexpr QStringView kLukkesMedMenyen[] = {
     u"frmBokfor",  u"frmKalkyle",  u"frmKunder",    u"frmOptions", u"frmOrdre",
     u"frmProdukt", u"frmUtskrift", u"frmInvisible", u"frmDummy",
 };
 
-QIcon picture(QStringView name, QSize size)
+QIcon bilde(QStringView navn, QSize storrelse)
 {
-    ImageList list(size);
-    list.add({}, u":/faktura/%1.svg"_s.arg(name));
-    return list.icon(1);
+    ImageList bilder(storrelse);
+    bilder.add({}, u":/faktura/%1.svg"_s.arg(navn));
+    return bilder.icon(1);
 }
 
 } // namespace
@@ -75,12 +75,12 @@ frmRegningsdel::frmRegningsdel()
       m_ui(std::make_unique<Ui::frmRegningsdel>())
 {
     m_ui->setupUi(this);
-    m_ui->Picture1->setPicture(picture(u"regningsdel", m_ui->Picture1->minimumSize()));
-    for (const MenuButton &entry : kButtons) {
-        PictureButton *button = m_ui.get()->*entry.button;
-        button->setPicture(picture(entry.picture, kButtonPicture), kButtonPicture);
-        onEvent(button, &PictureButton::clicked, this, [this, opener = entry.opener] {
-            opener();
+    m_ui->Picture1->setPicture(bilde(u"regningsdel", m_ui->Picture1->minimumSize()));
+    for (const Menyknapp &menyknapp : kKnapper) {
+        PictureButton *knapp = m_ui.get()->*menyknapp.knapp;
+        knapp->setPicture(bilde(menyknapp.bilde, kKnappebilde), kKnappebilde);
+        onEvent(knapp, &PictureButton::clicked, this, [this, apner = menyknapp.apner] {
+            apner();
             // The menu stays within reach above what it has opened.
             bringToFront();
         });
@@ -92,23 +92,23 @@ frmRegningsdel::~frmRegningsdel() = default;
 void frmRegningsdel::onLoad()
 {
     Skjermbilde::onLoad();
-    QFont font(u"Verdana"_s);
-    font.setPointSizeF(6.0);
-    m_ui->Label1->setFont(font);
+    QFont skrift(u"Verdana"_s);
+    skrift.setPointSizeF(6.0);
+    m_ui->Label1->setFont(skrift);
     m_ui->Label1->setText(u"Build "_s + QString::number(FAKTURA_REVISION));
 
     // In the corner that the screens leave free, since the menu stays above them.
     adjustSize();
-    const QRect area = screen()->availableGeometry();
-    move(area.right() - width() - kFromEdge, area.top());
+    const QRect omraade = screen()->availableGeometry();
+    move(omraade.right() - width() - kFraKanten, omraade.top());
 }
 
 void frmRegningsdel::onUnload()
 {
-    for (const QStringView name : kClosedWithMenu) {
+    for (const QStringView navn : kLukkesMedMenyen) {
         passOver([&] {
-            if (Form *form = Forms::byName(name.toString()))
-                form->unload();
+            if (Form *skjerm = Forms::byName(navn.toString()))
+                skjerm->unload();
         });
     }
 }

@@ -7,24 +7,24 @@ namespace {
 
 /// A parent may end without having unloaded the component. Qt then deletes the root object after
 /// the component's statics, and these have closed by themselves what was open.
-bool staticsAreGone = false;
+bool statiskeErBorte = false;
 
-struct StaticsWatch
+struct Statikkvakt
 {
-    ~StaticsWatch() { staticsAreGone = true; }
+    ~Statikkvakt() { statiskeErBorte = true; }
 };
 
 } // namespace
 
 ClassFactory::ClassFactory()
 {
-    static const StaticsWatch watch;
+    static const Statikkvakt vakt;
     Main();
 }
 
 ClassFactory::~ClassFactory()
 {
-    if (!staticsAreGone)
+    if (!statiskeErBorte)
         Unload();
 }
 

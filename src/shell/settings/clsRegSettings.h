@@ -57,10 +57,10 @@ private:
     /// A value of any kind: text for the three types of text (zero characters inside a list are
     /// kept), bytes, or a 32-bit integer. `standard` where the key or the value is missing; error
     /// 1001 for any other type.
-    [[nodiscard]] static Value ReadRegValue(quint32 root, const QString &path, const QString &name,
+    [[nodiscard]] static Value ReadRegValue(quint32 rot, const QString &sti, const QString &navn,
                                             const Value &standard = Value());
 
-    [[nodiscard]] QString pathOf(const QString &Section) const;
+    [[nodiscard]] QString stiTil(const QString &Section) const;
 
     QString m_company = QStringLiteral("Brennmark AS");
     QString m_appName = QStringLiteral("Strekkbok");

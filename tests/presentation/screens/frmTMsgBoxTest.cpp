@@ -23,7 +23,7 @@ protected:
 
     void show(const QString &text = u"Posten er lagret."_s)
     {
-        note->setText(text);
+        note->settTekst(text);
         note->show();
     }
     template<class Control>
@@ -55,7 +55,7 @@ protected:
         QString text;
         while (pixelsToTwips(control<QLabel>(u"Label1"_s)->width()) < twips) {
             text += u'.';
-            note->setText(text);
+            note->settTekst(text);
         }
         return text;
     }
@@ -203,7 +203,7 @@ TEST_F(FrmTMsgBoxTest, TheCloseBoxClosesAndStopsTheTimer)
 
 TEST_F(FrmTMsgBoxTest, TheTimerClosesANoteWhoseButtonIsHidden)
 {
-    note->hideButton();
+    note->skjulKnapp();
     show();
     tick();
     tick();
@@ -274,7 +274,7 @@ TEST_F(FrmTMsgBoxTest, ALongTextMakesTheWindowWider)
 
 TEST_F(FrmTMsgBoxTest, ATextOnePixelBeyondTheLimitMakesItWider)
 {
-    note->setText(u"x"_s);
+    note->settTekst(u"x"_s);
     control<QLabel>(u"Label1"_s)->resize(twipsToPixels(1980) + 1, 17);
     note->show();
     EXPECT_EQ(pixelsToTwips(note->width()), 1995 + 1200);
@@ -309,7 +309,7 @@ TEST_F(FrmTMsgBoxTest, NoTextLeavesTheWindowAsDrawn)
 TEST_F(FrmTMsgBoxTest, ATextOfTheLimitLeavesTheWidthAsDrawn)
 {
     const int drawn = note->width();
-    note->setText(u"x"_s);
+    note->settTekst(u"x"_s);
     control<QLabel>(u"Label1"_s)->resize(twipsToPixels(1980), 17);
     note->show();
     EXPECT_EQ(note->width(), drawn);
@@ -319,9 +319,9 @@ TEST_F(FrmTMsgBoxTest, TheLabelSizesItselfToTheText)
 {
     show(u"i"_s);
     const int narrow = labelTwips();
-    note->setText(u"En lengre tekst"_s);
+    note->settTekst(u"En lengre tekst"_s);
     EXPECT_GT(labelTwips(), narrow);
-    note->setText(u"i"_s);
+    note->settTekst(u"i"_s);
     EXPECT_EQ(labelTwips(), narrow);
 }
 

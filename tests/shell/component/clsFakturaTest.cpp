@@ -66,7 +66,7 @@ TEST_F(ClsFakturaTest, AnInstanceThatIsNotReadyIsToldAndEndsNothing)
 {
     const auto instance = Ref<clsFaktura>::make();
     instance->setModuleInit(0);
-    TakeUp(instance);
+    TaImot(instance);
     EXPECT_EQ(boxes,
               QStringList(u"16: Initiering av Regningsdel feilet!, - Programmet avslutter!"_s));
     EXPECT_EQ(gFaktura.get(), instance.get());

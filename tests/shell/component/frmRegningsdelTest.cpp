@@ -136,7 +136,7 @@ TEST_F(FrmRegningsdelTest, ThePrivateInstancesFailureIsACriticalBoxWithOkAlone)
         EXPECT_EQ(box.buttons().constFirst()->text(), u"OK"_s);
         box.buttons().constFirst()->click();
     });
-    TakeUp(instance);
+    TaImot(instance);
     EXPECT_TRUE(shown);
 }
 
