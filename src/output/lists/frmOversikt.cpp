@@ -14,7 +14,8 @@
 #include "state/SharedState.h"
 #include "ui_frmOversikt.h"
 
-#include <string>
+#include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -28,67 +29,49 @@ constexpr double kNavnebredde = 20.12; // column units
 class Radtekst
 {
 public:
-    explicit Radtekst(const ado::Recordset &rs)
-        : m_rs(rs), m_ordreNr(rs.fieldIndex(u"ordreNr")), m_kundeNr(rs.fieldIndex(u"KundeNr")),
-          m_kundeNavn(rs.fieldIndex(u"KundeNavn")), m_fakDato(rs.fieldIndex(u"fakDato")),
-          m_forfall(rs.fieldIndex(u"ForfallDato")), m_sumBrutto(rs.fieldIndex(u"SumBrutto")),
-          m_status(rs.fieldIndex(u"OrdreStatus")), m_id(rs.fieldIndex(u"ID"))
+    explicit Radtekst(const ado::Recordset &rs) : m_rs(rs)
     {
+        constexpr QStringView kFelter[] = {u"ordreNr",     u"KundeNr",   u"KundeNavn",   u"fakDato",
+                                           u"ForfallDato", u"SumBrutto", u"OrdreStatus", u"ID"};
+        std::ranges::transform(kFelter, m_felter.begin(),
+                               [&](QStringView felt) { return rs.fieldIndex(felt); });
     }
 
     /// The current row's eight columns, parted by tabs. A Null is an empty one. Valid until the
     /// next call.
     [[nodiscard]] QStringView rad()
     {
-        m_tekst.clear(); // keeps its memory
-        heltall(m_ordreNr);
-        heltall(m_kundeNr);
-        tekst(m_kundeNavn);
-        dato(m_fakDato);
-        dato(m_forfall);
-        belop(m_sumBrutto);
-        tekst(m_status);
-        heltall(m_id);
-        m_tekst.pop_back();
+        m_tekst.resize(0); // keeps its memory
+        for (int kol = kOrdreNr; kol <= kOrdreId; ++kol) {
+            const int felt = m_felter[size_t(kol - kOrdreNr)];
+            if (!m_rs.isNull(felt))
+                m_tekst += tekst(kol, felt);
+            m_tekst += u'\t';
+        }
+        m_tekst.chop(1);
         return m_tekst;
     }
 
 private:
-    template<class Verdi>
-    void leggTil(int felt, Verdi verdi)
+    [[nodiscard]] QString tekst(int kol, int felt) const
     {
-        if (!m_rs.isNull(felt))
-            legg(verdi());
-        m_tekst += u'\t';
-    }
-    void legg(QStringView verdi) { m_tekst.append(verdi.utf16(), size_t(verdi.size())); }
-    void tekst(int felt)
-    {
-        leggTil(felt, [&] { return m_rs.text(felt); });
-    }
-    void heltall(int felt)
-    {
-        leggTil(felt, [&] { return Format(m_rs.integer(felt), u"#0"); });
-    }
-    void dato(int felt)
-    {
-        leggTil(felt, [&] { return Format(m_rs.value(felt).toDate(), u"dd.mm.yyyy"); });
-    }
-    void belop(int felt)
-    {
-        leggTil(felt, [&] { return Format(m_rs.currency(felt), u"# ##0.00"); });
+        switch (kol) {
+        case kFakDato:
+        case kForfall:
+            return Format(m_rs.value(felt).toDate(), u"dd.mm.yyyy");
+        case kBelop:
+            return Format(m_rs.currency(felt), u"# ##0.00");
+        case kKundeNavn:
+        case kStatus:
+            return m_rs.text(felt);
+        default:
+            return Format(m_rs.integer(felt), u"#0");
+        }
     }
 
     const ado::Recordset &m_rs;
-    const int m_ordreNr;
-    const int m_kundeNr;
-    const int m_kundeNavn;
-    const int m_fakDato;
-    const int m_forfall;
-    const int m_sumBrutto;
-    const int m_status;
-    const int m_id;
-    std::u16string m_tekst;
+    std::array<int, kOrdreId> m_felter;
+    QString m_tekst;
 };
 
 } // namespace
