@@ -89,7 +89,10 @@ frmOptions::frmOptions()
       m_ui(std::make_unique<Ui::frmOptions>()), m_ilBlankett(kMiniatyr)
 {
     m_ui->setupUi(this);
-    m_picOptions = {m_ui->picOptions_0, m_ui->picOptions_1, m_ui->picOptions_2};
+    m_ark = {.faner = m_ui->tbsOptions,
+             .ark = {m_ui->picOptions_0, m_ui->picOptions_1, m_ui->picOptions_2},
+             .venstre = kArkVenstre,
+             .marg = kArkmarg};
     m_optLogo = {m_ui->optLogo_0, m_ui->optLogo_1, m_ui->optLogo_2, m_ui->optLogo_3};
     m_optAvrunding = {m_ui->optAvrunding_0, m_ui->optAvrunding_1, m_ui->optAvrunding_2};
 
@@ -110,8 +113,7 @@ frmOptions::frmOptions()
         // Of large letters, too, one digit is to be seen.
         boks->setFixedWidth(BreddeFor(*boks, u"8", kVedSiffer));
     }
-    m_ark = {m_ui->tbsOptions, {m_picOptions.begin(), m_picOptions.end()}, kArkVenstre, kArkmarg};
-    for (QFrame *ark : m_picOptions)
+    for (QFrame *ark : m_ark.ark)
         ark->move(twipsToPixels(ark == m_ui->picOptions_1 ? kArkBorte : kArkVenstre), 0);
     settMinsteStorrelse();
     m_ui->imgBlankett->hide();
@@ -165,9 +167,9 @@ void frmOptions::settMinsteStorrelse()
 {
     // Wide enough for the longest caption on one line.
     QSize rom(m_ui->rammeKID->sizeHint().width(), 0);
-    for (const QFrame *ark : m_picOptions)
+    for (const QFrame *ark : m_ark.ark)
         rom.setWidth(std::max(rom.width(), ark->layout()->minimumSize().width()));
-    for (const QFrame *ark : m_picOptions) {
+    for (const QFrame *ark : m_ark.ark) {
         const QLayout &oppsett = *ark->layout();
         rom.setHeight(std::max({rom.height(), oppsett.minimumSize().height(),
                                 oppsett.minimumHeightForWidth(rom.width())}));
@@ -362,6 +364,6 @@ void frmOptions::tbsOptions_Click()
     const int nr = m_ui->tbsOptions->selected();
     m_ark.hentFram(nr);
     m_ark.leggBortAndre(nr);
-    for (QFrame *ark : m_picOptions)
-        ark->setEnabled(ark == m_picOptions[size_t(nr - 1)]);
+    for (QFrame *ark : m_ark.ark)
+        ark->setEnabled(ark == m_ark.ark[size_t(nr - 1)]);
 }

@@ -7,7 +7,6 @@
 #include <array>
 #include <memory>
 
-class QFrame;
 class QRadioButton;
 namespace Ui {
 class frmOptions;
@@ -58,8 +57,7 @@ private:
     void cmdOK_Click();
 
     std::unique_ptr<Ui::frmOptions> m_ui;
-    std::array<QFrame *, 3> m_picOptions; ///< the pages of tab 1 to tab 3
-    Faneark m_ark;                        ///< the same
+    Faneark m_ark;
     std::array<QRadioButton *, 4> m_optLogo;
     std::array<QRadioButton *, 3> m_optAvrunding;
     ImageList m_ilBlankett; ///< the forms in the order of optLogo

@@ -13,35 +13,35 @@ constexpr int kUtenforVinduet = -20000; // twips
 
 void Faneark::hentFram(int nr) const
 {
-    QFrame *valgt = m_ark.at(size_t(nr - 1));
-    valgt->move(twipsToPixels(m_venstre), valgt->y());
+    QFrame *valgt = ark.at(size_t(nr - 1));
+    valgt->move(twipsToPixels(venstre), valgt->y());
     valgt->show();
     valgt->raise();
-    for (QFrame *ark : m_ark) {
-        if (ark == valgt)
+    for (QFrame *annet : ark) {
+        if (annet == valgt)
             continue;
         // Else the focus would run through the fields of the page that goes, as if tabbed.
-        if (ark->isAncestorOf(ark->window()->focusWidget()))
-            m_faner->setFocus();
-        ark->hide();
+        if (annet->isAncestorOf(annet->window()->focusWidget()))
+            faner->setFocus();
+        annet->hide();
     }
 }
 
 void Faneark::leggBortAndre(int nr) const
 {
-    for (QFrame *ark : m_ark) {
-        if (ark == m_ark.at(size_t(nr - 1)))
+    for (QFrame *annet : ark) {
+        if (annet == ark.at(size_t(nr - 1)))
             continue;
-        ark->move(twipsToPixels(kUtenforVinduet), ark->y());
-        ark->hide();
+        annet->move(twipsToPixels(kUtenforVinduet), annet->y());
+        annet->hide();
     }
 }
 
 void Faneark::tilpass(int bredde) const
 {
-    const int marg = twipsToPixels(m_marg);
-    const QRect plass = m_faner->clientArea().adjusted(marg, marg, -marg, -marg);
-    for (QFrame *ark : m_ark)
-        ark->setGeometry(ark->x(), plass.top(), bredde - 2 * twipsToPixels(m_venstre),
-                         plass.height());
+    const int luft = twipsToPixels(marg);
+    const QRect plass = faner->clientArea().adjusted(luft, luft, -luft, -luft);
+    for (QFrame *blad : ark)
+        blad->setGeometry(blad->x(), plass.top(), bredde - 2 * twipsToPixels(venstre),
+                          plass.height());
 }

@@ -92,7 +92,10 @@ frmProdukt::frmProdukt()
     for (const int col : {kolonne::Gruppe, kolonne::ID, kolonne::Changed})
         grid.setColHidden(col, true);
 
-    m_ark = {m_ui->TabStrip1, {m_ui->frTabStrip_0, m_ui->frTabStrip_1}, kPageLeft, kPageMargin};
+    m_ark = {.faner = m_ui->TabStrip1,
+             .ark = {m_ui->frTabStrip_0, m_ui->frTabStrip_1},
+             .venstre = kPageLeft,
+             .marg = kPageMargin};
     m_ark.leggBortAndre(kListTab);
     m_ark.hentFram(kListTab);
     connectControls();
