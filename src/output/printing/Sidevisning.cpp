@@ -4,6 +4,7 @@
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -113,18 +114,15 @@ void Sidevisning::zoomTrinn(int retning)
 {
     // A fitted zoom lies between two steps.
     constexpr double kSammeTrinn = 0.5;
-    double nytt = m_zoom;
     if (retning > 0) {
-        const auto *trinn = std::find_if(std::begin(kTrinn), std::end(kTrinn),
-                                         [&](double t) { return t > m_zoom + kSammeTrinn; });
-        nytt = trinn == std::end(kTrinn) ? kStorsteZoom : *trinn;
+        const auto *over =
+            std::upper_bound(std::begin(kTrinn), std::end(kTrinn), m_zoom + kSammeTrinn);
+        settZoom(over == std::end(kTrinn) ? kStorsteZoom : *over);
     } else {
-        for (const double trinn : kTrinn) {
-            if (trinn < m_zoom - kSammeTrinn)
-                nytt = trinn;
-        }
+        const auto *fra =
+            std::lower_bound(std::begin(kTrinn), std::end(kTrinn), m_zoom - kSammeTrinn);
+        settZoom(fra == std::begin(kTrinn) ? m_zoom : *std::prev(fra));
     }
-    settZoom(nytt);
 }
 
 double Sidevisning::tilpassetZoom() const
@@ -239,9 +237,8 @@ void Sidevisning::resizeEvent(QResizeEvent *hendelse)
 {
     QAbstractScrollArea::resizeEvent(hendelse);
     if (m_tilpasning == Tilpasning::Prosent) {
-        m_folgerRulling = false;
+        const QScopedValueRollback stille(m_folgerRulling, false);
         leggUt();
-        m_folgerRulling = true;
     } else {
         settTilpasning(m_tilpasning);
     }

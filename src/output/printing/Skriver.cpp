@@ -48,25 +48,12 @@ const Skrivere &Skrivere::gjeldende()
     return gSkrivere ? *gSkrivere : maskinens;
 }
 
-BrukSkrivere::BrukSkrivere(const Skrivere &skrivere)
-    : m_forrige(std::exchange(gSkrivere, &skrivere))
-{
-}
-
-BrukSkrivere::~BrukSkrivere()
-{
-    gSkrivere = m_forrige;
-}
+BrukSkrivere::BrukSkrivere(const Skrivere &skrivere) : m_iBruk(gSkrivere, &skrivere) {}
 
 ValgtSkriver::ValgtSkriver(const CommonDialog &dialog, int antall)
     : skriver(dialog.printerName), pdfFil(dialog.pdfFile), eksemplarer(antall),
-      m_forrige(std::exchange(gValgt, this))
+      m_iBruk(gValgt, this)
 {
-}
-
-ValgtSkriver::~ValgtSkriver()
-{
-    gValgt = m_forrige;
 }
 
 void skrivUt(const report::Document &dokument)

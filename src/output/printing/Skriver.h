@@ -2,6 +2,7 @@
 
 #include "platform/report/Document.h"
 
+#include <QScopedValueRollback>
 #include <QString>
 
 #include <memory>
@@ -33,12 +34,9 @@ class BrukSkrivere
 {
 public:
     explicit BrukSkrivere(const Skrivere &skrivere);
-    ~BrukSkrivere();
-    BrukSkrivere(const BrukSkrivere &) = delete;
-    BrukSkrivere &operator=(const BrukSkrivere &) = delete;
 
 private:
-    const Skrivere *const m_forrige;
+    const QScopedValueRollback<const Skrivere *> m_iBruk;
 };
 
 /// What the user has chosen in the printer dialog, in force for every printout while it lives. It
@@ -48,16 +46,13 @@ class ValgtSkriver
 public:
     /// `eksemplarer` is how often each printout is to come out.
     explicit ValgtSkriver(const CommonDialog &dialog, int eksemplarer = 1);
-    ~ValgtSkriver();
-    ValgtSkriver(const ValgtSkriver &) = delete;
-    ValgtSkriver &operator=(const ValgtSkriver &) = delete;
 
     const QString skriver; ///< empty when the output goes to `pdfFil`
     const QString pdfFil;
     const int eksemplarer;
 
 private:
-    const ValgtSkriver *const m_forrige;
+    const QScopedValueRollback<const ValgtSkriver *> m_iBruk;
 };
 
 /// Prints all pages on the chosen printer, or to the chosen PDF file, which one printout after the

@@ -26,35 +26,10 @@ void clsFaktura::Class_Initialize()
     gRptPath = gAppPath + u"\\rpt\\Faktura"_s;
 }
 
-QString clsFaktura::ConnectStreng() const
-{
-    return gConnect;
-}
-
-void clsFaktura::setConnectStreng(const QString &sData)
-{
-    gConnect = sData;
-}
-
-qint16 clsFaktura::Klient() const
-{
-    return gKlientInn;
-}
-
 void clsFaktura::setKlient(qint16 vData)
 {
     gKlientInn = vData;
     gKlient = vData;
-}
-
-qint16 clsFaktura::CurrentYear() const
-{
-    return gAar;
-}
-
-void clsFaktura::setCurrentYear(qint16 vData)
-{
-    gAar = vData;
 }
 
 void clsFaktura::StartModul()

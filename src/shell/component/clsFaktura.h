@@ -1,5 +1,7 @@
 #pragma once
 
+#include "state/SharedState.h"
+
 #include <QObject>
 #include <QString>
 
@@ -24,12 +26,12 @@ public:
 
     [[nodiscard]] qint16 ModuleInit() const { return m_moduleInit; }
     void setModuleInit(qint16 vData) { m_moduleInit = vData; }
-    [[nodiscard]] QString ConnectStreng() const;
-    void setConnectStreng(const QString &sData);
-    [[nodiscard]] qint16 Klient() const;
+    [[nodiscard]] QString ConnectStreng() const { return gConnect; }
+    void setConnectStreng(const QString &sData) { gConnect = sData; }
+    [[nodiscard]] qint16 Klient() const { return gKlientInn; }
     void setKlient(qint16 vData);
-    [[nodiscard]] qint16 CurrentYear() const;
-    void setCurrentYear(qint16 vData);
+    [[nodiscard]] qint16 CurrentYear() const { return gAar; }
+    void setCurrentYear(qint16 vData) { gAar = vData; }
 
     /// Opens the database, brings it up to the module's own level and shows the main menu, which
     /// stays open when this returns. In a parent without a QApplication nothing is shown. Raises
