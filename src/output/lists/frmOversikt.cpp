@@ -8,14 +8,11 @@
 #include "platform/forms/OuterRim.h"
 #include "platform/grid/fpSpread.h"
 #include "presentation/screens/Skjerm.h"
+#include "presentation/spread/Radtekst.h"
 #include "presentation/spread/mVASpread.h"
 #include "runtime/Conversions.h"
-#include "runtime/Format.h"
 #include "state/SharedState.h"
 #include "ui_frmOversikt.h"
-
-#include <algorithm>
-#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -24,55 +21,6 @@ namespace {
 enum Kolonne { kOrdreNr = 1, kKundeNr, kKundeNavn, kFakDato, kForfall, kBelop, kStatus, kOrdreId };
 
 constexpr double kNavnebredde = 20.12; // column units
-
-/// Composes the grid's text of one order after the other.
-class Radtekst
-{
-public:
-    explicit Radtekst(const ado::Recordset &rs) : m_rs(rs)
-    {
-        constexpr QStringView kFelter[] = {u"ordreNr",     u"KundeNr",   u"KundeNavn",   u"fakDato",
-                                           u"ForfallDato", u"SumBrutto", u"OrdreStatus", u"ID"};
-        std::ranges::transform(kFelter, m_felter.begin(),
-                               [&](QStringView felt) { return rs.fieldIndex(felt); });
-    }
-
-    /// The current row's eight columns, parted by tabs. A Null is an empty one. Valid until the
-    /// next call.
-    [[nodiscard]] QStringView rad()
-    {
-        m_tekst.resize(0); // keeps its memory
-        for (int kol = kOrdreNr; kol <= kOrdreId; ++kol) {
-            const int felt = m_felter[size_t(kol - kOrdreNr)];
-            if (!m_rs.isNull(felt))
-                m_tekst += tekst(kol, felt);
-            m_tekst += u'\t';
-        }
-        m_tekst.chop(1);
-        return m_tekst;
-    }
-
-private:
-    [[nodiscard]] QString tekst(int kol, int felt) const
-    {
-        switch (kol) {
-        case kFakDato:
-        case kForfall:
-            return Format(m_rs.value(felt).toDate(), u"dd.mm.yyyy");
-        case kBelop:
-            return Format(m_rs.currency(felt), u"# ##0.00");
-        case kKundeNavn:
-        case kStatus:
-            return m_rs.text(felt);
-        default:
-            return Format(m_rs.integer(felt), u"#0");
-        }
-    }
-
-    const ado::Recordset &m_rs;
-    std::array<int, kOrdreId> m_felter;
-    QString m_tekst;
-};
 
 } // namespace
 
@@ -130,7 +78,16 @@ void frmOversikt::LesOversikt()
             u"SELECT * FROM Ordre WHERE "_s + klientVilkar() + u" ORDER BY ordreNr DESC"_s, true);
         if (gDB->EmptyRS(rs))
             return;
-        for (Radtekst radtekst(*rs); !rs->eof(); rs->moveNext())
+        using enum Radtekst::Form;
+        Radtekst radtekst(*rs, {{u"ordreNr", Heltall},
+                                {u"KundeNr", Heltall},
+                                {u"KundeNavn"},
+                                {u"fakDato", Dato},
+                                {u"ForfallDato", Dato},
+                                {u"SumBrutto", Belop},
+                                {u"OrdreStatus"},
+                                {u"ID", Heltall}});
+        for (; !rs->eof(); rs->moveNext())
             passOver([&] { SpreadAddRow(grid, radtekst.rad()); });
     });
     grid.setRedraw(true);

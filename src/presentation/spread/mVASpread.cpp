@@ -10,7 +10,6 @@ constexpr int kRowsToSpare = 5;
 constexpr int kTwipsBesideColumns = 330; ///< scroll bar and frame
 constexpr double kGapBetweenColumns = 0.03;
 constexpr double kReadableName = 12;
-constexpr SheetColor kMarkColor = sheetColor(255, 255, 192);
 
 void blockAllData(fpSpread &grid)
 {
@@ -179,7 +178,7 @@ void SpreadMarkCell(fpSpread &grid, int row, int col)
     SpreadSetBackColor(grid, kAll, kAll, kWindowBackground);
     grid.setCurrent(col, row);
     grid.setAction(fpSpread::ActiveCellAction);
-    SpreadSetBackColor(grid, col, row, kMarkColor);
+    SpreadSetBackColor(grid, col, row, kMerkefarge);
     grid.setEditMode(true);
     grid.setRedraw(true);
 }

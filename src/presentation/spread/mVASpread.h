@@ -12,6 +12,9 @@ class fpSpread;
 // others let a run-time error through to the caller. A screen that writes many cells switches the
 // grid's redraw off first: the routines do not.
 
+/// The background of a cell that is marked.
+inline constexpr SheetColor kMerkefarge = sheetColor(255, 255, 192);
+
 /// Gives the grid smaller letters and with them narrower columns.
 void SpreadLitenSkrift(fpSpread &grid);
 /// Empties the grid: no text, black on white, nothing selected, 10 rows.
