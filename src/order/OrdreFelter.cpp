@@ -33,10 +33,10 @@ auto medForm(const QString &form, Les les)
 {
     try {
         return les();
-    } catch (const RunTimeError &error) {
-        if (error.number() != errors::kTypeMismatch)
+    } catch (const RunTimeError &feil) {
+        if (feil.number() != errors::kTypeMismatch)
             throw;
-        throw RunTimeError(error.number(), error.description() + u'\n' + form);
+        throw RunTimeError(feil.number(), feil.description() + u'\n' + form);
     }
 }
 
@@ -45,53 +45,54 @@ auto medForm(const QString &form, Les les)
 OrdreFelter::OrdreFelter(const QWidget &skjerm)
 {
     for (int nr = 0; nr < ordrefelt::kAntall; ++nr) {
-        m_felter[size_t(nr)] = skjerm.findChild<QLineEdit *>(u"txtFields_%1"_s.arg(nr));
-        Q_ASSERT(m_felter[size_t(nr)]);
-        holdOneLine(*m_felter[size_t(nr)]);
-        keepWhileLocked(*m_felter[size_t(nr)]);
+        auto *const felt = skjerm.findChild<QLineEdit *>(u"txtFields_%1"_s.arg(nr));
+        Q_ASSERT(felt);
+        holdOneLine(*felt);
+        keepWhileLocked(*felt);
+        m_felter[size_t(nr)] = felt;
     }
 }
 
-QString OrdreFelter::text(int nr) const
+QString OrdreFelter::tekst(int nr) const
 {
     return (*this)[nr].text();
 }
 
-void OrdreFelter::setText(int nr, const QString &text) const
+void OrdreFelter::settTekst(int nr, const QString &tekst) const
 {
     QLineEdit &felt = (*this)[nr];
-    const ProgramWrites writes;
-    felt.setText(text);
+    const ProgramWrites skriver;
+    felt.setText(tekst);
     felt.home(false);
 }
 
 QDate OrdreFelter::dato(int nr) const
 {
     return medForm(ledetekst(nr) + u": skriv datoen som dd.mm.åååå, for eksempel 31.12.2014."_s,
-                   [&] { return toDate(text(nr)).date(); });
+                   [&] { return toDate(tekst(nr)).date(); });
 }
 
 QString OrdreFelter::forfallFra(QDate fra) const
 {
     return medForm(ledetekst(ordrefelt::kBetBet) +
                        u": skriv antall dager med siffer, for eksempel 14."_s,
-                   [&] { return ForfallsDato(fra, text(ordrefelt::kBetBet)); });
+                   [&] { return ForfallsDato(fra, tekst(ordrefelt::kBetBet)); });
 }
 
 QString OrdreFelter::ledetekst(int nr) const
 {
     const QLineEdit *felt = &(*this)[nr];
-    for (const QLabel *label : felt->window()->findChildren<QLabel *>()) {
-        if (label->buddy() == felt)
-            return label->text().remove(u'&').remove(u':');
+    for (const QLabel *ledetekst : felt->window()->findChildren<QLabel *>()) {
+        if (ledetekst->buddy() == felt)
+            return ledetekst->text().remove(u'&').remove(u':');
     }
     return {};
 }
 
-int OrdreFelter::nrOf(const QObject *widget) const
+int OrdreFelter::nrFor(const QObject *kontroll) const
 {
-    const auto found = std::find(m_felter.begin(), m_felter.end(), widget);
-    return found == m_felter.end() ? -1 : int(found - m_felter.begin());
+    const auto funnet = std::ranges::find(m_felter, kontroll);
+    return funnet == m_felter.end() ? -1 : int(funnet - m_felter.begin());
 }
 
 QStringView OrdreFelter::datafelt(int nr)

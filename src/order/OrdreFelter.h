@@ -51,9 +51,9 @@ public:
 
     /// `nr` is one of `ordrefelt`.
     [[nodiscard]] QLineEdit &operator[](int nr) const { return *m_felter.at(size_t(nr)); }
-    [[nodiscard]] QString text(int nr) const;
+    [[nodiscard]] QString tekst(int nr) const;
     /// Shows the text from its beginning, also in a field that is locked.
-    void setText(int nr, const QString &text) const;
+    void settTekst(int nr, const QString &tekst) const;
 
     // Error 13 for a text that cannot be read tells in its second line which field that is, and in
     // which form it is written.
@@ -62,8 +62,8 @@ public:
     /// The day that comes as many days after `fra` as the field of the days to pay says.
     [[nodiscard]] QString forfallFra(QDate fra) const;
 
-    /// The number of the field that is this widget, or -1.
-    [[nodiscard]] int nrOf(const QObject *widget) const;
+    /// The number of the field that is this control, or -1.
+    [[nodiscard]] int nrFor(const QObject *kontroll) const;
 
     /// The column of Ordre that a field shows; empty for the one that no column is bound to.
     [[nodiscard]] static QStringView datafelt(int nr);

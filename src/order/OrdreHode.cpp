@@ -2,7 +2,6 @@
 
 #include "data/mFaktura.h"
 #include "order/OrdreFelter.h"
-#include "order/OrdreTilstand.h"
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/SendKey.h"
 #include "rules/Innstilling.h"
@@ -16,74 +15,44 @@
 #include <QKeyEvent>
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 using namespace ordrefelt;
 
 namespace {
 
-struct Pickerfelt
+struct Datovelger
 {
-    DTPicker *Ui::frmOrdre::*picker;
-    int nr;
+    DTPicker *Ui::frmOrdre::*velger;
+    int nr; // of the field that it stands beside
 };
-
-constexpr Pickerfelt kPickers[] = {
+constexpr Datovelger kDatovelgere[] = {
     {&Ui::frmOrdre::dtpOrdre, kOrdreDato},
     {&Ui::frmOrdre::dtpLevDato, kLevDato},
     {&Ui::frmOrdre::dtpFakDato, kFakDato},
     {&Ui::frmOrdre::dtpForfall, kForfallDato},
 };
 
-constexpr int kInvalidPropertyValue = 380;
+/// The fields that a customer fills, in the order of KundeFelt.
+constexpr std::array kKundefelter = {
+    kKundeNr,     kKundeNavn,   kBetBet,    kFakAdresse1, kFakAdresse2, kFakPostNr,   kFakPostSted,
+    kLevAdresse1, kLevAdresse2, kLevPostNr, kLevPostSted, kOrgNr,       kForfallDato, kFakturaType,
+};
 
-int feltNr(KundeFelt felt)
-{
-    switch (felt) {
-    case KundeFelt::KundeNr:
-        return kKundeNr;
-    case KundeFelt::KundeNavn:
-        return kKundeNavn;
-    case KundeFelt::BetBet:
-        return kBetBet;
-    case KundeFelt::FakAdresse1:
-        return kFakAdresse1;
-    case KundeFelt::FakAdresse2:
-        return kFakAdresse2;
-    case KundeFelt::FakPostNr:
-        return kFakPostNr;
-    case KundeFelt::FakPostSted:
-        return kFakPostSted;
-    case KundeFelt::LevAdresse1:
-        return kLevAdresse1;
-    case KundeFelt::LevAdresse2:
-        return kLevAdresse2;
-    case KundeFelt::LevPostNr:
-        return kLevPostNr;
-    case KundeFelt::LevPostSted:
-        return kLevPostSted;
-    case KundeFelt::OrganisasjonsNr:
-        return kOrgNr;
-    case KundeFelt::ForfallDato:
-        return kForfallDato;
-    case KundeFelt::FakturaType:
-        return kFakturaType;
-    }
-    throw RunTimeError(errors::kInvalidCall);
-}
+constexpr int kUgyldigVerdi = 380;
 
 /// The first field with an amount, which is shown as 0.00 when it is blank.
-constexpr int kFirstSum = kSumNetto;
+constexpr int kForsteSum = kSumNetto;
 
 } // namespace
 
-OrdreHode::OrdreHode(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreFelter &felter)
-    : m_ui(ui), m_tilstand(tilstand), m_felter(felter)
+OrdreHode::OrdreHode(const OrdreRom &rom) : OrdreRom(rom)
 {
     for (int nr = 0; nr < kAntall; ++nr)
         m_felter[nr].installEventFilter(this);
-    for (const Pickerfelt &entry : kPickers)
-        wirePicker(*(m_ui.*entry.picker), entry.nr);
+    for (const auto &[velger, nr] : kDatovelgere)
+        kobleVelger(*(m_ui.*velger), nr);
     m_tilstand.vedModus = [this] { laasFelter(); };
 }
 
@@ -116,19 +85,19 @@ bool OrdreHode::senderVidere(int nr) const
 
 void OrdreHode::settGrenser()
 {
-    for (const Pickerfelt &entry : kPickers) {
+    for (const Datovelger &dato : kDatovelgere) {
         passOver(
-            [&] { (m_ui.*entry.picker)->setLimits(QDate(gAar, 1, 1), QDate(gAar + 1, 12, 31)); });
+            [&] { (m_ui.*dato.velger)->setLimits(QDate(gAar, 1, 1), QDate(gAar + 1, 12, 31)); });
     }
 }
 
 void OrdreHode::tomFelter()
 {
     for (int nr = 0; nr < kAntall; ++nr)
-        m_felter.setText(nr, nr < kFirstSum ? QString() : u"0.00"_s);
-    m_felter.setText(kBetBet, u"0"_s);
-    m_felter.setText(kOrdreNr, u"0"_s);
-    m_felter.setText(kOrgNr, QString());
+        m_felter.settTekst(nr, nr < kForsteSum ? QString() : u"0.00"_s);
+    m_felter.settTekst(kBetBet, u"0"_s);
+    m_felter.settTekst(kOrdreNr, u"0"_s);
+    m_felter.settTekst(kOrgNr, QString());
     m_ui.chkBetalt->setChecked(false);
     m_ui.chkLevAdr->setChecked(false);
 }
@@ -138,15 +107,15 @@ bool OrdreHode::erUtenforAar() const
     return m_felter.dato(kOrdreDato).year() != gAar;
 }
 
-void OrdreHode::setKundefelt(KundeFelt felt, const QString &text)
+void OrdreHode::setKundefelt(KundeFelt felt, const QString &tekst)
 {
-    m_felter.setText(feltNr(felt), text);
+    m_felter.settTekst(kKundefelter.at(size_t(felt)), tekst);
 }
 
 void OrdreHode::setSammeLevAdr(qint32 verdi)
 {
     if (verdi < Qt::Unchecked || verdi > Qt::Checked)
-        throw RunTimeError(kInvalidPropertyValue);
+        throw RunTimeError(kUgyldigVerdi);
     // The numbers of the two other states are the other way round in Qt.
     m_ui.chkLevAdr->setCheckState(verdi == 1   ? Qt::Checked
                                   : verdi == 2 ? Qt::PartiallyChecked
@@ -155,56 +124,55 @@ void OrdreHode::setSammeLevAdr(qint32 verdi)
 
 QString OrdreHode::betBet() const
 {
-    return m_felter.text(kBetBet);
+    return m_felter.tekst(kBetBet);
 }
 
 bool OrdreHode::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress)
-        return apnerKalender(m_felter.nrOf(watched), *static_cast<QKeyEvent *>(event));
+        return apnerKalender(m_felter.nrFor(watched), *static_cast<QKeyEvent *>(event));
     if (event->type() != QEvent::FocusIn && event->type() != QEvent::FocusOut)
         return false;
-    const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
-    const int nr = m_felter.nrOf(watched);
+    const Qt::FocusReason grunn = static_cast<QFocusEvent *>(event)->reason();
+    const int nr = m_felter.nrFor(watched);
     if (nr < 0)
         return false;
     // A context menu takes the focus for a while without the field being left, and so does another
     // window. One that comes back has to find a field that may hold the focus: the key that was to
     // send it on has gone to the menu.
-    const bool fraMeny = reason == Qt::PopupFocusReason;
+    const bool fraMeny = grunn == Qt::PopupFocusReason;
     if (event->type() == QEvent::FocusIn && (!fraMeny || senderVidere(nr)))
-        atOuterRim([&] { fikkFokus(nr, reason); });
-    else if (event->type() == QEvent::FocusOut && !fraMeny && reason != Qt::ActiveWindowFocusReason)
+        atOuterRim([&] { fikkFokus(nr, grunn); });
+    else if (event->type() == QEvent::FocusOut && !fraMeny && grunn != Qt::ActiveWindowFocusReason)
         atOuterRim([&] { forlatFelt(nr); });
     return false;
 }
 
 /// A date field opens the calendar beside it by the calendar's own keys.
-bool OrdreHode::apnerKalender(int nr, const QKeyEvent &key)
+bool OrdreHode::apnerKalender(int nr, const QKeyEvent &tast)
 {
-    const auto entry = std::ranges::find(kPickers, nr, &Pickerfelt::nr);
-    if (entry == std::end(kPickers) || !DTPicker::dropsDown(key))
+    const auto dato = std::ranges::find(kDatovelgere, nr, &Datovelger::nr);
+    if (dato == std::end(kDatovelgere) || !DTPicker::dropsDown(tast))
         return false;
-    (m_ui.*entry->picker)->dropDown();
+    (m_ui.*dato->velger)->dropDown();
     return true;
 }
 
 /// Passes over.
-void OrdreHode::fikkFokus(int nr, Qt::FocusReason reason)
+void OrdreHode::fikkFokus(int nr, Qt::FocusReason grunn)
 {
     if (senderVidere(nr)) {
         sendKey(Qt::Key_Tab);
         return;
     }
-    for (const Pickerfelt &entry : kPickers) {
-        if (entry.nr != nr)
-            continue;
-        passOver([&] { (m_ui.*entry.picker)->setValue(toDate(m_felter.text(nr)).date()); });
-        m_felter[nr].selectAll();
-        // The press of the mouse that has brought the focus here sets the cursor afterwards.
-        if (reason == Qt::MouseFocusReason)
-            QMetaObject::invokeMethod(&m_felter[nr], &QLineEdit::selectAll, Qt::QueuedConnection);
-    }
+    const auto dato = std::ranges::find(kDatovelgere, nr, &Datovelger::nr);
+    if (dato == std::end(kDatovelgere))
+        return;
+    visDato(*(m_ui.*dato->velger), nr);
+    m_felter[nr].selectAll();
+    // The press of the mouse that has brought the focus here sets the cursor afterwards.
+    if (grunn == Qt::MouseFocusReason)
+        QMetaObject::invokeMethod(&m_felter[nr], &QLineEdit::selectAll, Qt::QueuedConnection);
 }
 
 /// Tells of a failure once the focus has come to rest. A message that came up while it moves could
@@ -213,9 +181,8 @@ void OrdreHode::forlatFelt(int nr)
 {
     try {
         mistetFokus(nr);
-    } catch (const RunTimeError &error) {
-        const auto tell = [error] { showUntrapped(error); };
-        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+    } catch (const RunTimeError &feil) {
+        QMetaObject::invokeMethod(this, [feil] { showUntrapped(feil); }, Qt::QueuedConnection);
     }
 }
 
@@ -225,15 +192,15 @@ void OrdreHode::mistetFokus(int nr)
 {
     const auto poststed = [this](int postNr) {
         return HentFelt(u"PostSted"_s, u"Poststed"_s,
-                        u"PostNr='"_s + m_felter.text(postNr) + u"'"_s)
+                        u"PostNr='"_s + m_felter.tekst(postNr) + u"'"_s)
             .toText();
     };
     switch (nr) {
     case kFakPostNr:
-        m_felter.setText(kFakPostSted, poststed(kFakPostNr));
+        m_felter.settTekst(kFakPostSted, poststed(kFakPostNr));
         break;
     case kLevPostNr:
-        m_felter.setText(kLevPostSted, poststed(kLevPostNr));
+        m_felter.settTekst(kLevPostSted, poststed(kLevPostNr));
         break;
     case kBetBet:
         settForfall();
@@ -244,8 +211,8 @@ void OrdreHode::mistetFokus(int nr)
         break;
     case kKundeNr:
         if (leadingNumber(LesInnstilling(u"KIDaktivert"_s, u"0"_s)) == 1) {
-            m_felter.setText(
-                kKID, LagKID(LesInnstilling, m_felter.text(kOrdreNr), m_felter.text(kKundeNr)));
+            m_felter.settTekst(
+                kKID, LagKID(LesInnstilling, m_felter.tekst(kOrdreNr), m_felter.tekst(kKundeNr)));
         }
         break;
     default:
@@ -255,17 +222,23 @@ void OrdreHode::mistetFokus(int nr)
 
 void OrdreHode::settForfall()
 {
-    m_felter.setText(kForfallDato, m_felter.forfallFra(m_felter.dato(kFakDato)));
+    m_felter.settTekst(kForfallDato, m_felter.forfallFra(m_felter.dato(kFakDato)));
 }
 
-void OrdreHode::wirePicker(DTPicker &picker, int nr)
+void OrdreHode::kobleVelger(DTPicker &velger, int nr)
 {
-    onEvent(&picker, &DTPicker::dateChosen, this, [this, &picker, nr] {
+    onEvent(&velger, &DTPicker::dateChosen, this, [this, &velger, nr] {
         if (m_tilstand.iModus())
-            m_felter.setText(nr, Format(picker.value(), u"short date"));
+            m_felter.settTekst(nr, Format(velger.value(), u"short date"));
     });
-    onEvent(&picker, &DTPicker::entered, this, [this, &picker, nr] {
-        passOver([&] { picker.setValue(toDate(m_felter.text(nr)).date()); });
-        picker.update();
+    onEvent(&velger, &DTPicker::entered, this, [this, &velger, nr] {
+        visDato(velger, nr);
+        velger.update();
     });
+}
+
+/// Passes over.
+void OrdreHode::visDato(DTPicker &velger, int nr)
+{
+    passOver([&] { velger.setValue(toDate(m_felter.tekst(nr)).date()); });
 }

@@ -1,28 +1,24 @@
 #pragma once
 
+#include "order/OrdreTilstand.h"
 #include "registers/customers/KundeMottaker.h"
 
 #include <QObject>
 
-struct OrdreTilstand;
-class OrdreFelter;
 class DTPicker;
 class QKeyEvent;
-namespace Ui {
-class frmOrdre;
-}
 
 /// The header of the order screen: what its fields do when they get and lose the focus, and the
 /// date pickers beside them. Outside the modes New and Change the fields are kept read-only: they
 /// send the focus on and take no text. A picked customer is written into the fields in any mode,
 /// without passing through their focus.
-class OrdreHode : public QObject, public KundeMottaker
+class OrdreHode : public QObject, public KundeMottaker, OrdreRom
 {
     Q_OBJECT
 
 public:
-    /// All arguments are the screen's and outlive this object. Connects to the controls' events.
-    OrdreHode(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreFelter &felter);
+    /// Connects to the controls' events.
+    explicit OrdreHode(const OrdreRom &rom);
 
     /// Limits the date pickers to the accounting year and the one after it. Passes over.
     void settGrenser();
@@ -32,7 +28,7 @@ public:
     /// Whether the order date is outside the accounting year. Error 13 when it is no date.
     [[nodiscard]] bool erUtenforAar() const;
 
-    void setKundefelt(KundeFelt felt, const QString &text) override;
+    void setKundefelt(KundeFelt felt, const QString &tekst) override;
     void setSammeLevAdr(qint32 verdi) override;
     [[nodiscard]] QString betBet() const override;
 
@@ -43,14 +39,11 @@ private:
     /// Whether a field sends the focus on: some always, most of them outside a mode, dates never.
     [[nodiscard]] bool senderVidere(int nr) const;
     void laasFelter();
-    bool apnerKalender(int nr, const QKeyEvent &key);
-    void fikkFokus(int nr, Qt::FocusReason reason);
+    bool apnerKalender(int nr, const QKeyEvent &tast);
+    void fikkFokus(int nr, Qt::FocusReason grunn);
     void forlatFelt(int nr);
     void mistetFokus(int nr);
     void settForfall();
-    void wirePicker(DTPicker &picker, int nr);
-
-    Ui::frmOrdre &m_ui;
-    OrdreTilstand &m_tilstand;
-    const OrdreFelter &m_felter;
+    void kobleVelger(DTPicker &velger, int nr);
+    void visDato(DTPicker &velger, int nr);
 };

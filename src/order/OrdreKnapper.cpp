@@ -1,7 +1,6 @@
 #include "order/OrdreKnapper.h"
 
 #include "order/OrdreFelter.h"
-#include "order/OrdreTilstand.h"
 #include "rules/Ordre.h"
 #include "ui_frmOrdre.h"
 
@@ -9,62 +8,63 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize kPictureSize{16, 16};
+constexpr QSize kBilde{16, 16};
 
 } // namespace
 
-OrdreKnapper::OrdreKnapper(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreFelter &felter)
-    : m_ui(ui), m_tilstand(tilstand), m_felter(felter), m_bilder(kPictureSize)
+OrdreKnapper::OrdreKnapper(const OrdreRom &rom)
+    : OrdreRom(rom), m_navigering{m_ui.cmdFirst, m_ui.cmdPrevious, m_ui.cmdNext, m_ui.cmdLast},
+      m_bilder(kBilde)
 {
-    for (const QString &ending : {QString(), u"-graa"_s}) {
-        for (const QStringView name : {u"forste", u"forrige", u"neste", u"siste"})
-            m_bilder.add({}, u":/faktura/"_s + name.toString() + ending + u".svg"_s);
+    for (const QString &slutt : {QString(), u"-graa"_s}) {
+        for (const QStringView navn : {u"forste", u"forrige", u"neste", u"siste"})
+            m_bilder.add({}, u":/faktura/"_s + navn.toString() + slutt + u".svg"_s);
     }
-    for (const Bilde bilde : {Forste, Forrige, Neste, Siste})
-        visBilde(bilde, false);
+    visBilder({Forste, Forrige, Neste, Siste}, false);
 }
 
-void OrdreKnapper::SettKnapper(bool print, bool copy, bool ny, bool change, bool save)
+void OrdreKnapper::SettKnapper(const Valg &valg)
 {
-    m_ui.btnPrint->setEnabled(print);
-    m_ui.btnCopy->setEnabled(copy);
-    m_ui.btnNew->setEnabled(ny);
-    m_ui.btnChange->setEnabled(change && KanEndres(m_felter.text(ordrefelt::kOrdreStatus)));
-    m_ui.btnSave->setEnabled(save);
+    m_ui.btnPrint->setEnabled(valg.skriv);
+    m_ui.btnCopy->setEnabled(valg.kopier);
+    m_ui.btnNew->setEnabled(valg.ny);
+    m_ui.btnChange->setEnabled(valg.endre && KanEndres(m_felter.tekst(ordrefelt::kOrdreStatus)));
+    m_ui.btnSave->setEnabled(valg.lagre);
     m_ui.btnCancel->setEnabled(true);
     m_ui.btnClose->setEnabled(true);
     m_tilstand.TvingOriginal = false;
 }
 
-void OrdreKnapper::SettNavigering(bool flag)
+void OrdreKnapper::SettNavigering(bool paa)
 {
-    if (!flag) {
-        for (const Bilde bilde : {Forste, Forrige, Neste, Siste})
-            visBilde(bilde, true);
+    if (!paa) {
+        visBilder({Forste, Forrige, Neste, Siste}, true);
         return;
     }
-    for (PictureButton *button : {m_ui.cmdFirst, m_ui.cmdPrevious, m_ui.cmdNext, m_ui.cmdLast})
-        button->setEnabled(true);
+    for (PictureButton *knapp : m_navigering)
+        knapp->setEnabled(true);
     // Without a record set both tests fail, and a test that fails counts as met.
     const bool bof = enters([this] { return m_tilstand.rsOrdre->bof(); });
     const bool eof = enters([this] { return m_tilstand.rsOrdre->eof(); });
-    if (bof) {
-        visBilde(Forste, true);
-        visBilde(Forrige, true);
-    }
-    if (eof) {
-        visBilde(Neste, true);
-        visBilde(Siste, true);
-    }
+    if (bof)
+        visBilder({Forste, Forrige}, true);
+    if (eof)
+        visBilder({Neste, Siste}, true);
     if (bof || eof)
         return;
-    for (const Bilde bilde : {Forste, Forrige, Neste, Siste})
-        visBilde(bilde, false);
+    visBilder({Forste, Forrige, Neste, Siste}, false);
     m_tilstand.TvingOriginal = false;
 }
 
-void OrdreKnapper::visBilde(Bilde bilde, bool graa)
+void OrdreKnapper::skjulNavigering()
 {
-    PictureButton *const buttons[] = {m_ui.cmdFirst, m_ui.cmdPrevious, m_ui.cmdNext, m_ui.cmdLast};
-    buttons[bilde - Forste]->setPicture(m_bilder.icon(graa ? bilde + Graa : bilde), kPictureSize);
+    for (PictureButton *knapp : m_navigering)
+        knapp->setVisible(false);
+}
+
+void OrdreKnapper::visBilder(std::initializer_list<Bilde> bilder, bool graa)
+{
+    for (const Bilde bilde : bilder)
+        m_navigering[bilde - Forste]->setPicture(m_bilder.icon(graa ? bilde + Graa : bilde),
+                                                 kBilde);
 }

@@ -1,36 +1,40 @@
 #pragma once
 
+#include "order/OrdreTilstand.h"
 #include "platform/forms/ImageList.h"
 
-struct OrdreTilstand;
-class OrdreFelter;
-namespace Ui {
-class frmOrdre;
-}
+#include <array>
+
+class PictureButton;
 
 /// The enabled states and pictures of the order screen's buttons.
-class OrdreKnapper
+class OrdreKnapper : OrdreRom
 {
 public:
-    /// All arguments are the screen's and outlive this object.
-    OrdreKnapper(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreFelter &felter);
+    explicit OrdreKnapper(const OrdreRom &rom);
 
-    /// Each argument enables or disables the command of its name; an order whose status field is no
-    /// longer "Ordre" cannot be changed, whatever `change` is. Cancel and close are on afterwards.
-    void SettKnapper(bool print, bool copy, bool ny, bool change, bool save);
-
+    /// The commands that can be used.
+    struct Valg
+    {
+        bool skriv = false;
+        bool kopier = false;
+        bool ny = false;
+        bool endre = false;
+        bool lagre = false;
+    };
+    /// An order whose status field is no longer "Ordre" cannot be changed, whatever is chosen.
+    /// Cancel and close are on afterwards.
+    void SettKnapper(const Valg &valg);
     /// False greys the pictures of the four navigation buttons and leaves the buttons in use. True
     /// enables them and greys the pictures of those that lead past the end on which the record set
     /// stands.
-    void SettNavigering(bool flag);
+    void SettNavigering(bool paa);
+    void skjulNavigering();
 
 private:
     enum Bilde { Forste = 1, Forrige, Neste, Siste, Graa = 4 };
+    void visBilder(std::initializer_list<Bilde> bilder, bool graa);
 
-    void visBilde(Bilde bilde, bool graa);
-
-    Ui::frmOrdre &m_ui;
-    OrdreTilstand &m_tilstand;
-    const OrdreFelter &m_felter;
+    const std::array<PictureButton *, 4> m_navigering; // as the pictures
     ImageList m_bilder;
 };

@@ -7,7 +7,6 @@
 #include "order/OrdreKnapper.h"
 #include "order/OrdreLager.h"
 #include "order/OrdreLinjer.h"
-#include "order/OrdreTilstand.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/MsgBox.h"
 #include "registers/customers/frmKunder.h"
@@ -41,8 +40,9 @@ QString visningsNr()
 
 } // namespace
 
-OrdreKommandoer::OrdreKommandoer(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreRom &rom)
-    : m_ui(ui), m_tilstand(tilstand), m_rom(rom)
+OrdreKommandoer::OrdreKommandoer(const OrdreRom &rom, OrdreKnapper &knapper, OrdreHode &hode,
+                                 OrdreLinjer &linjer, OrdreLager &lager)
+    : OrdreRom(rom), m_knapper(knapper), m_hode(hode), m_linjer(linjer), m_lager(lager)
 {
 }
 
@@ -50,40 +50,39 @@ void OrdreKommandoer::aktiver()
 {
     if (m_tilstand.InnID < 1)
         m_tilstand.InnID = 0;
-    m_rom.hode.settGrenser();
+    m_hode.settGrenser();
     if (!m_tilstand.iModus()) {
-        const OrdreLinjer::FellesProduktliste felles(m_rom.linjer);
-        passOver([this] { m_rom.lager.LesOrdre(m_tilstand.InnID); });
-        passOver([this] { m_rom.lager.VisOrdre(); });
+        const OrdreLinjer::FellesProduktliste felles(m_linjer);
+        passOver([this] { m_lager.LesOrdre(m_tilstand.InnID); });
+        passOver([this] { m_lager.VisOrdre(); });
         cmdLast_Click();
     }
     if (m_tilstand.InnID > 0) {
-        m_rom.knapper.SettNavigering(false);
-        for (PictureButton *button : {m_ui.cmdFirst, m_ui.cmdPrevious, m_ui.cmdNext, m_ui.cmdLast})
-            button->setVisible(false);
+        m_knapper.SettNavigering(false);
+        m_knapper.skjulNavigering();
     }
     // In a mode as well: after the list of customers saving and closing are left.
     m_ui.btnCancel->setEnabled(false);
 
     const bool avrunder =
         enters([] { return leadingNumber(LesInnstilling(u"Avrunding"_s, u"0"_s)) != 0; });
-    QLineEdit &felt = m_rom.felter[kAvrunding];
+    QLineEdit &felt = m_felter[kAvrunding];
     m_ui.Label5->setEnabled(avrunder);
     felt.setEnabled(avrunder);
-    QPalette colours;
+    QPalette farger;
     if (!avrunder)
-        colours.setColor(QPalette::Base, felt.palette().color(QPalette::Button));
-    felt.setPalette(colours);
+        farger.setColor(QPalette::Base, felt.palette().color(QPalette::Button));
+    felt.setPalette(farger);
 }
 
 void OrdreKommandoer::btnNew_Click()
 {
-    m_tilstand.settModus(true, false);
+    m_tilstand.settModus(OrdreModus::Ny);
     m_ui.cmdKunder->setToolTip(kSeKundene);
-    m_rom.knapper.SettNavigering(false);
-    m_rom.knapper.SettKnapper(false, false, false, false, true);
+    m_knapper.SettNavigering(false);
+    m_knapper.SettKnapper({.lagre = true});
     passOver([this] { TomSkjema(); });
-    passOver([this] { m_rom.felter.setText(kOrdreNr, visningsNr()); });
+    passOver([this] { m_felter.settTekst(kOrdreNr, visningsNr()); });
     passOver([this] { settDagens(); });
     m_ui.vaSpread1->setTabStop(true);
     gridIBruk();
@@ -102,10 +101,10 @@ void OrdreKommandoer::btnCopy_Click()
 {
     if (m_tilstand.iModus())
         return;
-    m_tilstand.settModus(true, false);
-    m_rom.knapper.SettNavigering(false);
-    m_rom.knapper.SettKnapper(false, false, false, false, true);
-    m_rom.felter.setText(kOrdreNr, QString::number(NyttOrdreNr()));
+    m_tilstand.settModus(OrdreModus::Ny);
+    m_knapper.SettNavigering(false);
+    m_knapper.SettKnapper({.lagre = true});
+    m_felter.settTekst(kOrdreNr, QString::number(NyttOrdreNr()));
     settDagens();
     // The KID is the copied order's until this field is left.
     tilKundeNr();
@@ -113,39 +112,39 @@ void OrdreKommandoer::btnCopy_Click()
 
 void OrdreKommandoer::btnChange_Click()
 {
-    if (!KanEndres(m_rom.felter.text(kOrdreStatus)))
+    if (!KanEndres(m_felter.tekst(kOrdreStatus)))
         return;
-    m_tilstand.settModus(false, true);
+    m_tilstand.settModus(OrdreModus::Endre);
     m_ui.cmdKunder->setToolTip(kSeKundene);
     for (int nr = 0; nr < kSumNetto; ++nr)
-        m_rom.felter[nr].setEnabled(true);
+        m_felter[nr].setEnabled(true);
     m_ui.vaSpread1->setTabStop(true);
     tilKundeNr();
-    m_rom.knapper.SettNavigering(false);
-    m_rom.knapper.SettKnapper(false, false, false, false, true);
+    m_knapper.SettNavigering(false);
+    m_knapper.SettKnapper({.lagre = true});
     gridIBruk();
     visAarvarsel();
 }
 
 void OrdreKommandoer::btnCancel_Click()
 {
-    if (m_tilstand.ErEndre) {
+    if (m_tilstand.ErEndre()) {
         // The set is detached, so it needs a connection for the time of reading. It stands on its
         // first order afterwards, whichever was being changed.
         m_tilstand.rsOrdre->setActiveConnection(gDB->ConnectionString());
         m_tilstand.rsOrdre->requery();
         m_tilstand.rsOrdre->clearActiveConnection();
-        m_rom.lager.VisFelter();
-        m_rom.lager.VisOrdre();
+        m_lager.VisFelter();
+        m_lager.VisOrdre();
         tilKundeNr();
-        m_tilstand.settModus(m_tilstand.ErNy, false);
+        m_tilstand.settModus(OrdreModus::Visning);
     }
-    if (m_tilstand.ErNy) {
+    if (m_tilstand.ErNy()) {
         TomSkjema();
-        m_tilstand.settModus(false, false);
+        m_tilstand.settModus(OrdreModus::Visning);
     }
-    m_rom.knapper.SettNavigering(false);
-    m_rom.knapper.SettKnapper(false, false, true, m_tilstand.AktivID > 0, false);
+    m_knapper.SettNavigering(false);
+    m_knapper.SettKnapper({.ny = true, .endre = m_tilstand.AktivID > 0});
     m_ui.btnCancel->setEnabled(false);
 }
 
@@ -153,11 +152,11 @@ void OrdreKommandoer::btnPrint_Click(const UtskriftApner &apner)
 {
     OrdreUtskrift utskrift;
     // Cut at a decimal comma, so a sum above -1 is none of a credit note.
-    passOver([&] { utskrift.ErKreditnota = leadingNumber(m_rom.felter.text(kSumBrutto)) < 0; });
+    passOver([&] { utskrift.ErKreditnota = leadingNumber(m_felter.tekst(kSumBrutto)) < 0; });
     utskrift.fakID = QString::number(m_tilstand.AktivID);
-    utskrift.fakNr = m_rom.felter.text(kOrdreNr);
+    utskrift.fakNr = m_felter.tekst(kOrdreNr);
     utskrift.original =
-        m_rom.felter.text(kOrdreStatus) == ordrestatus::kOrdre || m_tilstand.TvingOriginal;
+        m_felter.tekst(kOrdreStatus) == ordrestatus::kOrdre || m_tilstand.TvingOriginal;
     m_tilstand.TvingOriginal = false;
     if (apner)
         passOver([&] { apner(utskrift); });
@@ -166,7 +165,7 @@ void OrdreKommandoer::btnPrint_Click(const UtskriftApner &apner)
 
 void OrdreKommandoer::chkBetalt_Click()
 {
-    if (!m_ui.chkBetalt->isChecked() || !KanMerkesBetalt(m_rom.felter.text(kOrdreStatus)))
+    if (!m_ui.chkBetalt->isChecked() || !KanMerkesBetalt(m_felter.tekst(kOrdreStatus)))
         return;
     // The screen may be closed while the question is up.
     const QPointer<QCheckBox> boks = m_ui.chkBetalt;
@@ -180,23 +179,19 @@ void OrdreKommandoer::chkBetalt_Click()
     passOver([this] {
         if (!gDB->Execute(BetaltSql(m_tilstand.rsOrdre->integer(u"ID"))))
             return;
-        m_rom.felter.setText(kOrdreStatus, ordrestatus::kBetalt.toString());
+        m_felter.settTekst(kOrdreStatus, ordrestatus::kBetalt.toString());
         m_ui.chkBetalt->setEnabled(false);
     });
 }
 
 void OrdreKommandoer::cmdFirst_Click()
 {
-    passOver([this] { m_tilstand.rsOrdre->moveFirst(); });
-    passOver([this] { m_tilstand.AktivID = m_tilstand.rsOrdre->integer(u"ID"); });
-    visPost();
+    tilEnde(&ado::Recordset::moveFirst);
 }
 
 void OrdreKommandoer::cmdLast_Click()
 {
-    passOver([this] { m_tilstand.rsOrdre->moveLast(); });
-    passOver([this] { m_tilstand.AktivID = m_tilstand.rsOrdre->integer(u"ID"); });
-    visPost();
+    tilEnde(&ado::Recordset::moveLast);
 }
 
 void OrdreKommandoer::cmdNext_Click()
@@ -220,12 +215,12 @@ void OrdreKommandoer::cmdKunder_Click()
         return;
     }
     m_ui.cmdKunder->setToolTip(kSeKundene);
-    SharedForm<frmKunder>::get().velgFor(m_rom.hode);
+    SharedForm<frmKunder>::get().velgFor(m_hode);
 }
 
 void OrdreKommandoer::imgAar_Click()
 {
-    if (!m_ui.imgAar->isVisible() || !enters([this] { return m_rom.hode.erUtenforAar(); }))
+    if (!m_ui.imgAar->isVisible() || !enters([this] { return m_hode.erUtenforAar(); }))
         return;
     m_ui.imgAar->setToolTip(u"Ordredato ligger utenfor aktivt regnskapsår ("_s +
                             QString::number(gAar) + u") i Strekkbok!"_s);
@@ -233,34 +228,41 @@ void OrdreKommandoer::imgAar_Click()
 
 void OrdreKommandoer::TomSkjema()
 {
-    m_rom.hode.tomFelter();
-    m_rom.linjer.InitLinjer();
+    m_hode.tomFelter();
+    m_linjer.InitLinjer();
     tilKundeNr();
+}
+
+void OrdreKommandoer::tilEnde(void (ado::Recordset::*flytt)())
+{
+    passOver([&] { ((*m_tilstand.rsOrdre).*flytt)(); });
+    passOver([this] { m_tilstand.lesAktivID(); });
+    visPost();
 }
 
 /// Shows the record to which the set has moved.
 void OrdreKommandoer::visPost()
 {
-    passOver([this] { m_rom.lager.VisFelter(); });
-    passOver([this] { m_rom.lager.VisOrdre(); });
+    passOver([this] { m_lager.VisFelter(); });
+    passOver([this] { m_lager.VisOrdre(); });
     tilKundeNr();
-    m_rom.knapper.SettNavigering(true);
+    m_knapper.SettNavigering(true);
 }
 
 /// What a new order and a copy start with. Error 13 when the days of payment are no number.
 void OrdreKommandoer::settDagens()
 {
-    const QDate today = Clock::current().today();
-    m_rom.felter.setText(kOrdreStatus, ordrestatus::kOrdre.toString());
+    const QDate iDag = Clock::current().today();
+    m_felter.settTekst(kOrdreStatus, ordrestatus::kOrdre.toString());
     for (const int nr : {kOrdreDato, kLevDato, kFakDato})
-        m_rom.felter.setText(nr, Format(today, u"dd.mm.yyyy"));
-    m_rom.felter.setText(kForfallDato, m_rom.felter.forfallFra(today));
+        m_felter.settTekst(nr, Format(iDag, u"dd.mm.yyyy"));
+    m_felter.settTekst(kForfallDato, m_felter.forfallFra(iDag));
 }
 
 /// No command takes the warning away again. Error 13 when the order date is no date.
 void OrdreKommandoer::visAarvarsel()
 {
-    if (m_rom.hode.erUtenforAar())
+    if (m_hode.erUtenforAar())
         m_ui.imgAar->setVisible(true);
 }
 
@@ -272,5 +274,5 @@ void OrdreKommandoer::gridIBruk()
 
 void OrdreKommandoer::tilKundeNr()
 {
-    m_rom.felter[kKundeNr].setFocus();
+    m_felter[kKundeNr].setFocus();
 }

@@ -1,34 +1,21 @@
 #pragma once
 
+#include "order/OrdreTilstand.h"
 #include "order/OrdreUtskrift.h"
 
-struct OrdreTilstand;
-class OrdreFelter;
 class OrdreHode;
 class OrdreKnapper;
 class OrdreLager;
 class OrdreLinjer;
-namespace Ui {
-class frmOrdre;
-}
-
-/// The rooms of the order screen that its commands drive.
-struct OrdreRom
-{
-    const OrdreFelter &felter;
-    OrdreKnapper &knapper;
-    OrdreHode &hode;
-    OrdreLinjer &linjer;
-    OrdreLager &lager;
-};
 
 /// The commands of the order screen and what they do to its mode. Those named "passes over" skip a
 /// statement that fails and go on.
-class OrdreKommandoer
+class OrdreKommandoer : OrdreRom
 {
 public:
-    /// All arguments are the screen's and outlive this object.
-    OrdreKommandoer(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreRom &rom);
+    /// The rooms that the commands drive outlive this object.
+    OrdreKommandoer(const OrdreRom &rom, OrdreKnapper &knapper, OrdreHode &hode,
+                    OrdreLinjer &linjer, OrdreLager &lager);
 
     /// What happens each time the screen becomes the active one. Passes over.
     void aktiver();
@@ -48,13 +35,15 @@ public:
 
 private:
     void TomSkjema();
+    void tilEnde(void (ado::Recordset::*flytt)());
     void visPost();
     void settDagens();
     void visAarvarsel();
     void gridIBruk();
     void tilKundeNr();
 
-    Ui::frmOrdre &m_ui;
-    OrdreTilstand &m_tilstand;
-    OrdreRom m_rom;
+    OrdreKnapper &m_knapper;
+    OrdreHode &m_hode;
+    OrdreLinjer &m_linjer;
+    OrdreLager &m_lager;
 };

@@ -1,23 +1,17 @@
 #pragma once
 
-#include <QtGlobal>
+#include "order/OrdreTilstand.h"
 
-struct OrdreTilstand;
-class OrdreFelter;
 class OrdreKnapper;
 class OrdreLinjer;
-namespace Ui {
-class frmOrdre;
-}
 
 /// Reads orders into the order screen: the record set, the header's fields and the line grid.
 /// Everything here passes over.
-class OrdreLager
+class OrdreLager : OrdreRom
 {
 public:
-    /// All arguments are the screen's and outlive this object.
-    OrdreLager(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreFelter &felter,
-               OrdreKnapper &knapper, OrdreLinjer &linjer);
+    /// The other rooms outlive this object.
+    OrdreLager(const OrdreRom &rom, OrdreKnapper &knapper, OrdreLinjer &linjer);
 
     /// Reads the client's orders, or the one of `innId` when that is above 0, and shows the first
     /// one's header; without any the fields are blank.
@@ -32,9 +26,6 @@ private:
     void tomFelter();
     void visLinjer();
 
-    Ui::frmOrdre &m_ui;
-    OrdreTilstand &m_tilstand;
-    const OrdreFelter &m_felter;
     OrdreKnapper &m_knapper;
     OrdreLinjer &m_linjer;
 };

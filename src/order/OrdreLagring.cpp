@@ -5,7 +5,6 @@
 #include "order/OrdreFelter.h"
 #include "order/OrdreKnapper.h"
 #include "order/OrdreLinjer.h"
-#include "order/OrdreTilstand.h"
 #include "platform/forms/MsgBox.h"
 #include "presentation/screens/VisMelding.h"
 #include "presentation/spread/mVASpread.h"
@@ -23,32 +22,31 @@ using namespace ordrefelt;
 
 namespace {
 
-const QString kLineBreak = u"\r\n"_s;
-constexpr int kPositionStep = 10;
-constexpr qint16 kNoteSeconds = 1;
+const QString kLinjeskift = u"\r\n"_s;
+constexpr int kPosisjonssteg = 10;
+constexpr qint16 kNotatSekunder = 1;
 
 /// Whether the number that leads the text is 0; a text whose number has no place counts as such.
-bool leadsWithZero(const QString &text)
+bool begynnerMedNull(const QString &tekst)
 {
-    return enters([&] { return leadingNumber(text) == 0; });
+    return enters([&] { return leadingNumber(tekst) == 0; });
 }
 
 /// The date of the text in the statement's form. A field that is no date gives the empty text, and
 /// the statement fails by it.
-QString dateForm(const QString &text)
+QString datoform(const QString &tekst)
 {
-    if (trimBlanks(text).isEmpty())
+    if (trimBlanks(tekst).isEmpty())
         return u" Null"_s; // between its marks, so that the statement fails as well
     QString form;
-    passOver([&] { form = Format(toDate(text), u"mm\\/dd\\/yyyy"); });
+    passOver([&] { form = Format(toDate(tekst), u"mm\\/dd\\/yyyy"); });
     return form;
 }
 
 } // namespace
 
-OrdreLagring::OrdreLagring(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreFelter &felter,
-                           OrdreKnapper &knapper)
-    : m_ui(ui), m_tilstand(tilstand), m_felter(felter), m_knapper(knapper)
+OrdreLagring::OrdreLagring(const OrdreRom &rom, OrdreKnapper &knapper)
+    : OrdreRom(rom), m_knapper(knapper)
 {
 }
 
@@ -59,12 +57,13 @@ void OrdreLagring::btnSave_Click()
     if (m_lagrer)
         return;
     if (const QString tekst = feil(); !tekst.isEmpty()) {
-        MsgBox(u"Feil som må rettes før ordren kan lagres:"_s + kLineBreak + tekst,
+        MsgBox(u"Feil som må rettes før ordren kan lagres:"_s + kLinjeskift + tekst,
                msgbox::kExclamation);
         return;
     }
-    qint32 id = m_tilstand.ErEndre ? m_tilstand.AktivID : 0;
-    const int resultat = LagreOrdre(m_tilstand.ErNy ? Modus::Ny : Modus::Endre, u"Ordre"_s, id);
+    qint32 id = m_tilstand.ErEndre() ? m_tilstand.AktivID : 0;
+    const int resultat =
+        LagreOrdre(m_tilstand.ErNy() ? OrdreModus::Ny : OrdreModus::Endre, u"Ordre"_s, id);
 
     const QPointer<QWidget> skjerm = m_ui.vaSpread1->window();
     m_lagrer = true;
@@ -76,7 +75,7 @@ void OrdreLagring::btnSave_Click()
         // Not the order's ID: what follows works with this until the record is read again.
         m_tilstand.AktivID = resultat;
         m_ui.vaSpread1->forgetEdits();
-        VisMelding(u"Posten er lagret."_s, msgbox::kInformation, u"Lagre"_s, kNoteSeconds, false);
+        VisMelding(u"Posten er lagret."_s, msgbox::kInformation, u"Lagre"_s, kNotatSekunder, false);
     } else {
         // As a rule nothing follows: LagreOrdre has asked, and asking empties it.
         MsgBox(u"Lagring feilet, feil: "_s + gDB->LastError(), msgbox::kExclamation);
@@ -84,7 +83,7 @@ void OrdreLagring::btnSave_Click()
     if (!skjerm)
         return;
     // The mode goes on, and the way on is to print, which lets the next order be begun.
-    m_knapper.SettKnapper(true, true, false, true, false);
+    m_knapper.SettKnapper({.skriv = true, .kopier = true, .endre = true});
     m_ui.btnCancel->setEnabled(false);
     m_ui.vaSpread1->setEditModeReplace(false);
     if (resultat > 0)
@@ -96,76 +95,70 @@ void OrdreLagring::btnSave_Click()
 QString OrdreLagring::feil() const
 {
     QString tekst;
-    const auto add = [&](const QString &linje) { tekst += linje + kLineBreak; };
+    const auto leggTil = [&](const QString &linje) { tekst += linje + kLinjeskift; };
 
     if (const int linje = SjekkLinjer(); linje > 0)
-        add(u"linje "_s + Format(linje, u"#0") + u" må ha Produkt nr. og/eller Produkt navn"_s);
-    const QString kundeNr = m_felter.text(kKundeNr);
+        leggTil(u"linje "_s + Format(linje, u"#0") + u" må ha Produkt nr. og/eller Produkt navn"_s);
+    const QString kundeNr = m_felter.tekst(kKundeNr);
     if (trimBlanks(kundeNr).isEmpty()) {
-        add(u"kundenummer kan ikke være blank"_s);
+        leggTil(u"kundenummer kan ikke være blank"_s);
     } else if (gDB->GetCount(u"KundeLev"_s, klientVilkar() + u" AND KundeNr="_s + kundeNr) == 0) {
-        add(u"ugyldig/manglende kundenummer"_s);
+        leggTil(u"ugyldig/manglende kundenummer"_s);
     }
-    if (trimBlanks(m_felter.text(kKundeNavn)).isEmpty())
-        add(u"kundenavn kan ikke være blank"_s);
-    const QString postNr = m_felter.text(kFakPostNr);
-    if (trimBlanks(postNr).isEmpty() || leadsWithZero(postNr))
-        add(u"postnummer kan ikke være blank"_s);
+    if (trimBlanks(m_felter.tekst(kKundeNavn)).isEmpty())
+        leggTil(u"kundenavn kan ikke være blank"_s);
+    const QString postNr = m_felter.tekst(kFakPostNr);
+    if (trimBlanks(postNr).isEmpty() || begynnerMedNull(postNr))
+        leggTil(u"postnummer kan ikke være blank"_s);
     // Cut at a decimal comma, so an order for less than one krone cannot be saved.
-    if (leadsWithZero(m_felter.text(kSumBrutto)))
-        add(u"fakturasum kan ikke være 0"_s);
+    if (begynnerMedNull(m_felter.tekst(kSumBrutto)))
+        leggTil(u"fakturasum kan ikke være 0"_s);
     return tekst;
 }
 
 int OrdreLagring::SjekkLinjer() const
 {
     fpSpread &grid = *m_ui.vaSpread1;
-    const auto blank = [&](int col, int row) {
-        return trimBlanks(SpreadGetText(grid, col, row)).isEmpty();
+    const auto erBlank = [&](int kol, int rad) {
+        return trimBlanks(SpreadGetText(grid, kol, rad)).isEmpty();
     };
     double brutto = 0; // a line that does not read keeps the one before it
     const int rader = grid.dataRowCnt();
-    for (int row = 1; row <= rader; ++row) {
+    for (int rad = 1; rad <= rader; ++rad) {
         passOver(
-            [&] { brutto = leadingNumber(SpreadGetText(grid, linjekolonne::kSumBrutto, row)); });
-        if (brutto != 0 && blank(linjekolonne::kProduktNr, row) &&
-            blank(linjekolonne::kProduktNavn, row))
-            return row;
+            [&] { brutto = leadingNumber(SpreadGetText(grid, linjekolonne::kSumBrutto, rad)); });
+        if (brutto != 0 && erBlank(linjekolonne::kProduktNr, rad) &&
+            erBlank(linjekolonne::kProduktNavn, rad))
+            return rad;
     }
     return 0;
 }
 
-std::vector<OrdreLagring::Kolonne> OrdreLagring::kolonner(Modus modus) const
+RowValues OrdreLagring::hode(OrdreModus modus) const
 {
-    std::vector<Kolonne> liste;
-    liste.reserve(27);
-    const auto bare = [&](const char16_t *navn, const QString &verdi) {
-        liste.push_back({navn, u"", verdi});
+    RowValues rad;
+    const auto tekst = [&](QStringView navn, int felt) { rad.addText(navn, m_felter.tekst(felt)); };
+    const auto heltall = [&](QStringView navn, int felt) {
+        rad.add(navn, HeltallTilSql(m_felter.tekst(felt)));
     };
-    const auto tekst = [&](const char16_t *navn, int felt) {
-        liste.push_back({navn, u"'", m_felter.text(felt)});
+    const auto dato = [&](QStringView navn, int felt) {
+        rad.add(navn, u'#' + datoform(m_felter.tekst(felt)) + u'#');
     };
-    const auto heltall = [&](const char16_t *navn, int felt) {
-        bare(navn, HeltallTilSql(m_felter.text(felt)));
-    };
-    const auto dato = [&](const char16_t *navn, int felt) {
-        liste.push_back({navn, u"#", dateForm(m_felter.text(felt))});
-    };
-    const auto belop = [&](const char16_t *navn, int felt) {
-        bare(navn, TallTilSql(m_felter.text(felt), u"#0.00"));
+    const auto belop = [&](QStringView navn, int felt) {
+        rad.add(navn, TallTilSql(m_felter.tekst(felt), u"#0.00"));
     };
 
     // Kontrollsiffer, KundeOrgNr and RabattKr keep what another program has put there.
-    bare(u"KlientNr", numberToText(gKlient));
-    if (modus == Modus::Ny) {
+    rad.add(u"KlientNr", numberToText(gKlient));
+    if (modus == OrdreModus::Ny) {
         QString nyttNr;
         passOver([&] { nyttNr = numberToText(NyttOrdreNr()); });
-        bare(u"OrdreNr", nyttNr);
+        rad.add(u"OrdreNr", nyttNr);
     } else {
         heltall(u"OrdreNr", kOrdreNr);
     }
     tekst(u"OrdreStatus", kOrdreStatus);
-    bare(u"Betalt", numberToText(int{m_ui.chkBetalt->isChecked()}));
+    rad.add(u"Betalt", numberToText(int{m_ui.chkBetalt->isChecked()}));
     tekst(u"EgenRef", kEgenRef);
     tekst(u"DeresRef", kDeresRef);
     heltall(u"KundeNr", kKundeNr);
@@ -184,38 +177,24 @@ std::vector<OrdreLagring::Kolonne> OrdreLagring::kolonner(Modus modus) const
     dato(u"FakDato", kFakDato);
     dato(u"ForfallDato", kForfallDato);
     dato(u"LevDato", kLevDato);
-    bare(u"RabattPst", u"0"_s);
+    rad.add(u"RabattPst", u"0");
     belop(u"MvaKr", kMvaKr);
     belop(u"SumNetto", kSumNetto);
     belop(u"SumBrutto", kSumBrutto);
     belop(u"Avrunding", kAvrunding);
-    return liste;
+    return rad;
 }
 
-int OrdreLagring::LagreOrdre(Modus modus, const QString &tabell, qint32 &id) const
+int OrdreLagring::LagreOrdre(OrdreModus modus, const QString &tabell, qint32 &id) const
 {
-    const std::vector<Kolonne> liste = kolonner(modus);
-    QStringList navn;
-    QStringList verdier;
-    QStringList tilordninger;
-    for (const Kolonne &kolonne : liste) {
-        const QString name = QString::fromUtf16(kolonne.navn);
-        const QString mark = QString::fromUtf16(kolonne.anforsel);
-        const QString literal = mark + kolonne.verdi + mark;
-        navn += name;
-        verdier += literal;
-        tilordninger += name + u'=' + literal;
-    }
-    const QString statement = modus == Modus::Ny
-                                  ? u"INSERT INTO "_s + tabell + u" ("_s + navn.join(u',') +
-                                        u") VALUES ("_s + verdier.join(u',') + u')'
-                                  : u"UPDATE "_s + tabell + u" SET "_s + tilordninger.join(u',') +
-                                        u" WHERE ID="_s + numberToText(id);
-
+    const RowValues rad = hode(modus);
+    const QString setning = modus == OrdreModus::Ny
+                                ? rad.insertInto(tabell)
+                                : rad.update(tabell, u"ID="_s + numberToText(id));
     // It holds none of what follows; see the class.
     passOver([] { gConn->beginTrans(); });
-    const qint32 nyId = gDB->ExecuteID(statement);
-    if (modus == Modus::Ny)
+    const qint32 nyId = gDB->ExecuteID(setning);
+    if (modus == OrdreModus::Ny)
         id = nyId;
     // An older text that nobody has read yet counts as a failure of this statement too.
     if (!gDB->LastError().isEmpty()) {
@@ -239,23 +218,23 @@ bool OrdreLagring::LagreLinjer(qint32 ordreId) const
     fpSpread &grid = *m_ui.vaSpread1;
     const int rader = grid.dataRowCnt();
     int posisjon = 0;
-    for (int row = 1; row <= rader; ++row) {
-        const auto celle = [&](int col) { return SpreadGetText(grid, col, row); };
+    for (int rad = 1; rad <= rader; ++rad) {
+        const auto celle = [&](int kol) { return SpreadGetText(grid, kol, rad); };
         const QString produktNr = trimBlanks(celle(linjekolonne::kProduktNr));
         const QString produktNavn = trimBlanks(celle(linjekolonne::kProduktNavn));
         if (produktNr.isEmpty() && produktNavn.isEmpty())
             continue;
-        posisjon += kPositionStep;
-        const QString statement =
-            u"INSERT INTO OrdreLinjer (OrdreID,PosNr,ProduktNr,ProduktNavn,Antall,Pris,RabattPst,"_s
-            u"RabattKr,MvaPst,SumNetto,SumBrutto) VALUES ("_s +
-            ordre + u',' + numberToText(posisjon) + u",'"_s + produktNr + u"','"_s + produktNavn +
-            u"',"_s + TallTilSql(celle(linjekolonne::kAntall), u"#0.0") + u',' +
-            TallTilSql(celle(linjekolonne::kPris), u"#0.00") + u",0,0,"_s +
-            TallTilSql(celle(linjekolonne::kMvaPst), u"#0.0") + u',' +
-            TallTilSql(celle(linjekolonne::kSumNetto), u"#0.00") + u',' +
-            TallTilSql(celle(linjekolonne::kSumBrutto), u"#0.00") + u')';
-        passOver([&] { gDB->Execute(statement); });
+        posisjon += kPosisjonssteg;
+        RowValues linje;
+        linje.add(u"OrdreID", ordre).add(u"PosNr", numberToText(posisjon));
+        linje.addText(u"ProduktNr", produktNr).addText(u"ProduktNavn", produktNavn);
+        linje.add(u"Antall", TallTilSql(celle(linjekolonne::kAntall), u"#0.0"));
+        linje.add(u"Pris", TallTilSql(celle(linjekolonne::kPris), u"#0.00"));
+        linje.add(u"RabattPst", u"0").add(u"RabattKr", u"0");
+        linje.add(u"MvaPst", TallTilSql(celle(linjekolonne::kMvaPst), u"#0.0"));
+        linje.add(u"SumNetto", TallTilSql(celle(linjekolonne::kSumNetto), u"#0.00"));
+        linje.add(u"SumBrutto", TallTilSql(celle(linjekolonne::kSumBrutto), u"#0.00"));
+        passOver([&] { gDB->Execute(linje.insertInto(u"OrdreLinjer"_s)); });
     }
     return true;
 }

@@ -1,15 +1,9 @@
 #pragma once
 
-#include <QString>
+#include "data/RowValues.h"
+#include "order/OrdreTilstand.h"
 
-#include <vector>
-
-struct OrdreTilstand;
-class OrdreFelter;
 class OrdreKnapper;
-namespace Ui {
-class frmOrdre;
-}
 
 /// Saves what the order screen shows: the checks, the statements, and what the user is told. Text
 /// goes into the statements as it stands, so an apostrophe in a field makes one fail. Everything
@@ -17,40 +11,27 @@ class frmOrdre;
 ///
 /// Nothing holds the statements of one save together: each of them runs on a connection of its own
 /// and is committed when it returns, whatever is begun and rolled back on gConn around them.
-class OrdreLagring
+class OrdreLagring : OrdreRom
 {
 public:
-    /// All arguments are the screen's and outlive this object.
-    OrdreLagring(Ui::frmOrdre &ui, OrdreTilstand &tilstand, const OrdreFelter &felter,
-                 OrdreKnapper &knapper);
+    OrdreLagring(const OrdreRom &rom, OrdreKnapper &knapper);
 
     /// The save command. Pending events run while the user is told of a success, so the screen may
     /// be gone when it returns.
     void btnSave_Click();
 
 private:
-    enum class Modus { Ny = 1, Endre = 2 };
-    struct Kolonne
-    {
-        const char16_t *navn;
-        const char16_t *anforsel; ///< what stands on both sides of the value
-        QString verdi;
-    };
-
     /// The faults that keep the order from being saved, a line each; empty for none.
     [[nodiscard]] QString feil() const;
     /// 0, or the row of the first line that has an amount and neither product number nor name.
     [[nodiscard]] int SjekkLinjer() const;
-    [[nodiscard]] std::vector<Kolonne> kolonner(Modus modus) const;
+    [[nodiscard]] RowValues hode(OrdreModus modus) const;
     /// Stores header and lines; 1 on success, 0 on failure. `id` is the row to update, and takes
     /// that of an inserted one.
-    int LagreOrdre(Modus modus, const QString &tabell, qint32 &id) const;
+    int LagreOrdre(OrdreModus modus, const QString &tabell, qint32 &id) const;
     /// Stores the lines anew. A line that fails is lost without a word. False without an order.
     bool LagreLinjer(qint32 ordreId) const;
 
-    Ui::frmOrdre &m_ui;
-    OrdreTilstand &m_tilstand;
-    const OrdreFelter &m_felter;
     OrdreKnapper &m_knapper;
     bool m_lagrer = false; ///< the user is being told how the save went
 };

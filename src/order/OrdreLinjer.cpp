@@ -13,21 +13,18 @@
 #include <QLineEdit>
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 using namespace linjekolonne;
 
 namespace {
 
-constexpr int kColumns = kPos;
-constexpr int kDesignedRows = 50;
+constexpr int kKolonner = kPos;
+constexpr int kRaderIUtformingen = 50;
 // Grid units.
-constexpr double kProduktNrWidth = 11.0;
-constexpr double kProduktNavnWidth = 16.25;
-
-constexpr SheetColor kMarkColor = sheetColor(255, 255, 192);
-
-enum { kFloatType = 2, kComboType = 8 }; // types of cells
+constexpr double kProduktNrBredde = 11.0;
+constexpr double kProduktNavnBredde = 16.25;
 
 /// The grid's cells as the calculation wants them.
 class Celler : public OrdreCeller
@@ -57,39 +54,27 @@ public:
 
     void setText(SumFelt felt, const QString &text) override
     {
-        m_felter.setText(feltNr(felt), text);
+        m_felter.settTekst(kFelter.at(size_t(felt)), text);
     }
 
 private:
-    static int feltNr(SumFelt felt)
-    {
-        switch (felt) {
-        case SumFelt::SumNetto:
-            return ordrefelt::kSumNetto;
-        case SumFelt::MvaKr:
-            return ordrefelt::kMvaKr;
-        case SumFelt::SumBrutto:
-            return ordrefelt::kSumBrutto;
-        case SumFelt::Kontrollsiffer:
-            return ordrefelt::kKontrollsiffer;
-        case SumFelt::Avrunding:
-            return ordrefelt::kAvrunding;
-        }
-        throw RunTimeError(errors::kInvalidCall);
-    }
+    /// In the order of SumFelt.
+    static constexpr std::array kFelter{ordrefelt::kSumNetto, ordrefelt::kMvaKr,
+                                        ordrefelt::kSumBrutto, ordrefelt::kKontrollsiffer,
+                                        ordrefelt::kAvrunding};
 
     const OrdreFelter &m_felter;
 };
 
-void setFloat(fpSpread &grid, int col)
+void settBelop(fpSpread &grid, int kol)
 {
-    SpreadSetCellType(grid, col, kAll, kFloatType, false, {}, {});
+    SpreadSetCellType(grid, kol, kAll, int(CellKind::Float), false, {}, {});
 }
 
 /// A quantity shows the one decimal with which it is stored; the sums are made of all of it.
-void setAntall(fpSpread &grid)
+void settAntall(fpSpread &grid)
 {
-    setFloat(grid, kAntall);
+    settBelop(grid, kAntall);
     CellType antall = grid.cellType();
     antall.shownDecimals = 1;
     grid.setCellType(antall);
@@ -108,25 +93,25 @@ Currency linjepris(const ado::Recordset &produkt)
 
 OrdreLinjer::OrdreLinjer(fpSpread &grid, const OrdreFelter &felter) : m_grid(grid), m_felter(felter)
 {
-    grid.setMaxCols(kColumns);
-    grid.setMaxRows(kDesignedRows);
+    grid.setMaxCols(kKolonner);
+    grid.setMaxRows(kRaderIUtformingen);
     grid.setColHeaders({u"Produkt nr."_s, u"Produkt navn"_s, u"Antall"_s, u"Pris"_s, u"Rabatt"_s,
                         u"Sum netto"_s, u"MVA"_s, u"Sum brutto"_s, u"ID"_s, u"Pos"_s});
-    grid.setColWidth(kProduktNr, kProduktNrWidth);
-    grid.setColWidth(kProduktNavn, kProduktNavnWidth);
-    for (const int col : {kRabatt, kID, kPos})
-        grid.setColHidden(col, true);
-    setAntall(grid);
+    grid.setColWidth(kProduktNr, kProduktNrBredde);
+    grid.setColWidth(kProduktNavn, kProduktNavnBredde);
+    for (const int kol : {kRabatt, kID, kPos})
+        grid.setColHidden(kol, true);
+    settAntall(grid);
     SpreadSetColAlign(grid, kMvaPst, int(CellAlign::Right));
-    onEvent(&grid, &fpSpread::LeaveCell, this, [this](int col, int row, int newCol, int, bool *) {
-        vaSpread1_LeaveCell(col, row, newCol == kAll);
+    onEvent(&grid, &fpSpread::LeaveCell, this, [this](int kol, int rad, int nyKol, int, bool *) {
+        vaSpread1_LeaveCell(kol, rad, nyKol == kAll);
     });
 }
 
 void OrdreLinjer::brukPlass(int twips)
 {
     m_grid.setColWidth(kProduktNavn,
-                       kProduktNavnWidth + m_grid.twipsToColWidth(std::max(0, twips)));
+                       kProduktNavnBredde + m_grid.twipsToColWidth(std::max(0, twips)));
 }
 
 void OrdreLinjer::InitLinjer()
@@ -135,13 +120,12 @@ void OrdreLinjer::InitLinjer()
     passOver([this] { SpreadClear(m_grid); }); // which leaves room for ten lines, and no more
     m_grid.setCurrent(kProduktNr, 1); // not where the user stood in the lines that are gone
     m_grid.setAction(fpSpread::ActiveCellAction);
-    for (const int col : {kPris, kRabatt, kSumNetto, kSumBrutto})
-        setFloat(m_grid, col);
+    for (const int kol : {kPris, kRabatt, kSumNetto, kSumBrutto})
+        settBelop(m_grid, kol);
     if (!m_felles || !m_liste)
         m_liste = ProduktListe();
-    SpreadSetCellType(m_grid, kProduktNr, kAll, kComboType, false, *m_liste, {});
-    const QString satser = QStringList{gMva0, gMva10, gMva15, gMva25}.join(u'\t');
-    SpreadSetCellType(m_grid, kMvaPst, kAll, kComboType, true, satser, {});
+    SpreadSetCellType(m_grid, kProduktNr, kAll, int(CellKind::ComboBox), false, *m_liste, {});
+    SpreadSetCellType(m_grid, kMvaPst, kAll, int(CellKind::ComboBox), true, MvaSatser(), {});
     m_grid.setRedraw(true);
 }
 
@@ -162,51 +146,51 @@ QString OrdreLinjer::ProduktListe() const
     return liste;
 }
 
-void OrdreLinjer::vaSpread1_LeaveCell(int col, int row, bool gridIsLeft)
+void OrdreLinjer::vaSpread1_LeaveCell(int kol, int rad, bool forlaterGrid)
 {
     Celler celler(m_grid);
-    if (col == kProduktNr) {
-        slaOppProdukt(row);
-        gaTilAntall(row, gridIsLeft);
+    if (kol == kProduktNr) {
+        slaOppProdukt(rad);
+        gaTilAntall(rad, forlaterGrid);
     }
-    if (col == kAntall || col == kPris || col == kMvaPst)
-        LinjeSum(celler, row);
+    if (kol == kAntall || kol == kPris || kol == kMvaPst)
+        LinjeSum(celler, rad);
     Summer summer(m_felter);
     BeregnSummer(celler, LesInnstilling, summer);
 }
 
-void OrdreLinjer::slaOppProdukt(int row)
+void OrdreLinjer::slaOppProdukt(int rad)
 {
     Ref<ado::Recordset> produkt;
     passOver([&] {
         produkt = gDB->GetRS(
             u"SELECT ID,ProduktNavn,UtPris,Enhet,MvaSats,BruttoPris FROM Produkt WHERE "_s +
-                klientVilkar() + u" AND ProduktNr='"_s + SpreadGetText(m_grid, kProduktNr, row) +
+                klientVilkar() + u" AND ProduktNr='"_s + SpreadGetText(m_grid, kProduktNr, rad) +
                 u"'"_s,
             true);
     });
     if (gDB->EmptyRS(produkt))
         return;
-    const auto write = [&](int col, const QString &text) {
-        SpreadSetText(m_grid, col, row, text, false);
+    const auto skriv = [&](int kol, const QString &tekst) {
+        SpreadSetText(m_grid, kol, rad, tekst, false);
     };
-    passOver([&] { write(kProduktNavn, produkt->text(u"ProduktNavn")); });
+    passOver([&] { skriv(kProduktNavn, produkt->text(u"ProduktNavn")); });
     Currency pris;
     passOver([&] { pris = linjepris(*produkt); });
-    passOver([&] { write(kPris, Format(pris, u"# ##0.00")); });
-    passOver([&] { write(kMvaPst, Format(produkt->single(u"MvaSats"), u"#0.0")); });
+    passOver([&] { skriv(kPris, Format(pris, u"# ##0.00")); });
+    passOver([&] { skriv(kMvaPst, Format(produkt->single(u"MvaSats"), u"#0.0")); });
 }
 
 /// Whatever the user was heading for, the quantity comes next.
-void OrdreLinjer::gaTilAntall(int row, bool gridIsLeft)
+void OrdreLinjer::gaTilAntall(int rad, bool forlaterGrid)
 {
-    if (!gridIsLeft) {
-        SpreadMarkCell(m_grid, row, kAntall);
+    if (!forlaterGrid) {
+        SpreadMarkCell(m_grid, rad, kAntall);
         return;
     }
     // Another control has the focus by now; opening the cell would take it away from there.
     SpreadSetBackColor(m_grid, kAll, kAll, kWindowBackground);
-    m_grid.setCurrent(kAntall, row);
+    m_grid.setCurrent(kAntall, rad);
     m_grid.setAction(fpSpread::ActiveCellAction);
-    SpreadSetBackColor(m_grid, kAntall, row, kMarkColor);
+    SpreadSetBackColor(m_grid, kAntall, rad, kMerkefarge);
 }

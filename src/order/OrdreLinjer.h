@@ -60,10 +60,10 @@ public:
     };
 
 private:
-    /// `gridIsLeft`: for another control.
-    void vaSpread1_LeaveCell(int col, int row, bool gridIsLeft);
-    void slaOppProdukt(int row);
-    void gaTilAntall(int row, bool gridIsLeft);
+    /// `forlaterGrid`: for another control.
+    void vaSpread1_LeaveCell(int kol, int rad, bool forlaterGrid);
+    void slaOppProdukt(int rad);
+    void gaTilAntall(int rad, bool forlaterGrid);
 
     fpSpread &m_grid;
     const OrdreFelter &m_felter;

@@ -38,16 +38,15 @@ UtskriftApner &utskriftApner()
 struct frmOrdre::Rom
 {
     explicit Rom(frmOrdre &skjerm)
-        : felter(skjerm), knapper(*skjerm.m_ui, tilstand, felter),
-          hode(*skjerm.m_ui, tilstand, felter), linjer(*skjerm.m_ui->vaSpread1, felter),
-          lager(*skjerm.m_ui, tilstand, felter, knapper, linjer),
-          lagring(*skjerm.m_ui, tilstand, felter, knapper),
-          kommandoer(*skjerm.m_ui, tilstand, {felter, knapper, hode, linjer, lager})
+        : felter(skjerm), felles{*skjerm.m_ui, tilstand, felter}, knapper(felles), hode(felles),
+          linjer(*skjerm.m_ui->vaSpread1, felter), lager(felles, knapper, linjer),
+          lagring(felles, knapper), kommandoer(felles, knapper, hode, linjer, lager)
     {
     }
 
     OrdreTilstand tilstand;
     OrdreFelter felter;
+    const OrdreRom felles;
     OrdreKnapper knapper;
     OrdreHode hode;
     OrdreLinjer linjer;
@@ -95,7 +94,7 @@ void frmOrdre::setInnID(qint32 id)
 
 QString frmOrdre::SumBrutto() const
 {
-    return m_rom->felter.text(ordrefelt::kSumBrutto);
+    return m_rom->felter.tekst(ordrefelt::kSumBrutto);
 }
 
 void frmOrdre::setUtskriftApner(UtskriftApner apner)
@@ -165,7 +164,7 @@ void frmOrdre::connectCommands()
 void frmOrdre::onLoad()
 {
     Skjermbilde::onLoad();
-    m_rom->tilstand.settModus(false, false);
+    m_rom->tilstand.settModus(OrdreModus::Visning);
 }
 
 void frmOrdre::onActivate()
