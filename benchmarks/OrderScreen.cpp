@@ -166,9 +166,9 @@ public:
         m_cols = grid.maxCols();
     }
     [[nodiscard]] int antallRader() const override { return int(m_cells.size()) / m_cols; }
-    [[nodiscard]] QString text(int col, int row) const override { return m_cells[at(col, row)]; }
-    void setText(int col, int row, const QString &text) override { m_cells[at(col, row)] = text; }
-    void setText(SumFelt, const QString &text) override { m_sum = text; }
+    [[nodiscard]] QString tekst(int col, int row) const override { return m_cells[at(col, row)]; }
+    void settTekst(int col, int row, const QString &text) override { m_cells[at(col, row)] = text; }
+    void settTekst(SumFelt, const QString &text) override { m_sum = text; }
 
 private:
     [[nodiscard]] size_t at(int col, int row) const { return size_t((row - 1) * m_cols + col - 1); }

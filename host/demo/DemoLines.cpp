@@ -9,7 +9,7 @@ using namespace linjekolonne;
 void DemoLines::addText(const QString &text)
 {
     m_rows.emplace_back();
-    setText(kProduktNavn, antallRader(), text);
+    settTekst(kProduktNavn, antallRader(), text);
 }
 
 void DemoLines::addProduct(const QString &number, const QString &name, Currency quantity,
@@ -17,10 +17,10 @@ void DemoLines::addProduct(const QString &number, const QString &name, Currency 
 {
     addText(name);
     const int row = antallRader();
-    setText(kProduktNr, row, number);
-    setText(kAntall, row, Format(quantity, u"#0.0"));
-    setText(kPris, row, Format(price, u"#0.00"));
-    setText(kMvaPst, row, Format(vatPercent, u"#0.0"));
+    settTekst(kProduktNr, row, number);
+    settTekst(kAntall, row, Format(quantity, u"#0.0"));
+    settTekst(kPris, row, Format(price, u"#0.00"));
+    settTekst(kMvaPst, row, Format(vatPercent, u"#0.0"));
     LinjeSum(*this, row);
 }
 
@@ -30,12 +30,12 @@ void DemoLines::sumUp(const QString &rounding)
     BeregnSummer(*this, setting, *this);
 }
 
-QString DemoLines::text(int col, int row) const
+QString DemoLines::tekst(int col, int row) const
 {
     return m_rows.at(size_t(row - 1)).at(size_t(col - 1));
 }
 
-void DemoLines::setText(int col, int row, const QString &text)
+void DemoLines::settTekst(int col, int row, const QString &text)
 {
     m_rows.at(size_t(row - 1)).at(size_t(col - 1)) = text;
 }

@@ -25,9 +25,9 @@ public:
     void sumUp(const QString &rounding);
 
     [[nodiscard]] int antallRader() const override { return int(m_rows.size()); }
-    [[nodiscard]] QString text(int col, int row) const override;
-    void setText(int col, int row, const QString &text) override;
-    void setText(SumFelt felt, const QString &text) override { m_sums.insert(felt, text); }
+    [[nodiscard]] QString tekst(int col, int row) const override;
+    void settTekst(int col, int row, const QString &text) override;
+    void settTekst(SumFelt felt, const QString &text) override { m_sums.insert(felt, text); }
 
     /// A number cell; 0 on a line of text only.
     [[nodiscard]] Currency amount(int col, int row) const { return CelleBelop(*this, col, row); }

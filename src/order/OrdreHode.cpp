@@ -107,12 +107,12 @@ bool OrdreHode::erUtenforAar() const
     return m_felter.dato(kOrdreDato).year() != gAar;
 }
 
-void OrdreHode::setKundefelt(KundeFelt felt, const QString &tekst)
+void OrdreHode::settKundefelt(KundeFelt felt, const QString &tekst)
 {
     m_felter.settTekst(kKundefelter.at(size_t(felt)), tekst);
 }
 
-void OrdreHode::setSammeLevAdr(qint32 verdi)
+void OrdreHode::settSammeLevAdr(qint32 verdi)
 {
     if (verdi < Qt::Unchecked || verdi > Qt::Checked)
         throw RunTimeError(kUgyldigVerdi);

@@ -28,8 +28,8 @@ public:
     /// Whether the order date is outside the accounting year. Error 13 when it is no date.
     [[nodiscard]] bool erUtenforAar() const;
 
-    void setKundefelt(KundeFelt felt, const QString &tekst) override;
-    void setSammeLevAdr(qint32 verdi) override;
+    void settKundefelt(KundeFelt felt, const QString &tekst) override;
+    void settSammeLevAdr(qint32 verdi) override;
     [[nodiscard]] QString betBet() const override;
 
 protected:

@@ -33,13 +33,13 @@ public:
     explicit Celler(fpSpread &grid) : m_grid(grid) {}
 
     [[nodiscard]] int antallRader() const override { return m_grid.dataRowCnt(); }
-    [[nodiscard]] QString text(int col, int row) const override
+    [[nodiscard]] QString tekst(int kol, int rad) const override
     {
-        return SpreadGetText(m_grid, col, row);
+        return SpreadGetText(m_grid, kol, rad);
     }
-    void setText(int col, int row, const QString &text) override
+    void settTekst(int kol, int rad, const QString &tekst) override
     {
-        SpreadSetText(m_grid, col, row, text, false);
+        SpreadSetText(m_grid, kol, rad, tekst, false);
     }
 
 private:
@@ -52,9 +52,9 @@ class Summer : public OrdreSummer
 public:
     explicit Summer(const OrdreFelter &felter) : m_felter(felter) {}
 
-    void setText(SumFelt felt, const QString &text) override
+    void settTekst(SumFelt felt, const QString &tekst) override
     {
-        m_felter.settTekst(kFelter.at(size_t(felt)), text);
+        m_felter.settTekst(kFelter.at(size_t(felt)), tekst);
     }
 
 private:

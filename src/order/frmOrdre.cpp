@@ -86,7 +86,7 @@ qint32 frmOrdre::InnID() const
     return m_rom->tilstand.InnID;
 }
 
-void frmOrdre::setInnID(qint32 id)
+void frmOrdre::settInnID(qint32 id)
 {
     if (id > 0)
         m_rom->tilstand.InnID = id;
@@ -97,7 +97,7 @@ QString frmOrdre::SumBrutto() const
     return m_rom->felter.tekst(ordrefelt::kSumBrutto);
 }
 
-void frmOrdre::setUtskriftApner(UtskriftApner apner)
+void frmOrdre::settUtskriftApner(UtskriftApner apner)
 {
     utskriftApner() = std::move(apner);
 }

@@ -23,13 +23,13 @@ public:
     [[nodiscard]] qint32 InnID() const;
     /// Takes values above 0 only, so what is held does not go back to 0. To be set before the
     /// screen is shown.
-    void setInnID(qint32 id);
+    void settInnID(qint32 id);
 
     /// The amount to pay, as the screen shows it.
     [[nodiscard]] QString SumBrutto() const;
 
     /// How the print dialog is opened; while nothing is set, the print command opens none.
-    static void setUtskriftApner(UtskriftApner apner);
+    static void settUtskriftApner(UtskriftApner apner);
 
 protected:
     void onLoad() override;

@@ -24,7 +24,7 @@ enum { kAvrundTilHele = 1, kKuttTilHele = 2 }; // values of the setting "Avrundi
 
 Currency CelleBelop(const OrdreCeller &celler, int kol, int rad)
 {
-    QString tekst = celler.text(kol, rad);
+    QString tekst = celler.tekst(kol, rad);
     if (trimBlanks(tekst).isEmpty())
         tekst = u"0"_s;
     return toCurrency(tekst);
@@ -53,10 +53,11 @@ void LinjeSum(OrdreCeller &celler, int rad)
     passOver([&] { pris = CelleBelop(celler, kPris, rad); });
     passOver([&] { mva = CelleBelop(celler, kMvaPst, rad); });
     passOver([&] { antall = CelleBelop(celler, kAntall, rad); });
-    passOver([&] { celler.setText(kSumNetto, rad, Format(pris * antall, kBelopsformat)); });
+    passOver([&] { celler.settTekst(kSumNetto, rad, Format(pris * antall, kBelopsformat)); });
     passOver([&] {
         const double faktor = (kHundre + mva).toDouble() / 100.0;
-        celler.setText(kSumBrutto, rad, Format((pris * antall).toDouble() * faktor, kBelopsformat));
+        celler.settTekst(kSumBrutto, rad,
+                         Format((pris * antall).toDouble() * faktor, kBelopsformat));
     });
 }
 
@@ -90,13 +91,14 @@ void BeregnSummer(const OrdreCeller &celler, const Innstilling &innstilling, Ord
     passOver([&] { brutto = netto + mva - rest; });
 
     const auto skriv = [&](SumFelt felt, Currency belop, QStringView format) {
-        passOver([&] { summer.setText(felt, Format(belop, format)); });
+        passOver([&] { summer.settTekst(felt, Format(belop, format)); });
     };
     skriv(SumFelt::SumNetto, netto, kBelopsformat);
     skriv(SumFelt::MvaKr, mva, kBelopsformat);
     skriv(SumFelt::SumBrutto, brutto, kBelopsformat);
     passOver([&] {
-        summer.setText(SumFelt::Kontrollsiffer, Modulus10(Format(brutto * kHundre, u"0")).last(1));
+        summer.settTekst(SumFelt::Kontrollsiffer,
+                         Modulus10(Format(brutto * kHundre, u"0")).last(1));
     });
     skriv(SumFelt::Avrunding, -rest, u"0.00");
 }

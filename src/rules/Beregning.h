@@ -28,8 +28,8 @@ public:
     virtual ~OrdreCeller() = default;
 
     [[nodiscard]] virtual int antallRader() const = 0; ///< rows that hold data
-    [[nodiscard]] virtual QString text(int kol, int rad) const = 0;
-    virtual void setText(int kol, int rad, const QString &text) = 0;
+    [[nodiscard]] virtual QString tekst(int kol, int rad) const = 0;
+    virtual void settTekst(int kol, int rad, const QString &tekst) = 0;
 };
 
 /// The header fields that the calculation writes, in this order.
@@ -41,7 +41,7 @@ class OrdreSummer
 public:
     virtual ~OrdreSummer() = default;
 
-    virtual void setText(SumFelt felt, const QString &text) = 0;
+    virtual void settTekst(SumFelt felt, const QString &tekst) = 0;
 };
 
 /// The cell's text as an amount by the machine's locale; blanks only count as 0. Not trapped:

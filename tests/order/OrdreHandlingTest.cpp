@@ -113,7 +113,7 @@ TEST_F(OrdreHandlingTest, ComingBackFromThePrintStandsOnTheLastOrder)
     leggOrdre({.ordreNr = 2});
     apne();
     klikk(u"cmdFirst"_s);
-    frmOrdre::setUtskriftApner(
+    frmOrdre::settUtskriftApner(
         [](const OrdreUtskrift &) { (new RecordingForm(u"frmUtskrift"_s))->show(); });
     klikk(u"btnPrint"_s);
     EXPECT_EQ(tekst(16), u"1"_s);

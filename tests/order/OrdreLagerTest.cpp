@@ -44,7 +44,7 @@ TEST_F(OrdreLagerTest, OrdersAreReadByTheirStatement)
     skjerm()->unload();
     runEvents();
     SessionTap tap;
-    SharedForm<frmOrdre>::get().setInnID(id);
+    SharedForm<frmOrdre>::get().settInnID(id);
     apne();
     EXPECT_EQ(tap.statements().filter(u" FROM Ordre WHERE"_s),
               QStringList({statement + u" AND ID= %1"_s.arg(id)}));

@@ -97,11 +97,11 @@ TEST_F(OrdreLagringTest, EnterAfterASaveGoesOnToPrinting)
 {
     nyOrdre();
     int utskrifter = 0;
-    frmOrdre::setUtskriftApner([&](const OrdreUtskrift &) { ++utskrifter; });
+    frmOrdre::settUtskriftApner([&](const OrdreUtskrift &) { ++utskrifter; });
     lagre();
     EXPECT_EQ(fokus(), u"btnPrint"_s);
     tast(Qt::Key_Return);
-    frmOrdre::setUtskriftApner({});
+    frmOrdre::settUtskriftApner({});
     EXPECT_EQ(utskrifter, 1);
     ASSERT_NE(skjerm(), nullptr);
 }

@@ -15,7 +15,7 @@ class OrdreMedKommandoer : public OrdreSkjerm
 protected:
     OrdreMedKommandoer()
     {
-        frmOrdre::setUtskriftApner([this](const OrdreUtskrift &u) { utskrifter.push_back(u); });
+        frmOrdre::settUtskriftApner([this](const OrdreUtskrift &u) { utskrifter.push_back(u); });
     }
     static fpSpread *grid() { return control<fpSpread>(u"vaSpread1"_s); }
     static QCheckBox *betalt() { return control<QCheckBox>(u"chkBetalt"_s); }

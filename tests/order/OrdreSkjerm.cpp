@@ -83,7 +83,7 @@ void OrdreSkjerm::TearDown()
             form->unload();
     }
     runEvents();
-    frmOrdre::setUtskriftApner({});
+    frmOrdre::settUtskriftApner({});
     EXPECT_EQ(meldinger.ta(), QStringList()) << "not looked at by the test";
 }
 

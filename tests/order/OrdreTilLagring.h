@@ -73,9 +73,9 @@ protected:
     static QString utskriftsID()
     {
         QString id;
-        frmOrdre::setUtskriftApner([&](const OrdreUtskrift &utskrift) { id = utskrift.fakID; });
+        frmOrdre::settUtskriftApner([&](const OrdreUtskrift &utskrift) { id = utskrift.fakID; });
         klikk(u"btnPrint"_s);
-        frmOrdre::setUtskriftApner({});
+        frmOrdre::settUtskriftApner({});
         return id;
     }
 };

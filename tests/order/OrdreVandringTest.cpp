@@ -350,7 +350,7 @@ TEST_P(OrdreVandringTest, TheButtonsFollowTheModelAndTheDatabaseItsStatements)
     ASSERT_TRUE(QFile::copy(path(), copy));
     QFile::copy(path() + u"-wal"_s, copy + u"-wal"_s);
 
-    frmOrdre::setUtskriftApner([this](const OrdreUtskrift &u) { utskrift = u; });
+    frmOrdre::settUtskriftApner([this](const OrdreUtskrift &u) { utskrift = u; });
     const SessionTap tap;
     apne();
     apnet();

@@ -48,7 +48,7 @@ TEST_F(FrmOrdreAktiveringTest, InnIDOpensTheOneOrder)
 {
     const int first = leggOrdre({.ordreNr = 1});
     leggOrdre({.ordreNr = 2});
-    SharedForm<frmOrdre>::get().setInnID(first);
+    SharedForm<frmOrdre>::get().settInnID(first);
     apne();
     EXPECT_EQ(tekst(16), u"1"_s);
     for (const QString &name : {u"cmdFirst"_s, u"cmdPrevious"_s, u"cmdNext"_s, u"cmdLast"_s})
@@ -60,13 +60,13 @@ TEST_F(FrmOrdreAktiveringTest, InnIDTakesOnlyValuesAboveZero)
 {
     auto &form = SharedForm<frmOrdre>::get();
     EXPECT_EQ(form.InnID(), 0);
-    form.setInnID(-1);
+    form.settInnID(-1);
     EXPECT_EQ(form.InnID(), 0);
-    form.setInnID(7);
-    form.setInnID(0);
-    form.setInnID(-1);
+    form.settInnID(7);
+    form.settInnID(0);
+    form.settInnID(-1);
     EXPECT_EQ(form.InnID(), 7);
-    form.setInnID(8);
+    form.settInnID(8);
     EXPECT_EQ(form.InnID(), 8);
 }
 

@@ -112,8 +112,8 @@ void compare(const MachineLocale &locale, unsigned start, int setting)
             ASSERT_EQ(ordre.netto(row), shownOre(halfAway(x, 100), mark));
             ASSERT_EQ(ordre.brutto(row),
                       shownOre(halfAway(x * (1000 + line.mvaTenths), 100 * 1000), mark))
-                << ordre.text(3, row).toStdString() << " * " << ordre.text(4, row).toStdString()
-                << " + " << ordre.text(7, row).toStdString() << " %";
+                << ordre.tekst(3, row).toStdString() << " * " << ordre.tekst(4, row).toStdString()
+                << " + " << ordre.tekst(7, row).toStdString() << " %";
         }
         BeregnSummer(ordre, avrunding(QString::number(setting)), ordre);
 

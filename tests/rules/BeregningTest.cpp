@@ -39,14 +39,14 @@ TEST(CelleBelop, ReadsByTheLocale)
         const ScopedLocale inForce(locale);
         Ordrelinjer ordre;
         ordre.add(u"1,5"_s, u"1 234,50"_s, u"25,0"_s);
-        EXPECT_EQ(ordre.text(3, 1), locale.decimalPoint == u',' ? u"1,5"_s : u"1.5"_s);
+        EXPECT_EQ(ordre.tekst(3, 1), locale.decimalPoint == u',' ? u"1,5"_s : u"1.5"_s);
         EXPECT_EQ(CelleBelop(ordre, 3, 1), tenThousandths(15000));
         EXPECT_EQ(CelleBelop(ordre, 4, 1), tenThousandths(12345000));
         EXPECT_EQ(CelleBelop(ordre, 7, 1), tenThousandths(250000));
     }
     const ScopedLocale point(pointLocale());
     Ordrelinjer ordre;
-    ordre.setText(4, 1, u"1 234,50"_s);
+    ordre.settTekst(4, 1, u"1 234,50"_s);
     EXPECT_NE(errorOf([&] { EXPECT_NE(CelleBelop(ordre, 4, 1), tenThousandths(12345000)); }), 0);
 }
 
@@ -76,9 +76,9 @@ TEST(CelleBelop, ReadsEveryFormThatTheSystemWrites)
                                    -12345670000LL, -50LL * 100, 999999999999990000LL}) {
             for (const QStringView pattern : {u"# ##0.00", u"#0.00", u"0.00"}) {
                 Ordrelinjer ordre;
-                ordre.setText(3, 1, Format(tenThousandths(count), pattern));
+                ordre.settTekst(3, 1, Format(tenThousandths(count), pattern));
                 EXPECT_EQ(CelleBelop(ordre, 3, 1), tenThousandths(count))
-                    << ordre.text(3, 1).toStdString();
+                    << ordre.tekst(3, 1).toStdString();
             }
         }
     }
@@ -130,8 +130,8 @@ TEST(LinjeSum, FollowsTheLocalesDecimalMark)
     const ScopedLocale point(pointLocale());
     Ordrelinjer ordre;
     LinjeSum(ordre, ordre.add(u"1,5"_s, u"1 000,50"_s, u"25,0"_s));
-    EXPECT_EQ(ordre.text(linjekolonne::kSumNetto, 1), u"1 500.75"_s);
-    EXPECT_EQ(ordre.text(linjekolonne::kSumBrutto, 1), u"1 875.94"_s);
+    EXPECT_EQ(ordre.tekst(linjekolonne::kSumNetto, 1), u"1 500.75"_s);
+    EXPECT_EQ(ordre.tekst(linjekolonne::kSumBrutto, 1), u"1 875.94"_s);
 }
 
 TEST(LinjeSum, EmptyCellsCountAsNought)
@@ -160,8 +160,8 @@ TEST(LinjeSum, AnOverflowLeavesTheCells)
 {
     Ordrelinjer ordre;
     const int row = ordre.add(u"100000000"_s, u"100000000"_s, u"25"_s);
-    ordre.setText(6, row, u"før"_s);
-    ordre.setText(8, row, u"før"_s);
+    ordre.settTekst(6, row, u"før"_s);
+    ordre.settTekst(8, row, u"før"_s);
     LinjeSum(ordre, row);
     EXPECT_EQ(ordre.netto(row), u"før"_s);
     EXPECT_EQ(ordre.brutto(row), u"før"_s);
@@ -171,7 +171,7 @@ TEST(LinjeSum, TheDiscountColumnTakesNoPart)
 {
     Ordrelinjer ordre;
     const int row = ordre.add(u"1"_s, u"100"_s, u"25"_s);
-    ordre.setText(5, row, u"50,00"_s);
+    ordre.settTekst(5, row, u"50,00"_s);
     LinjeSum(ordre, row);
     BeregnSummer(ordre, utenInnstillinger(), ordre);
     EXPECT_EQ(ordre.netto(row), u" 100,00"_s);
@@ -196,8 +196,8 @@ TEST(BeregnSummer, WritesTheFieldsInOrderAndNoCell)
 {
     Ordrelinjer ordre;
     const int row = ordre.add(u"2"_s, u"100"_s, u"25"_s);
-    ordre.setText(6, row, u"stående"_s);
-    ordre.setText(8, row, u"stående"_s);
+    ordre.settTekst(6, row, u"stående"_s);
+    ordre.settTekst(8, row, u"stående"_s);
     BeregnSummer(ordre, avrunding(u"1"_s), ordre);
     EXPECT_EQ(ordre.written(),
               (QList<SumFelt>{SumFelt::SumNetto, SumFelt::MvaKr, SumFelt::SumBrutto,

@@ -30,15 +30,15 @@ public:
             throw RunTimeError(errors::kObjectNotSet);
         return m_rows;
     }
-    [[nodiscard]] QString text(int col, int row) const override
+    [[nodiscard]] QString tekst(int col, int row) const override
     {
         if (m_isBroken)
             throw RunTimeError(errors::kObjectNotSet);
         return m_cells.value({col, row});
     }
-    void setText(int col, int row, const QString &text) override { m_cells[{col, row}] = text; }
+    void settTekst(int col, int row, const QString &text) override { m_cells[{col, row}] = text; }
 
-    void setText(SumFelt felt, const QString &text) override
+    void settTekst(SumFelt felt, const QString &text) override
     {
         m_written += felt;
         if (felt == m_refused)
@@ -48,11 +48,11 @@ public:
 
     [[nodiscard]] QString netto(int row) const
     {
-        return machineForm(text(linjekolonne::kSumNetto, row));
+        return machineForm(tekst(linjekolonne::kSumNetto, row));
     }
     [[nodiscard]] QString brutto(int row) const
     {
-        return machineForm(text(linjekolonne::kSumBrutto, row));
+        return machineForm(tekst(linjekolonne::kSumBrutto, row));
     }
     [[nodiscard]] QString field(SumFelt felt) const { return machineForm(m_fields.value(felt)); }
     [[nodiscard]] const QList<SumFelt> &written() const { return m_written; }

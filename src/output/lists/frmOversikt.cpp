@@ -107,7 +107,7 @@ void frmOversikt::visOrdre(int rad)
     auto &ordre = SharedForm<frmOrdre>::get();
     ordre.load();
     // A row without an order opens the screen as the menu does: 0 is not taken.
-    ordre.setInnID(toLong(leadingNumber(SpreadGetText(*m_ui->fpSpread1, kOrdreId, rad))));
+    ordre.settInnID(toLong(leadingNumber(SpreadGetText(*m_ui->fpSpread1, kOrdreId, rad))));
     ordre.show();
 }
 

@@ -24,7 +24,7 @@ public:
     using Rapport = std::function<void(const QString &rapport, qint16 modus, const QString &utvalg,
                                        const QString &formel1, const QString &formel2)>;
     /// What the journals are run by; without one they are left out.
-    void setRapport(Rapport rapport) { m_rapport = std::move(rapport); }
+    void settRapport(Rapport rapport) { m_rapport = std::move(rapport); }
 
     /// The next voucher number of the active client in that calendar year; see ::NyttBilagnr.
     [[nodiscard]] QString NyttBilagnr(qint16 aar) const { return ::NyttBilagnr(aar); }

@@ -28,10 +28,10 @@ class KundeMottaker
 public:
     virtual ~KundeMottaker() = default;
 
-    virtual void setKundefelt(KundeFelt felt, const QString &text) = 0;
+    virtual void settKundefelt(KundeFelt felt, const QString &tekst) = 0;
     /// The mark "same delivery address", between OrganisasjonsNr and ForfallDato: 0 off, 1 on,
     /// 2 undecided; for any other value the receiver raises a RunTimeError.
-    virtual void setSammeLevAdr(qint32 verdi) = 0;
+    virtual void settSammeLevAdr(qint32 verdi) = 0;
     /// The days of BetBet as the receiver shows them by now; the due date is formed from it.
     [[nodiscard]] virtual QString betBet() const = 0;
 };

@@ -120,7 +120,7 @@ void frmKunder::velgFor(KundeMottaker &mottaker)
     showModal();
 }
 
-void frmKunder::setIkkeVis(qint16 value)
+void frmKunder::settIkkeVis(qint16 value)
 {
     if (value > 0)
         m_ikkeVis = value;
@@ -224,7 +224,7 @@ void frmKunder::OKButton_Click()
     if (m_mottaker) {
         KundeMottaker &mottaker = *m_mottaker;
         const auto write = [&](KundeFelt felt, const QString &text) {
-            passOver([&] { mottaker.setKundefelt(felt, text); });
+            passOver([&] { mottaker.settKundefelt(felt, text); });
         };
         write(KundeFelt::KundeNr, cell(kKundeNr));
         write(KundeFelt::KundeNavn, cell(kNavn));
@@ -239,10 +239,10 @@ void frmKunder::OKButton_Click()
         write(KundeFelt::LevPostSted, cell(kLevPostSted));
         write(KundeFelt::OrganisasjonsNr, Format(cell(kOrgNr), u"@@@\\ @@@\\ @@@"));
         passOver(
-            [&] { mottaker.setSammeLevAdr(toLong(std::abs(leadingNumber(cell(kSammeAdr))))); });
+            [&] { mottaker.settSammeLevAdr(toLong(std::abs(leadingNumber(cell(kSammeAdr))))); });
         passOver([&] {
-            mottaker.setKundefelt(KundeFelt::ForfallDato,
-                                  ForfallsDato(Clock::current().today(), mottaker.betBet()));
+            mottaker.settKundefelt(KundeFelt::ForfallDato,
+                                   ForfallsDato(Clock::current().today(), mottaker.betBet()));
         });
         write(KundeFelt::FakturaType, cell(kFakTyp));
     }

@@ -26,7 +26,7 @@ public:
     /// Other than 0: becoming active does not fill the grid. Loading sets it to 0, and only values
     /// above 0 are taken.
     [[nodiscard]] qint16 IkkeVis() const { return m_ikkeVis; }
-    void setIkkeVis(qint16 value);
+    void settIkkeVis(qint16 value);
 
     /// Fills the grid with the customers that also meet `sFilter` (empty, or "AND" and a
     /// condition), by the sort clause `sSortering`. After a failed read the grid is empty. Passes

@@ -30,7 +30,7 @@ void Main()
             MsgBox(tekst, stil);
     });
     setFolderMemory({HentMappe, LagreMappe});
-    frmOrdre::setUtskriftApner(frmUtskrift::apne);
+    frmOrdre::settUtskriftApner(frmUtskrift::apne);
     TaImot(Ref<clsFaktura>::make());
 }
 

@@ -34,7 +34,7 @@ void apne()
 void apneBokforing()
 {
     frmBokfor &skjerm = SharedForm<frmBokfor>::get();
-    skjerm.setRapport(SkrivRapport);
+    skjerm.settRapport(SkrivRapport);
     skjerm.show();
 }
 

@@ -32,7 +32,7 @@ std::unique_ptr<QPrinter> Proveskrivere::lag(const QString &navn) const
 
 UtskriftTest::UtskriftTest() : skrivere(folder()), brukSkrivere(skrivere)
 {
-    frmOrdre::setUtskriftApner(frmUtskrift::apne);
+    frmOrdre::settUtskriftApner(frmUtskrift::apne);
 }
 
 void UtskriftTest::TearDown()

@@ -238,8 +238,8 @@ TEST_F(FrmBokforTest, RunsTheJournalsAndLetsPendingEventsRunAfterEach)
     clickCell(kBokfor, 1);
     QStringList happened;
     const auto event = [&] { happened += u"hendelse"_s; };
-    form()->setRapport([&](const QString &rapport, qint16 modus, const QString &utvalg,
-                           const QString &formel1, const QString &formel2) {
+    form()->settRapport([&](const QString &rapport, qint16 modus, const QString &utvalg,
+                            const QString &formel1, const QString &formel2) {
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
         happened += u"%1 %2 [%3] [%4] [%5]"_s.arg(rapport).arg(modus).arg(utvalg, formel1, formel2);
         QMetaObject::invokeMethod(form(), event, Qt::QueuedConnection);
@@ -257,7 +257,7 @@ TEST_F(FrmBokforTest, TheScreenMayBeClosedBetweenTheJournals)
     clickCell(kBokfor, 1);
     const QPointer<frmBokfor> watched = form();
     int journals = 0;
-    form()->setRapport(
+    form()->settRapport(
         [&](const QString &, qint16, const QString &, const QString &, const QString &) {
             if (++journals == 1)
                 QMetaObject::invokeMethod(

@@ -94,12 +94,12 @@ TEST_F(FrmKunderTest, BecomingActiveFillsAnew)
 TEST_F(FrmKunderTest, IkkeVisTakesValuesAboveZeroAndKeepsTheGrid)
 {
     auto &picker = SharedForm<frmKunder>::get();
-    picker.setIkkeVis(7);
+    picker.settIkkeVis(7);
     picker.load();
     EXPECT_EQ(picker.IkkeVis(), 0) << "loading sets it to 0";
-    picker.setIkkeVis(2);
-    picker.setIkkeVis(0);
-    picker.setIkkeVis(-1);
+    picker.settIkkeVis(2);
+    picker.settIkkeVis(0);
+    picker.settIkkeVis(-1);
     EXPECT_EQ(picker.IkkeVis(), 2);
     addCustomer(10001, u"Anne"_s);
     show();

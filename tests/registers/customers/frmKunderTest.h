@@ -20,14 +20,14 @@ using namespace Qt::StringLiterals;
 class Mottaker : public KundeMottaker
 {
 public:
-    void setKundefelt(KundeFelt felt, const QString &text) override
+    void settKundefelt(KundeFelt felt, const QString &text) override
     {
         if (felt == refused)
             throw RunTimeError(errors::kObjectNotSet);
         given += felt;
         texts[felt] = text;
     }
-    void setSammeLevAdr(qint32 verdi) override
+    void settSammeLevAdr(qint32 verdi) override
     {
         if (verdi > 2)
             throw RunTimeError(errors::kInvalidCall);
