@@ -34,15 +34,15 @@ QString sqlBelop(Currency belop)
 /// A Null counts as nothing.
 Currency belop(const ado::Recordset &rad, QStringView felt)
 {
-    const int index = rad.fieldIndex(felt);
-    return rad.isNull(index) ? Currency() : rad.currency(index);
+    const int indeks = rad.fieldIndex(felt);
+    return rad.isNull(indeks) ? Currency() : rad.currency(indeks);
 }
 
 /// Whether the VAT group has that rate; the rate of a group without one is none at all.
 bool harSats(const ado::Recordset &gruppe, const QString &sats)
 {
-    const int index = gruppe.fieldIndex(u"Mva");
-    return !gruppe.isNull(index) && double{gruppe.single(index)} == toDouble(sats);
+    const int indeks = gruppe.fieldIndex(u"Mva");
+    return !gruppe.isNull(indeks) && double{gruppe.single(indeks)} == toDouble(sats);
 }
 
 QString klient()
@@ -65,10 +65,10 @@ public:
     void kjor();
 
 private:
-    [[nodiscard]] QString celle(int col) const { return m_skjerm.celle(col, m_rad); }
-    [[nodiscard]] QString sqlDato(int col) const
+    [[nodiscard]] QString celle(int kol) const { return m_skjerm.celle(kol, m_rad); }
+    [[nodiscard]] QString sqlDato(int kol) const
     {
-        return Format(toDate(celle(col)), u"\\#mm\\/dd\\/yyyy\\#");
+        return Format(toDate(celle(kol)), u"\\#mm\\/dd\\/yyyy\\#");
     }
     [[nodiscard]] bool skalBokfores(int rad) const
     {
@@ -93,10 +93,10 @@ private:
     {
         utfor(insertStatement(u"BilagLinjer"_s, kolonner, verdier));
     }
-    void utfor(const QString &sql)
+    void utfor(const QString &setning)
     {
         m_tur->behold();
-        passOver([&] { gDB->Execute(sql); });
+        passOver([&] { gDB->Execute(setning); });
     }
 
     BokforSkjerm &m_skjerm;

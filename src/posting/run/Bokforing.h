@@ -23,16 +23,16 @@ public:
     virtual ~BokforSkjerm() = default;
 
     [[nodiscard]] virtual int antallRader() const = 0; ///< rows that hold data
-    [[nodiscard]] virtual bool erMerket(int row) const = 0;
-    [[nodiscard]] virtual QString celle(int col, int row) const = 0;
+    [[nodiscard]] virtual bool erMerket(int rad) const = 0;
+    [[nodiscard]] virtual QString celle(int kol, int rad) const = 0;
     /// The texts of the two combo boxes, as they stand.
     [[nodiscard]] virtual QString konto() const = 0;
     [[nodiscard]] virtual QString loyve() const = 0;
 
     /// `behandlet` of `merket` rows have been dealt with; told before the first and after each.
     virtual void framdrift(int behandlet, int merket) = 0;
-    /// Shows a message and waits for the user; `style` is the message box's.
-    virtual void melding(const QString &text, int style) = 0;
+    /// Shows a message and waits for the user; `stil` is the message box's.
+    virtual void melding(const QString &tekst, int stil) = 0;
     /// Loads the list anew.
     virtual void lesFakturaer() = 0;
     /// Runs a report, as SkrivRapport.
