@@ -40,6 +40,8 @@ constexpr std::array kKundefelter = {
     kLevAdresse1, kLevAdresse2, kLevPostNr, kLevPostSted, kOrgNr,       kForfallDato, kFakturaType,
 };
 
+constexpr QSize kVelger{20, 22}; // pixels
+
 constexpr int kUgyldigVerdi = 380;
 
 /// The first field with an amount, which is shown as 0.00 when it is blank.
@@ -227,6 +229,8 @@ void OrdreHode::settForfall()
 
 void OrdreHode::kobleVelger(DTPicker &velger, int nr)
 {
+    velger.setFixedWidth(kVelger.width());
+    velger.setMaximumHeight(kVelger.height());
     onEvent(&velger, &DTPicker::dateChosen, this, [this, &velger, nr] {
         if (m_tilstand.iModus())
             m_felter.settTekst(nr, Format(velger.value(), u"short date"));

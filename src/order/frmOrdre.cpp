@@ -21,10 +21,37 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+using namespace ordrefelt;
 
 namespace {
 
 constexpr QSize kTegnet{10635, 6870}; // twips
+constexpr QSize kKnapp{68, 0};        // pixels
+
+/// A header field of fixed width in pixels, with the longest text for which it has room in larger
+/// letters as well.
+struct FastFelt
+{
+    int nr;
+    int minst;
+    int storst;
+    QStringView lengste;
+};
+constexpr FastFelt kFasteFelter[] = {
+    {kKundeNr, 60, 90, u"00000"},
+    {kFakPostNr, 44, 54, u"0000"},
+    {kLevPostNr, 44, 54, u"0000"},
+    {kBetBet, 40, 40, u"000"},
+    {kOrdreDato, 78, 78, u"00.00.0000"},
+    {kLevDato, 78, 78, u"00.00.0000"},
+    {kFakDato, 78, 78, u"00.00.0000"},
+    {kForfallDato, 78, 78, u"00.00.0000"},
+    {kKID, 0, QWIDGETSIZE_MAX, u"0000000000000"},
+    {kAvrunding, 56, 56, u"-0,00"},
+    {kSumNetto, 56, QWIDGETSIZE_MAX, u"00 000,00"},
+    {kMvaKr, 56, QWIDGETSIZE_MAX, u"00 000,00"},
+    {kSumBrutto, 56, QWIDGETSIZE_MAX, u"00 000,00"},
+};
 
 UtskriftApner &utskriftApner()
 {
@@ -64,19 +91,20 @@ frmOrdre::frmOrdre()
       m_ui(std::make_unique<Ui::frmOrdre>())
 {
     m_ui->setupUi(this);
-    for (QWidget *hidden : std::initializer_list<QWidget *>{m_ui->imgAar, m_ui->lblKontrollsiffer,
+    LikeKnapper(*this, kKnapp);
+    for (QWidget *skjult : std::initializer_list<QWidget *>{m_ui->imgAar, m_ui->lblKontrollsiffer,
                                                             m_ui->txtFields_23, m_ui->txtFields_26})
-        hidden->setVisible(false);
+        skjult->setVisible(false);
     // The header stays where it is when the warning comes.
-    QSizePolicy held = m_ui->imgAar->sizePolicy();
-    held.setRetainSizeWhenHidden(true);
-    m_ui->imgAar->setSizePolicy(held);
-    ImageList warning(m_ui->imgAar->minimumSize());
-    warning.add({}, u":/faktura/exclamation.svg"_s);
-    m_ui->imgAar->setPicture(warning.icon(1));
+    QSizePolicy plassholder = m_ui->imgAar->sizePolicy();
+    plassholder.setRetainSizeWhenHidden(true);
+    m_ui->imgAar->setSizePolicy(plassholder);
+    ImageList varsel(m_ui->imgAar->minimumSize());
+    varsel.add({}, u":/faktura/exclamation.svg"_s);
+    m_ui->imgAar->setPicture(varsel.icon(1));
     m_rom = std::make_unique<Rom>(*this);
-    makeRoomForLetters();
-    connectCommands();
+    giPlassTilBokstaver();
+    kobleKommandoer();
 }
 
 frmOrdre::~frmOrdre() = default;
@@ -94,7 +122,7 @@ void frmOrdre::settInnID(qint32 id)
 
 QString frmOrdre::SumBrutto() const
 {
-    return m_rom->felter.tekst(ordrefelt::kSumBrutto);
+    return m_rom->felter.tekst(kSumBrutto);
 }
 
 void frmOrdre::settUtskriftApner(UtskriftApner apner)
@@ -102,50 +130,39 @@ void frmOrdre::settUtskriftApner(UtskriftApner apner)
     utskriftApner() = std::move(apner);
 }
 
-void frmOrdre::makeRoomForLetters()
+void frmOrdre::giPlassTilBokstaver()
 {
-    struct Fast
-    {
-        int nr;
-        QStringView lengste;
-    };
-    constexpr int kFrameAndMargins = 10; // pixels
-    for (const auto &[nr, lengste] :
-         {Fast{ordrefelt::kKundeNr, u"00000"}, Fast{ordrefelt::kFakPostNr, u"0000"},
-          Fast{ordrefelt::kLevPostNr, u"0000"}, Fast{ordrefelt::kBetBet, u"000"},
-          Fast{ordrefelt::kOrdreDato, u"00.00.0000"}, Fast{ordrefelt::kLevDato, u"00.00.0000"},
-          Fast{ordrefelt::kFakDato, u"00.00.0000"}, Fast{ordrefelt::kForfallDato, u"00.00.0000"},
-          Fast{ordrefelt::kKID, u"0000000000000"}, Fast{ordrefelt::kAvrunding, u"-0,00"},
-          Fast{ordrefelt::kSumNetto, u"00 000,00"}, Fast{ordrefelt::kMvaKr, u"00 000,00"},
-          Fast{ordrefelt::kSumBrutto, u"00 000,00"}}) {
+    constexpr int kRammeOgMarg = 10; // pixels
+    for (const auto &[nr, minst, storst, lengste] : kFasteFelter) {
         QLineEdit &felt = m_rom->felter[nr];
-        const int bredde = BreddeFor(felt, lengste, kFrameAndMargins);
+        felt.setMinimumWidth(minst);
+        const int bredde = BreddeFor(felt, lengste, kRammeOgMarg);
         felt.setMinimumWidth(bredde);
-        felt.setMaximumWidth(std::max(felt.maximumWidth(), bredde));
+        felt.setMaximumWidth(std::max(storst, bredde));
     }
-    constexpr int kRows = 4; // the headers', two lines' and the scroll bar's
+    constexpr int kRader = 4; // the headers', two lines' and the scroll bar's
     fpSpread &grid = *m_ui->vaSpread1;
     grid.setMinimumHeight(
-        std::max(grid.minimumHeight(), kRows * grid.verticalHeader()->defaultSectionSize()));
+        std::max(grid.minimumHeight(), kRader * grid.verticalHeader()->defaultSectionSize()));
     setMinimumSize(minimumSize().expandedTo(layout()->minimumSize()));
 }
 
-void frmOrdre::connectCommands()
+void frmOrdre::kobleKommandoer()
 {
-    const auto onClick = [this](auto *button, void (OrdreKommandoer::*command)()) {
-        onEvent(button, &QAbstractButton::clicked, this,
-                [this, command] { (m_rom->kommandoer.*command)(); });
+    const auto vedKlikk = [this](auto *knapp, void (OrdreKommandoer::*kommando)()) {
+        onEvent(knapp, &QAbstractButton::clicked, this,
+                [this, kommando] { (m_rom->kommandoer.*kommando)(); });
     };
-    onClick(m_ui->btnNew, &OrdreKommandoer::btnNew_Click);
-    onClick(m_ui->btnCopy, &OrdreKommandoer::btnCopy_Click);
-    onClick(m_ui->btnChange, &OrdreKommandoer::btnChange_Click);
-    onClick(m_ui->btnCancel, &OrdreKommandoer::btnCancel_Click);
-    onClick(m_ui->chkBetalt, &OrdreKommandoer::chkBetalt_Click);
-    onClick(m_ui->cmdFirst, &OrdreKommandoer::cmdFirst_Click);
-    onClick(m_ui->cmdPrevious, &OrdreKommandoer::cmdPrevious_Click);
-    onClick(m_ui->cmdNext, &OrdreKommandoer::cmdNext_Click);
-    onClick(m_ui->cmdLast, &OrdreKommandoer::cmdLast_Click);
-    onClick(m_ui->cmdKunder, &OrdreKommandoer::cmdKunder_Click);
+    vedKlikk(m_ui->btnNew, &OrdreKommandoer::btnNew_Click);
+    vedKlikk(m_ui->btnCopy, &OrdreKommandoer::btnCopy_Click);
+    vedKlikk(m_ui->btnChange, &OrdreKommandoer::btnChange_Click);
+    vedKlikk(m_ui->btnCancel, &OrdreKommandoer::btnCancel_Click);
+    vedKlikk(m_ui->chkBetalt, &OrdreKommandoer::chkBetalt_Click);
+    vedKlikk(m_ui->cmdFirst, &OrdreKommandoer::cmdFirst_Click);
+    vedKlikk(m_ui->cmdPrevious, &OrdreKommandoer::cmdPrevious_Click);
+    vedKlikk(m_ui->cmdNext, &OrdreKommandoer::cmdNext_Click);
+    vedKlikk(m_ui->cmdLast, &OrdreKommandoer::cmdLast_Click);
+    vedKlikk(m_ui->cmdKunder, &OrdreKommandoer::cmdKunder_Click);
     onEvent(m_ui->btnPrint, &QAbstractButton::clicked, this,
             [this] { m_rom->kommandoer.btnPrint_Click(utskriftApner()); });
     onEvent(m_ui->btnSave, &QAbstractButton::clicked, this,

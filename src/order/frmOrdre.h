@@ -41,9 +41,9 @@ protected:
 private:
     struct Rom;
 
-    void connectCommands();
+    void kobleKommandoer();
     /// Gives the fields of fixed width and the window room for letters larger than the design's.
-    void makeRoomForLetters();
+    void giPlassTilBokstaver();
 
     std::unique_ptr<Ui::frmOrdre> m_ui;
     std::unique_ptr<Rom> m_rom;

@@ -25,9 +25,7 @@ namespace {
 
 constexpr int kRaderIUtformingen = 10;
 constexpr double kNavnebredde = 20.12; // column units
-constexpr int kHoyrestilt = 1;
-constexpr int kAvkryssing = 10;     // the check cell's type
-constexpr qint32 kKontoliste = 150; // pixels
+constexpr qint32 kKontoliste = 150;    // pixels
 constexpr qint32 kLoyveliste = 200;
 constexpr int kVedTeksten = 30; // pixels of frame and arrow
 // Milliseconds.
@@ -36,11 +34,18 @@ constexpr qint64 kSieintervall = 5000;
 constexpr QStringView kStandardKonto = u"3000";
 constexpr QStringView kUtenLoyve = u"<nei>";
 
-/// A Null is no text.
-QString tekst(const ado::Recordset &rad, QStringView felt)
+/// Adds an item for each row of the query: its fields with a blank between. A Null is no text.
+void leggTil(QComboBox &boks, const QString &sporring)
 {
-    const int index = rad.fieldIndex(felt);
-    return rad.isNull(index) ? QString() : rad.text(index);
+    const Ref<ado::Recordset> rs = gDB->GetRS(sporring, true);
+    for (; rs && !rs->eof(); rs->moveNext()) {
+        passOver([&] {
+            QStringList tekster;
+            for (int felt = 0; felt < rs->fieldCount(); ++felt)
+                tekster += rs->isNull(felt) ? QString() : rs->text(felt);
+            boks.addItem(tekster.join(u' '));
+        });
+    }
 }
 
 /// What stands in front of the first blank.
@@ -56,49 +61,49 @@ void kuttVedBlank(QComboBox &boks)
 class frmBokfor::Kjoring final : public BokforSkjerm
 {
 public:
-    explicit Kjoring(frmBokfor &form) : m_form(&form), m_rapport(form.m_rapport) {}
+    explicit Kjoring(frmBokfor &skjerm) : m_skjerm(&skjerm), m_rapport(skjerm.m_rapport) {}
     ~Kjoring() override { sluttFramdrift(); }
     Kjoring(const Kjoring &) = delete;
     Kjoring &operator=(const Kjoring &) = delete;
 
-    int antallRader() const override { return m_form->m_ui->fpSpread1->dataRowCnt(); }
-    bool erMerket(int row) const override { return m_form->erMerket(row); }
-    QString celle(int col, int row) const override
+    int antallRader() const override { return m_skjerm->m_ui->fpSpread1->dataRowCnt(); }
+    bool erMerket(int rad) const override { return m_skjerm->erMerket(rad); }
+    QString celle(int kol, int rad) const override
     {
-        return SpreadGetText(*m_form->m_ui->fpSpread1, col, row);
+        return SpreadGetText(*m_skjerm->m_ui->fpSpread1, kol, rad);
     }
-    QString konto() const override { return m_form->m_ui->cmbKonto->currentText(); }
-    QString loyve() const override { return m_form->m_ui->cmbLoyve->currentText(); }
+    QString konto() const override { return m_skjerm->m_ui->cmbKonto->currentText(); }
+    QString loyve() const override { return m_skjerm->m_ui->cmbLoyve->currentText(); }
 
     /// Paints at once and without the event loop, for nothing that waits there may run before the
     /// run is over.
     void framdrift(int behandlet, int merket) override
     {
-        const QDateTime now = Clock::current().now();
+        const QDateTime naa = Clock::current().now();
         if (!std::exchange(m_viserFramdrift, true)) {
             QApplication::setOverrideCursor(Qt::WaitCursor);
-            m_malt = now;
-            m_sagt = now.addMSecs(-kSieintervall);
+            m_malt = naa;
+            m_sagt = naa.addMSecs(-kSieintervall);
         }
-        QLabel &fot = *m_form->m_ui->lblFramdrift;
+        QLabel &fot = *m_skjerm->m_ui->lblFramdrift;
         fot.setText(u"%1 av %2"_s.arg(behandlet).arg(merket));
-        if (qAbs(m_sagt.msecsTo(now)) >= kSieintervall) {
-            m_form->announce(fot.text());
-            m_sagt = now;
+        if (qAbs(m_sagt.msecsTo(naa)) >= kSieintervall) {
+            m_skjerm->announce(fot.text());
+            m_sagt = naa;
         }
-        if (qAbs(m_malt.msecsTo(now)) < kMaleintervall) {
+        if (qAbs(m_malt.msecsTo(naa)) < kMaleintervall) {
             fot.repaint();
             return;
         }
         malAlt();
-        m_malt = now;
+        m_malt = naa;
     }
-    void melding(const QString &text, int style) override
+    void melding(const QString &tekst, int stil) override
     {
         sluttFramdrift();
-        MsgBox(text, style);
+        MsgBox(tekst, stil);
     }
-    void lesFakturaer() override { m_form->LesFakturaer(); }
+    void lesFakturaer() override { m_skjerm->LesFakturaer(); }
     void skrivRapport(const QString &rapport, qint16 modus, const QString &utvalg,
                       const QString &formel1, const QString &formel2) override
     {
@@ -112,8 +117,8 @@ private:
     /// paint as a whole themselves.
     void malAlt()
     {
-        m_form->repaint();
-        for (QWidget *kontroll : m_form->findChildren<QWidget *>()) {
+        m_skjerm->repaint();
+        for (QWidget *kontroll : m_skjerm->findChildren<QWidget *>()) {
             if (kontroll->isVisible())
                 kontroll->repaint();
         }
@@ -123,13 +128,13 @@ private:
         if (!std::exchange(m_viserFramdrift, false))
             return;
         QApplication::restoreOverrideCursor();
-        if (!m_form)
+        if (!m_skjerm)
             return;
-        m_form->m_ui->lblFramdrift->clear();
-        m_form->setAccessibleDescription({});
+        m_skjerm->m_ui->lblFramdrift->clear();
+        m_skjerm->setAccessibleDescription({});
     }
 
-    const QPointer<frmBokfor> m_form;
+    const QPointer<frmBokfor> m_skjerm;
     const Rapport m_rapport;
     QDateTime m_malt; ///< when the whole window was painted last
     QDateTime m_sagt; ///< when a screen reader was told last how far the run is
@@ -145,6 +150,7 @@ frmBokfor::frmBokfor()
       m_ui(std::make_unique<Ui::frmBokfor>())
 {
     m_ui->setupUi(this);
+    LikeKnapper(*this, {76, 0});
 
     fpSpread &grid = *m_ui->fpSpread1;
     // Smaller text, and with it narrower columns: they leave the name room at the default width.
@@ -155,7 +161,7 @@ frmBokfor::frmBokfor()
     grid.setColHidden(kOrdreId, true);
     SpreadLockAll(grid, true);
     grid.setBlockMode(false);
-    SpreadSetCellType(grid, kBokfor, -1, kAvkryssing, false, {}, {});
+    SpreadSetCellType(grid, kBokfor, kAll, int(CellKind::CheckBox), false, {}, {});
     grid.setLock(false); // the one column that the user edits
 
     QFont skrift = grid.font();
@@ -204,11 +210,11 @@ void frmBokfor::LesFakturaer()
     if (!gDB->EmptyRS(rs)) {
         if (rs->recordCount() > kRaderIUtformingen)
             grid.setMaxRows(rs->recordCount() + 1);
-        for (int row = 1; !rs->eof(); ++row, rs->moveNext()) {
-            SpreadSetCellAlign(grid, row, kBelop, kHoyrestilt);
+        for (int rad = 1; !rs->eof(); ++rad, rs->moveNext()) {
+            SpreadSetCellAlign(grid, rad, kBelop, int(CellAlign::Right));
             // A Null leaves its cell empty.
-            const auto skriv = [&](int col, const auto &verdi) {
-                passOver([&] { SpreadSetText(grid, col, row, verdi(), false); });
+            const auto skriv = [&](int kol, const auto &verdi) {
+                passOver([&] { SpreadSetText(grid, kol, rad, verdi(), false); });
             };
             skriv(kFakNr, [&] { return Format(rs->integer(u"OrdreNr"), u"#0"); });
             skriv(kKundeNr, [&] { return Format(rs->integer(u"KundeNr"), u"#0"); });
@@ -238,12 +244,9 @@ void frmBokfor::fyllKonto()
 {
     QComboBox &boks = *m_ui->cmbKonto;
     boks.clear();
-    const Ref<ado::Recordset> rs = gDB->GetRS(
-        u"SELECT KontoNr,Navn FROM Kontoplan WHERE (KontoNr=1900 or KtoGruppe=55) AND "_s +
-            klientVilkar() + u" ORDER BY KontoNr"_s,
-        true);
-    for (; rs && !rs->eof(); rs->moveNext())
-        passOver([&] { boks.addItem(tekst(*rs, u"KontoNr") + u' ' + tekst(*rs, u"Navn")); });
+    leggTil(boks,
+            u"SELECT KontoNr,Navn FROM Kontoplan WHERE (KontoNr=1900 or KtoGruppe=55) AND "_s +
+                klientVilkar() + u" ORDER BY KontoNr"_s);
     boks.setCurrentIndex(-1); // the keys choose from the first account on
     boks.setEditText(kStandardKonto.toString());
     qint32 bredde = kKontoliste;
@@ -254,17 +257,9 @@ void frmBokfor::fyllLoyve()
 {
     QComboBox &boks = *m_ui->cmbLoyve;
     boks.clear();
-    const Ref<ado::Recordset> rs =
-        gDB->GetRS(u"SELECT BilLoyve,BilRegNr,BilType FROM Bil WHERE Passiv=0 AND "_s +
-                       klientVilkar() + u" ORDER BY BilLoyve,BilRegNr"_s,
-                   true);
     boks.addItem(kUtenLoyve.toString());
-    for (; rs && !rs->eof(); rs->moveNext()) {
-        passOver([&] {
-            boks.addItem(tekst(*rs, u"BilLoyve") + u' ' + tekst(*rs, u"BilRegNr") + u' ' +
-                         tekst(*rs, u"BilType"));
-        });
-    }
+    leggTil(boks, u"SELECT BilLoyve,BilRegNr,BilType FROM Bil WHERE Passiv=0 AND "_s +
+                      klientVilkar() + u" ORDER BY BilLoyve,BilRegNr"_s);
     boks.setEditText(kUtenLoyve.toString());
     qint32 bredde = kLoyveliste;
     SettListeBredde(boks, bredde);
@@ -275,9 +270,9 @@ void frmBokfor::Check1_Click()
     const bool merk = m_ui->Check1->isChecked();
     fpSpread &grid = *m_ui->fpSpread1;
     grid.setRedraw(false);
-    for (int row = 1; row <= grid.maxRows(); ++row) {
-        if (enters([&] { return leadingNumber(SpreadGetText(grid, kFakNr, row)) > 0; }))
-            SpreadSetText(grid, kBokfor, row, merk ? u"1" : u"0", false);
+    for (int rad = 1; rad <= grid.maxRows(); ++rad) {
+        if (enters([&] { return leadingNumber(SpreadGetText(grid, kFakNr, rad)) > 0; }))
+            SpreadSetText(grid, kBokfor, rad, merk ? u"1" : u"0", false);
     }
     grid.setRedraw(true);
     // The button that posts follows clicks in the list alone.
@@ -299,14 +294,14 @@ void frmBokfor::fpSpread1_ButtonClicked()
 {
     fpSpread &grid = *m_ui->fpSpread1;
     bool noenMerket = false;
-    for (int row = 1; row <= grid.dataRowCnt() && !noenMerket; ++row)
-        noenMerket = erMerket(row) && !SpreadGetText(grid, kFakNr, row).isEmpty();
+    for (int rad = 1; rad <= grid.dataRowCnt() && !noenMerket; ++rad)
+        noenMerket = erMerket(rad) && !SpreadGetText(grid, kFakNr, rad).isEmpty();
     m_ui->btnTransfer->setEnabled(noenMerket);
 }
 
-bool frmBokfor::erMerket(int row) const
+bool frmBokfor::erMerket(int rad) const
 {
-    m_ui->fpSpread1->setCurrent(kBokfor, row);
+    m_ui->fpSpread1->setCurrent(kBokfor, rad);
     return m_ui->fpSpread1->value() == u"1";
 }
 

@@ -45,7 +45,7 @@ private:
     void btnTransfer_Click();
     void tilpassValg();
 
-    [[nodiscard]] bool erMerket(int row) const;
+    [[nodiscard]] bool erMerket(int rad) const;
 
     std::unique_ptr<Ui::frmBokfor> m_ui;
     Rapport m_rapport;

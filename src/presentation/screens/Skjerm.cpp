@@ -18,6 +18,7 @@
 #include <QFontMetrics>
 #include <QLabel>
 #include <QLayout>
+#include <QPushButton>
 #include <QUrl>
 
 #include <algorithm>
@@ -114,6 +115,12 @@ int BreddeFor(const QWidget &kontroll, QStringView tekst, int ved)
 {
     return std::max(kontroll.minimumWidth(),
                     kontroll.fontMetrics().horizontalAdvance(tekst.toString()) + ved);
+}
+
+void LikeKnapper(const QWidget &skjerm, QSize minst)
+{
+    for (QPushButton *knapp : skjerm.findChildren<QPushButton *>())
+        knapp->setMinimumSize(minst);
 }
 
 void TilpassOverskrift(const Form &form, QWidget &stripe, const QLabel &tekst)

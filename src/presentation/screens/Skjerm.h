@@ -30,6 +30,8 @@ void LagreMappe(const QString &filslag, const QString &mappe);
 /// The pixels that a control of a drawn width needs for `tekst`, and `ved` it for frame and
 /// margins: its least width as drawn, or more in larger letters.
 [[nodiscard]] int BreddeFor(const QWidget &kontroll, QStringView tekst, int ved);
+/// Gives the push buttons of a screen their least size, in pixels.
+void LikeKnapper(const QWidget &skjerm, QSize minst);
 /// Gives the strip above a form's grid its fixed height or, for letters larger than common ones,
 /// what the text needs if that is more, up to a third of the form.
 void TilpassOverskrift(const Form &form, QWidget &stripe, const QLabel &tekst);

@@ -40,41 +40,37 @@ enum Kolonne {
     kKolonner = kFakTyp,
 };
 
-constexpr int kDesignedRows = 100;
-constexpr double kNavnWidth = 24.12; // grid units
-constexpr int kWidth = 4770;         // twips, of the window as it is designed
+constexpr int kRaderIUtformingen = 100;
+constexpr double kNavnebredde = 24.12; // grid units
+constexpr int kBredde = 4770;          // twips, of the window as it is designed
 
-/// A column of the statement; empty when it is Null.
-QString joined(const ado::Recordset &rs, QStringView column)
-{
-    const int index = rs.fieldIndex(column);
-    return rs.isNull(index) ? QString() : rs.text(index);
-}
+/// The cells that go to the receiver as they stand, in the order of KundeFelt.
+constexpr std::pair<KundeFelt, Kolonne> kSomDeEr[] = {
+    {KundeFelt::KundeNr, kKundeNr},         {KundeFelt::KundeNavn, kNavn},
+    {KundeFelt::BetBet, kBetBet},           {KundeFelt::FakAdresse1, kAdr1},
+    {KundeFelt::FakAdresse2, kAdr2},        {KundeFelt::FakPostNr, kPostNr},
+    {KundeFelt::FakPostSted, kPostSted},    {KundeFelt::LevAdresse1, kLevAdr1},
+    {KundeFelt::LevAdresse2, kLevAdr2},     {KundeFelt::LevPostNr, kLevPostNr},
+    {KundeFelt::LevPostSted, kLevPostSted},
+};
 
 /// The customer's row in the grid. The delivery address stands in it twice, and so the columns
 /// from 11 on hold something else than their headers say, and the last three fields have no cell.
-QString rowText(const ado::Recordset &rs)
+QString radtekst(const ado::Recordset &rs)
 {
-    const QStringList fields{
-        numberToText(rs.integer(u"KundeNr")),
-        trimBlanks(rs.text(u"Navn")),
-        numberToText(rs.integer(u"BetBet")),
-        joined(rs, u"Adr1"),
-        joined(rs, u"Adr2"),
-        joined(rs, u"PostNr"),
-        joined(rs, u"PostSted"),
-        joined(rs, u"LevAdr1"),
-        joined(rs, u"LevAdr2"),
-        joined(rs, u"LevPostNr"),
-        joined(rs, u"LevAdr1"),
-        joined(rs, u"LevAdr2"),
-        joined(rs, u"LevPostNr"),
-        joined(rs, u"LevPoststed"),
-        joined(rs, u"SammeLevAdr"),
-        joined(rs, u"OrganisasjonsNr"),
-        rs.isNull(rs.fieldIndex(u"FakturaType")) ? u"Post"_s : joined(rs, u"FakturaType"),
-    };
-    return fields.join(u'\t');
+    QStringList celler{numberToText(rs.integer(u"KundeNr")), trimBlanks(rs.text(u"Navn")),
+                       numberToText(rs.integer(u"BetBet"))};
+    for (const QStringView navn :
+         {u"Adr1", u"Adr2", u"PostNr", u"PostSted", u"LevAdr1", u"LevAdr2", u"LevPostNr",
+          u"LevAdr1", u"LevAdr2", u"LevPostNr", u"LevPoststed", u"SammeLevAdr", u"OrganisasjonsNr",
+          u"FakturaType"}) {
+        const int felt = rs.fieldIndex(navn);
+        if (!rs.isNull(felt))
+            celler += rs.text(felt);
+        else
+            celler += navn == u"FakturaType" ? u"Post"_s : QString();
+    }
+    return celler.join(u'\t');
 }
 
 } // namespace
@@ -85,15 +81,16 @@ frmKunder::frmKunder()
       m_ui(std::make_unique<Ui::frmKunder>())
 {
     m_ui->setupUi(this);
+    LikeKnapper(*this, {88, 0});
     fpSpread &grid = *m_ui->fpSpread1;
     grid.setMaxCols(kKolonner);
-    grid.setMaxRows(kDesignedRows);
+    grid.setMaxRows(kRaderIUtformingen);
     grid.setColHeaders({u"Kundenr."_s, u"Kundenavn"_s, u"BetBet"_s, u"Adr1"_s, u"Adr2"_s,
                         u"PostNr"_s, u"PostSted"_s, u"LevAdr1"_s, u"LevAdr2"_s, u"LevPostNr"_s,
                         u"LevPostSted"_s, u"SammeAdr"_s, u"OrgNr"_s, u"FakTyp"_s});
-    grid.setColWidth(kNavn, kNavnWidth);
-    for (int col = kBetBet; col <= kKolonner; ++col)
-        grid.setColHidden(col, true);
+    grid.setColWidth(kNavn, kNavnebredde);
+    for (int kol = kBetBet; kol <= kKolonner; ++kol)
+        grid.setColHidden(kol, true);
     SpreadSetColAlign(grid, kKundeNr, int(CellAlign::Right));
     // A list to choose from: nothing is typed in it, and Enter is left to the default button.
     SpreadLockAll(grid, true);
@@ -104,10 +101,10 @@ frmKunder::frmKunder()
     onEvent(m_ui->optUtvalg_0, &QRadioButton::clicked, this, [this] { optUtvalg_Click(kAlle); });
     onEvent(m_ui->optUtvalg_1, &QRadioButton::clicked, this, [this] { optUtvalg_Click(kKunder); });
     onEvent(&grid, &fpSpread::DblClick, this,
-            [this](int col, int row) { fpSpread1_DblClick(col, row); });
-    const auto okByEnter = [this] { setDefaultButton(m_ui->OKButton); };
-    onEvent(&grid, &fpSpread::Click, this, okByEnter);
-    onEvent(&grid, &fpSpread::SelChange, this, okByEnter);
+            [this](int kol, int rad) { fpSpread1_DblClick(kol, rad); });
+    const auto okMedEnter = [this] { setDefaultButton(m_ui->OKButton); };
+    onEvent(&grid, &fpSpread::Click, this, okMedEnter);
+    onEvent(&grid, &fpSpread::SelChange, this, okMedEnter);
     onEvent(m_ui->OKButton, &QPushButton::clicked, this, [this] { OKButton_Click(); });
     onEvent(m_ui->CancelButton, &QPushButton::clicked, this, [this] { CancelButton_Click(); });
 }
@@ -120,10 +117,10 @@ void frmKunder::velgFor(KundeMottaker &mottaker)
     showModal();
 }
 
-void frmKunder::settIkkeVis(qint16 value)
+void frmKunder::settIkkeVis(qint16 verdi)
 {
-    if (value > 0)
-        m_ikkeVis = value;
+    if (verdi > 0)
+        m_ikkeVis = verdi;
 }
 
 void frmKunder::onLoad()
@@ -145,9 +142,9 @@ void frmKunder::onResize()
 {
     // The name takes what the window has become wider by.
     fpSpread &grid = *m_ui->fpSpread1;
-    const int tegnet = MedBokstavene(*this, QSize(kWidth, 0)).width();
+    const int tegnet = MedBokstavene(*this, QSize(kBredde, 0)).width();
     const int bredere = std::max(0, place().width() - tegnet);
-    grid.setColWidth(kNavn, kNavnWidth + grid.twipsToColWidth(bredere));
+    grid.setColWidth(kNavn, kNavnebredde + grid.twipsToColWidth(bredere));
 }
 
 void frmKunder::onUnload()
@@ -155,10 +152,10 @@ void frmKunder::onUnload()
     m_mottaker = nullptr;
 }
 
-void frmKunder::optUtvalg_Click(int index)
+void frmKunder::optUtvalg_Click(int indeks)
 {
     // Choosing one button takes the mark from the other.
-    if (index == kAlle) {
+    if (indeks == kAlle) {
         m_ui->optUtvalg_0->setChecked(true);
         SkrivGrid({}, u"KundeNr"_s);
     } else {
@@ -169,7 +166,7 @@ void frmKunder::optUtvalg_Click(int index)
 
 void frmKunder::SkrivGrid(const QString &sFilter, const QString &sSortering)
 {
-    const QString statement =
+    const QString setning =
         u"SELECT K.KundeNr,K.Navn,K.Adr1,K.Adr2,K.PostNr,P.PostSted,K.BetBet,K.LevAdr1,K.LevAdr2,"_s
         u"K.LevPostNr,L.PostSted AS LevPostSted,SammeLevAdr,K.OrganisasjonsNr,K.FakturaType "_s
         u"FROM (KundeLev AS K LEFT JOIN Poststed AS P ON K.PostNr=P.PostNr) "_s
@@ -178,17 +175,17 @@ void frmKunder::SkrivGrid(const QString &sFilter, const QString &sSortering)
         u"WHERE "_s +
         klientVilkar() + sFilter + u" ORDER BY "_s + sSortering;
     Ref<ado::Recordset> rs;
-    passOver([&] { rs = gDB->GetRS(statement, true); });
+    passOver([&] { rs = gDB->GetRS(setning, true); });
 
     fpSpread &grid = *m_ui->fpSpread1;
     grid.setRedraw(false);
     passOver([&] { SpreadClear(grid); });
     if (rs) {
         // A customer without number, name or terms shows as the one before.
-        QString text;
+        QString tekst;
         for (; !rs->eof(); rs->moveNext()) {
-            passOver([&] { text = rowText(*rs); });
-            passOver([&] { SpreadAddRow(grid, text); });
+            passOver([&] { tekst = radtekst(*rs); });
+            passOver([&] { SpreadAddRow(grid, tekst); });
         }
     }
     if (rs)
@@ -200,51 +197,42 @@ void frmKunder::SkrivGrid(const QString &sFilter, const QString &sSortering)
     grid.setRedraw(true);
 }
 
-void frmKunder::fpSpread1_DblClick(int col, int row)
+void frmKunder::fpSpread1_DblClick(int kol, int rad)
 {
-    if (row >= 1) {
+    if (rad >= 1) {
         OKButton_Click();
         return;
     }
     // Any other header than these two has no clause, and its statement fails.
-    QString clause;
-    if (col == kKundeNr)
-        clause = m_sSort = m_sSort == u"KundeNr ASC"_s ? u"KundeNr DESC"_s : u"KundeNr ASC"_s;
-    else if (col == kNavn)
-        clause = m_sSort = m_sSort == u"Navn ASC"_s ? u"Navn DESC"_s : u"Navn ASC"_s;
+    QString ledd;
+    if (kol == kKundeNr)
+        ledd = m_sSort = m_sSort == u"KundeNr ASC"_s ? u"KundeNr DESC"_s : u"KundeNr ASC"_s;
+    else if (kol == kNavn)
+        ledd = m_sSort = m_sSort == u"Navn ASC"_s ? u"Navn DESC"_s : u"Navn ASC"_s;
     // The option's filter is not carried over: a sorted list shows all customers.
-    SkrivGrid({}, clause);
+    SkrivGrid({}, ledd);
 }
 
 void frmKunder::OKButton_Click()
 {
     fpSpread &grid = *m_ui->fpSpread1;
-    const int row = grid.activeRow();
-    const auto cell = [&](int col) { return SpreadGetText(grid, col, row); };
+    const int rad = grid.activeRow();
+    const auto celle = [&](int kol) { return SpreadGetText(grid, kol, rad); };
     if (m_mottaker) {
         KundeMottaker &mottaker = *m_mottaker;
-        const auto write = [&](KundeFelt felt, const QString &text) {
-            passOver([&] { mottaker.settKundefelt(felt, text); });
+        const auto skriv = [&](KundeFelt felt, const QString &tekst) {
+            passOver([&] { mottaker.settKundefelt(felt, tekst); });
         };
-        write(KundeFelt::KundeNr, cell(kKundeNr));
-        write(KundeFelt::KundeNavn, cell(kNavn));
-        write(KundeFelt::BetBet, cell(kBetBet));
-        write(KundeFelt::FakAdresse1, cell(kAdr1));
-        write(KundeFelt::FakAdresse2, cell(kAdr2));
-        write(KundeFelt::FakPostNr, cell(kPostNr));
-        write(KundeFelt::FakPostSted, cell(kPostSted));
-        write(KundeFelt::LevAdresse1, cell(kLevAdr1));
-        write(KundeFelt::LevAdresse2, cell(kLevAdr2));
-        write(KundeFelt::LevPostNr, cell(kLevPostNr));
-        write(KundeFelt::LevPostSted, cell(kLevPostSted));
-        write(KundeFelt::OrganisasjonsNr, Format(cell(kOrgNr), u"@@@\\ @@@\\ @@@"));
+        for (const auto &[felt, kol] : kSomDeEr)
+            skriv(felt, celle(kol));
+        skriv(KundeFelt::OrganisasjonsNr, Format(celle(kOrgNr), u"@@@\\ @@@\\ @@@"));
         passOver(
-            [&] { mottaker.settSammeLevAdr(toLong(std::abs(leadingNumber(cell(kSammeAdr))))); });
+            [&] { mottaker.settSammeLevAdr(toLong(std::abs(leadingNumber(celle(kSammeAdr))))); });
         passOver([&] {
             mottaker.settKundefelt(KundeFelt::ForfallDato,
                                    ForfallsDato(Clock::current().today(), mottaker.betBet()));
         });
-        write(KundeFelt::FakturaType, cell(kFakTyp));
+        skriv(KundeFelt::FakturaType, celle(kFakTyp));
     }
     CancelButton_Click();
 }

@@ -26,7 +26,7 @@ public:
     /// Other than 0: becoming active does not fill the grid. Loading sets it to 0, and only values
     /// above 0 are taken.
     [[nodiscard]] qint16 IkkeVis() const { return m_ikkeVis; }
-    void settIkkeVis(qint16 value);
+    void settIkkeVis(qint16 verdi);
 
     /// Fills the grid with the customers that also meet `sFilter` (empty, or "AND" and a
     /// condition), by the sort clause `sSortering`. After a failed read the grid is empty. Passes
@@ -40,8 +40,8 @@ protected:
     void onUnload() override;
 
 private:
-    void optUtvalg_Click(int index);
-    void fpSpread1_DblClick(int col, int row);
+    void optUtvalg_Click(int indeks);
+    void fpSpread1_DblClick(int kol, int rad);
     void OKButton_Click();
     void CancelButton_Click();
 

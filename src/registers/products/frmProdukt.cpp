@@ -7,6 +7,7 @@
 #include "platform/forms/OuterRim.h"
 #include "platform/forms/SendKey.h"
 #include "platform/forms/Twips.h"
+#include "presentation/screens/Skjerm.h"
 #include "presentation/spread/mVASpread.h"
 #include "registers/products/ProduktKolonne.h"
 #include "runtime/Format.h"
@@ -22,47 +23,47 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kListTab = 1;
-constexpr int kDetailsTab = 2;
-constexpr int kCostField = 4; // of txtFields
-constexpr int kPriceField = 5;
+constexpr int kOversikt = 1;
+constexpr int kDetaljer = 2;
+constexpr int kInnPris = 4; // of txtFields
+constexpr int kUtPris = 5;
 
 // Twips.
-constexpr int kPageLeft = 120;
-constexpr int kStripLeft = 60;
-constexpr int kStripTop = 1020;
-constexpr int kBesideStrip = 120;
-constexpr int kAboveAndBelowStrip = 1500;
-constexpr int kFootHeight = kAboveAndBelowStrip - kStripTop;
-constexpr int kPageMargin = 60;
+constexpr int kSideVenstre = 120;
+constexpr int kStripeVenstre = 60;
+constexpr int kStripeTopp = 1020;
+constexpr int kVedStripen = 120;
+constexpr int kOverOgUnderStripen = 1500;
+constexpr int kBunnHoyde = kOverOgUnderStripen - kStripeTopp;
+constexpr int kSidemarg = 60;
 
 /// A program's text stands with its beginning in sight and the selection start at 0.
-void putText(QLineEdit &field, const QString &text)
+void settTekst(QLineEdit &felt, const QString &tekst)
 {
-    const ProgramWrites writes;
-    field.setText(text);
-    field.setCursorPosition(0);
+    const ProgramWrites skriver;
+    felt.setText(tekst);
+    felt.setCursorPosition(0);
 }
 
-void putText(QComboBox &box, const QString &text)
+void settTekst(QComboBox &boks, const QString &tekst)
 {
-    const ProgramWrites writes;
-    box.setCurrentIndex(-1);
-    box.setEditText(text);
-    box.lineEdit()->setCursorPosition(0);
+    const ProgramWrites skriver;
+    boks.setCurrentIndex(-1);
+    boks.setEditText(tekst);
+    boks.lineEdit()->setCursorPosition(0);
 }
 
 /// An empty value leaves a blank in its cell.
-QString blankForEmpty(const QString &text)
+QString blankForTom(const QString &tekst)
 {
-    return text.isEmpty() ? u" "_s : text;
+    return tekst.isEmpty() ? u" "_s : tekst;
 }
 
 /// Changes of focus between controls, not those of a window that loses or regains the user.
-bool isMove(const QEvent *event)
+bool erFlytting(const QEvent *event)
 {
-    const Qt::FocusReason reason = static_cast<const QFocusEvent *>(event)->reason();
-    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
+    const Qt::FocusReason grunn = static_cast<const QFocusEvent *>(event)->reason();
+    return grunn != Qt::ActiveWindowFocusReason && grunn != Qt::PopupFocusReason;
 }
 
 } // namespace
@@ -76,6 +77,7 @@ frmProdukt::frmProdukt()
       m_ui(std::make_unique<Ui::frmProdukt>())
 {
     m_ui->setupUi(this);
+    LikeKnapper(*this, {84, 26});
     m_txtFields = {m_ui->txtFields_0, m_ui->txtFields_1, m_ui->txtFields_2,
                    m_ui->txtFields_3, m_ui->txtFields_4, m_ui->txtFields_5};
     m_ui->txtFields_11->hide();
@@ -89,21 +91,21 @@ frmProdukt::frmProdukt()
     grid.setColWidth(kolonne::ProduktNavn, 16.5);
     // A small type, in which the widths leave the name its room.
     SpreadLitenSkrift(grid);
-    for (const int col : {kolonne::Gruppe, kolonne::ID, kolonne::Changed})
-        grid.setColHidden(col, true);
+    for (const int kol : {kolonne::Gruppe, kolonne::ID, kolonne::Changed})
+        grid.setColHidden(kol, true);
 
     m_ark = {.faner = m_ui->TabStrip1,
              .ark = {m_ui->frTabStrip_0, m_ui->frTabStrip_1},
-             .venstre = kPageLeft,
-             .marg = kPageMargin};
-    m_ark.leggBortAndre(kListTab);
-    m_ark.hentFram(kListTab);
-    connectControls();
+             .venstre = kSideVenstre,
+             .marg = kSidemarg};
+    m_ark.leggBortAndre(kOversikt);
+    m_ark.hentFram(kOversikt);
+    kobleKontroller();
 }
 
 frmProdukt::~frmProdukt() = default;
 
-void frmProdukt::connectControls()
+void frmProdukt::kobleKontroller()
 {
     onEvent(m_ui->TabStrip1, &TabStrip::clicked, this, [this] { TabStrip1_Click(); });
     onEvent(m_ui->btnNew, &QPushButton::clicked, this, [this] { btnNew_Click(); });
@@ -117,27 +119,27 @@ void frmProdukt::connectControls()
     setCommandKey(Qt::Key_F5, m_ui->btnRefresh);
 
     onEvent(m_ui->vaSpread1, &fpSpread::DblClick, this,
-            [this](int col, int row) { vaSpread1_DblClick(col, row); });
+            [this](int kol, int rad) { vaSpread1_DblClick(kol, rad); });
     onEvent(m_ui->vaSpread1, &fpSpread::SelChange, this,
-            [this](int, int, int, int, int, int curRow) { VisProdukt(curRow); });
+            [this](int, int, int, int, int, int gjeldende) { VisProdukt(gjeldende); });
     onEvent(m_ui->vaSpread1, &fpSpread::LeaveCell, this,
-            [this](int col, int row, int newCol, int newRow, bool *) {
-                vaSpread1_LeaveCell(col, row, newCol, newRow);
+            [this](int kol, int rad, int nyKol, int nyRad, bool *) {
+                vaSpread1_LeaveCell(kol, rad, nyKol, nyRad);
             });
 
-    for (QLineEdit *field : m_txtFields) {
-        field->installEventFilter(this);
-        holdOneLine(*field);
-        keepWhileLocked(*field);
+    for (QLineEdit *felt : m_txtFields) {
+        felt->installEventFilter(this);
+        holdOneLine(*felt);
+        keepWhileLocked(*felt);
     }
     holdOneLine(*m_ui->cmbMvaSats->lineEdit());
     keepWhileLocked(*m_ui->cmbMvaSats->lineEdit());
     m_ui->cmbMvaSats->installEventFilter(this);
     m_ui->chkBruttoPris->installEventFilter(this);
     // A press past the focus, as from assistive technology.
-    onEvent(m_ui->chkBruttoPris, &QCheckBox::clicked, this, [this](bool checked) {
-        if (!isEditing())
-            m_ui->chkBruttoPris->setChecked(!checked);
+    onEvent(m_ui->chkBruttoPris, &QCheckBox::clicked, this, [this](bool avkrysset) {
+        if (!iModus())
+            m_ui->chkBruttoPris->setChecked(!avkrysset);
     });
 }
 
@@ -145,11 +147,11 @@ void frmProdukt::connectControls()
 
 void frmProdukt::onLoad()
 {
-    setMode(false, false);
+    avsluttModus();
     Skjermbilde::onLoad();
     InitGrid();
     FyllGrid();
-    const ProgramWrites writes;
+    const ProgramWrites skriver;
     m_ui->cmbMvaSats->clear();
     m_ui->cmbMvaSats->addItems({gMva25, gMva15, gMva10, gMva0});
     m_ui->vaSpread1->setFocus();
@@ -157,18 +159,18 @@ void frmProdukt::onLoad()
 
 void frmProdukt::onResize()
 {
-    TabStrip &strip = *m_ui->TabStrip1;
-    const QSize page = pageSize();
-    const int stripWidth = pixelsToTwips(page.width()) - kBesideStrip;
-    const int stripHeight = pixelsToTwips(page.height()) - kAboveAndBelowStrip;
-    strip.setGeometry(twipsToPixels(kStripLeft, kStripTop, stripWidth, stripHeight));
-    m_ui->topp->setGeometry(0, 0, page.width(), strip.y());
-    const int foot = twipsToPixels(kFootHeight);
-    m_ui->bunn->setGeometry(0, page.height() - foot, page.width(), foot);
+    TabStrip &stripe = *m_ui->TabStrip1;
+    const QSize side = pageSize();
+    const int stripebredde = pixelsToTwips(side.width()) - kVedStripen;
+    const int stripehoyde = pixelsToTwips(side.height()) - kOverOgUnderStripen;
+    stripe.setGeometry(twipsToPixels(kStripeVenstre, kStripeTopp, stripebredde, stripehoyde));
+    m_ui->topp->setGeometry(0, 0, side.width(), stripe.y());
+    const int bunn = twipsToPixels(kBunnHoyde);
+    m_ui->bunn->setGeometry(0, side.height() - bunn, side.width(), bunn);
 
-    m_ark.tilpass(page.width());
+    m_ark.tilpass(side.width());
     m_ui->vaSpread1->setGeometry(m_ui->frTabStrip_0->rect());
-    if (strip.selected() == kListTab)
+    if (stripe.selected() == kOversikt)
         tilpassNavn(*m_ui->vaSpread1, kolonne::ProduktNavn);
 }
 
@@ -204,26 +206,26 @@ void frmProdukt::FyllGrid()
     });
 
     const Ref<ado::Recordset> &rs = m_rsProdukt;
-    qint16 row = 0;
-    const auto write = [&](int col, const auto &text) {
-        passOver([&] { SpreadSetText(grid, col, row, text(), false); });
+    qint16 rad = 0;
+    const auto skriv = [&](int kol, const auto &tekst) {
+        passOver([&] { SpreadSetText(grid, kol, rad, tekst(), false); });
     };
     for (; rs && !rs->eof(); rs->moveNext()) {
         // What a 16-bit counter cannot number is written over its last row.
-        if (row < std::numeric_limits<qint16>::max())
-            ++row;
-        write(kolonne::ProduktNr, [&] { return rs->text(u"ProduktNr"); });
-        write(kolonne::ProduktNavn, [&] { return rs->text(u"ProduktNavn"); });
-        write(kolonne::Gruppe, [&] { return blankForEmpty(rs->text(u"ProduktGruppe")); });
-        write(kolonne::Enhet, [&] { return blankForEmpty(rs->text(u"Enhet")); });
-        write(kolonne::InnPris, [&] { return Format(rs->currency(u"InnPris"), u"#0.00"); });
-        write(kolonne::UtPris, [&] { return Format(rs->currency(u"UtPris"), u"# ##0.00"); });
-        write(kolonne::MvaSats, [&] { return Format(rs->single(u"MvaSats"), u"#0.0"); });
-        write(kolonne::BruttoPris, [&] {
-            const Value gross = rs->value(u"BruttoPris");
-            return !gross.isNull() && gross.toBoolean() ? u"1"_s : u"0"_s;
+        if (rad < std::numeric_limits<qint16>::max())
+            ++rad;
+        skriv(kolonne::ProduktNr, [&] { return rs->text(u"ProduktNr"); });
+        skriv(kolonne::ProduktNavn, [&] { return rs->text(u"ProduktNavn"); });
+        skriv(kolonne::Gruppe, [&] { return blankForTom(rs->text(u"ProduktGruppe")); });
+        skriv(kolonne::Enhet, [&] { return blankForTom(rs->text(u"Enhet")); });
+        skriv(kolonne::InnPris, [&] { return Format(rs->currency(u"InnPris"), u"#0.00"); });
+        skriv(kolonne::UtPris, [&] { return Format(rs->currency(u"UtPris"), u"# ##0.00"); });
+        skriv(kolonne::MvaSats, [&] { return Format(rs->single(u"MvaSats"), u"#0.0"); });
+        skriv(kolonne::BruttoPris, [&] {
+            const Value brutto = rs->value(u"BruttoPris");
+            return !brutto.isNull() && brutto.toBoolean() ? u"1"_s : u"0"_s;
         });
-        write(kolonne::ID, [&] { return Format(rs->integer(u"ID"), u"#0"); });
+        skriv(kolonne::ID, [&] { return Format(rs->integer(u"ID"), u"#0"); });
     }
 
     SpreadSetCellType(grid, kolonne::InnPris, kAll, int(CellKind::Float), false, {}, {});
@@ -235,21 +237,21 @@ void frmProdukt::FyllGrid()
 
 void frmProdukt::BlankFelter()
 {
-    for (QLineEdit *field : m_txtFields)
-        putText(*field, QString());
-    putText(*m_ui->txtFields_11, QString());
-    putText(*m_txtFields[kCostField], u"0.00"_s);
-    putText(*m_txtFields[kPriceField], u"0.00"_s);
+    for (QLineEdit *felt : m_txtFields)
+        settTekst(*felt, QString());
+    settTekst(*m_ui->txtFields_11, QString());
+    settTekst(*m_txtFields[kInnPris], u"0.00"_s);
+    settTekst(*m_txtFields[kUtPris], u"0.00"_s);
     m_ui->chkBruttoPris->setChecked(false);
-    const ProgramWrites writes;
+    const ProgramWrites skriver;
     m_ui->cmbMvaSats->setCurrentIndex(0);
     m_txtFields[0]->setFocus();
 }
 
-void frmProdukt::VisProdukt(qint32 row)
+void frmProdukt::VisProdukt(qint32 rad)
 {
-    const QString id = SpreadGetText(*m_ui->vaSpread1, kolonne::ID, row);
-    putText(*m_ui->txtFields_11, id);
+    const QString id = SpreadGetText(*m_ui->vaSpread1, kolonne::ID, rad);
+    settTekst(*m_ui->txtFields_11, id);
     Ref<ado::Recordset> rs;
     passOver([&] {
         rs = gDB->GetRS(u"SELECT * FROM Produkt WHERE "_s + klientVilkar() + u" AND ID="_s + id,
@@ -257,30 +259,30 @@ void frmProdukt::VisProdukt(qint32 row)
     });
     if (gDB->EmptyRS(rs))
         return;
-    passOver([&] { putText(*m_txtFields[0], rs->text(u"ProduktNr")); });
-    passOver([&] { putText(*m_txtFields[1], rs->text(u"ProduktNavn")); });
-    passOver([&] { putText(*m_txtFields[2], rs->text(u"ProduktGruppe")); });
-    passOver([&] { putText(*m_txtFields[3], rs->text(u"Enhet")); });
+    passOver([&] { settTekst(*m_txtFields[0], rs->text(u"ProduktNr")); });
+    passOver([&] { settTekst(*m_txtFields[1], rs->text(u"ProduktNavn")); });
+    passOver([&] { settTekst(*m_txtFields[2], rs->text(u"ProduktGruppe")); });
+    passOver([&] { settTekst(*m_txtFields[3], rs->text(u"Enhet")); });
     passOver(
-        [&] { putText(*m_txtFields[kCostField], Format(rs->currency(u"InnPris"), u"# ##0.00")); });
+        [&] { settTekst(*m_txtFields[kInnPris], Format(rs->currency(u"InnPris"), u"# ##0.00")); });
     passOver(
-        [&] { putText(*m_txtFields[kPriceField], Format(rs->currency(u"UtPris"), u"# ##0.00")); });
-    passOver([&] { putText(*m_ui->cmbMvaSats, Format(rs->single(u"MvaSats"), u"#0.0")); });
-    passOver([&] { putText(*m_ui->txtFields_11, Format(rs->integer(u"ID"), u"#0")); });
+        [&] { settTekst(*m_txtFields[kUtPris], Format(rs->currency(u"UtPris"), u"# ##0.00")); });
+    passOver([&] { settTekst(*m_ui->cmbMvaSats, Format(rs->single(u"MvaSats"), u"#0.0")); });
+    passOver([&] { settTekst(*m_ui->txtFields_11, Format(rs->integer(u"ID"), u"#0")); });
     passOver([&] { m_ui->chkBruttoPris->setChecked(rs->value(u"BruttoPris").toBoolean()); });
 }
 
-void frmProdukt::SettKnapper(bool bNew, bool bChange, bool bSave, bool bCancel)
+void frmProdukt::SettKnapper(const Valg &valg)
 {
-    m_ui->btnNew->setEnabled(bNew);
-    m_ui->btnChange->setEnabled(bChange);
-    m_ui->btnSave->setEnabled(bSave);
-    m_ui->btnCancel->setEnabled(bCancel);
-    m_ui->btnRefresh->setEnabled(m_ui->TabStrip1->selected() == kListTab);
+    m_ui->btnNew->setEnabled(valg.ny);
+    m_ui->btnChange->setEnabled(valg.endre);
+    m_ui->btnSave->setEnabled(valg.lagre);
+    m_ui->btnCancel->setEnabled(valg.avbryt);
+    m_ui->btnRefresh->setEnabled(m_ui->TabStrip1->selected() == kOversikt);
     m_ui->btnClose->setEnabled(true);
 }
 
-bool frmProdukt::isRowSelected() const
+bool frmProdukt::harValgtRad() const
 {
     return m_ui->vaSpread1->selectedRowCount() > 0;
 }
@@ -289,43 +291,45 @@ bool frmProdukt::isRowSelected() const
 
 void frmProdukt::TabStrip1_Click()
 {
-    const int selected = m_ui->TabStrip1->selected();
-    m_ark.hentFram(selected);
-    m_ark.leggBortAndre(selected);
-    if (selected == kDetailsTab) {
+    const int valgt = m_ui->TabStrip1->selected();
+    m_ark.hentFram(valgt);
+    m_ark.leggBortAndre(valgt);
+    if (valgt == kDetaljer) {
         m_ui->Label1->setText(u"Produkt detaljer, klikk på Ny for å legge inn ny post eller Endre "
                               "for å redigere en post."_s);
-        SettKnapper(true, isRowSelected(), false, false);
-        if (isRowSelected())
+        SettKnapper({.ny = true, .endre = harValgtRad()});
+        if (harValgtRad())
             VisProdukt(m_ui->vaSpread1->firstSelectedRow());
     } else {
         m_ui->Label1->setText(
             u"Oversikt over produkter, dobbeltklikk eller merk og klikk på Detaljer for å "
             "redigere."_s);
         btnRefresh_Click();
-        SettKnapper(false, false, false, false);
+        SettKnapper({});
     }
     onResize();
 }
 
 void frmProdukt::btnNew_Click()
 {
-    m_ui->TabStrip1->select(kDetailsTab);
+    m_ui->TabStrip1->select(kDetaljer);
     m_ui->TabStrip1->update();
-    m_ark.hentFram(kDetailsTab);
+    m_ark.hentFram(kDetaljer);
     BlankFelter();
-    setMode(true, m_bEndre);
+    m_bNy = true;
+    laasFelter();
     // The addition stays pending and is never completed: LagrePost writes the row.
     m_rsProdukt->addNew();
-    SettKnapper(false, false, true, true);
+    SettKnapper({.lagre = true, .avbryt = true});
 }
 
 void frmProdukt::btnChange_Click()
 {
     // Still in browse mode, so that the field sends the focus on to the name.
     m_txtFields[0]->setFocus();
-    setMode(m_bNy, true);
-    SettKnapper(false, false, true, true);
+    m_bEndre = true;
+    laasFelter();
+    SettKnapper({.lagre = true, .avbryt = true});
 }
 
 void frmProdukt::btnSave_Click()
@@ -334,22 +338,22 @@ void frmProdukt::btnSave_Click()
     // would store a new product once more.
     if (m_lagrer)
         return;
-    const QPointer<frmProdukt> self(this);
+    const QPointer<frmProdukt> skjerm(this);
     m_lagrer = true;
-    const auto ended = qScopeGuard([&] {
-        if (self)
+    const auto slutt = qScopeGuard([&] {
+        if (skjerm)
             m_lagrer = false;
     });
     LagreProdukt();
-    if (self)
-        SettKnapper(true, true, false, true);
+    if (skjerm)
+        SettKnapper({.ny = true, .endre = true, .avbryt = true});
 }
 
 /// What was typed stays to be seen, and the button stays on.
 void frmProdukt::btnCancel_Click()
 {
-    setMode(false, false);
-    SettKnapper(true, true, false, true);
+    avsluttModus();
+    SettKnapper({.ny = true, .endre = true, .avbryt = true});
 }
 
 void frmProdukt::btnRefresh_Click()
@@ -358,27 +362,32 @@ void frmProdukt::btnRefresh_Click()
     FyllGrid();
 }
 
-void frmProdukt::vaSpread1_DblClick(int col, int row)
+void frmProdukt::vaSpread1_DblClick(int kol, int rad)
 {
-    if (row < 1) { // a column header
-        m_sortering.sorter(*m_ui->vaSpread1, qint16(col));
+    if (rad < 1) { // a column header
+        m_sortering.sorter(*m_ui->vaSpread1, qint16(kol));
         return;
     }
-    SpreadSelectRows(*m_ui->vaSpread1, row, row, true);
-    VisProdukt(row);
-    m_ui->TabStrip1->select(kDetailsTab);
-    m_ark.hentFram(kDetailsTab);
-    SettKnapper(true, isRowSelected(), false, false);
+    SpreadSelectRows(*m_ui->vaSpread1, rad, rad, true);
+    VisProdukt(rad);
+    m_ui->TabStrip1->select(kDetaljer);
+    m_ark.hentFram(kDetaljer);
+    SettKnapper({.ny = true, .endre = harValgtRad()});
+}
+
+void frmProdukt::avsluttModus()
+{
+    m_bNy = false;
+    m_bEndre = false;
+    laasFelter();
 }
 
 /// A browsed field sends the focus on, and takes no text on roads that need none.
-void frmProdukt::setMode(bool isNew, bool isChange)
+void frmProdukt::laasFelter()
 {
-    m_bNy = isNew;
-    m_bEndre = isChange;
-    for (QLineEdit *field : m_txtFields)
-        field->setReadOnly(!isEditing());
-    m_ui->cmbMvaSats->lineEdit()->setReadOnly(!isEditing());
+    for (QLineEdit *felt : m_txtFields)
+        felt->setReadOnly(!iModus());
+    m_ui->cmbMvaSats->lineEdit()->setReadOnly(!iModus());
 }
 
 // --- Focus of the details
@@ -388,18 +397,18 @@ bool frmProdukt::eventFilter(QObject *watched, QEvent *event)
     switch (event->type()) {
     case QEvent::FocusIn:
         // A menu over a browsed field takes the key that sends the focus on, and gives it back.
-        if (!isMove(event) && isEditing())
+        if (!erFlytting(event) && iModus())
             break;
-        gotFocus(watched, event);
+        fikkFokus(watched, event);
         return true;
     case QEvent::FocusOut:
-        if (isMove(event))
-            lostFocus(watched);
+        if (erFlytting(event))
+            mistetFokus(watched);
         break;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
         // The list would come up over a box that sends the focus on.
-        if (watched == m_ui->cmbMvaSats && !isEditing())
+        if (watched == m_ui->cmbMvaSats && !iModus())
             return true;
         break;
     default:
@@ -408,31 +417,31 @@ bool frmProdukt::eventFilter(QObject *watched, QEvent *event)
     return Skjermbilde::eventFilter(watched, event);
 }
 
-void frmProdukt::gotFocus(QObject *control, QEvent *event)
+void frmProdukt::fikkFokus(QObject *kontroll, QEvent *event)
 {
-    QLineEdit *price = priceField(control);
+    QLineEdit *pris = prisfelt(kontroll);
     int start = 0;
-    if (price)
-        start = price->hasSelectedText() ? price->selectionStart() : price->cursorPosition();
+    if (pris)
+        start = pris->hasSelectedText() ? pris->selectionStart() : pris->cursorPosition();
     // The control's own answer comes first: it may select the text from its beginning.
-    control->event(event);
-    if (!isEditing())
+    kontroll->event(event);
+    if (!iModus())
         sendKey(Qt::Key_Tab);
-    if (price)
-        price->setSelection(start, int(price->text().size()));
+    if (pris)
+        pris->setSelection(start, int(pris->text().size()));
 }
 
-void frmProdukt::lostFocus(QObject *control)
+void frmProdukt::mistetFokus(QObject *kontroll)
 {
-    if (QLineEdit *price = priceField(control))
-        passOver([&] { putText(*price, Format(price->text(), u"# ##0.00")); });
+    if (QLineEdit *pris = prisfelt(kontroll))
+        passOver([&] { settTekst(*pris, Format(pris->text(), u"# ##0.00")); });
 }
 
-QLineEdit *frmProdukt::priceField(const QObject *control) const
+QLineEdit *frmProdukt::prisfelt(const QObject *kontroll) const
 {
-    for (QLineEdit *field : {m_txtFields[kCostField], m_txtFields[kPriceField]}) {
-        if (field == control)
-            return field;
+    for (QLineEdit *felt : {m_txtFields[kInnPris], m_txtFields[kUtPris]}) {
+        if (felt == kontroll)
+            return felt;
     }
     return nullptr;
 }

@@ -45,27 +45,36 @@ private:
     void BlankFelter();
     /// Loads the product of a grid row into the details. Without one there the details stay as they
     /// are, but for the hidden ID.
-    void VisProdukt(qint32 row);
-    void SettKnapper(bool bNew, bool bChange, bool bSave, bool bCancel);
+    void VisProdukt(qint32 rad);
+    /// The commands that can be used.
+    struct Valg
+    {
+        bool ny = false;
+        bool endre = false;
+        bool lagre = false;
+        bool avbryt = false;
+    };
+    void SettKnapper(const Valg &valg);
 
     // Events of the controls.
-    void connectControls();
+    void kobleKontroller();
     void TabStrip1_Click();
     void btnNew_Click();
     void btnChange_Click();
     void btnSave_Click();
     void btnCancel_Click();
     void btnRefresh_Click();
-    void vaSpread1_DblClick(int col, int row);
-    void vaSpread1_LeaveCell(int col, int row, int newCol, int newRow);
+    void vaSpread1_DblClick(int kol, int rad);
+    void vaSpread1_LeaveCell(int kol, int rad, int nyKol, int nyRad);
 
-    void setMode(bool isNew, bool isChange);
+    void avsluttModus();
+    void laasFelter();
 
     // Focus of the details.
-    void gotFocus(QObject *control, QEvent *event);
-    void lostFocus(QObject *control);
+    void fikkFokus(QObject *kontroll, QEvent *event);
+    void mistetFokus(QObject *kontroll);
     /// The control if it is one of the two amounts, otherwise null.
-    [[nodiscard]] QLineEdit *priceField(const QObject *control) const;
+    [[nodiscard]] QLineEdit *prisfelt(const QObject *kontroll) const;
 
     // Saving (frmProduktLagre.cpp).
     void LagreProdukt();
@@ -73,8 +82,8 @@ private:
     /// after a failure. `Modus` 1 inserts, any other updates the row `ID`.
     [[nodiscard]] qint32 LagrePost(qint16 Modus, const QString &Tabell, qint32 ID) const;
 
-    [[nodiscard]] bool isEditing() const { return m_bEndre || m_bNy; }
-    [[nodiscard]] bool isRowSelected() const;
+    [[nodiscard]] bool iModus() const { return m_bEndre || m_bNy; }
+    [[nodiscard]] bool harValgtRad() const;
 
     std::unique_ptr<Ui::frmProdukt> m_ui;
     std::array<QLineEdit *, 6> m_txtFields; ///< txtFields_0 to txtFields_5

@@ -23,29 +23,29 @@ constexpr qint16 kSettInn = 1;
 
 void frmProdukt::LagreProdukt()
 {
-    if (!isEditing())
+    if (!iModus())
         return;
-    const QPointer<frmProdukt> self(this);
-    qint32 result = 0;
+    const QPointer<frmProdukt> skjerm(this);
+    qint32 resultat = 0;
     if (m_bEndre) {
         // A text that is no number leaves 0, which is the ID of no row.
         qint32 id = 0;
         passOver([&] { id = toLong(m_ui->txtFields_11->text()); });
-        passOver([&] { result = LagrePost(kOppdater, u"Produkt"_s, id); });
+        passOver([&] { resultat = LagrePost(kOppdater, u"Produkt"_s, id); });
     } else {
-        passOver([&] { result = LagrePost(kSettInn, u"Produkt"_s, 0); });
+        passOver([&] { resultat = LagrePost(kSettInn, u"Produkt"_s, 0); });
     }
-    if (result < 1) {
-        const QString error = gDB->LastError();
-        if (!trimBlanks(error).isEmpty())
-            MsgBox(u"Lagring feilet! - Feilmelding: "_s + error, msgbox::kExclamation);
+    if (resultat < 1) {
+        const QString feil = gDB->LastError();
+        if (!trimBlanks(feil).isEmpty())
+            MsgBox(u"Lagring feilet! - Feilmelding: "_s + feil, msgbox::kExclamation);
     } else {
         VisMelding(u"Data er lagret."_s, msgbox::kInformation, u"Lagre"_s, 1, false);
     }
     // Events have run, and one of them may have closed the screen.
-    if (!self)
+    if (!skjerm)
         return;
-    setMode(false, false);
+    avsluttModus();
 }
 
 qint32 frmProdukt::LagrePost(qint16 Modus, const QString &Tabell, qint32 ID) const
@@ -70,34 +70,34 @@ qint32 frmProdukt::LagrePost(qint16 Modus, const QString &Tabell, qint32 ID) con
 }
 
 // The list of a cell in the grid is for the eye alone: nothing of the grid reaches the database.
-void frmProdukt::vaSpread1_LeaveCell(int col, int row, int newCol, int newRow)
+void frmProdukt::vaSpread1_LeaveCell(int kol, int rad, int nyKol, int nyRad)
 {
     fpSpread &grid = *m_ui->vaSpread1;
-    const QString entered = SpreadGetText(grid, newCol, newRow);
-    if (newCol == kolonne::Gruppe) {
+    const QString inn = SpreadGetText(grid, nyKol, nyRad);
+    if (nyKol == kolonne::Gruppe) {
         // Produkt has no such column (its own is ProduktGruppe): the read fails, and nothing
         // follows. Where a database has one, the list goes to the rate's cell, not to this one.
         Ref<ado::Recordset> rs;
         passOver([&] {
             rs = gDB->GetRS(u"SELECT DISTINCT Gruppe FROM Produkt ORDER BY Gruppe ASC"_s, true);
         });
-        QString list;
+        QString liste;
         if (!gDB->EmptyRS(rs)) {
-            passOver([&] { list = rs->text(u"Gruppe"); });
+            passOver([&] { liste = rs->text(u"Gruppe"); });
             passOver([&] { rs->moveNext(); });
         }
-        if (!list.isEmpty())
-            SpreadSetCellType(grid, kolonne::MvaSats, row, int(CellKind::ComboBox), false, list,
+        if (!liste.isEmpty())
+            SpreadSetCellType(grid, kolonne::MvaSats, rad, int(CellKind::ComboBox), false, liste,
                               {});
     }
-    if (newCol == kolonne::MvaSats) {
-        SpreadSetCellType(grid, kolonne::MvaSats, row, int(CellKind::ComboBox), false, MvaSatser(),
+    if (nyKol == kolonne::MvaSats) {
+        SpreadSetCellType(grid, kolonne::MvaSats, rad, int(CellKind::ComboBox), false, MvaSatser(),
                           {});
     }
-    if (col == kolonne::Gruppe || col == kolonne::MvaSats)
-        SpreadSetCellType(grid, kolonne::MvaSats, row, int(CellKind::Edit), false, {}, {});
+    if (kol == kolonne::Gruppe || kol == kolonne::MvaSats)
+        SpreadSetCellType(grid, kolonne::MvaSats, rad, int(CellKind::Edit), false, {}, {});
     // Of two cells, not of one before and after. The mark is for nobody.
-    const QString left = SpreadGetText(grid, col, row);
-    if (entered != left)
-        SpreadSetText(grid, kolonne::Changed, row, u"1", false);
+    const QString ut = SpreadGetText(grid, kol, rad);
+    if (inn != ut)
+        SpreadSetText(grid, kolonne::Changed, rad, u"1", false);
 }
