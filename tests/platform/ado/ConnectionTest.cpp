@@ -86,31 +86,6 @@ TEST_F(ConnectionTest, RowsOfAnExecutedQueryAreDropped)
     m_tool.run("DROP TABLE T");
 }
 
-TEST_F(ConnectionTest, CloseRollsBack)
-{
-    Opened connection(m_file);
-    connection.run(u"CREATE TABLE T (a LONG)"_s);
-    connection.beginTrans();
-    connection.run(u"INSERT INTO T (a) VALUES (1)"_s);
-    connection.close();
-    EXPECT_EQ(m_tool.text("SELECT COUNT(*) FROM T"), "0");
-    connection.open(m_file.dsn());
-    connection.beginTrans();
-    connection.commitTrans();
-}
-
-TEST_F(ConnectionTest, DestructionRollsBack)
-{
-    {
-        Opened connection(m_file);
-        connection.run(u"CREATE TABLE T (a LONG)"_s);
-        connection.beginTrans();
-        connection.run(u"INSERT INTO T (a) VALUES (1)"_s);
-    }
-    EXPECT_EQ(m_tool.text("SELECT COUNT(*) FROM T"), "0");
-    m_tool.run("INSERT INTO T VALUES (2)");
-}
-
 TEST_F(ConnectionTest, SessionIsPooledUnderConnections)
 {
     const DataSource source = resolve(ConnectionString(m_file.dsn()));
@@ -121,17 +96,6 @@ TEST_F(ConnectionTest, SessionIsPooledUnderConnections)
     EXPECT_EQ(SessionPool::shared().idleCount(source), 1U);
     const Opened again(m_file);
     EXPECT_EQ(SessionPool::shared().idleCount(source), 0U);
-}
-
-TEST_F(ConnectionTest, IdentityIsNotLeftToTheNextOwner)
-{
-    {
-        Opened connection(m_file);
-        connection.run(u"CREATE TABLE T (ID COUNTER CONSTRAINT ID PRIMARY KEY, a LONG)"_s);
-        connection.run(u"INSERT INTO T (a) VALUES (1)"_s);
-        EXPECT_EQ(connection.value(u"SELECT @@IDENTITY"_s), Value(qint32{1}));
-    }
-    EXPECT_EQ(Opened(m_file).value(u"SELECT @@IDENTITY"_s), Value(qint32{0}));
 }
 
 TEST_F(ConnectionTest, ReplacedFileIsOpenedAnew)

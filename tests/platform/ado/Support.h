@@ -54,10 +54,22 @@ public:
     Tool(const Tool &) = delete;
     Tool &operator=(const Tool &) = delete;
 
-    void run(const char *sql)
+    /// The rows as lines, with "|" between the values.
+    std::string run(const char *sql)
     {
-        EXPECT_EQ(sqlite3_exec(m_database, sql, nullptr, nullptr, nullptr), SQLITE_OK)
+        std::string lines;
+        const auto line = [](void *out, int count, char **values, char **) {
+            auto &all = *static_cast<std::string *>(out);
+            for (int i = 0; i < count; ++i)
+                all += (i > 0         ? "|"
+                        : all.empty() ? ""
+                                      : "\n") +
+                       std::string(values[i] ? values[i] : "");
+            return 0;
+        };
+        EXPECT_EQ(sqlite3_exec(m_database, sql, line, &lines, nullptr), SQLITE_OK)
             << sql << ": " << sqlite3_errmsg(m_database);
+        return lines;
     }
     /// The first column of the first row as text; "NULL" for Null and for no row.
     std::string text(const char *sql)
@@ -135,6 +147,14 @@ public:
     }
     /// The first column of the first row.
     Value value(const QString &statement) { return rows(statement).value(0); }
+    /// The first column of all rows, with blanks between.
+    QString column(const QString &statement)
+    {
+        QStringList values;
+        for (Recordset set = rows(statement); !set.eof(); set.moveNext())
+            values += set.value(0).isNull() ? u"Null"_s : set.text(0);
+        return values.join(u' ');
+    }
 };
 
 /// The number of the error that `action` raises; 0 for none.

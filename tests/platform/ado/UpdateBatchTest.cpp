@@ -1,70 +1,84 @@
-#include "platform/ado/Recordset.h"
-
-#include "platform/ado/Support.h"
+#include "platform/ado/AnyDatabase.h"
 #include "runtime/Moment.h"
 
 namespace ado::test {
 
 /// Rows changed while detached and written back.
-class UpdateBatch : public testing::Test
+class UpdateBatch : public AnyDatabaseTest
 {
 protected:
     UpdateBatch()
     {
-        Opened connection(m_file);
-        connection.run(
-            u"CREATE TABLE Klient (KlientNr SHORT, Navn TEXT(10), Logo LONGBINARY, Saldo "
-            "CURRENCY, CONSTRAINT K PRIMARY KEY (KlientNr))"_s);
-        connection.run(u"INSERT INTO Klient (KlientNr,Navn,Saldo) VALUES (1,'En',1)"_s);
-        connection.run(u"INSERT INTO Klient (KlientNr,Navn,Saldo) VALUES (2,'To',2)"_s);
-        connection.run(u"INSERT INTO Klient (KlientNr,Navn,Saldo) VALUES (3,'Tre',3)"_s);
+        m_other.run(u"CREATE TABLE Klient (KlientNr SHORT, Navn TEXT(10), Logo LONGBINARY, Saldo "
+                    "CURRENCY, CONSTRAINT K PRIMARY KEY (KlientNr))"_s);
+        for (const QString &values : {u"1,'En',1"_s, u"2,'To',2"_s, u"3,'Tre',3"_s})
+            m_other.run(u"INSERT INTO Klient (KlientNr,Navn,Saldo) VALUES ("_s + values + u')');
     }
     Recordset detached(const QString &statement, LockType lock = LockType::Optimistic)
     {
-        Opened connection(m_file);
+        Opened connection(dsn());
         Recordset rows = connection.rows(statement, lock);
         rows.clearActiveConnection();
         return rows;
     }
+    /// All rows, of which the first two have got the names A and B.
+    Recordset twoRenamed()
+    {
+        Recordset rows = detached(u"SELECT * FROM Klient ORDER BY KlientNr"_s);
+        rows.setValue(u"Navn", Value(u"A"_s));
+        rows.moveNext();
+        rows.setValue(u"Navn", Value(u"B"_s));
+        return rows;
+    }
     void write(Recordset &rows)
     {
-        rows.setActiveConnection(m_file.dsn());
+        rows.setActiveConnection(dsn());
         rows.updateBatch();
         rows.clearActiveConnection();
     }
-    std::string stored(const char *sql) { return m_tool.text(sql); }
+    QString names() { return m_other.column(u"SELECT Navn FROM Klient ORDER BY KlientNr"_s); }
 
-    Database m_file;
-    Tool m_tool{m_file.path()};
+    Opened m_other{dsn()}; ///< who sees and changes what is stored
 };
 
 TEST_F(UpdateBatch, WritesBytesIntoTheRowOfTheKey)
 {
-    Recordset rows = detached(u"SELECT KlientNr,Logo FROM Klient WHERE KlientNr= 2"_s);
-    const QByteArray picture("\0\x01\xff\n'", 5);
-    rows.setValue(u"Logo", Value(picture));
-    EXPECT_EQ(rows.value(u"Logo").toBytes(), picture);
-    write(rows);
-    EXPECT_EQ(stored("SELECT hex(Logo) FROM Klient WHERE KlientNr = 2"), "0001FF0A27");
-    EXPECT_EQ(stored("SELECT COUNT(*) FROM Klient WHERE Logo NOTNULL"), "1");
-    EXPECT_EQ(detached(u"SELECT Logo FROM Klient WHERE KlientNr=2"_s).value(0).toBytes(), picture);
+    QByteArray picture(1'000'003, '\0');
+    for (qsizetype i = 0; i < picture.size(); ++i)
+        picture[i] = static_cast<char>(i * 7919 >> 3);
+    for (const QByteArray &bytes : {QByteArray("\0\x01\xff\n'", 5), picture}) {
+        Recordset rows = detached(u"SELECT KlientNr,Logo FROM Klient WHERE KlientNr= 2"_s);
+        rows.setValue(u"Logo", Value(bytes));
+        EXPECT_EQ(rows.value(u"Logo").toBytes(), bytes);
+        write(rows);
+        EXPECT_EQ(stored(u"SELECT COUNT(*), MAX(length(\"Logo\")) FROM \"Klient\" WHERE \"Logo\" "
+                         "IS NOT NULL"_s),
+                  "1|" + std::to_string(bytes.size()));
+        EXPECT_TRUE(detached(u"SELECT Logo FROM Klient WHERE KlientNr=2"_s).value(0).toBytes() ==
+                    bytes);
+    }
 }
 
 TEST_F(UpdateBatch, WritesChangedColumnsOnly)
 {
     Recordset rows = detached(u"SELECT * FROM Klient WHERE KlientNr=1"_s);
-    m_tool.run("UPDATE Klient SET Saldo = 990000 WHERE KlientNr = 1");
+    m_other.run(u"UPDATE Klient SET Saldo=99 WHERE KlientNr=1"_s);
     rows.setValue(u"Navn", Value(u"Ny"_s));
     write(rows);
-    EXPECT_EQ(stored("SELECT Navn || Saldo FROM Klient WHERE KlientNr = 1"), "Ny990000");
+    EXPECT_EQ(names(), u"Ny To Tre"_s);
+    EXPECT_EQ(m_other.value(u"SELECT Saldo FROM Klient WHERE KlientNr=1"_s),
+              Value(Currency::fromInteger(99)));
+    rows.setValue(u"Saldo", Value());
+    write(rows);
+    EXPECT_EQ(stored(u"SELECT \"KlientNr\" FROM \"Klient\" WHERE \"Saldo\" IS NULL"_s), "1");
 }
 
 TEST_F(UpdateBatch, UnchangedSetWritesNothing)
 {
     Recordset rows = detached(u"SELECT * FROM Klient"_s);
-    m_tool.run("DELETE FROM Klient");
+    m_other.run(u"DELETE FROM Klient"_s);
     write(rows);
-    EXPECT_EQ(stored("SELECT COUNT(*) FROM Klient"), "0");
+    EXPECT_EQ(stored(u"SELECT COUNT(*) FROM \"Klient\""_s), "0");
 }
 
 TEST_F(UpdateBatch, SecondWriteFindsTheRowByItsChangedKey)
@@ -74,52 +88,53 @@ TEST_F(UpdateBatch, SecondWriteFindsTheRowByItsChangedKey)
     write(rows);
     rows.setValue(u"Navn", Value(u"Tretti"_s));
     write(rows);
-    EXPECT_EQ(stored("SELECT Navn FROM Klient WHERE KlientNr = 30"), "Tretti");
-    EXPECT_EQ(stored("SELECT COUNT(*) FROM Klient"), "3");
+    EXPECT_EQ(stored(u"SELECT \"Navn\" FROM \"Klient\" WHERE \"KlientNr\" = 30"_s), "Tretti");
+    EXPECT_EQ(stored(u"SELECT COUNT(*) FROM \"Klient\""_s), "3");
 }
 
 TEST_F(UpdateBatch, RowThatIsGoneIsAnErrorAndStaysPending)
 {
-    Recordset rows = detached(u"SELECT * FROM Klient ORDER BY KlientNr"_s);
-    rows.setValue(u"Navn", Value(u"A"_s));
-    rows.moveNext();
-    rows.setValue(u"Navn", Value(u"B"_s));
-    m_tool.run("DELETE FROM Klient WHERE KlientNr = 2");
+    Recordset rows = twoRenamed();
+    m_other.run(u"DELETE FROM Klient WHERE KlientNr=2"_s);
     EXPECT_EQ(errorOf([&] { write(rows); }), errors::kRowNotFound);
     // Outside a transaction it is all or nothing.
-    EXPECT_EQ(stored("SELECT Navn FROM Klient WHERE KlientNr = 1"), "En");
-    m_tool.run("INSERT INTO Klient (KlientNr) VALUES (2)");
+    EXPECT_EQ(names(), u"En Tre"_s);
+    m_other.run(u"INSERT INTO Klient (KlientNr) VALUES (2)"_s);
     write(rows);
-    EXPECT_EQ(stored("SELECT group_concat(Navn, '') FROM Klient WHERE KlientNr < 3"), "AB");
+    EXPECT_EQ(names(), u"A B Tre"_s);
 }
 
 TEST_F(UpdateBatch, WithinATransactionTheRestIsTheCallersToRollBack)
 {
-    Recordset rows = detached(u"SELECT * FROM Klient ORDER BY KlientNr"_s);
-    rows.setValue(u"Navn", Value(u"A"_s));
-    rows.moveNext();
-    rows.setValue(u"Navn", Value(u"B"_s));
-    m_tool.run("DELETE FROM Klient WHERE KlientNr = 2");
-    Opened connection(m_file);
-    connection.beginTrans();
-    rows.setActiveConnection(connection);
-    EXPECT_EQ(errorOf([&] { rows.updateBatch(); }), errors::kRowNotFound);
-    EXPECT_EQ(connection.value(u"SELECT Navn FROM Klient WHERE KlientNr=1"_s).toText(), u"A"_s);
-    connection.rollbackTrans();
-    EXPECT_EQ(stored("SELECT Navn FROM Klient WHERE KlientNr = 1"), "En");
+    const auto refusal = [this](Recordset &rows) {
+        Opened connection(dsn());
+        connection.beginTrans();
+        rows.setActiveConnection(connection);
+        const int number = errorOf([&] { rows.updateBatch(); });
+        EXPECT_EQ(connection.value(u"SELECT Navn FROM Klient WHERE KlientNr=1"_s).toText(), u"A"_s);
+        connection.rollbackTrans();
+        EXPECT_EQ(stored(u"SELECT \"Navn\" FROM \"Klient\" WHERE \"KlientNr\" = 1"_s), "En");
+        return number;
+    };
+    Recordset twice = twoRenamed();
+    twice.setValue(u"KlientNr", Value(qint16{3}));
+    EXPECT_EQ(refusal(twice), errors::kIntegrity);
+    Recordset gone = twoRenamed();
+    m_other.run(u"DELETE FROM Klient WHERE KlientNr=2"_s);
+    EXPECT_EQ(refusal(gone), errors::kRowNotFound);
 }
 
 TEST_F(UpdateBatch, CommittedByTheConnectionThatIsAttached)
 {
     Recordset rows = detached(u"SELECT * FROM Klient WHERE KlientNr=1"_s);
     rows.setValue(u"Navn", Value(u"Ny"_s));
-    Opened connection(m_file);
+    Opened connection(dsn());
     connection.beginTrans();
     rows.setActiveConnection(connection);
     rows.updateBatch();
-    EXPECT_EQ(stored("SELECT Navn FROM Klient WHERE KlientNr = 1"), "En");
+    EXPECT_EQ(names(), u"En To Tre"_s);
     connection.commitTrans();
-    EXPECT_EQ(stored("SELECT Navn FROM Klient WHERE KlientNr = 1"), "Ny");
+    EXPECT_EQ(names(), u"Ny To Tre"_s);
 }
 
 TEST_F(UpdateBatch, TextIsCutAndNumbersAreChecked)
@@ -129,7 +144,7 @@ TEST_F(UpdateBatch, TextIsCutAndNumbersAreChecked)
     EXPECT_EQ(errorOf([&] { rows.setValue(u"KlientNr", Value(qint32{40000})); }),
               errors::kOutOfRange);
     write(rows);
-    EXPECT_EQ(stored("SELECT Navn FROM Klient WHERE KlientNr = 1"), "Fjord og F");
+    EXPECT_EQ(stored(u"SELECT \"Navn\" FROM \"Klient\" WHERE \"KlientNr\" = 1"_s), "Fjord og F");
 }
 
 TEST_F(UpdateBatch, BrokenConstraintIsToldAndNothingIsWritten)
@@ -137,34 +152,53 @@ TEST_F(UpdateBatch, BrokenConstraintIsToldAndNothingIsWritten)
     Recordset rows = detached(u"SELECT * FROM Klient WHERE KlientNr=1"_s);
     rows.setValue(u"KlientNr", Value(qint16{2}));
     EXPECT_EQ(errorOf([&] { write(rows); }), errors::kIntegrity);
-    EXPECT_EQ(stored("SELECT Navn FROM Klient WHERE KlientNr = 1"), "En");
+    EXPECT_EQ(names(), u"En To Tre"_s);
 }
 
 TEST_F(UpdateBatch, AddedRowIsInsertedAndGetsItsNumber)
 {
-    Opened connection(m_file);
-    connection.run(
-        u"CREATE TABLE Bil (ID COUNTER CONSTRAINT ID PRIMARY KEY, RegNr TEXT(10), Passiv "
-        "BIT, Kjøpt DATE)"_s);
-    Recordset rows = connection.rows(u"SELECT * FROM Bil"_s, LockType::Optimistic);
+    m_other.run(u"CREATE TABLE Bil (ID COUNTER CONSTRAINT ID PRIMARY KEY, RegNr TEXT(10), Passiv "
+                "BIT, Vekt SINGLE, Kjøpt DATE)"_s);
+    const Value bought(utcMoment(QDate(2014, 3, 9), QTime(8, 30)));
+    Recordset rows = m_other.rows(u"SELECT * FROM Bil"_s, LockType::Optimistic);
     rows.addNew();
     EXPECT_EQ(rows.absolutePosition(), 1);
     EXPECT_TRUE(rows.isNull(0));
     rows.setValue(u"RegNr", Value(u"DN12345"_s));
     rows.setValue(u"Passiv", Value(true));
-    rows.setValue(3, Value(utcMoment(QDate(2014, 3, 9))));
+    rows.setValue(u"Vekt", Value(12.5F));
+    rows.setValue(4, bought);
     rows.addNew();
     rows.setValue(u"RegNr", Value(u"EK54321"_s));
     rows.updateBatch();
     EXPECT_EQ(rows.integer(u"ID"), 2);
     rows.moveFirst();
     EXPECT_EQ(rows.integer(u"ID"), 1);
-    EXPECT_EQ(stored("SELECT RegNr || Passiv || \"Kjøpt\" FROM Bil WHERE ID = 1"),
-              "DN1234512014-03-09");
+    const Recordset read = detached(u"SELECT * FROM Bil WHERE ID=1"_s);
+    EXPECT_EQ(read.value(1), Value(u"DN12345"_s));
+    EXPECT_EQ(read.value(2), Value(true));
+    EXPECT_EQ(read.value(3), Value(12.5F));
+    EXPECT_EQ(read.value(4), bought);
+    EXPECT_EQ(stored(u"SELECT \"Kjøpt\" FROM \"Bil\" WHERE \"ID\" = 1"_s), "2014-03-09 08:30:00");
     // From now on they are rows like others.
     rows.setValue(u"RegNr", Value(u"DN99999"_s));
     rows.updateBatch();
-    EXPECT_EQ(stored("SELECT group_concat(RegNr) FROM Bil"), "DN99999,EK54321");
+    EXPECT_EQ(m_other.column(u"SELECT RegNr FROM Bil"_s), u"DN99999 EK54321"_s);
+}
+
+TEST_F(UpdateBatch, NumberGivenToAnAddedRowIsKept)
+{
+    m_other.run(u"CREATE TABLE Bil (ID COUNTER CONSTRAINT ID PRIMARY KEY, Passiv BIT)"_s);
+    Recordset rows = m_other.rows(u"SELECT * FROM Bil"_s, LockType::Optimistic);
+    rows.addNew();
+    rows.setValue(u"ID", Value(qint32{7}));
+    rows.updateBatch();
+    EXPECT_EQ(rows.integer(u"ID"), 7);
+    rows.addNew();
+    rows.updateBatch();
+    EXPECT_EQ(rows.integer(u"ID"), 8);
+    EXPECT_EQ(m_other.value(u"SELECT @@IDENTITY"_s), Value(qint32{8}));
+    EXPECT_EQ(m_other.value(u"SELECT Passiv FROM Bil WHERE ID=7"_s), Value(false));
 }
 
 TEST_F(UpdateBatch, ReadOnlySetRefusesChanges)
@@ -184,13 +218,13 @@ TEST_F(UpdateBatch, DetachedSetCannotBeWritten)
 
 TEST_F(UpdateBatch, SetOfNoOneTableCannotBeWritten)
 {
-    m_tool.run("CREATE TABLE Notat (Tekst TEXT)");
-    m_tool.run("INSERT INTO Notat VALUES ('x')");
+    m_other.run(u"CREATE TABLE Notat (Tekst TEXT(20))"_s);
+    m_other.run(u"INSERT INTO Notat VALUES ('x')"_s);
     Recordset joined = detached(
         u"SELECT K.KlientNr, K.Navn, N.Tekst FROM Klient AS K, Notat AS N WHERE K.KlientNr=1"_s);
     joined.setValue(1, Value(u"y"_s));
     EXPECT_EQ(errorOf([&] { write(joined); }), errors::kSyntax);
-    EXPECT_EQ(stored("SELECT Navn FROM Klient WHERE KlientNr = 1"), "En");
+    EXPECT_EQ(names(), u"En To Tre"_s);
 }
 
 TEST_F(UpdateBatch, RowsWithoutTheirKeyAreFoundByWhatWasReadOfThem)
@@ -198,34 +232,39 @@ TEST_F(UpdateBatch, RowsWithoutTheirKeyAreFoundByWhatWasReadOfThem)
     Recordset withoutKey = detached(u"SELECT Navn,Logo,Saldo FROM Klient WHERE KlientNr=2"_s);
     withoutKey.setValue(u"Logo", Value(QByteArray("bilde"))); // Null before
     write(withoutKey);
-    EXPECT_EQ(stored("SELECT KlientNr FROM Klient WHERE Logo NOTNULL"), "2");
+    EXPECT_EQ(stored(u"SELECT \"KlientNr\" FROM \"Klient\" WHERE \"Logo\" IS NOT NULL"_s), "2");
     withoutKey.setValue(u"Logo", Value(QByteArray("annet")));
     withoutKey.setValue(u"Saldo", Value(Currency::fromInteger(20)));
     write(withoutKey);
-    EXPECT_EQ(stored("SELECT Navn || Logo || Saldo FROM Klient WHERE KlientNr = 2"),
-              "Toannet200000");
+    const Recordset read = detached(u"SELECT Navn,Logo,Saldo FROM Klient WHERE KlientNr=2"_s);
+    EXPECT_EQ(read.value(0), Value(u"To"_s));
+    EXPECT_EQ(read.value(1), Value(QByteArray("annet")));
+    EXPECT_EQ(read.value(2), Value(Currency::fromInteger(20)));
 
-    Opened connection(m_file);
-    connection.run(u"CREATE TABLE Notat (Tekst TEXT(20), Dag DATETIME, Vekt SINGLE)"_s);
-    connection.run(u"INSERT INTO Notat (Tekst,Dag,Vekt) VALUES ('x',#03/09/2014#,0.1)"_s);
-    Recordset keyless = detached(u"SELECT Tekst,Dag,Vekt FROM Notat"_s);
-    keyless.setValue(0, Value(u"y"_s));
-    write(keyless);
-    EXPECT_EQ(stored("SELECT Tekst FROM Notat"), "y");
+    m_other.run(u"CREATE TABLE Notat (Tekst TEXT(20), Dag DATETIME, Vekt SINGLE, Bilde LONGBINARY, "
+                "Sum CURRENCY)"_s);
+    m_other.run(u"INSERT INTO Notat (Tekst,Dag,Vekt,Sum) VALUES ('x',#03/09/2014#,0.1,1.5)"_s);
+    Recordset keyless = detached(u"SELECT Tekst,Dag,Vekt,Bilde,Sum FROM Notat"_s);
+    for (const char *bytes : {"bilde", "annet"}) {
+        keyless.setValue(u"Bilde", Value(QByteArray(bytes)));
+        write(keyless);
+        EXPECT_EQ(m_other.value(u"SELECT Bilde FROM Notat WHERE Tekst='x'"_s),
+                  Value(QByteArray(bytes)));
+    }
     keyless.addNew();
     keyless.setValue(0, Value(u"ny"_s));
     write(keyless);
-    EXPECT_EQ(stored("SELECT COUNT(*) FROM Notat"), "2");
+    EXPECT_EQ(stored(u"SELECT COUNT(*) FROM \"Notat\""_s), "2");
 }
 
 TEST_F(UpdateBatch, ARowThatCannotBeToldFromOthersIsNotWritten)
 {
-    m_tool.run("UPDATE Klient SET Navn = 'Lik', Saldo = NULL");
+    m_other.run(u"UPDATE Klient SET Navn='Lik',Saldo=Null"_s);
     Recordset rows = detached(u"SELECT Navn,Saldo FROM Klient WHERE KlientNr=1"_s);
     rows.setValue(0, Value(u"Ny"_s));
     EXPECT_EQ(errorOf([&] { write(rows); }), errors::kIntegrity);
-    EXPECT_EQ(stored("SELECT group_concat(Navn) FROM Klient"), "Lik,Lik,Lik");
-    m_tool.run("UPDATE Klient SET Navn = 'Annen'");
+    EXPECT_EQ(names(), u"Lik Lik Lik"_s);
+    m_other.run(u"UPDATE Klient SET Navn='Annen'"_s);
     EXPECT_EQ(errorOf([&] { write(rows); }), errors::kRowNotFound);
 }
 

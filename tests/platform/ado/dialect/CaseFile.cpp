@@ -1,5 +1,6 @@
 #include "platform/ado/dialect/CaseFile.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -137,11 +138,61 @@ private:
     std::vector<CaseStep> m_steps;
 };
 
+QDir folderOf(const QString &folder)
+{
+    return QDir(QStringLiteral(DIALECT_CASES) + u'/' + folder);
+}
+
 } // namespace
 
 std::vector<CaseStep> readCaseFile(const QString &path)
 {
     return Reader(path).read();
+}
+
+std::vector<std::string> caseNames(const QString &folder)
+{
+    std::vector<std::string> names;
+    for (const QString &file : folderOf(folder).entryList({u"*.test"_s}, QDir::Files, QDir::Name))
+        names.push_back(file.chopped(5).toStdString());
+    return names;
+}
+
+std::vector<CaseStep> stepsOf(const std::string &name, const QString &folder)
+{
+    return readCaseFile(folderOf(folder).filePath(QString::fromStdString(name + ".test")));
+}
+
+QString shown(const Value &value)
+{
+    switch (value.type()) {
+    case DataType::Empty:
+        return u"NULL"_s;
+    case DataType::SmallInt:
+    case DataType::Integer:
+        return QString::number(value.toLong());
+    case DataType::Single:
+        return QString::number(value.toSingle(), 'g', 7);
+    case DataType::Double:
+        return QString::number(value.toDouble(), 'g', 15);
+    case DataType::Currency: {
+        const qint64 count = value.toCurrency().tenThousandths();
+        return (count < 0 ? u"-"_s : QString()) + QString::number(std::abs(count / 10000)) + u'.' +
+               QString::number(std::abs(count % 10000)).rightJustified(4, u'0');
+    }
+    case DataType::Date: {
+        const QDateTime date = value.toDate();
+        return date.toString(date.time() == QTime(0, 0) ? u"yyyy-MM-dd"_s
+                                                        : u"yyyy-MM-dd HH:mm:ss"_s);
+    }
+    case DataType::Boolean:
+        return value.toBoolean() ? u"True"_s : u"False"_s;
+    case DataType::VarWChar:
+        return u'\'' + value.toText() + u'\'';
+    case DataType::LongVarBinary:
+        return u"x'"_s + QString::fromLatin1(value.toBytes().toHex()) + u'\'';
+    }
+    return {};
 }
 
 } // namespace ado::dialect::test

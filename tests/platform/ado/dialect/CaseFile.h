@@ -1,8 +1,10 @@
 #pragma once
 
-#include <QString>
+#include "runtime/Value.h"
+
 #include <QStringList>
 
+#include <string>
 #include <vector>
 
 namespace ado::dialect::test {
@@ -45,5 +47,13 @@ struct CaseStep
 /// Reads a case file with what it includes. Raises std::runtime_error with file and line for
 /// anything that is not understood.
 [[nodiscard]] std::vector<CaseStep> readCaseFile(const QString &path);
+
+/// The names of the case files, or of those in a folder among them, without path and ending, in
+/// order; and what stands in one of them.
+[[nodiscard]] std::vector<std::string> caseNames(const QString &folder = {});
+[[nodiscard]] std::vector<CaseStep> stepsOf(const std::string &name, const QString &folder = {});
+
+/// A value as case files write it, whatever the machine's locale.
+[[nodiscard]] QString shown(const Value &value);
 
 } // namespace ado::dialect::test

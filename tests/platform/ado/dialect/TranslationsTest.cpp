@@ -1,4 +1,4 @@
-#include "platform/ado/dialect/CaseRunner.h"
+#include "platform/ado/dialect/CaseFile.h"
 #include "platform/ado/dialect/Fixture.h"
 
 namespace ado::dialect::test {

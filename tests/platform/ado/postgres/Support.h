@@ -18,15 +18,6 @@ class Client : public Opened
 public:
     using Opened::Opened;
     explicit Client(const PostgresDatabase &database) : Client(database.connectionString()) {}
-
-    /// The first column of all rows, with blanks between.
-    QString column(const QString &statement)
-    {
-        QStringList values;
-        for (Recordset set = rows(statement); !set.eof(); set.moveNext())
-            values += set.value(0).isNull() ? u"Null"_s : set.text(0);
-        return values.join(u' ');
-    }
 };
 
 /// Another user of the database, who speaks the server's own language and keeps his connection.
@@ -81,17 +72,16 @@ private:
     std::thread m_thread;
 };
 
+/// Ends all connections of the database but the one that asks.
+inline const QString kEndConnections =
+    u"SELECT pg_terminate_backend(pid, 10000) FROM pg_stat_activity WHERE datname = "
+    "current_database() AND pid <> pg_backend_pid()"_s;
+
 /// A test with an empty database of its own.
 class PostgresTest : public testing::Test
 {
 protected:
-    /// Ends all connections of the database but the one that asks.
-    void endConnections() const
-    {
-        m_database.run(
-            u"SELECT pg_terminate_backend(pid, 10000) FROM pg_stat_activity WHERE datname "
-            "= current_database() AND pid <> pg_backend_pid()"_s);
-    }
+    void endConnections() const { m_database.run(kEndConnections); }
     std::string stored(const QString &sql) const { return m_database.run(sql).toStdString(); }
 
     PostgresDatabase m_database;

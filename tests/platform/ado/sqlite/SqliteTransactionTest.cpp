@@ -46,35 +46,6 @@ TEST_F(SqliteTransaction, BegunTransactionReadsFromItsFirstStatementOn)
     EXPECT_EQ(m_first.value(u"SELECT COUNT(*) FROM T"_s), Value(qint32{3}));
 }
 
-TEST_F(SqliteTransaction, RollbackTakesBackAndCommitKeeps)
-{
-    m_first.beginTrans();
-    m_first.run(u"DELETE FROM T"_s);
-    EXPECT_EQ(count(), "1");
-    m_first.rollbackTrans();
-    EXPECT_EQ(count(), "1");
-    m_first.beginTrans();
-    m_first.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
-    m_first.run(u"INSERT INTO T (Nr) VALUES (3)"_s);
-    EXPECT_EQ(count(), "1");
-    m_first.commitTrans();
-    EXPECT_EQ(count(), "3");
-}
-
-TEST_F(SqliteTransaction, FailedStatementLeavesTheTransactionGoing)
-{
-    m_first.run(u"CREATE TABLE U (Nr LONG CONSTRAINT N PRIMARY KEY)"_s);
-    m_first.beginTrans();
-    m_first.run(u"INSERT INTO U (Nr) VALUES (1)"_s);
-    EXPECT_EQ(errorOf([&] { m_first.run(u"INSERT INTO U (Nr) VALUES (1)"_s); }),
-              errors::kIntegrity);
-    EXPECT_EQ(errorOf([&] { m_first.run(u"INSERT INTO Ukjent (Nr) VALUES (1)"_s); }),
-              errors::kNoSuchTable);
-    m_first.run(u"INSERT INTO U (Nr) VALUES (2)"_s);
-    m_first.commitTrans();
-    EXPECT_EQ(m_tool.text("SELECT COUNT(*) FROM U"), "2");
-}
-
 TEST_F(SqliteTransaction, WriterWaitsForTheOtherWriter)
 {
     m_second.beginTrans();
@@ -107,16 +78,6 @@ TEST_F(SqliteTransaction, LockThatStaysIsToldAndTheTransactionCanGoOn)
     EXPECT_EQ(count(), "3");
 }
 
-TEST_F(SqliteTransaction, ReaderIsNotHeldUpByAWriter)
-{
-    SteppedClock clock;
-    const ScopedClock scope(clock);
-    m_second.beginTrans();
-    m_second.run(u"DELETE FROM T"_s);
-    EXPECT_EQ(m_first.value(u"SELECT COUNT(*) FROM T"_s), Value(qint32{1}));
-    EXPECT_EQ(clock.sleeps, 0);
-}
-
 TEST_F(SqliteTransaction, ReaderThatTurnsToWritingAfterAChangeIsRefused)
 {
     SteppedClock clock;
@@ -137,17 +98,6 @@ TEST_F(SqliteTransaction, FinishedReadingHoldsNothing)
     const Recordset rows = m_first.rows(u"SELECT Nr FROM T"_s);
     // A reader that lingers would keep the log from being taken into the file whole.
     EXPECT_EQ(m_tool.text("PRAGMA wal_checkpoint(TRUNCATE)"), "0");
-}
-
-TEST_F(SqliteTransaction, IdentityIsReadInsideTheTransactionOfItsInsert)
-{
-    m_first.run(u"CREATE TABLE O (ID COUNTER CONSTRAINT ID PRIMARY KEY, Nr LONG)"_s);
-    m_second.run(u"INSERT INTO O (Nr) VALUES (1)"_s);
-    m_first.beginTrans();
-    m_first.execute(u"INSERT INTO O (Nr) VALUES (2)"_s);
-    EXPECT_EQ(m_first.value(u"SELECT @@IDENTITY"_s), Value(qint32{2}));
-    EXPECT_EQ(m_second.value(u"SELECT @@IDENTITY"_s), Value(qint32{1}));
-    m_first.commitTrans();
 }
 
 TEST_F(SqliteTransaction, GivenUpByTheDatabaseItTakesNoFurtherStatement)
