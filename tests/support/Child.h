@@ -5,6 +5,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+/// Reads the next byte of a pipe; false at its end. The end of any child interrupts a process that
+/// has used Qt's, so calls that wait are begun again here.
+inline bool readByte(int pipe, char &byte)
+{
+    return TEMP_FAILURE_RETRY(::read(pipe, &byte, 1)) == 1;
+}
+
 /// A process that runs `work` and exits with what it returns, at most so many `seconds` long. An
 /// open standard stream of the parent is never flushed by it.
 class Child
@@ -34,7 +41,7 @@ public:
     {
         if (m_id > 0) {
             int status = 0;
-            if (::waitpid(m_id, &status, 0) == m_id && WIFEXITED(status))
+            if (TEMP_FAILURE_RETRY(::waitpid(m_id, &status, 0)) == m_id && WIFEXITED(status))
                 m_result = WEXITSTATUS(status);
             m_id = -1;
         }

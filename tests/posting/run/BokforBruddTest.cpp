@@ -1,5 +1,6 @@
 #include "posting/run/BokforProsessTest.h"
 #include "posting/run/Bokkontroll.h"
+#include "support/Child.h"
 #include "support/PostgresCluster.h"
 #include "support/Rounds.h"
 
@@ -57,7 +58,7 @@ protected:
             ::close(dots[1]); // with the last child the dots are at their end
             const int statement = std::uniform_int_distribution(1, kStatements)(m_random);
             char byte = 0;
-            for (int seen = 0; seen < statement && ::read(dots[0], &byte, 1) == 1; ++seen) {
+            for (int seen = 0; seen < statement && readByte(dots[0], byte); ++seen) {
             }
             // No sleep: the moment is to be met within microseconds.
             const int pause = std::uniform_int_distribution(0, 400)(m_random);

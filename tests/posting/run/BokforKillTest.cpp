@@ -96,7 +96,7 @@ protected:
         ::close(ends[1]);
         char byte = 0;
         int told = 0;
-        while (byte != '!' && ::read(ends[0], &byte, 1) == 1)
+        while (byte != '!' && readByte(ends[0], byte))
             told += byte == '.' ? 1 : 0;
         // No sleep: the moment is to be met within microseconds.
         QElapsedTimer clock;
@@ -107,7 +107,7 @@ protected:
         while (clock.nsecsElapsed() < pause) {
         }
         child.kill();
-        while (::read(ends[0], &byte, 1) == 1)
+        while (readByte(ends[0], byte))
             told += byte == '.' ? 1 : 0;
         ::close(ends[0]);
         return told;

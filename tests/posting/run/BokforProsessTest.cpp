@@ -109,7 +109,7 @@ std::vector<int> BokforProsessTest::inProcesses(int processes, const std::functi
     ::close(goOn[0]);
     meanwhile();
     std::vector<int> results;
-    for (char byte = 0; int(results.size()) < processes && ::read(told[0], &byte, 1) == 1;)
+    for (char byte = 0; int(results.size()) < processes && readByte(told[0], byte);)
         results.push_back(byte);
     ::close(goOn[1]);
     ::close(told[0]);

@@ -157,7 +157,7 @@ TEST_F(BokforTurTest, AKilledRunLeavesTheTurnFree)
         return taken ? static_cast<int>(::read(ends[1], &byte, 1)) : 1; // until it is killed
     });
     char byte = 0;
-    ASSERT_EQ(::read(ends[0], &byte, 1), 1);
+    ASSERT_TRUE(readByte(ends[0], byte));
     startAnew();
     {
         ado::Connection second;
