@@ -1,9 +1,10 @@
 #include "host/guide/ScreenGuide.h"
 
+#include "host/guide/Hands.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
 #include <QFileDialog>
@@ -11,7 +12,6 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
@@ -54,12 +54,16 @@ auto &as(Widget &widget, const QString &kind)
     return *found;
 }
 
-QModelIndex indexOf(const QAbstractItemView &grid, int row, int col)
+/// The grid, in which that cell must be.
+template<class Widget>
+auto &gridWith(Widget &grid, int row, int col)
 {
-    const QModelIndex index = grid.model()->index(row - 1, col - 1);
-    if (!index.isValid())
+    using View =
+        std::conditional_t<std::is_const_v<Widget>, const QAbstractItemView, QAbstractItemView>;
+    View &view = as<View>(grid, u"et rutenett"_s);
+    if (!view.model()->hasIndex(row - 1, col - 1))
         stop(u"%1 har ikke rad %2, kolonne %3"_s.arg(grid.objectName()).arg(row).arg(col));
-    return index;
+    return view;
 }
 
 /// Where the screen has put the focus; `fallback` while the window system gives none.
@@ -75,17 +79,6 @@ void bringToFront(const QWidget &widget)
         stop(u"%1 er sperret"_s.arg(widget.objectName()));
     widget.window()->activateWindow();
     QCoreApplication::processEvents();
-}
-
-/// Where a user clicks: a check box takes no click beside its mark and text.
-QPoint target(const QWidget &control)
-{
-    QPoint place = control.rect().center();
-    if (qobject_cast<const QCheckBox *>(&control) || qobject_cast<const QRadioButton *>(&control)) {
-        constexpr int kMark = 8; // pixels to the middle of the mark
-        place.setX(control.layoutDirection() == Qt::LeftToRight ? kMark : control.width() - kMark);
-    }
-    return place;
 }
 
 /// Takes a window down that nobody answers, so that the one who waits for it goes on.
@@ -104,17 +97,12 @@ QString contentOf(const QWidget &window)
     return box ? box->text().simplified() : window.objectName();
 }
 
-/// Picks from an open list with the keyboard, since a list takes no click in its first moments.
 void pick(QComboBox &combo, const QString &text)
 {
     const int wanted = combo.findText(text);
     if (wanted < 0)
         stop(u"%1 har ikke valget %2"_s.arg(combo.objectName(), text));
-    QWidget &list = *combo.view();
-    QTest::keyClick(&list, Qt::Key_Home);
-    for (int i = 0; i < wanted; ++i)
-        QTest::keyClick(&list, Qt::Key_Down);
-    QTest::keyClick(&list, Qt::Key_Return);
+    hands::pick(combo, wanted);
 }
 
 } // namespace
@@ -139,9 +127,7 @@ QWidget &Guide::control(const QWidget &window, const QString &name)
 
 QString Guide::cell(const QWidget &grid, int row, int col)
 {
-    return indexOf(as<const QAbstractItemView>(grid, u"et rutenett"_s), row, col)
-        .data(Qt::DisplayRole)
-        .toString();
+    return hands::textAt(gridWith(grid, row, col), col, row);
 }
 
 int Guide::rowOf(const QWidget &grid, int col, const QString &text)
@@ -157,7 +143,7 @@ int Guide::rowOf(const QWidget &grid, int col, const QString &text)
 void Guide::click(QWidget &control)
 {
     bringToFront(control);
-    perform([&] { QTest::mouseClick(&control, Qt::LeftButton, {}, target(control)); });
+    perform([&] { hands::click(control); });
 }
 
 void Guide::doubleClick(QWidget &control)
@@ -197,7 +183,7 @@ void Guide::chooseTab(QWidget &tabs, const QString &text)
     bringToFront(bar);
     for (int i = 0; i < bar.count(); ++i) {
         if (bar.tabText(i).remove(u'&') == text) {
-            perform([&] { QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.tabRect(i).center()); });
+            perform([&] { hands::clickTab(bar, i + 1); });
             return;
         }
     }
@@ -206,21 +192,16 @@ void Guide::chooseTab(QWidget &tabs, const QString &text)
 
 void Guide::clickCell(QWidget &grid, int row, int col)
 {
-    auto &view = as<QAbstractItemView>(grid, u"et rutenett"_s);
-    const QModelIndex index = indexOf(view, row, col);
+    QAbstractItemView &view = gridWith(grid, row, col);
     bringToFront(grid);
-    view.scrollTo(index);
-    perform([&] {
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(index).center());
-    });
+    perform([&] { hands::clickCell(view, col, row); });
 }
 
 void Guide::doubleClickCell(QWidget &grid, int row, int col)
 {
-    clickCell(grid, row, col);
-    auto &view = as<QAbstractItemView>(grid, u"et rutenett"_s);
-    const QPoint place = view.visualRect(indexOf(view, row, col)).center();
-    perform([&] { QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place); });
+    QAbstractItemView &view = gridWith(grid, row, col);
+    bringToFront(grid);
+    perform([&] { hands::doubleClickCell(view, col, row); });
 }
 
 void Guide::typeInCell(QWidget &grid, int row, int col, const QString &text)
@@ -385,9 +366,7 @@ void Guide::typeText(const QString &text)
             QWidget *target = QApplication::focusWidget();
             if (!target)
                 stop(u"ingen kontroll tar imot \"%1\""_s.arg(text));
-            // The codes of Latin letters and signs are those of their capitals.
-            QTest::sendKeyEvent(QTest::Click, target, Qt::Key(letter.toUpper().unicode()),
-                                QString(letter), Qt::NoModifier);
+            hands::type(*target, letter);
         });
     }
 }

@@ -93,7 +93,7 @@ TEST_F(FrmBokforTest, AListOfTheClientBeforeIsPassedOver)
     open();
     clickCell(kBokfor, 1);
     gKlient = 6;
-    click(button(u"btnTransfer"_s));
+    press(u"btnTransfer"_s);
     EXPECT_EQ(rows(u"SELECT COUNT (*) FROM Bilag"_s), QStringList(u"0"_s));
     EXPECT_EQ(at(kFakNr, 1), u"601"_s);
 }
@@ -106,7 +106,7 @@ TEST_F(FrmBokforTest, TheButtonIsNotResetAndThenRunsForNothing)
     transfer();
     EXPECT_TRUE(canTransfer());
     EXPECT_EQ(rows(u"SELECT COUNT (*) FROM tmpTbl"_s), QStringList(u"1"_s));
-    EXPECT_EQ(statementsOf([] { click(button(u"btnTransfer"_s)); }).size(), 3)
+    EXPECT_EQ(statementsOf([] { press(u"btnTransfer"_s); }).size(), 3)
         << "the work table anew, and the list";
     EXPECT_EQ(rows(u"SELECT COUNT (*) FROM tmpTbl"_s), QStringList(u"0"_s));
 }
@@ -116,7 +116,7 @@ TEST_F(FrmBokforTest, AnInvoiceOfAnotherYearIsAWarningAndTheListStays)
     enterMany(1);
     enter({.nr = 201, .linjer = {}, .fakDato = u"#01/01/2015#"_s});
     open();
-    click(control<QCheckBox>(u"Check1"_s));
+    press(u"Check1"_s);
     clickCell(kBokfor, 2);
     clickCell(kBokfor, 2);
     EXPECT_EQ(transfer(), (Boks{u"Fakturadato for merket faktura ligger utenfor aktivt "
@@ -133,11 +133,11 @@ TEST_F(FrmBokforTest, TheFootTellsHowFarTheRunIs)
 {
     enterMany(3);
     open();
-    click(control<QCheckBox>(u"Check1"_s));
+    press(u"Check1"_s);
     clickCell(kBokfor, 3);
-    const auto *foot = control<QLabel>(u"lblFramdrift"_s);
+    const auto *foot = &control<QLabel>(u"lblFramdrift"_s);
     EXPECT_EQ(foot->text(), QString());
-    const PaintedText onScreen(*control<QLabel>(u"lblFramdrift"_s));
+    const PaintedText onScreen(control<QLabel>(u"lblFramdrift"_s));
     runEvents();
     EXPECT_GE(foot->width(), foot->fontMetrics().horizontalAdvance(u"1000 av 1000"_s));
     QStringList seen;
@@ -159,7 +159,7 @@ TEST_F(FrmBokforTest, TheWindowStaysPaintedDuringTheRun)
 {
     enterMany(5);
     open();
-    click(control<QCheckBox>(u"Check1"_s));
+    press(u"Check1"_s);
     clickCell(kBokfor, 5);
     clickCell(kBokfor, 5);
     runEvents();
@@ -191,27 +191,27 @@ TEST_F(FrmBokforTest, AScreenReaderHearsNowAndThenHowFarTheRunIs)
 {
     enterMany(12);
     open();
-    click(control<QCheckBox>(u"Check1"_s));
+    press(u"Check1"_s);
     clickCell(kBokfor, 12);
     clickCell(kBokfor, 12);
     RunningClock clock;
     const ScopedClock scope(clock);
     QStringList told;
     nekt = [&](const QString &) {
-        const QString text = form()->accessibleDescription();
+        const QString text = screen()->accessibleDescription();
         if (!text.isEmpty() && !told.endsWith(text))
             told += text;
     };
     transfer();
     EXPECT_EQ(told, (QStringList{u"0 av 12"_s, u"5 av 12"_s, u"10 av 12"_s}));
-    EXPECT_EQ(form()->accessibleDescription(), QString()) << "the run is over";
+    EXPECT_EQ(screen()->accessibleDescription(), QString()) << "the run is over";
 }
 
 TEST_F(FrmBokforTest, WhatWaitsInTheEventLoopWaitsUntilTheRunIsOver)
 {
     enterMany(3);
     open();
-    click(control<QCheckBox>(u"Check1"_s));
+    press(u"Check1"_s);
     clickCell(kBokfor, 3);
     clickCell(kBokfor, 3);
     QStringList happened;
@@ -223,7 +223,7 @@ TEST_F(FrmBokforTest, WhatWaitsInTheEventLoopWaitsUntilTheRunIsOver)
             return;
         happened += u"bokført"_s;
         timer.start(0);
-        QMetaObject::invokeMethod(form(), call, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(screen(), call, Qt::QueuedConnection);
     };
     transfer();
     EXPECT_EQ(happened.first(3), QStringList(3, u"bokført"_s));
@@ -238,11 +238,11 @@ TEST_F(FrmBokforTest, RunsTheJournalsAndLetsPendingEventsRunAfterEach)
     clickCell(kBokfor, 1);
     QStringList happened;
     const auto event = [&] { happened += u"hendelse"_s; };
-    form()->settRapport([&](const QString &rapport, qint16 modus, const QString &utvalg,
-                            const QString &formel1, const QString &formel2) {
+    screen()->settRapport([&](const QString &rapport, qint16 modus, const QString &utvalg,
+                              const QString &formel1, const QString &formel2) {
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
         happened += u"%1 %2 [%3] [%4] [%5]"_s.arg(rapport).arg(modus).arg(utvalg, formel1, formel2);
-        QMetaObject::invokeMethod(form(), event, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(screen(), event, Qt::QueuedConnection);
     });
     transfer([&] { EXPECT_TRUE(happened.isEmpty()); });
     EXPECT_EQ(happened,
@@ -255,16 +255,15 @@ TEST_F(FrmBokforTest, TheScreenMayBeClosedBetweenTheJournals)
     enterMany(1);
     open();
     clickCell(kBokfor, 1);
-    const QPointer<frmBokfor> watched = form();
+    const QPointer<frmBokfor> watched = screen();
     int journals = 0;
-    form()->settRapport(
-        [&](const QString &, qint16, const QString &, const QString &, const QString &) {
-            if (++journals == 1)
-                QMetaObject::invokeMethod(
-                    form(), [] { click(button(u"btnClose"_s)); }, Qt::QueuedConnection);
-            else
-                EXPECT_EQ(form(), nullptr);
-        });
+    screen()->settRapport([&](const QString &, qint16, const QString &, const QString &,
+                              const QString &) {
+        if (++journals == 1)
+            QMetaObject::invokeMethod(screen(), [] { press(u"btnClose"_s); }, Qt::QueuedConnection);
+        else
+            EXPECT_EQ(screen(), nullptr);
+    });
     transfer();
     EXPECT_EQ(journals, 2);
     runEvents();
@@ -276,10 +275,10 @@ TEST_F(FrmBokforTest, TheScreenMayBeClosedUnderTheClosingMessage)
     enterMany(1);
     open();
     clickCell(kBokfor, 1);
-    const QPointer<frmBokfor> watched = form();
+    const QPointer<frmBokfor> watched = screen();
     transfer([&] {
-        form()->unload();
-        EXPECT_EQ(form(), nullptr);
+        screen()->unload();
+        EXPECT_EQ(screen(), nullptr);
         QCoreApplication::sendPostedEvents(watched, QEvent::DeferredDelete);
         EXPECT_FALSE(watched.isNull()); // its handler runs still
     });
@@ -301,15 +300,15 @@ TEST_F(FrmBokforTest, TheMainMenuOpensIt)
     startModule();
     auto *menu = Forms::byName(u"frmRegningsdel"_s);
     ASSERT_NE(menu, nullptr);
-    click(menu->findChild<QWidget *>(u"Command8"_s));
-    ASSERT_NE(form(), nullptr);
-    EXPECT_TRUE(form()->isVisible());
-    click(menu->findChild<QWidget *>(u"Command8"_s));
+    hands::click(controlOf<QWidget>(menu, u"Command8"_s));
+    ASSERT_NE(screen(), nullptr);
+    EXPECT_TRUE(screen()->isVisible());
+    hands::click(controlOf<QWidget>(menu, u"Command8"_s));
     const auto forms = Forms::loaded();
     EXPECT_EQ(
         std::count_if(forms.begin(), forms.end(),
                       [](const auto &loaded) { return loaded->objectName() == u"frmBokfor"_s; }),
         1);
     menu->close();
-    EXPECT_EQ(form(), nullptr);
+    EXPECT_EQ(screen(), nullptr);
 }

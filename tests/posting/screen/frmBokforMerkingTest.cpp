@@ -44,19 +44,18 @@ TEST_F(FrmBokforTest, MarkAllMarksTheInvoicesAndLeavesTheButton)
 {
     enterMany(2);
     open();
-    auto *check = control<QCheckBox>(u"Check1"_s);
-    click(check);
-    EXPECT_EQ(captionOf(*check), u"Fjern merking"_s);
-    runEvents();
-    EXPECT_EQ(check->visibleRegion().boundingRect(), check->rect());
-    EXPECT_GE(check->width(), check->sizeHint().width());
+    const auto &check = control<QCheckBox>(u"Check1"_s);
+    press(u"Check1"_s);
+    EXPECT_EQ(captionOf(check), u"Fjern merking"_s);
+    EXPECT_EQ(check.visibleRegion().boundingRect(), check.rect());
+    EXPECT_GE(check.width(), check.sizeHint().width());
     EXPECT_EQ(at(kBokfor, 1) + at(kBokfor, 2) + at(kBokfor, 3), u"11"_s);
     EXPECT_FALSE(canTransfer());
 
     clickCell(kBokfor, 1); // off
     EXPECT_TRUE(canTransfer());
-    click(check);
-    EXPECT_EQ(captionOf(*check), u"Merk alle"_s);
+    press(u"Check1"_s);
+    EXPECT_EQ(captionOf(check), u"Merk alle"_s);
     EXPECT_EQ(at(kBokfor, 1) + at(kBokfor, 2), u"00"_s);
     EXPECT_TRUE(canTransfer());
 
@@ -71,7 +70,7 @@ TEST_F(FrmBokforTest, MarkAllPassesByRowsWhoseNumberIsNotAboveZero)
     enter({.nr = -3, .linjer = {}});
     enterMany(1);
     open();
-    click(control<QCheckBox>(u"Check1"_s));
+    press(u"Check1"_s);
     EXPECT_EQ(at(kBokfor, 1) + u'|' + at(kBokfor, 2) + u'|' + at(kBokfor, 3), u"||1"_s);
 }
 
@@ -96,9 +95,7 @@ TEST_F(FrmBokforTest, ADoubleClickIsTwoClicks)
 {
     enterMany(1);
     open();
-    clickCell(kBokfor, 1);
-    EXPECT_TRUE(canTransfer());
-    QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, middleOf(kBokfor, 1));
+    doubleClickCell(kBokfor, 1);
     EXPECT_EQ(at(kBokfor, 1), u"1"_s);
     EXPECT_TRUE(canTransfer());
 }

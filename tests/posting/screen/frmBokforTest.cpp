@@ -14,21 +14,21 @@
 TEST_F(FrmBokforTest, TextsAndTips)
 {
     open();
-    EXPECT_EQ(form()->objectName(), u"frmBokfor"_s);
-    EXPECT_EQ(form()->windowTitle(), u"Bokfør"_s);
-    EXPECT_EQ(control<QLabel>(u"lblTekst"_s)->text(),
+    EXPECT_EQ(screen()->objectName(), u"frmBokfor"_s);
+    EXPECT_EQ(screen()->windowTitle(), u"Bokfør"_s);
+    EXPECT_EQ(control<QLabel>(u"lblTekst"_s).text(),
               u"Oversikt over fakturaer som er klargjort for overføring til regnskap. Huk av for "
               u"faktura(ene) som skal overføres og klikk Bokfør."_s);
-    EXPECT_EQ(captionOf(*control<QLabel>(u"lblKonto"_s)), u"Konto:"_s);
-    EXPECT_EQ(captionOf(*control<QLabel>(u"lblLoyve"_s)), u"Løyve:"_s);
+    EXPECT_EQ(captionOf(control<QLabel>(u"lblKonto"_s)), u"Konto:"_s);
+    EXPECT_EQ(captionOf(control<QLabel>(u"lblLoyve"_s)), u"Løyve:"_s);
     EXPECT_EQ(box(u"cmbKonto"_s)->toolTip(),
               u"Konto 3000 (3100 v. 0 moms) er standard, velg evt. annen konto"_s);
     EXPECT_EQ(box(u"cmbLoyve"_s)->toolTip(),
               u"Velg løyve hvis det skal spesifiseres, ellers <nei>"_s);
-    EXPECT_EQ(captionOf(*control<QCheckBox>(u"Check1"_s)), u"Merk alle"_s);
+    EXPECT_EQ(captionOf(control<QCheckBox>(u"Check1"_s)), u"Merk alle"_s);
     EXPECT_EQ(captionOf(*button(u"btnTransfer"_s)), u"Bokfør"_s);
     EXPECT_EQ(captionOf(*button(u"btnClose"_s)), u"Avslutt"_s);
-    EXPECT_EQ(control<Image>(u"imgF1"_s)->toolTip(), u" Vis hjelp for dette skjermbildet (F1)"_s);
+    EXPECT_EQ(control<Image>(u"imgF1"_s).toolTip(), u" Vis hjelp for dette skjermbildet (F1)"_s);
 }
 
 TEST_F(FrmBokforTest, InvoicesWithAVoucherFromBeforeAreCountedQuietly)
@@ -37,7 +37,7 @@ TEST_F(FrmBokforTest, InvoicesWithAVoucherFromBeforeAreCountedQuietly)
         enter({.nr = nr, .linjer = {{u"25"_s, u"125"_s}}});
     const auto count = [] {
         open();
-        const auto *note = control<QLabel>(u"lblFramdrift"_s);
+        const auto *note = &control<QLabel>(u"lblFramdrift"_s);
         EXPECT_GE(note->width(), note->sizeHint().width());
         const QString text = note->text();
         unloadForms();
@@ -58,7 +58,7 @@ TEST_F(FrmBokforTest, LargerLettersHaveTheirRoom)
         large.setPointSizeF(large.pointSizeF() * factor);
         SharedForm<frmBokfor>::get().setFont(large);
         open();
-        const auto *text = control<QLabel>(u"lblTekst"_s);
+        const auto *text = &control<QLabel>(u"lblTekst"_s);
         EXPECT_GE(text->height(), text->heightForWidth(text->width())) << factor;
         const auto *transfer = button(u"btnTransfer"_s);
         EXPECT_GE(transfer->height(), transfer->sizeHint().height()) << factor;
@@ -181,7 +181,7 @@ TEST_F(FrmBokforTest, AnInvoiceOfLaterIsNotInTheListUntilItIsLoadedAnew)
     enterMany(1);
     open();
     enter({.nr = 200, .linjer = {}});
-    click(control<QCheckBox>(u"Check1"_s));
+    press(u"Check1"_s);
     clickCell(kBokfor, 1);
     clickCell(kBokfor, 1);
     EXPECT_EQ(grid().dataRowCnt(), 1);
@@ -212,7 +212,7 @@ TEST_F(FrmBokforTest, WithoutInvoicesNothingCanBePosted)
     open();
     EXPECT_EQ(grid().dataRowCnt(), 0);
     EXPECT_FALSE(canTransfer());
-    click(control<QCheckBox>(u"Check1"_s));
+    press(u"Check1"_s);
     EXPECT_EQ(grid().dataRowCnt(), 0);
     EXPECT_FALSE(canTransfer());
 }
@@ -363,9 +363,9 @@ TEST_F(FrmBokforTest, EscapeClosesFromAnyControl)
 {
     for (const QString &name : {u"fpSpread1"_s, u"cmbKonto"_s, u"btnClose"_s}) {
         open();
-        QTest::keyClick(control<QWidget>(name), Qt::Key_Escape);
+        QTest::keyClick(&control(name), Qt::Key_Escape);
         runEvents();
-        EXPECT_EQ(form(), nullptr) << name.toStdString();
+        EXPECT_EQ(screen(), nullptr) << name.toStdString();
     }
 }
 
@@ -375,7 +375,7 @@ TEST_F(FrmBokforTest, F1AndTheHelpImageAskForTheScreensPage)
     QTest::keyClick(&grid(), Qt::Key_F1);
     EXPECT_EQ(gHelpTopic, u"html\\bokfor.htm"_s);
     gHelpTopic.clear();
-    click(control<Image>(u"imgF1"_s));
+    press(u"imgF1"_s);
     runEvents();
     EXPECT_EQ(gHelpTopic, u"html\\bokfor.htm"_s);
 }
@@ -400,15 +400,15 @@ TEST_F(FrmBokforTest, TabGoesThroughTheControlsAsTheEyeDoes)
 TEST_F(FrmBokforTest, OpensAtItsDefaultPlaceAndComesBackWhereItWasLeft)
 {
     open();
-    EXPECT_EQ(form()->place(), QRect(195, 195, 9345, 4755)) << "in whole pixels of 15 twips";
-    form()->setPlace(600, 450, 10500, 6000);
-    const QRect left = form()->place();
-    click(button(u"btnClose"_s));
+    EXPECT_EQ(screen()->place(), QRect(195, 195, 9345, 4755)) << "in whole pixels of 15 twips";
+    screen()->setPlace(600, 450, 10500, 6000);
+    const QRect left = screen()->place();
+    press(u"btnClose"_s);
     runEvents();
     EXPECT_EQ(gReg->GetSetting(u"Regningsdel\\Forms\\frmBokfor"_s, u"FWidth"_s, {}).chopped(1),
               u"10500"_s);
     open();
-    EXPECT_EQ(form()->place(), left);
+    EXPECT_EQ(screen()->place(), left);
 }
 
 TEST_F(FrmBokforTest, TheGridTakesWhatTheWindowOffers)
@@ -416,13 +416,13 @@ TEST_F(FrmBokforTest, TheGridTakesWhatTheWindowOffers)
     open();
     for (const QSize size :
          {QSize(9345, 4755), QSize(15000, 9000), QSize(7500, 4500), QSize(4005, 4005)}) {
-        form()->setPlace(200, 200, size.width(), size.height());
+        screen()->setPlace(200, 200, size.width(), size.height());
         runEvents();
         const QRect place = grid().geometry();
         EXPECT_EQ(place.left() * 15, 60);
         EXPECT_EQ(place.top() * 15, 690);
-        EXPECT_EQ(place.width(), form()->width() - 120 / 15);
-        EXPECT_EQ(place.height(), form()->height() - 1200 / 15);
+        EXPECT_EQ(place.width(), screen()->width() - 120 / 15);
+        EXPECT_EQ(place.height(), screen()->height() - 1200 / 15);
         // The name has what the other columns leave.
         double others = 0;
         for (const int col : {kFakNr, kKundeNr, kFakDato, kForfall, kBelop, kBokfor})
@@ -430,19 +430,19 @@ TEST_F(FrmBokforTest, TheGridTakesWhatTheWindowOffers)
         EXPECT_NEAR(grid().colWidth(kKundeNavn),
                     grid().twipsToColWidth(grid().widthInTwips() - 330) - others, 1e-6);
         // The buttons stay at the right, and the line follows the panel.
-        const QWidget *frame = control<QWidget>(u"ramme"_s);
-        const QWidget *panel = control<QWidget>(u"panel"_s);
+        const QWidget *frame = &control<QWidget>(u"ramme"_s);
+        const QWidget *panel = &control<QWidget>(u"panel"_s);
         const int right = frame->mapTo(panel, frame->rect().topRight()).x();
         EXPECT_GE(right, panel->width() - 16);
         EXPECT_LT(right, panel->width());
         EXPECT_GE(frame->width(), frame->sizeHint().width());
-        EXPECT_EQ(control<QWidget>(u"linje"_s)->width(), panel->width());
+        EXPECT_EQ(control<QWidget>(u"linje"_s).width(), panel->width());
     }
 }
 
 TEST_F(FrmBokforTest, KeepsItsMinimumSize)
 {
     open();
-    form()->setPlace(200, 200, 1500, 1500);
-    EXPECT_EQ(form()->place().size(), QSize(4005, 4005)) << "4000 twips in whole pixels";
+    screen()->setPlace(200, 200, 1500, 1500);
+    EXPECT_EQ(screen()->place().size(), QSize(4005, 4005)) << "4000 twips in whole pixels";
 }

@@ -1,14 +1,10 @@
 #pragma once
 
-#include "platform/forms/Forms.h"
-#include "platform/grid/fpSpread.h"
 #include "posting/run/BokforTest.h"
 #include "posting/screen/frmBokfor.h"
-#include "support/Control.h"
+#include "support/ScreenHands.h"
 #include "support/SettingsFolder.h"
-#include "support/TestApplication.h"
 
-#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
@@ -19,7 +15,7 @@ using namespace Qt::StringLiterals;
 using namespace bokforkolonne;
 
 /// The posting screen, driven by mouse and keyboard.
-class FrmBokforTest : public BokforTest
+class FrmBokforTest : public BokforTest, public ScreenHands<frmBokfor>
 {
 protected:
     void TearDown() override
@@ -28,46 +24,12 @@ protected:
         runEvents();
     }
 
-    static frmBokfor *form() { return SharedForm<frmBokfor>::existing(); }
-    static void open()
-    {
-        SharedForm<frmBokfor>::get().show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(form()));
-    }
-    template<class Control>
-    static Control *control(const QString &name)
-    {
-        return &controlOf<Control>(form(), name);
-    }
-    static fpSpread &grid() { return *control<fpSpread>(u"fpSpread1"_s); }
-    static QPushButton *button(const QString &name) { return control<QPushButton>(name); }
-    static QComboBox *box(const QString &name) { return control<QComboBox>(name); }
+    static QPushButton *button(const QString &name) { return &control<QPushButton>(name); }
+    static QComboBox *box(const QString &name) { return &control<QComboBox>(name); }
     static bool canTransfer() { return button(u"btnTransfer"_s)->isEnabled(); }
 
-    static QString at(int col, int row)
-    {
-        grid().setCurrent(col, row);
-        return grid().text();
-    }
     /// A row's cells with "|" between them.
-    static QString rowText(int row)
-    {
-        QStringList cells;
-        for (int col = 1; col <= 8; ++col)
-            cells += at(col, row);
-        return cells.join(u'|');
-    }
-    static QPoint middleOf(int col, int row)
-    {
-        const QModelIndex index = grid().model()->index(row - 1, col - 1);
-        grid().scrollTo(index);
-        return grid().visualRect(index).center();
-    }
-    static void clickCell(int col, int row)
-    {
-        QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, middleOf(col, row));
-    }
-    static void click(QWidget *widget) { QTest::mouseClick(widget, Qt::LeftButton); }
+    static QString rowText(int row) { return rowTexts(row, 1, 8).join(u'|'); }
     static QStringList entries(const QComboBox &list)
     {
         QStringList texts;
@@ -75,17 +37,11 @@ protected:
             texts += list.itemText(i);
         return texts;
     }
-    /// Picks an entry from the drop-down list with the mouse.
+    /// Opens the drop-down list and picks an entry.
     static void pick(QComboBox *list, int entry)
     {
         list->showPopup();
-        QAbstractItemView *view = list->view();
-        const QModelIndex index = list->model()->index(entry, 0);
-        view->scrollTo(index);
-        // The list takes no click in its first moments, so that the one that opened it does no
-        // harm; a key has the same effect.
-        view->setCurrentIndex(index);
-        QTest::keyClick(view, Qt::Key_Return);
+        hands::pick(*list, entry);
     }
 
     static constexpr auto kInfo = QMessageBox::Information;
@@ -105,7 +61,7 @@ protected:
             meanwhile();
             shown.accept();
         });
-        click(button(u"btnTransfer"_s));
+        press(u"btnTransfer"_s);
         return seen;
     }
 

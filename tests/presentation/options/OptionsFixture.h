@@ -3,34 +3,29 @@
 #include "data/clsAdoUtils.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/PictureBox.h"
-#include "platform/forms/TabStrip.h"
 #include "platform/forms/TextArea.h"
 #include "presentation/options/frmOptions.h"
 #include "shell/component/Main.h"
 #include "shell/settings/clsRegSettings.h"
 #include "state/SharedState.h"
-#include "support/Control.h"
-#include "support/ModuleTest.h"
+#include "support/ScreenHands.h"
 #include "support/SessionTap.h"
 #include "support/SettingsFolder.h"
-#include "support/TestApplication.h"
 #include "support/Variable.h"
 
 #include <QCheckBox>
 #include <QFileInfo>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTabBar>
 
 using namespace Qt::StringLiterals;
 
 /// The options screen in a started module of client 5, with settings and a temporary folder of the
 /// test's own.
-class OptionsFixture : public ModuleTest
+class OptionsFixture : public ScreenTest, public ScreenHands<frmOptions>
 {
 protected:
     OptionsFixture()
@@ -43,27 +38,10 @@ protected:
         (void)gDB->LastError(); // the start on a new database leaves a refusal there
         runEvents();
     }
-    void TearDown() override
-    {
-        unloadForms();
-        runEvents();
-    }
-
-    static frmOptions *screen() { return SharedForm<frmOptions>::existing(); }
-    static void openScreen()
-    {
-        SharedForm<frmOptions>::get().show();
-        runEvents();
-    }
-    static void reopenScreen()
+    static void reopen()
     {
         press(u"cmdCancel"_s);
-        openScreen();
-    }
-    template<class Control = QWidget>
-    static Control &control(const QString &name)
-    {
-        return controlOf<Control>(screen(), name);
+        open();
     }
 
     // --- What is on the screen
@@ -102,44 +80,15 @@ protected:
                     ground == standard.color(QPalette::Active, QPalette::Button));
         return ground == standard.color(QPalette::Active, QPalette::Base);
     }
-    static QString focused()
-    {
-        const QWidget *widget = screen()->focusWidget();
-        return widget ? widget->objectName() : QString();
-    }
-
     // --- What a user does
 
-    static void clickTab(int number)
-    {
-        auto *bar = control<TabStrip>(u"tbsOptions"_s).tabBar();
-        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(number - 1).center());
-        runEvents();
-    }
     /// Clicks a button, a check box or an option, on the page of that tab where it lies on one.
     static void press(const QString &name, int tab = 0)
     {
         if (tab > 0)
             clickTab(tab);
-        auto &button = control<QAbstractButton>(name);
-        QTest::mouseClick(&button, Qt::LeftButton, {}, QPoint(8, button.height() / 2));
-        runEvents();
+        ScreenHands::press(name);
     }
-    /// Types over what stands in a box or text area.
-    template<class Editor>
-    static void type(Editor &into, const QString &text)
-    {
-        into.setFocus();
-        into.selectAll();
-        QTest::keyClick(&into, Qt::Key_Delete);
-        for (const QChar c : text) {
-            const bool isEnd = c == u'\n';
-            QKeyEvent typed(QEvent::KeyPress, isEnd ? Qt::Key_Return : Qt::Key_unknown,
-                            Qt::NoModifier, isEnd ? u"\r"_s : QString(c));
-            QApplication::sendEvent(&into, &typed);
-        }
-    }
-
     // --- What is stored
 
     static void store(const QString &key, const QString &setting)

@@ -49,7 +49,7 @@ TEST_F(FrmOptionsInndataTest, SpoiltSettingsOpenAsTheirNumber)
              {u"KIDaktivert"_s, u"KIDoppbygning"_s, u"KIDlengdeFakturanr"_s, u"KIDlengdeKundenr"_s,
               u"KIDmodulus"_s, u"Fakturablankett"_s, u"Avrunding"_s, u"PrintVis"_s})
             store(key, value);
-        openScreen();
+        open();
         const std::string told = value.left(20).toStdString();
         EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << told;
         EXPECT_FALSE(check(u"Check1"_s).isChecked()) << told;
@@ -69,7 +69,7 @@ TEST_F(FrmOptionsInndataTest, ANumberBeyondAllBoundsFailsAndItsConditionIsEntere
 {
     store(u"KIDaktivert"_s, QString(400, u'9'));
     store(u"Avrunding"_s, QString(400, u'9'));
-    openScreen();
+    open();
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     EXPECT_TRUE(check(u"Check1"_s).isChecked());
     EXPECT_EQ(chosen(u"optAvrunding"_s), 0);
@@ -79,7 +79,7 @@ TEST_F(FrmOptionsInndataTest, ASettingBetweenTwoChoicesTakesTheEvenOne)
 {
     store(u"Fakturablankett"_s, u"1.5"_s);
     store(u"Avrunding"_s, u"0.5"_s);
-    openScreen();
+    open();
     EXPECT_EQ(chosen(u"optLogo"_s), 2);
     EXPECT_EQ(chosen(u"optAvrunding"_s), 0);
 }
@@ -89,7 +89,7 @@ TEST_F(FrmOptionsInndataTest, OddLengthsAreStoredAsTypedAndComeBack)
     const QStringList odd{u"abc"_s,   u"999"_s, u"5;6"_s,    u"[Annet]"_s, u"a=b"_s,
                           u"\"6\""_s, u"'6'"_s, u"%1 \\x"_s, u"æøå"_s,     QString(4000, u'7')};
     store(u"KIDaktivert"_s, u"1"_s);
-    openScreen();
+    open();
     for (const QString &text : odd) {
         box(u"Text1"_s).selectAll();
         paste(box(u"Text1"_s), text);
@@ -98,7 +98,7 @@ TEST_F(FrmOptionsInndataTest, OddLengthsAreStoredAsTypedAndComeBack)
         EXPECT_EQ(stored(u"KIDlengdeKundenr"_s), text);
         EXPECT_EQ(stored(u"KIDlengdeFakturanr"_s), text.left(50));
         EXPECT_EQ(stored(u"KIDmodulus"_s), u"10"_s);
-        reopenScreen();
+        reopen();
         EXPECT_EQ(box(u"Text1"_s).text(), text);
     }
 }
@@ -110,13 +110,13 @@ TEST_F(FrmOptionsInndataTest, TextsOfAnyCharactersComeBack)
     for (const QString &text : {u"Han sa \"takk\"; -- ikke #nå#, [eller] 50 % ? * _ | \\ & <b>"_s,
                                 u"UPDATE Klient SET Navn=NULL"_s, u"æøåÆØÅ € – «sitat»"_s,
                                 u"1\u00a0000 kr"_s, QString(255, u'x')}) {
-        openScreen();
+        open();
         clickTab(3);
         type(area(1), text);
         type(area(2), text);
         press(u"cmdOK"_s);
         EXPECT_EQ(client(u"FakTekst1"_s), QStringList{text});
-        openScreen();
+        open();
         EXPECT_EQ(area(1).text(), text);
         EXPECT_EQ(area(2).text(), text);
         press(u"cmdCancel"_s);
@@ -126,7 +126,7 @@ TEST_F(FrmOptionsInndataTest, TextsOfAnyCharactersComeBack)
 
 TEST_F(FrmOptionsInndataTest, APastedTextIsCutAndStored)
 {
-    openScreen();
+    open();
     clickTab(3);
     area(2).setFocus();
     paste(area(2), QString(100'000, u'x'));
@@ -137,7 +137,7 @@ TEST_F(FrmOptionsInndataTest, APastedTextIsCutAndStored)
 
 TEST_F(FrmOptionsInndataTest, TheFirstNumberTakesNoSecondStatement)
 {
-    openScreen();
+    open();
     clickTab(3);
     for (const QString &text : {u"1; DROP TABLE Klient"_s, u"1 WHERE 1=1 --"_s, u"7'"_s,
                                 u"99999999999999999999"_s, u"1e400"_s}) {
@@ -154,7 +154,7 @@ TEST_F(FrmOptionsInndataTest, TheFirstNumberTakesNoSecondStatement)
 
 TEST_F(FrmOptionsInndataTest, AnotherActiveClientIsTheOneThatIsStored)
 {
-    openScreen();
+    open();
     clickTab(3);
     type(area(2), u"Til klient 6"_s);
     type(box(u"txtFirstFak"_s), u"600"_s);
@@ -172,12 +172,12 @@ TEST_F(FrmOptionsInndataTest, EachClientHasItsOwnTexts)
     run(u"UPDATE Klient SET FakTekst2='Seks', FakTekstBruk=2 WHERE KlientNr=6"_s);
     addOrder(6);
     gKlient = 6;
-    openScreen();
+    open();
     EXPECT_EQ(area(2).text(), u"Seks"_s);
     EXPECT_TRUE(check(u"chkTxt2"_s).isChecked());
     EXPECT_FALSE(isOn(u"txtFirstFak"_s));
     gKlient = 5;
-    reopenScreen();
+    reopen();
     EXPECT_EQ(area(2).text(), u"Fem"_s);
     EXPECT_TRUE(isOn(u"txtFirstFak"_s));
 }
@@ -185,7 +185,7 @@ TEST_F(FrmOptionsInndataTest, EachClientHasItsOwnTexts)
 TEST_F(FrmOptionsInndataTest, WithoutADatabaseTheSettingsAreStoredAllTheSame)
 {
     gDB.reset(); // a new one that knows no database
-    openScreen();
+    open();
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     EXPECT_EQ(box(u"txtFirstFak"_s).text(), u"1"_s);
     press(u"optAvrunding_1"_s, 3);
@@ -198,7 +198,7 @@ TEST_F(FrmOptionsInndataTest, WithoutADatabaseTheSettingsAreStoredAllTheSame)
 
 TEST_F(FrmOptionsInndataTest, ADatabaseThatGoesMeanwhileHindersNoSetting)
 {
-    openScreen();
+    open();
     press(u"chkPrintVis"_s, 3);
     SessionTap tap;
     ado::SessionPool::shared().clear();
@@ -214,7 +214,7 @@ TEST_F(FrmOptionsInndataTest, TheScreenMayBeGoneWhenTheLogosMessageIsAnswered)
     for (const QString &button : {u"cmdOK"_s, u"cmdApply"_s}) {
         store(u"PrintVis"_s, u"0"_s);
         QDir().mkpath(logoFile() + u"/mappe"_s);
-        openScreen();
+        open();
         press(u"chkPrintVis"_s, 3);
         type(area(2), button);
         const auto said = answerMessage([] { unloadEverything(); });
@@ -230,7 +230,7 @@ TEST_F(FrmOptionsInndataTest, TheScreensMayBeGoneWhenALogoIsChosen)
 {
     const QString path = writePicture(u"logo.bmp"_s, "BMP", QSize(40, 20), Qt::darkGreen);
     for (const bool chooses : {true, false}) {
-        openScreen();
+        open();
         press(u"optLogo_1"_s, 2);
         bool shown = false;
         onNextModal<QFileDialog>([&](QFileDialog &dialog) {
@@ -259,7 +259,7 @@ TEST_F(FrmOptionsInndataTest, ATemporaryFolderThatCannotBeWrittenIsToldWithTheSa
     const QString file = writeFile(u"fil"_s, "x");
     ASSERT_TRUE(QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner));
     qputenv("TMPDIR", QFile::encodeName(file));
-    openScreen();
+    open();
     EXPECT_EQ(logo().size(), QSize(237, 76));
     const auto said = answerMessage();
     press(u"cmdApply"_s);
@@ -272,7 +272,7 @@ TEST_F(FrmOptionsInndataTest, AFolderOfTheFilesNameLeavesTheStoredLogo)
 {
     putLogo(content(writePicture(u"logo.bmp"_s, "BMP", QSize(40, 20), Qt::darkGreen)));
     QDir().mkpath(logoFile() + u"/mappe"_s);
-    openScreen();
+    open();
     EXPECT_EQ(logo().size(), QSize(237, 76));
     const auto said = answerMessage();
     press(u"cmdOK"_s);
@@ -286,7 +286,7 @@ TEST_F(FrmOptionsInndataTest, AFolderOfTheFilesNameLeavesTheStoredLogo)
 TEST_F(FrmOptionsInndataTest, AnEndlessLengthIsRefusedByTheRuleAndNotByTheScreen)
 {
     store(u"KIDaktivert"_s, u"1"_s);
-    openScreen();
+    open();
     type(box(u"Text3"_s), u"999999999"_s);
     press(u"cmdOK"_s);
     EXPECT_EQ(raised([] { (void)LagKID(LesInnstilling, u"1"_s, u"2"_s); }), errors::kOverflow);

@@ -37,7 +37,7 @@ const QString kTexts = u"FakTekstBruk,FakTekst1,FakTekst2"_s;
 
 TEST_F(FrmOptionsLagreTest, AScreenWithKidOffStoresFourSettings)
 {
-    openScreen();
+    open();
     press(u"cmdApply"_s);
     EXPECT_EQ(settingsFile(),
               QStringList({u"[Regningsdel]"_s, u"KIDaktivert=0"_s, u"Fakturablankett=0"_s,
@@ -46,7 +46,7 @@ TEST_F(FrmOptionsLagreTest, AScreenWithKidOffStoresFourSettings)
 
 TEST_F(FrmOptionsLagreTest, EverySettingIsStoredAsTheNumberShown)
 {
-    openScreen();
+    open();
     press(u"Check1"_s);
     press(u"optKID_1"_s);
     type(box(u"Text1"_s), u" 7 "_s);
@@ -65,7 +65,7 @@ TEST_F(FrmOptionsLagreTest, EverySettingIsStoredAsTheNumberShown)
 
 TEST_F(FrmOptionsLagreTest, EachChoiceHasItsNumber)
 {
-    openScreen();
+    open();
     for (int i = 3; i >= 0; --i) {
         press(u"optLogo_%1"_s.arg(i), 2);
         press(u"cmdApply"_s);
@@ -81,7 +81,7 @@ TEST_F(FrmOptionsLagreTest, EachChoiceHasItsNumber)
 TEST_F(FrmOptionsLagreTest, TheLengthComesFromTheBoxOfTheChosenStructure)
 {
     store(u"KIDaktivert"_s, u"1"_s);
-    openScreen();
+    open();
     type(box(u"Text2"_s), u"8"_s);
     type(box(u"Text3"_s), u"9"_s);
     type(box(u"Text1"_s), u"4"_s);
@@ -94,21 +94,21 @@ TEST_F(FrmOptionsLagreTest, TheLengthComesFromTheBoxOfTheChosenStructure)
     press(u"optKID_1"_s);
     press(u"cmdApply"_s);
     EXPECT_EQ(stored(u"KIDlengdeFakturanr"_s), u"8"_s);
-    reopenScreen();
+    reopen();
     EXPECT_EQ(box(u"Text3"_s).text(), u"8"_s);
 }
 
 TEST_F(FrmOptionsLagreTest, LengthsAreStoredAsTyped)
 {
     store(u"KIDaktivert"_s, u"1"_s);
-    openScreen();
+    open();
     type(box(u"Text3"_s), u"hundre og tjue"_s);
     type(box(u"Text1"_s), QString());
     press(u"cmdApply"_s);
     EXPECT_EQ(stored(u"KIDlengdeFakturanr"_s), u"hundre og tjue"_s);
     EXPECT_TRUE(settingsFile().contains(u"KIDlengdeKundenr="_s));
     // A value of no length counts as none, so the screen offers its own again.
-    reopenScreen();
+    reopen();
     EXPECT_EQ(box(u"Text1"_s).text(), u"5"_s);
     EXPECT_EQ(box(u"Text3"_s).text(), u"hundre og tjue"_s);
 }
@@ -120,7 +120,7 @@ TEST_F(FrmOptionsLagreTest, WithKidOffTheFourValuesKeepWhatTheyHeld)
     store(u"KIDlengdeFakturanr"_s, u"7"_s);
     store(u"KIDlengdeKundenr"_s, u"8"_s);
     store(u"KIDmodulus"_s, u"11"_s);
-    openScreen();
+    open();
     press(u"optMOD_0"_s);
     press(u"optKID_0"_s);
     type(box(u"Text3"_s), u"2"_s);
@@ -137,7 +137,7 @@ TEST_F(FrmOptionsLagreTest, TheValuesOfThePrintDialogStandApart)
 {
     store(u"BrukTekst1"_s, u"1"_s);
     store(u"FakturaTekst1"_s, u"Fra registeret"_s);
-    openScreen();
+    open();
     EXPECT_FALSE(check(u"chkTxt1"_s).isChecked());
     EXPECT_NE(area(1).text(), u"Fra registeret"_s);
     press(u"chkTxt1"_s, 3);
@@ -152,7 +152,7 @@ TEST_F(FrmOptionsLagreTest, ASettingOutsideItsChoicesBecomesTheDesignChoiceWhenS
 {
     store(u"Fakturablankett"_s, u"4"_s);
     store(u"Avrunding"_s, u"-1"_s);
-    openScreen();
+    open();
     EXPECT_EQ(chosen(u"optLogo"_s), 0);
     press(u"cmdApply"_s);
     EXPECT_EQ(stored(u"Fakturablankett"_s), u"0"_s);
@@ -163,7 +163,7 @@ TEST_F(FrmOptionsLagreTest, ASettingOutsideItsChoicesBecomesTheDesignChoiceWhenS
 
 TEST_F(FrmOptionsLagreTest, TheStatementsGoWordForWordInTheirOrder)
 {
-    openScreen();
+    open();
     press(u"chkTxt2"_s, 3);
     type(area(1), u"En"_s);
     type(area(2), u"To"_s);
@@ -181,7 +181,7 @@ TEST_F(FrmOptionsLagreTest, TheStatementsGoWordForWordInTheirOrder)
 
 TEST_F(FrmOptionsLagreTest, TheTextsInUseHaveTheirNumber)
 {
-    openScreen();
+    open();
     const auto expectStored = [&](int number) {
         press(u"cmdApply"_s);
         EXPECT_EQ(client(u"FakTekstBruk"_s), QStringList{QString::number(number)});
@@ -193,14 +193,14 @@ TEST_F(FrmOptionsLagreTest, TheTextsInUseHaveTheirNumber)
     expectStored(3);
     press(u"chkTxt1"_s);
     expectStored(2);
-    reopenScreen();
+    reopen();
     EXPECT_TRUE(check(u"chkTxt2"_s).isChecked());
     EXPECT_FALSE(check(u"chkTxt1"_s).isChecked());
 }
 
 TEST_F(FrmOptionsLagreTest, TheOfferedSentenceIsStoredAndAnEmptiedTextIsOfferedItAgain)
 {
-    openScreen();
+    open();
     const QString sentence = area(1).text();
     press(u"cmdApply"_s);
     EXPECT_EQ(client(u"FakTekst1"_s), QStringList{sentence});
@@ -208,20 +208,20 @@ TEST_F(FrmOptionsLagreTest, TheOfferedSentenceIsStoredAndAnEmptiedTextIsOfferedI
     type(area(1), QString());
     press(u"cmdApply"_s);
     EXPECT_EQ(client(u"FakTekst1"_s), QStringList{QString()});
-    reopenScreen();
+    reopen();
     EXPECT_EQ(area(1).text(), sentence);
 }
 
 TEST_F(FrmOptionsLagreTest, TextsOfSeveralLinesComeBack)
 {
-    openScreen();
+    open();
     clickTab(3);
     type(area(1), u"Takk for\nhandelen, æøå"_s);
     type(area(2), u"\n\nNederst"_s);
     press(u"cmdApply"_s);
     EXPECT_EQ(client(u"FakTekst1,FakTekst2"_s),
               QStringList{u"Takk for\r\nhandelen, æøå|\r\n\r\nNederst"_s});
-    reopenScreen();
+    reopen();
     EXPECT_EQ(area(1).text(), u"Takk for\r\nhandelen, æøå"_s);
     EXPECT_EQ(area(2).text(), u"\r\n\r\nNederst"_s);
 }
@@ -230,7 +230,7 @@ TEST_F(FrmOptionsLagreTest, AnApostropheLeavesTheTextsUnchangedAndTheRestIsStore
 {
     run(u"UPDATE Klient SET FakTekstBruk=1, FakTekst1='Gammel', FakTekst2='Annen' WHERE "
         u"KlientNr=5"_s);
-    openScreen();
+    open();
     type(box(u"txtFirstFak"_s), u"500"_s);
     press(u"chkTxt2"_s, 3);
     type(area(1), u"Ola's tekst"_s);
@@ -248,7 +248,7 @@ TEST_F(FrmOptionsLagreTest, AnApostropheLeavesTheTextsUnchangedAndTheRestIsStore
 TEST_F(FrmOptionsLagreTest, AFirstNumberBelowOneIsNotStored)
 {
     run(u"UPDATE Klient SET FirstFakNr=1001 WHERE KlientNr=5"_s);
-    openScreen();
+    open();
     for (const QString &text : {u"0"_s, QString(), u"-5"_s, u"0.9"_s, u"tull"_s}) {
         clickTab(3);
         type(box(u"txtFirstFak"_s), text);
@@ -261,7 +261,7 @@ TEST_F(FrmOptionsLagreTest, AFirstNumberBelowOneIsNotStored)
 
 TEST_F(FrmOptionsLagreTest, AFirstNumberGoesAsItStands)
 {
-    openScreen();
+    open();
     clickTab(3);
     type(box(u"txtFirstFak"_s), u"12 stk"_s);
     const SessionTap tap;
@@ -275,7 +275,7 @@ TEST_F(FrmOptionsLagreTest, AFirstNumberGoesAsItStands)
 TEST_F(FrmOptionsLagreTest, AnUntouchedFirstNumberIsStoredAsOne)
 {
     run(u"UPDATE Klient SET FirstFakNr=1001 WHERE KlientNr=5"_s);
-    openScreen();
+    open();
     press(u"cmdApply"_s);
     EXPECT_EQ(client(u"FirstFakNr"_s), QStringList{u"1"_s});
 }
@@ -284,7 +284,7 @@ TEST_F(FrmOptionsLagreTest, WithAnOrderTheFirstNumberIsNotSent)
 {
     run(u"UPDATE Klient SET FirstFakNr=1001 WHERE KlientNr=5"_s);
     addOrder();
-    openScreen();
+    open();
     const SessionTap tap;
     press(u"cmdApply"_s);
     EXPECT_EQ(updates(tap).size(), 1);
@@ -294,7 +294,7 @@ TEST_F(FrmOptionsLagreTest, WithAnOrderTheFirstNumberIsNotSent)
 
 TEST_F(FrmOptionsLagreTest, APageOutOfSightIsStoredToo)
 {
-    openScreen();
+    open();
     clickTab(3);
     type(box(u"txtFirstFak"_s), u"2000"_s);
     type(area(2), u"Utenfor synet"_s);
@@ -307,7 +307,7 @@ TEST_F(FrmOptionsLagreTest, APageOutOfSightIsStoredToo)
 
 TEST_F(FrmOptionsLagreTest, LagreLeavesTheScreenOpenAndMayBePressedAgain)
 {
-    openScreen();
+    open();
     press(u"chkPrintVis"_s, 3);
     press(u"cmdApply"_s);
     ASSERT_NE(screen(), nullptr);
@@ -319,7 +319,7 @@ TEST_F(FrmOptionsLagreTest, LagreLeavesTheScreenOpenAndMayBePressedAgain)
 
 TEST_F(FrmOptionsLagreTest, OkStoresAndCloses)
 {
-    openScreen();
+    open();
     press(u"chkPrintVis"_s, 3);
     press(u"cmdOK"_s);
     EXPECT_EQ(screen(), nullptr);
@@ -330,7 +330,7 @@ TEST_F(FrmOptionsLagreTest, OkStoresAndCloses)
 TEST_F(FrmOptionsLagreTest, AvbrytAndEscapeStoreNothing)
 {
     for (const bool byKey : {false, true}) {
-        openScreen();
+        open();
         press(u"chkPrintVis"_s, 3);
         type(area(2), u"Forkastet"_s);
         const SessionTap tap;
@@ -348,7 +348,7 @@ TEST_F(FrmOptionsLagreTest, WhatCannotBeStoredHindersNothingElse)
 {
     // A folder stands where the settings file is to be.
     QDir().mkpath(settings.filePath(u"Brennmark AS/Strekkbok.ini"_s));
-    openScreen();
+    open();
     press(u"chkTxt1"_s, 3);
     press(u"cmdApply"_s);
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
@@ -398,7 +398,7 @@ public:
 
 TEST_F(FrmOptionsLagreTest, TheKidFollowsWhatIsSaved)
 {
-    openScreen();
+    open();
     press(u"Check1"_s);
     press(u"cmdApply"_s);
     EXPECT_EQ(LagKID(LesInnstilling, u"1234"_s, u"10001"_s), u"0012344"_s);
@@ -419,7 +419,7 @@ TEST_F(FrmOptionsLagreTest, TheTwoDefaultsOfTheCustomersLengthDiffer)
     store(u"KIDoppbygning"_s, u"1"_s);
     // Never saved here: six digits.
     EXPECT_EQ(LagKID(LesInnstilling, u"1234"_s, u"77"_s), Modulus10(u"000077001234"_s));
-    openScreen();
+    open();
     EXPECT_EQ(box(u"Text1"_s).text(), u"5"_s);
     press(u"cmdOK"_s);
     EXPECT_EQ(LagKID(LesInnstilling, u"1234"_s, u"77"_s), Modulus10(u"00077001234"_s));
@@ -433,7 +433,7 @@ TEST_F(FrmOptionsLagreTest, TheRoundingFollowsWhatIsSaved)
         BeregnSummer(celler, LesInnstilling, summer);
         return QString(summer.avrunding).replace(u',', u'.');
     };
-    openScreen();
+    open();
     press(u"optAvrunding_1"_s, 3);
     press(u"cmdApply"_s);
     EXPECT_EQ(rounded(), u"0.25"_s);
@@ -447,7 +447,7 @@ TEST_F(FrmOptionsLagreTest, TheRoundingFollowsWhatIsSaved)
 
 TEST_F(FrmOptionsLagreTest, TheFirstOrderTakesTheFirstNumber)
 {
-    openScreen();
+    open();
     clickTab(3);
     type(box(u"txtFirstFak"_s), u"4711"_s);
     press(u"cmdOK"_s);

@@ -34,7 +34,7 @@ protected:
     /// Opens the screen on its second page, with a form that has a logo.
     static void openOnLogo()
     {
-        openScreen();
+        open();
         press(u"optLogo_1"_s, 2);
     }
     /// Presses "Sett inn logo" and has `answer` deal with the file dialog.
@@ -68,7 +68,7 @@ TEST_F(FrmOptionsLogoTest, TheStoredFormIsChosenWithItsMiniature)
 {
     for (const int index : {3, 2, 1, 0}) {
         store(u"Fakturablankett"_s, QString::number(index));
-        openScreen();
+        open();
         clickTab(2);
         EXPECT_EQ(chosen(u"optLogo"_s), index);
         EXPECT_TRUE(control(u"imgBlankett"_s).isVisible());
@@ -80,7 +80,7 @@ TEST_F(FrmOptionsLogoTest, TheStoredFormIsChosenWithItsMiniature)
 
 TEST_F(FrmOptionsLogoTest, TheMiniaturesDiffer)
 {
-    openScreen();
+    open();
     for (int i = 0; i < 4; ++i) {
         for (int j = 0; j < i; ++j)
             EXPECT_NE(miniatureOf(i), miniatureOf(j)) << i << j;
@@ -89,7 +89,7 @@ TEST_F(FrmOptionsLogoTest, TheMiniaturesDiffer)
 
 TEST_F(FrmOptionsLogoTest, ChoosingAFormShowsItAndTurnsTheLogoOnOrOff)
 {
-    openScreen();
+    open();
     for (const int index : {1, 0, 3, 2}) {
         press(u"optLogo_%1"_s.arg(index), 2);
         EXPECT_EQ(chosen(u"optLogo"_s), index);
@@ -108,7 +108,7 @@ TEST_F(FrmOptionsLogoTest, AFormOutsideTheFourLeavesTheDesign)
 {
     for (const QString &value : {u"4"_s, u"-1"_s, u"40000"_s, u"1e99"_s}) {
         store(u"Fakturablankett"_s, value);
-        openScreen();
+        open();
         EXPECT_EQ(chosen(u"optLogo"_s), 0) << value.toStdString();
         EXPECT_FALSE(isLogoOn()) << value.toStdString();
         EXPECT_TRUE(control(u"imgBlankett"_s).isVisibleTo(&page(1))) << value.toStdString();
@@ -122,7 +122,7 @@ TEST_F(FrmOptionsLogoTest, AFormOutsideTheFourLeavesTheDesign)
 TEST_F(FrmOptionsLogoTest, TheStoredLogoIsShown)
 {
     putLogo(content(writePicture(u"logo.bmp"_s, "BMP", QSize(40, 20), Qt::darkGreen)));
-    openScreen();
+    open();
     EXPECT_EQ(logo().size(), QSize(40, 20));
     EXPECT_EQ(logo().pixelColor(20, 10), QColor(Qt::darkGreen));
 }
@@ -131,7 +131,7 @@ TEST_F(FrmOptionsLogoTest, ALogoThatIsNoPictureLeavesTheDesignPicture)
 {
     for (const QByteArray &bytes : {QByteArray("dette er et brev"), QByteArray("BM")}) {
         putLogo(bytes);
-        openScreen();
+        open();
         EXPECT_EQ(logo(), blank());
         press(u"cmdCancel"_s);
     }
@@ -139,7 +139,7 @@ TEST_F(FrmOptionsLogoTest, ALogoThatIsNoPictureLeavesTheDesignPicture)
 
 TEST_F(FrmOptionsLogoTest, WithoutALogoTheBlankPictureIsStored)
 {
-    openScreen();
+    open();
     EXPECT_EQ(logo(), blank());
     press(u"cmdApply"_s);
     const QImage stored = QImage::fromData(storedLogo());
@@ -150,7 +150,7 @@ TEST_F(FrmOptionsLogoTest, WithoutALogoTheBlankPictureIsStored)
 TEST_F(FrmOptionsLogoTest, AnUntouchedLogoIsStoredAtEverySave)
 {
     putLogo(content(writePicture(u"logo.gif"_s, "BMP", QSize(40, 20), Qt::darkGreen)));
-    openScreen();
+    open();
     putLogo("noe annet");
     press(u"cmdApply"_s);
     const QImage stored = QImage::fromData(storedLogo());
@@ -161,7 +161,7 @@ TEST_F(FrmOptionsLogoTest, AnUntouchedLogoIsStoredAtEverySave)
 TEST_F(FrmOptionsLogoTest, AClientWithoutARowIsToldAboutItsLogoAlone)
 {
     run(u"DELETE FROM Klient WHERE KlientNr=5"_s);
-    openScreen();
+    open();
     EXPECT_TRUE(logo().isNull());
     press(u"chkPrintVis"_s, 3);
     QString said;
@@ -177,7 +177,7 @@ TEST_F(FrmOptionsLogoTest, AClientWithoutARowIsToldAboutItsLogoAlone)
 TEST_F(FrmOptionsLogoTest, TheMenuMayTakeTheScreenAwayUnderTheMessage)
 {
     run(u"DELETE FROM Klient WHERE KlientNr=5"_s);
-    openScreen();
+    open();
     onNextModal<QMessageBox>([&](QMessageBox &message) {
         screen()->unload();
         QTest::keyClick(&message, Qt::Key_Return);
@@ -256,7 +256,7 @@ TEST_F(FrmOptionsLogoTest, AChosenFileIsShownAndStoredWithTheSaveOnly)
     EXPECT_TRUE(storedLogo().isNull());
     press(u"cmdApply"_s);
     EXPECT_EQ(QImage::fromData(storedLogo()).pixelColor(9, 9), QColor(Qt::darkBlue));
-    reopenScreen();
+    reopen();
     EXPECT_EQ(logo().pixelColor(9, 9), QColor(Qt::darkBlue));
 }
 
@@ -284,7 +284,7 @@ TEST_F(FrmOptionsLogoTest, ALogoIsLostWithAvbryt)
     const QString path = writePicture(u"logo.bmp"_s, "BMP", QSize(237, 76), Qt::darkBlue);
     openOnLogo();
     insertLogo(path);
-    reopenScreen();
+    reopen();
     EXPECT_EQ(logo(), blank());
     EXPECT_TRUE(storedLogo().isNull());
 }

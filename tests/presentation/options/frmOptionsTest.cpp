@@ -1,3 +1,4 @@
+#include "platform/forms/TabStrip.h"
 #include "presentation/options/OptionsFixture.h"
 
 #include "platform/forms/Twips.h"
@@ -25,7 +26,7 @@ protected:
 
 TEST_F(FrmOptionsTest, TheCaptions)
 {
-    openScreen();
+    open();
     EXPECT_EQ(screen()->windowTitle(), u"Innstillinger"_s);
     EXPECT_EQ(textOf(u"cmdOK"_s), u"OK"_s);
     EXPECT_EQ(textOf(u"cmdCancel"_s), u"Avbryt"_s);
@@ -66,7 +67,7 @@ TEST_F(FrmOptionsTest, TheCaptions)
 
 TEST_F(FrmOptionsTest, TheToolTips)
 {
-    openScreen();
+    open();
     const QString underLines = u"Fakturateksten kommer under fakturalinjene på fakturablanketten"_s;
     EXPECT_EQ(control(u"chkTxt1"_s).toolTip(), underLines);
     EXPECT_EQ(control(u"chkTxt2"_s).toolTip(), underLines);
@@ -78,7 +79,7 @@ TEST_F(FrmOptionsTest, TheToolTips)
 
 TEST_F(FrmOptionsTest, TheTabs)
 {
-    openScreen();
+    open();
     auto &strip = control<TabStrip>(u"tbsOptions"_s);
     ASSERT_EQ(strip.count(), 3);
     EXPECT_EQ(strip.tabText(0).remove(u'&'), u"KID"_s);
@@ -94,7 +95,7 @@ TEST_F(FrmOptionsTest, TheTabs)
 
 TEST_F(FrmOptionsTest, StandsInTheMiddleOfTheScreen)
 {
-    openScreen();
+    open();
     const QPoint apart =
         screen()->frameGeometry().center() - screen()->screen()->availableGeometry().center();
     EXPECT_LE(apart.manhattanLength(), 8); // the frame comes when the window is shown
@@ -102,7 +103,7 @@ TEST_F(FrmOptionsTest, StandsInTheMiddleOfTheScreen)
 
 TEST_F(FrmOptionsTest, TheTextBoxesStandInTheGapsOfTheirCaptions)
 {
-    openScreen();
+    open();
     const QFontMetrics metrics(option(u"optKID_1"_s).font());
     const int mark = 40; // pixels, generously
     const auto expectAfter = [&](const QString &name, const QString &owner, const QString &words,
@@ -124,7 +125,7 @@ TEST_F(FrmOptionsTest, TheTextBoxesStandInTheGapsOfTheirCaptions)
 
 TEST_F(FrmOptionsTest, TheDesignLogoIsBlankAndOfItsSize)
 {
-    openScreen();
+    open();
     const QImage blank = control<PictureBox>(u"imgTomLogo"_s).picture();
     EXPECT_EQ(blank.size(), QSize(237, 76));
     EXPECT_EQ(logo(), blank);
@@ -138,7 +139,7 @@ TEST_F(FrmOptionsTest, TheDesignLogoIsBlankAndOfItsSize)
 
 TEST_F(FrmOptionsTest, TheFirstTabIsSelectedAndItsPageIsSeen)
 {
-    openScreen();
+    open();
     EXPECT_EQ(control<TabStrip>(u"tbsOptions"_s).selected(), 1);
     EXPECT_TRUE(page(0).isVisible());
     EXPECT_EQ(page(0).x(), twipsToPixels(210));
@@ -155,7 +156,7 @@ TEST_F(FrmOptionsTest, TheFirstTabIsSelectedAndItsPageIsSeen)
 
 TEST_F(FrmOptionsTest, ATabBringsItsPageAndTakesTheOthersAway)
 {
-    openScreen();
+    open();
     for (const int selected : {2, 3, 1}) {
         clickTab(selected);
         for (int i = 0; i < 3; ++i) {
@@ -169,7 +170,7 @@ TEST_F(FrmOptionsTest, ATabBringsItsPageAndTakesTheOthersAway)
 
 TEST_F(FrmOptionsTest, ControlTabGoesRoundThePages)
 {
-    openScreen();
+    open();
     auto &strip = control<TabStrip>(u"tbsOptions"_s);
     for (const int next : {2, 3, 1}) {
         QTest::keyClick(screen()->focusWidget() ? screen()->focusWidget() : screen(), Qt::Key_Tab,
@@ -183,7 +184,7 @@ TEST_F(FrmOptionsTest, ControlTabGoesRoundThePages)
 
 TEST_F(FrmOptionsTest, ControlTabLeavesATextAreaToo)
 {
-    openScreen();
+    open();
     clickTab(3);
     area(1).setFocus();
     QTest::keyClick(&area(1), Qt::Key_Tab, Qt::ControlModifier);
@@ -195,7 +196,7 @@ TEST_F(FrmOptionsTest, ControlTabLeavesATextAreaToo)
 TEST_F(FrmOptionsTest, TheTabKeyStaysOnThePageInFront)
 {
     store(u"KIDaktivert"_s, u"1"_s);
-    openScreen();
+    open();
     control<TabStrip>(u"tbsOptions"_s).tabBar()->setFocus();
     QStringList visited;
     for (int i = 0; i < 10; ++i) {
@@ -209,7 +210,7 @@ TEST_F(FrmOptionsTest, TheTabKeyStaysOnThePageInFront)
 
 TEST_F(FrmOptionsTest, PagesAndButtonsFollowTheForm)
 {
-    openScreen();
+    open();
     const QSize smallest = screen()->size();
     for (const QSize size : {smallest, smallest + QSize(300, 200), QSize(10, 10)}) {
         screen()->resize(size);
@@ -239,7 +240,7 @@ TEST_F(FrmOptionsTest, LargeLettersHaveRoomInTheButtonsAndTheTextBoxes)
     large.setPointSizeF(2 * usual.pointSizeF());
     const auto restored = qScopeGuard([&] { QApplication::setFont(usual); });
     QApplication::setFont(large);
-    openScreen();
+    open();
     const int line = QFontMetrics(large).height();
     for (const QString &name : {u"cmdOK"_s, u"cmdCancel"_s, u"cmdApply"_s}) {
         QWidget &button = control(name);
@@ -260,28 +261,28 @@ TEST_F(FrmOptionsTest, LargeLettersHaveRoomInTheButtonsAndTheTextBoxes)
 
 TEST_F(FrmOptionsTest, EscapeAndAvbrytClose)
 {
-    openScreen();
+    open();
     QTest::keyClick(&check(u"Check1"_s), Qt::Key_Escape);
     EXPECT_EQ(screen(), nullptr);
-    openScreen();
+    open();
     press(u"cmdCancel"_s);
     EXPECT_EQ(screen(), nullptr);
 }
 
 TEST_F(FrmOptionsTest, ClosesWhenTheUserLogsOff)
 {
-    openScreen();
+    open();
     EXPECT_TRUE(Forms::instance().logOff());
     EXPECT_EQ(screen(), nullptr);
 }
 
 TEST_F(FrmOptionsTest, AReopenedScreenBeginsAnew)
 {
-    openScreen();
+    open();
     press(u"Check1"_s);
     clickTab(3);
     type(box(u"txtFirstFak"_s), u"77"_s);
-    reopenScreen();
+    reopen();
     EXPECT_FALSE(check(u"Check1"_s).isChecked());
     EXPECT_EQ(control<TabStrip>(u"tbsOptions"_s).selected(), 1);
     EXPECT_EQ(box(u"txtFirstFak"_s).text(), u"1"_s);

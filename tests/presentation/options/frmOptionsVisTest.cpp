@@ -26,7 +26,7 @@ const QStringList kOfKid{u"optMOD_0"_s, u"optMOD_1"_s, u"optKID_0"_s, u"optKID_1
 
 TEST_F(FrmOptionsVisTest, OpensWithItsDefaults)
 {
-    openScreen();
+    open();
     EXPECT_FALSE(check(u"Check1"_s).isChecked());
     EXPECT_EQ(chosen(u"optKID"_s), 0);
     EXPECT_EQ(box(u"Text1"_s).text(), u"5"_s);
@@ -46,7 +46,7 @@ TEST_F(FrmOptionsVisTest, OpensWithItsDefaults)
 TEST_F(FrmOptionsVisTest, OpeningStoresNothing)
 {
     const SessionTap tap;
-    openScreen();
+    open();
     for (const QString &statement : tap.statements())
         EXPECT_TRUE(statement.startsWith(u"SELECT"_s)) << statement.toStdString();
     press(u"cmdCancel"_s);
@@ -61,7 +61,7 @@ TEST_F(FrmOptionsVisTest, ReadsTheClientsRowInItsOrder)
 {
     addOrder();
     const SessionTap tap;
-    openScreen();
+    open();
     EXPECT_EQ(tap.statements(), QStringList({u"SELECT Logo FROM Klient WHERE KlientNr= 5"_s,
                                              u"SELECT COUNT (*) FROM Ordre WHERE KlientNr= 5"_s,
                                              u"SELECT FirstFakNr FROM Klient WHERE KlientNr= 5"_s,
@@ -83,7 +83,7 @@ TEST_F(FrmOptionsVisTest, KidIsOnForExactlyOne)
                                                                          {u"ja"_s, false},
                                                                          {QString(), false}}) {
         store(u"KIDaktivert"_s, value);
-        openScreen();
+        open();
         EXPECT_EQ(check(u"Check1"_s).isChecked(), on) << value.toStdString();
         press(u"cmdCancel"_s);
     }
@@ -91,7 +91,7 @@ TEST_F(FrmOptionsVisTest, KidIsOnForExactlyOne)
 
 TEST_F(FrmOptionsVisTest, WithKidOffItsChoicesAreOff)
 {
-    openScreen();
+    open();
     for (const QString &name : kOfKid)
         EXPECT_FALSE(isOn(name)) << name.toStdString();
     for (const QString &name : {u"Text1"_s, u"Text2"_s, u"Text3"_s})
@@ -101,7 +101,7 @@ TEST_F(FrmOptionsVisTest, WithKidOffItsChoicesAreOff)
 TEST_F(FrmOptionsVisTest, WithKidOnItsChoicesAreOn)
 {
     store(u"KIDaktivert"_s, u"1"_s);
-    openScreen();
+    open();
     for (const QString &name : kOfKid)
         EXPECT_TRUE(isOn(name)) << name.toStdString();
     for (const QString &name : {u"Text1"_s, u"Text2"_s, u"Text3"_s})
@@ -110,7 +110,7 @@ TEST_F(FrmOptionsVisTest, WithKidOnItsChoicesAreOn)
 
 TEST_F(FrmOptionsVisTest, TickingKidTurnsItsChoicesOnAndOff)
 {
-    openScreen();
+    open();
     press(u"Check1"_s);
     for (const QString &name : kOfKid)
         EXPECT_TRUE(isOn(name)) << name.toStdString();
@@ -126,7 +126,7 @@ TEST_F(FrmOptionsVisTest, TheStructureIsOneForExactlyOne)
     for (const auto &[value, structure] :
          std::vector<std::pair<QString, int>>{{u"1"_s, 1}, {u"0"_s, 0}, {u"2"_s, 0}, {u"x"_s, 0}}) {
         store(u"KIDoppbygning"_s, value);
-        openScreen();
+        open();
         EXPECT_EQ(chosen(u"optKID"_s), structure) << value.toStdString();
         EXPECT_EQ(isOn(u"Label3"_s), structure == 1) << value.toStdString();
         press(u"cmdCancel"_s);
@@ -136,7 +136,7 @@ TEST_F(FrmOptionsVisTest, TheStructureIsOneForExactlyOne)
 TEST_F(FrmOptionsVisTest, TheLabelOfTheStructureFollowsNoLaterChoice)
 {
     store(u"KIDaktivert"_s, u"1"_s);
-    openScreen();
+    open();
     press(u"optKID_1"_s);
     EXPECT_EQ(chosen(u"optKID"_s), 1);
     EXPECT_FALSE(isOn(u"Label3"_s));
@@ -146,7 +146,7 @@ TEST_F(FrmOptionsVisTest, TheLengthsAreShownAsStored)
 {
     store(u"KIDlengdeFakturanr"_s, u"8"_s);
     store(u"KIDlengdeKundenr"_s, u"sju"_s);
-    openScreen();
+    open();
     EXPECT_EQ(box(u"Text2"_s).text(), u"8"_s);
     EXPECT_EQ(box(u"Text3"_s).text(), u"8"_s);
     EXPECT_EQ(box(u"Text1"_s).text(), u"sju"_s);
@@ -157,7 +157,7 @@ TEST_F(FrmOptionsVisTest, ModulusIsElevenForExactlyEleven)
     for (const auto &[value, modulus] : std::vector<std::pair<QString, int>>{
              {u"11"_s, 1}, {u"10"_s, 0}, {u"9"_s, 0}, {u"11.1"_s, 0}}) {
         store(u"KIDmodulus"_s, value);
-        openScreen();
+        open();
         EXPECT_EQ(chosen(u"optMOD"_s), modulus) << value.toStdString();
         press(u"cmdCancel"_s);
     }
@@ -166,7 +166,7 @@ TEST_F(FrmOptionsVisTest, ModulusIsElevenForExactlyEleven)
 TEST_F(FrmOptionsVisTest, StructureAndModulusAreChosenApart)
 {
     store(u"KIDaktivert"_s, u"1"_s);
-    openScreen();
+    open();
     press(u"optKID_1"_s);
     press(u"optMOD_1"_s);
     EXPECT_EQ(chosen(u"optKID"_s), 1);
@@ -181,7 +181,7 @@ TEST_F(FrmOptionsVisTest, WithAnOrderTheFirstNumberIsShownAndStandsFast)
 {
     run(u"UPDATE Klient SET FirstFakNr=1001 WHERE KlientNr=5"_s);
     addOrder();
-    openScreen();
+    open();
     EXPECT_EQ(box(u"txtFirstFak"_s).text(), u"1001"_s);
     EXPECT_FALSE(isOn(u"txtFirstFak"_s));
     EXPECT_FALSE(isOn(u"Frame4"_s));
@@ -195,7 +195,7 @@ TEST_F(FrmOptionsVisTest, WithoutAnOrderTheStoredFirstNumberIsNotShown)
 {
     run(u"UPDATE Klient SET FirstFakNr=1001 WHERE KlientNr=5"_s);
     addOrder(6);
-    openScreen();
+    open();
     EXPECT_EQ(box(u"txtFirstFak"_s).text(), u"1"_s);
     EXPECT_TRUE(isOn(u"txtFirstFak"_s));
     EXPECT_TRUE(isOn(u"Frame4"_s));
@@ -206,7 +206,7 @@ TEST_F(FrmOptionsVisTest, WithoutAnOrderTheStoredFirstNumberIsNotShown)
 TEST_F(FrmOptionsVisTest, WithAnOrderAndNoFirstNumberAZeroIsShown)
 {
     addOrder();
-    openScreen();
+    open();
     EXPECT_EQ(box(u"txtFirstFak"_s).text(), u"0"_s);
 }
 
@@ -214,7 +214,7 @@ TEST_F(FrmOptionsVisTest, ACountThatFailsCountsAsNoOrder)
 {
     run(u"DROP TABLE OrdreLinjer"_s);
     run(u"DROP TABLE Ordre"_s);
-    openScreen();
+    open();
     EXPECT_TRUE(isOn(u"txtFirstFak"_s));
     EXPECT_EQ(box(u"txtFirstFak"_s).text(), u"1"_s);
 }
@@ -230,7 +230,7 @@ TEST_F(FrmOptionsVisTest, TheTextsInUseAreTicked)
                                                   {5, false, false},
                                                   {-1, false, false}}) {
         run(u"UPDATE Klient SET FakTekstBruk=%1 WHERE KlientNr=5"_s.arg(value));
-        openScreen();
+        open();
         EXPECT_EQ(check(u"chkTxt1"_s).isChecked(), first) << value;
         EXPECT_EQ(check(u"chkTxt2"_s).isChecked(), second) << value;
         press(u"cmdCancel"_s);
@@ -241,7 +241,7 @@ TEST_F(FrmOptionsVisTest, TheTextsAreShown)
 {
     run(u"UPDATE Klient SET FakTekst1='Takk for handelen.', FakTekst2='God jul' WHERE "
         u"KlientNr=5"_s);
-    openScreen();
+    open();
     EXPECT_EQ(area(1).text(), u"Takk for handelen."_s);
     EXPECT_EQ(area(2).text(), u"God jul"_s);
 }
@@ -250,7 +250,7 @@ TEST_F(FrmOptionsVisTest, ABlankFirstTextIsOfferedTheStandardSentence)
 {
     for (const QString &value : {QString(), u"   "_s}) {
         run(u"UPDATE Klient SET FakTekst1='%1', FakTekst2='%1' WHERE KlientNr=5"_s.arg(value));
-        openScreen();
+        open();
         EXPECT_EQ(area(1).text(), standardSentence());
         EXPECT_EQ(area(2).text(), value);
         press(u"cmdCancel"_s);
@@ -262,7 +262,7 @@ TEST_F(FrmOptionsVisTest, TheRoundingIsChosen)
     for (const auto &[value, index] : std::vector<std::pair<QString, int>>{
              {u"0"_s, 0}, {u"1"_s, 1}, {u"2"_s, 2}, {u"3"_s, 0}, {u"-1"_s, 0}, {u"99999"_s, 0}}) {
         store(u"Avrunding"_s, value);
-        openScreen();
+        open();
         EXPECT_EQ(chosen(u"optAvrunding"_s), index) << value.toStdString();
         press(u"cmdCancel"_s);
     }
@@ -273,7 +273,7 @@ TEST_F(FrmOptionsVisTest, ThePreviewIsTickedForExactlyOne)
     for (const auto &[value, on] : std::vector<std::pair<QString, bool>>{
              {u"1"_s, true}, {u"0"_s, false}, {u"2"_s, false}, {u"1.1"_s, false}}) {
         store(u"PrintVis"_s, value);
-        openScreen();
+        open();
         EXPECT_EQ(check(u"chkPrintVis"_s).isChecked(), on) << value.toStdString();
         press(u"cmdCancel"_s);
     }
@@ -281,7 +281,7 @@ TEST_F(FrmOptionsVisTest, ThePreviewIsTickedForExactlyOne)
 
 TEST_F(FrmOptionsVisTest, ATextAreaTakesLinesAndNoMoreThanItsLength)
 {
-    openScreen();
+    open();
     clickTab(3);
     for (const int number : {1, 2}) {
         type(area(number), u"Linje 1\nLinje 2"_s);
@@ -294,7 +294,7 @@ TEST_F(FrmOptionsVisTest, ATextAreaTakesLinesAndNoMoreThanItsLength)
 TEST_F(FrmOptionsVisTest, TheClientWithoutARowOpensAllTheSame)
 {
     run(u"DELETE FROM Klient WHERE KlientNr=5"_s);
-    openScreen();
+    open();
     EXPECT_TRUE(screen()->isVisible());
     EXPECT_EQ(area(1).text(), standardSentence());
     EXPECT_FALSE(check(u"chkTxt1"_s).isChecked());

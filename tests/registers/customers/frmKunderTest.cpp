@@ -5,40 +5,41 @@
 #include "support/Caption.h"
 #include "support/SessionTap.h"
 
+#include <QHeaderView>
 #include <QRadioButton>
 
 // The list of customers.
 
 TEST_F(FrmKunderTest, TheGridHasItsColumns)
 {
-    show();
-    EXPECT_EQ(form()->windowTitle(), u"Kundeliste"_s);
+    open();
+    EXPECT_EQ(screen()->windowTitle(), u"Kundeliste"_s);
     const QStringList headers{u"Kundenr."_s, u"Kundenavn"_s, u"BetBet"_s,      u"Adr1"_s,
                               u"Adr2"_s,     u"PostNr"_s,    u"PostSted"_s,    u"LevAdr1"_s,
                               u"LevAdr2"_s,  u"LevPostNr"_s, u"LevPostSted"_s, u"SammeAdr"_s,
                               u"OrgNr"_s,    u"FakTyp"_s};
     ASSERT_EQ(grid().maxCols(), headers.size());
     for (int col = 1; col <= headers.size(); ++col) {
-        EXPECT_EQ(cell(col, 0), headers[col - 1]);
+        EXPECT_EQ(at(col, 0), headers[col - 1]);
         EXPECT_EQ(grid().colHidden(col), col > 2) << col;
     }
     EXPECT_EQ(grid().defaultColWidth(), 10.5);
     EXPECT_EQ(grid().colWidth(1), 10.5);
     EXPECT_EQ(grid().colWidth(2), 24.12);
-    EXPECT_EQ(captionOf(*control<QRadioButton>(u"optUtvalg_0"_s)), u"Alle"_s);
-    EXPECT_EQ(captionOf(*control<QRadioButton>(u"optUtvalg_1"_s)), u"Kunder"_s);
-    EXPECT_EQ(captionOf(*control<QPushButton>(u"OKButton"_s)), u"OK"_s);
-    EXPECT_EQ(captionOf(*control<QPushButton>(u"CancelButton"_s)), u"Cancel"_s);
+    EXPECT_EQ(captionOf(control<QRadioButton>(u"optUtvalg_0"_s)), u"Alle"_s);
+    EXPECT_EQ(captionOf(control<QRadioButton>(u"optUtvalg_1"_s)), u"Kunder"_s);
+    EXPECT_EQ(captionOf(control<QPushButton>(u"OKButton"_s)), u"OK"_s);
+    EXPECT_EQ(captionOf(control<QPushButton>(u"CancelButton"_s)), u"Cancel"_s);
 }
 
 TEST_F(FrmKunderTest, TheNameTakesTheRoomOfALargerWindow)
 {
-    show();
-    const QSize first = form()->size();
-    form()->resize(first.width() + 200, first.height());
+    open();
+    const QSize first = screen()->size();
+    screen()->resize(first.width() + 200, first.height());
     runEvents();
     EXPECT_DOUBLE_EQ(grid().colWidth(2), 24.12 + grid().twipsToColWidth(200 * 15));
-    form()->resize(first.width() - 50, first.height());
+    screen()->resize(first.width() - 50, first.height());
     runEvents();
     EXPECT_EQ(grid().colWidth(2), 24.12);
 }
@@ -52,7 +53,7 @@ TEST_F(FrmKunderTest, IsDesignedWithAHundredRows)
 TEST_F(FrmKunderTest, TheStatementGoesOutWordForWord)
 {
     SessionTap tap;
-    show();
+    open();
     EXPECT_TRUE(tap.statements().contains(
         u"SELECT K.KundeNr,K.Navn,K.Adr1,K.Adr2,K.PostNr,P.PostSted,K.BetBet,K.LevAdr1,K.LevAdr2,"_s
         u"K.LevPostNr,L.PostSted AS LevPostSted,SammeLevAdr,K.OrganisasjonsNr,K.FakturaType FROM "_s
@@ -67,28 +68,28 @@ TEST_F(FrmKunderTest, OpeningShowsTheCustomersBelowFiftyThousand)
     addCustomer(49999, u"Siste kunde"_s);
     addCustomer(10002, u"Berit"_s);
     run(u"INSERT INTO KundeLev (KlientNr,KundeNr,Navn,BetBet) VALUES (6,1,'Annen klient',1)"_s);
-    show();
-    EXPECT_TRUE(control<QRadioButton>(u"optUtvalg_1"_s)->isChecked());
+    open();
+    EXPECT_TRUE(control<QRadioButton>(u"optUtvalg_1"_s).isChecked());
     EXPECT_EQ(numbers(), QStringList({u" 10002"_s, u" 49999"_s}));
-    click(u"optUtvalg_0"_s);
-    EXPECT_FALSE(control<QRadioButton>(u"optUtvalg_1"_s)->isChecked());
+    press(u"optUtvalg_0"_s);
+    EXPECT_FALSE(control<QRadioButton>(u"optUtvalg_1"_s).isChecked());
     EXPECT_EQ(numbers(), QStringList({u" 10002"_s, u" 49999"_s, u" 50000"_s}));
-    click(u"optUtvalg_1"_s);
+    press(u"optUtvalg_1"_s);
     EXPECT_EQ(numbers(), QStringList({u" 10002"_s, u" 49999"_s}));
 }
 
 TEST_F(FrmKunderTest, BecomingActiveFillsAnew)
 {
-    show();
+    open();
     addCustomer(10001, u"Anne"_s);
-    click(u"optUtvalg_0"_s);
+    press(u"optUtvalg_0"_s);
     EXPECT_EQ(numbers().size(), 1);
     addCustomer(10002, u"Berit"_s);
     auto *other = new RecordingForm(u"frmAnnet"_s);
     other->show();
-    form()->show();
+    screen()->show();
     EXPECT_EQ(numbers().size(), 2);
-    EXPECT_TRUE(control<QRadioButton>(u"optUtvalg_1"_s)->isChecked());
+    EXPECT_TRUE(control<QRadioButton>(u"optUtvalg_1"_s).isChecked());
 }
 
 TEST_F(FrmKunderTest, IkkeVisTakesValuesAboveZeroAndKeepsTheGrid)
@@ -102,17 +103,17 @@ TEST_F(FrmKunderTest, IkkeVisTakesValuesAboveZeroAndKeepsTheGrid)
     picker.settIkkeVis(-1);
     EXPECT_EQ(picker.IkkeVis(), 2);
     addCustomer(10001, u"Anne"_s);
-    show();
+    open();
     EXPECT_TRUE(numbers().isEmpty());
 }
 
 TEST_F(FrmKunderTest, TheDeliveryAddressStandsTwiceInARow)
 {
     addAnne();
-    show();
+    open();
     QStringList row;
     for (int col = 1; col <= grid().maxCols(); ++col)
-        row += cell(col, 1);
+        row += at(col, 1);
     EXPECT_EQ(row, QStringList({u" 10001"_s, u"Annes Transport"_s, u" 14"_s, u"Veien 1"_s,
                                 u"Bakgården"_s, u"0150"_s, u"OSLO"_s, u"Kaia 2"_s, u"1 etasje"_s,
                                 u"5003"_s, u"Kaia 2"_s, u"1 etasje"_s, u"5003"_s, u"BERGEN"_s}));
@@ -121,10 +122,10 @@ TEST_F(FrmKunderTest, TheDeliveryAddressStandsTwiceInARow)
 TEST_F(FrmKunderTest, ACustomerOfNullsOnlyBeyondTheThreeIsShown)
 {
     addCustomer(10001, u"Anne"_s);
-    show();
+    open();
     QStringList row;
     for (int col = 1; col <= grid().maxCols(); ++col)
-        row += cell(col, 1);
+        row += at(col, 1);
     EXPECT_EQ(row.mid(0, 3), QStringList({u" 10001"_s, u"Anne"_s, u" 14"_s}));
     EXPECT_EQ(row.mid(3).join(QString()), QString());
 }
@@ -136,7 +137,7 @@ TEST_F(FrmKunderTest, ARowThatCannotBeComposedRepeatsTheOneBefore)
     addCustomer(10003, u"Null"_s);
     addCustomer(10004, u"Dina"_s, u"Null"_s);
     addCustomer(10005, u"Eva"_s);
-    show();
+    open();
     EXPECT_EQ(numbers(), QStringList({u" 10002"_s, u" 10002"_s, u" 10002"_s, u" 10005"_s}));
 }
 
@@ -145,9 +146,9 @@ TEST_F(FrmKunderTest, AnEmptyRegisterGivesTenRowsAndOkStillCloses)
     mottaker.texts[KundeFelt::KundeNavn] = u"Gammel"_s;
     pick(mottaker, [&] {
         EXPECT_EQ(grid().maxRows(), 10);
-        click(u"OKButton"_s);
+        press(u"OKButton"_s);
     });
-    EXPECT_EQ(form(), nullptr);
+    EXPECT_EQ(screen(), nullptr);
     EXPECT_EQ(mottaker.texts[KundeFelt::KundeNavn], QString());
     EXPECT_EQ(mottaker.texts[KundeFelt::OrganisasjonsNr].trimmed(), QString());
     EXPECT_FALSE(mottaker.given.contains(KundeFelt::ForfallDato));
@@ -158,7 +159,7 @@ TEST_F(FrmKunderTest, TheGridGrowsByFive)
 {
     for (int i = 1; i <= 7; ++i)
         addCustomer(10000 + i, u"Kunde"_s);
-    show();
+    open();
     EXPECT_EQ(grid().maxRows(), 15);
 }
 
@@ -167,12 +168,12 @@ TEST_F(FrmKunderTest, DoubleClickOnTheHeadersSorts)
     addCustomer(10001, u"Berit"_s);
     addCustomer(10002, u"Anne"_s);
     addCustomer(50001, u"Æsop"_s);
-    show();
+    open();
     SessionTap tap;
     doubleClickHeader(1);
     EXPECT_EQ(numbers(), QStringList({u" 50001"_s, u" 10002"_s, u" 10001"_s}))
         << "the filter is not carried over";
-    EXPECT_TRUE(control<QRadioButton>(u"optUtvalg_1"_s)->isChecked());
+    EXPECT_TRUE(control<QRadioButton>(u"optUtvalg_1"_s).isChecked());
     doubleClickHeader(1);
     EXPECT_EQ(numbers(), QStringList({u" 10001"_s, u" 10002"_s, u" 50001"_s}));
     doubleClickHeader(2);
@@ -181,7 +182,7 @@ TEST_F(FrmKunderTest, DoubleClickOnTheHeadersSorts)
     EXPECT_EQ(column(2), QStringList({u"Æsop"_s, u"Berit"_s, u"Anne"_s}));
     doubleClickHeader(1);
     EXPECT_TRUE(tap.statements().last().endsWith(u" WHERE KlientNr= 5 ORDER BY KundeNr ASC"_s));
-    click(u"optUtvalg_1"_s);
+    press(u"optUtvalg_1"_s);
     EXPECT_EQ(numbers().size(), 2);
     EXPECT_TRUE(tap.statements().last().endsWith(u"ORDER BY KundeNr"_s));
     doubleClickHeader(1);
@@ -192,7 +193,7 @@ TEST_F(FrmKunderTest, CtrlEnterSortsByTheActiveColumnAndTheHeaderShowsIt)
 {
     addCustomer(10001, u"Berit"_s);
     addCustomer(10002, u"Anne"_s);
-    show();
+    open();
     const QHeaderView &header = *grid().horizontalHeader();
     EXPECT_EQ(header.sortIndicatorSection(), 0);
     QTest::keyClick(&grid(), Qt::Key_Right);
@@ -203,32 +204,32 @@ TEST_F(FrmKunderTest, CtrlEnterSortsByTheActiveColumnAndTheHeaderShowsIt)
     QTest::keyClick(&grid(), Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(column(2), QStringList({u"Berit"_s, u"Anne"_s}));
     EXPECT_EQ(header.sortIndicatorOrder(), Qt::DescendingOrder);
-    EXPECT_NE(form(), nullptr);
+    EXPECT_NE(screen(), nullptr);
 }
 
 TEST_F(FrmKunderTest, AHeaderWithoutAClauseLeavesTheFormUsable)
 {
     addCustomer(10001, u"Anne"_s);
-    show();
+    open();
     grid().setColHidden(3, false);
     doubleClickHeader(3);
     EXPECT_EQ(grid().dataRowCnt(), 0);
     EXPECT_TRUE(grid().redraw());
     EXPECT_NE(gDB->LastError(), QString());
-    click(u"optUtvalg_0"_s);
+    press(u"optUtvalg_0"_s);
     EXPECT_EQ(numbers(), QStringList({u" 10001"_s}));
 }
 
 TEST_F(FrmKunderTest, NothingCanBeTypedInTheList)
 {
     addCustomer(10001, u"Anne"_s);
-    show();
+    open();
     clickCell(2, 1);
     QTest::keyClick(&grid(), 'x');
     QTest::keyClick(&grid(), Qt::Key_F2);
     QTest::keyClick(&grid(), Qt::Key_Delete);
     EXPECT_FALSE(grid().editMode());
-    EXPECT_EQ(cell(2, 1), u"Anne"_s);
+    EXPECT_EQ(at(2, 1), u"Anne"_s);
 }
 
 TEST_F(FrmKunderTest, NothingIsKeptBetweenOpenings)
@@ -237,20 +238,20 @@ TEST_F(FrmKunderTest, NothingIsKeptBetweenOpenings)
     addCustomer(50001, u"Berit"_s);
     pick(mottaker, [&] {
         doubleClickHeader(1);
-        click(u"CancelButton"_s);
+        press(u"CancelButton"_s);
     });
     runEvents();
     pick(mottaker, [&] {
         EXPECT_EQ(numbers(), QStringList({u" 10001"_s}));
         doubleClickHeader(1);
         EXPECT_EQ(numbers(), QStringList({u" 50001"_s, u" 10001"_s}));
-        click(u"CancelButton"_s);
+        press(u"CancelButton"_s);
     });
 }
 
 TEST_F(FrmKunderTest, LogOffUnloads)
 {
-    show();
+    open();
     EXPECT_TRUE(Forms::instance().logOff());
-    EXPECT_EQ(form(), nullptr);
+    EXPECT_EQ(screen(), nullptr);
 }

@@ -1,16 +1,11 @@
 #pragma once
 
-#include "platform/forms/Forms.h"
-#include "platform/grid/fpSpread.h"
 #include "registers/customers/KundeMottaker.h"
 #include "registers/customers/frmKunder.h"
 #include "shell/component/Main.h"
-#include "support/Control.h"
-#include "support/ModuleTest.h"
+#include "support/ScreenHands.h"
 #include "support/StandingClock.h"
-#include "support/TestApplication.h"
 
-#include <QHeaderView>
 #include <QMap>
 #include <QPushButton>
 
@@ -45,7 +40,7 @@ public:
 };
 
 /// The customer picker on a started module with a few customers.
-class FrmKunderTest : public ModuleTest
+class FrmKunderTest : public ScreenTest, public ScreenHands<frmKunder>
 {
 protected:
     FrmKunderTest()
@@ -55,12 +50,6 @@ protected:
         run(u"INSERT INTO Poststed (PostNr,PostSted) VALUES ('0150','OSLO')"_s);
         run(u"INSERT INTO Poststed (PostNr,PostSted) VALUES ('5003','BERGEN')"_s);
     }
-    void TearDown() override
-    {
-        Unload();
-        runEvents();
-    }
-
     void addCustomer(int number, const QString &name, const QString &betBet = u"14"_s)
     {
         run(u"INSERT INTO KundeLev (KlientNr,KundeNr,Navn,BetBet) VALUES (5,%1,%2,%3)"_s.arg(number)
@@ -76,52 +65,7 @@ protected:
             u"'Kaia 2','1 etasje','5003',True,'EHF')"_s);
     }
 
-    frmKunder &show()
-    {
-        auto &form = SharedForm<frmKunder>::get();
-        form.show();
-        runEvents();
-        return form;
-    }
-    static frmKunder *form() { return SharedForm<frmKunder>::existing(); }
-    template<class Control>
-    static Control *control(const QString &name)
-    {
-        return &controlOf<Control>(form(), name);
-    }
-    static fpSpread &grid() { return *control<fpSpread>(u"fpSpread1"_s); }
-    static QString cell(int col, int row)
-    {
-        grid().setCurrent(col, row);
-        return grid().text();
-    }
-    static QStringList column(int col)
-    {
-        QStringList texts;
-        for (int row = 1; row <= grid().dataRowCnt(); ++row)
-            texts += cell(col, row);
-        return texts;
-    }
     static QStringList numbers() { return column(1); }
-    static QPoint middle(int col, int row)
-    {
-        return grid().visualRect(grid().model()->index(row - 1, col - 1)).center();
-    }
-    static void clickCell(int col, int row)
-    {
-        QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, middle(col, row));
-    }
-    static void doubleClickHeader(int col)
-    {
-        QHeaderView *header = grid().horizontalHeader();
-        const QPoint place(header->sectionViewportPosition(col - 1) + 10, header->height() / 2);
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, place);
-        QTest::mouseDClick(header->viewport(), Qt::LeftButton, {}, place);
-    }
-    static void click(const QString &button)
-    {
-        QTest::mouseClick(control<QAbstractButton>(button), Qt::LeftButton);
-    }
     /// Opens the picker for `receiver` and does something in it; returns once it is closed.
     template<class Action>
     void pick(Mottaker &receiver, Action action)

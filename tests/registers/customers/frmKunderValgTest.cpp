@@ -13,7 +13,7 @@ TEST_F(FrmKunderTest, TheRowThatOkTakesIsMarked)
         doubleClickHeader(1); // falling, on the same row
         EXPECT_EQ(grid().firstSelectedRow(), 2);
         EXPECT_EQ(grid().activeRow(), 2);
-        click(u"OKButton"_s);
+        press(u"OKButton"_s);
     });
     EXPECT_EQ(mottaker.texts[KundeFelt::KundeNavn], u"Anne"_s);
 }
@@ -23,7 +23,7 @@ TEST_F(FrmKunderTest, ThePickArrivesInItsOrderAndShifted)
     addAnne();
     pick(mottaker, [&] {
         clickCell(2, 1);
-        click(u"OKButton"_s);
+        press(u"OKButton"_s);
     });
     using enum KundeFelt;
     EXPECT_EQ(mottaker.given,
@@ -59,7 +59,7 @@ TEST_F(FrmKunderTest, TheMarkIsTheWholeNumberThatLeadsTheSecondDeliveryLine)
         addCustomer(10001, u"Anne"_s);
         run(u"UPDATE KundeLev SET LevAdr2='"_s + line + u'\'');
         Mottaker fresh;
-        pick(fresh, [&] { click(u"OKButton"_s); });
+        pick(fresh, [&] { press(u"OKButton"_s); });
         EXPECT_EQ(fresh.sammeLevAdr, mark) << line.toStdString();
         EXPECT_EQ(fresh.given.last(), KundeFelt::FakturaType);
     }
@@ -69,12 +69,12 @@ TEST_F(FrmKunderTest, TheDueDateGoesByTheDaysAsReadBack)
 {
     addCustomer(10001, u"Anne"_s);
     mottaker.readsBetBetAs = u"30"_s;
-    pick(mottaker, [&] { click(u"OKButton"_s); });
+    pick(mottaker, [&] { press(u"OKButton"_s); });
     EXPECT_EQ(mottaker.texts[KundeFelt::ForfallDato], u"08.04.2014"_s);
 
     Mottaker noNumber;
     noNumber.readsBetBetAs = u"netto"_s;
-    pick(noNumber, [&] { click(u"OKButton"_s); });
+    pick(noNumber, [&] { press(u"OKButton"_s); });
     EXPECT_FALSE(noNumber.given.contains(KundeFelt::ForfallDato));
     EXPECT_TRUE(noNumber.given.contains(KundeFelt::FakturaType));
 }
@@ -83,19 +83,18 @@ TEST_F(FrmKunderTest, ARefusedFieldDoesNotStopTheOthers)
 {
     addCustomer(10001, u"Anne"_s);
     mottaker.refused = KundeFelt::KundeNavn;
-    pick(mottaker, [&] { click(u"OKButton"_s); });
+    pick(mottaker, [&] { press(u"OKButton"_s); });
     EXPECT_EQ(mottaker.given.size(), 13);
-    EXPECT_EQ(form(), nullptr);
+    EXPECT_EQ(screen(), nullptr);
 }
 
 TEST_F(FrmKunderTest, ADoubleClickOnARowPicksIt)
 {
     addCustomer(10001, u"Anne"_s);
     addCustomer(10002, u"Berit"_s);
-    pick(mottaker,
-         [&] { QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, middle(2, 2)); });
+    pick(mottaker, [&] { doubleClickCell(2, 2); });
     EXPECT_EQ(mottaker.texts[KundeFelt::KundeNr], u" 10002"_s);
-    EXPECT_EQ(form(), nullptr);
+    EXPECT_EQ(screen(), nullptr);
 }
 
 TEST_F(FrmKunderTest, ArrowKeysAndEnterPick)
@@ -104,14 +103,14 @@ TEST_F(FrmKunderTest, ArrowKeysAndEnterPick)
     addCustomer(10002, u"Berit"_s);
     pick(mottaker, [&] {
         runEvents();
-        ASSERT_EQ(form()->focusWidget(), &grid());
-        EXPECT_EQ(form()->defaultButton(), nullptr);
+        ASSERT_EQ(screen()->focusWidget(), &grid());
+        EXPECT_EQ(screen()->defaultButton(), nullptr);
         QTest::keyClick(&grid(), Qt::Key_Down);
-        EXPECT_EQ(form()->defaultButton(), control<QPushButton>(u"OKButton"_s));
+        EXPECT_EQ(screen()->defaultButton(), &control<QPushButton>(u"OKButton"_s));
         QTest::keyClick(&grid(), Qt::Key_Return);
     });
     EXPECT_EQ(mottaker.texts[KundeFelt::KundeNavn], u"Berit"_s);
-    EXPECT_EQ(form(), nullptr);
+    EXPECT_EQ(screen(), nullptr);
 }
 
 TEST_F(FrmKunderTest, TypingANameAndEnterPick)
@@ -139,18 +138,18 @@ TEST_F(FrmKunderTest, EnterAtOncePicksTheMarkedRow)
 TEST_F(FrmKunderTest, AClickMakesOkTheDefaultButton)
 {
     addCustomer(10001, u"Anne"_s);
-    show();
-    EXPECT_EQ(form()->defaultButton(), nullptr);
+    open();
+    EXPECT_EQ(screen()->defaultButton(), nullptr);
     clickCell(1, 1);
-    EXPECT_EQ(form()->defaultButton(), control<QPushButton>(u"OKButton"_s));
+    EXPECT_EQ(screen()->defaultButton(), &control<QPushButton>(u"OKButton"_s));
 }
 
 TEST_F(FrmKunderTest, CancelAndEscapeGiveNothing)
 {
     addAnne();
-    pick(mottaker, [&] { click(u"CancelButton"_s); });
-    EXPECT_EQ(form(), nullptr);
+    pick(mottaker, [&] { press(u"CancelButton"_s); });
+    EXPECT_EQ(screen(), nullptr);
     pick(mottaker, [&] { QTest::keyClick(&grid(), Qt::Key_Escape); });
-    EXPECT_EQ(form(), nullptr);
+    EXPECT_EQ(screen(), nullptr);
     EXPECT_TRUE(mottaker.given.isEmpty());
 }

@@ -8,21 +8,17 @@
 #include "shell/component/Main.h"
 #include "state/SharedState.h"
 #include "support/Caption.h"
-#include "support/Control.h"
-#include "support/ModuleTest.h"
+#include "support/ScreenHands.h"
 #include "support/SessionTap.h"
 #include "support/SettingsFolder.h"
 #include "support/StandingClock.h"
-#include "support/TestApplication.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTabBar>
 
 #include <algorithm>
 
@@ -30,7 +26,7 @@ using namespace Qt::StringLiterals;
 
 /// The product register in a started module, on an empty database of client 5 and with settings of
 /// the test's own. No test waits: the clock moves when someone sleeps.
-class ProduktFixture : public ModuleTest
+class ProduktFixture : public ScreenTest, public ScreenHands<frmProdukt>
 {
 protected:
     ProduktFixture()
@@ -41,15 +37,6 @@ protected:
         (void)gDB->LastError(); // the start on a new database leaves a refusal there
         runEvents();
     }
-    void TearDown() override
-    {
-        for (const QPointer<Form> &form : Forms::loaded()) {
-            if (form)
-                form->unload();
-        }
-        runEvents();
-    }
-
     /// Stores a product of client 5 with prices 10 and 20 and rate 25.
     void addProduct(const QString &number, const QString &name)
     {
@@ -69,39 +56,14 @@ protected:
         addProduct(u"B2"_s, u"Filter"_s);
         addProduct(u"C3"_s, u"Pære"_s);
     }
-    void openScreen()
-    {
-        SharedForm<frmProdukt>::get().show();
-        settle();
-    }
-    static frmProdukt *screen() { return SharedForm<frmProdukt>::existing(); }
-    template<class Control>
-    static Control &control(const QString &name)
-    {
-        return controlOf<Control>(screen(), name);
-    }
-
     // --- What is on the screen
 
-    static fpSpread &grid() { return control<fpSpread>(u"vaSpread1"_s); }
     static QLineEdit &field(int index) { return control<QLineEdit>(u"txtFields_%1"_s.arg(index)); }
     static QComboBox &rate() { return control<QComboBox>(u"cmbMvaSats"_s); }
     static QCheckBox &gross() { return control<QCheckBox>(u"chkBruttoPris"_s); }
     static QWidget &page(int index) { return control<QWidget>(u"frTabStrip_%1"_s.arg(index)); }
     static QString label() { return control<QLabel>(u"Label1"_s).text(); }
     static int selectedTab() { return control<TabStrip>(u"TabStrip1"_s).selected(); }
-    static QString at(int col, int row)
-    {
-        return grid().model()->index(row - 1, col - 1).data().toString();
-    }
-    /// The first `cols` cells of a row.
-    static QStringList rowTexts(int row, int cols = 9)
-    {
-        QStringList texts;
-        for (int col = 1; col <= cols; ++col)
-            texts += at(col, row);
-        return texts;
-    }
     /// The fields 0 to 5, the rate, the check mark and the ID.
     static QStringList details()
     {
@@ -125,64 +87,10 @@ protected:
         }
         return captions.join(u' ');
     }
-    static QString focused()
-    {
-        const QWidget *widget = screen()->focusWidget();
-        return widget ? widget->objectName() : QString();
-    }
     static bool isNoteUp() { return Forms::byName(u"frmTMsgBox"_s) != nullptr; }
 
     // --- What a user does
 
-    static void press(const QString &button)
-    {
-        QTest::mouseClick(&control<QPushButton>(button), Qt::LeftButton);
-        settle();
-    }
-    static void clickTab(int number)
-    {
-        auto *bar = control<TabStrip>(u"TabStrip1"_s).tabBar();
-        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(number - 1).center());
-        settle();
-    }
-    static QPoint middle(int col, int row)
-    {
-        return grid().visualRect(grid().model()->index(row - 1, col - 1)).center();
-    }
-    static void clickCell(int col, int row)
-    {
-        QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, middle(col, row));
-        settle();
-    }
-    static void doubleClickCell(int col, int row)
-    {
-        QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, middle(col, row));
-        settle();
-    }
-    /// A key to the control that has the focus; the keys that it makes the screen send come after.
-    static void key(Qt::Key pressed, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(screen()->focusWidget(), pressed, modifiers);
-        settle();
-    }
-    /// Marks what stands in a field and types over it.
-    static void type(QLineEdit &into, const QString &text)
-    {
-        into.setFocus();
-        into.selectAll();
-        if (text.isEmpty())
-            QTest::keyClick(&into, Qt::Key_Delete);
-        for (const QChar c : text) {
-            QKeyEvent typed(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
-            QApplication::sendEvent(&into, &typed);
-        }
-    }
-    /// Lets a chain of sent keys come to its end.
-    static void settle()
-    {
-        for (int i = 0; i < 12; ++i)
-            runEvents();
-    }
     /// Opens the first product for change.
     static void changeFirst()
     {

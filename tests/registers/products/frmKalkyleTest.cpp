@@ -1,17 +1,14 @@
 #include "registers/products/frmKalkyle.h"
 
-#include "platform/forms/Forms.h"
 #include "platform/forms/Image.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/forms/Twips.h"
 #include "shell/settings/clsRegSettings.h"
 #include "state/SharedState.h"
 #include "support/Caption.h"
-#include "support/Control.h"
-#include "support/ModuleTest.h"
+#include "support/ScreenHands.h"
 #include "support/SessionTap.h"
 #include "support/SettingsFolder.h"
-#include "support/TestApplication.h"
 
 #include <QFileInfo>
 #include <QLineEdit>
@@ -25,42 +22,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class FrmKalkyleTest : public ModuleTest
+class FrmKalkyleTest : public ScreenTest, public ScreenHands<frmKalkyle>
 {
 protected:
     FrmKalkyleTest()
     {
         makeParentTables();
         startModule();
-        SharedForm<frmKalkyle>::get().show();
-        runEvents();
+        open();
     }
     ~FrmKalkyleTest() override { qputenv("PATH", m_path); }
-    void TearDown() override
-    {
-        for (const QPointer<Form> &form : Forms::loaded()) {
-            if (form)
-                form->unload();
-        }
-        runEvents();
-    }
-
-    static frmKalkyle *screen() { return SharedForm<frmKalkyle>::existing(); }
-    template<class Control>
-    static Control &control(const QString &name)
-    {
-        return controlOf<Control>(screen(), name);
-    }
     static QRadioButton &option(int number)
     {
         return control<QRadioButton>(u"Option%1"_s.arg(number));
     }
     static QLineEdit &box(const QString &name) { return control<QLineEdit>(name); }
-    static void press(const QString &button)
-    {
-        QTest::mouseClick(&control<QPushButton>(button), Qt::LeftButton);
-        runEvents();
-    }
     /// Makes a program of that name in the folder that is searched for programs; the path of the
     /// file that it makes when it runs.
     QString makeProgram(const QString &name)

@@ -14,7 +14,7 @@ protected:
     void SetUp() override
     {
         addThreeProducts();
-        openScreen();
+        open();
     }
     static std::vector<QWidget *> detailControls()
     {

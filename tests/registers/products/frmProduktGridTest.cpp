@@ -12,7 +12,7 @@ protected:
     void SetUp() override
     {
         addThreeProducts();
-        openScreen();
+        open();
     }
     static CellType typeAt(int col, int row)
     {
@@ -184,8 +184,9 @@ TEST_F(FrmProduktGridTest, NothingOfTheGridReachesTheDatabase)
     EXPECT_EQ(products(), before);
 
     clickTab(1);
-    EXPECT_EQ(rowTexts(1, 10), QStringList({u"A1"_s, u"Olje"_s, u"Diverse"_s, u"stk"_s, u"10,00"_s,
-                                            u" 20,00"_s, u"25,0"_s, u"0"_s, u"1"_s, QString()}))
+    EXPECT_EQ(rowTexts(1, 1, 10),
+              QStringList({u"A1"_s, u"Olje"_s, u"Diverse"_s, u"stk"_s, u"10,00"_s, u" 20,00"_s,
+                           u"25,0"_s, u"0"_s, u"1"_s, QString()}))
         << "gone with the next read";
 }
 
@@ -220,7 +221,7 @@ TEST_F(FrmProduktGridTest, TurnsToTheDetailsInTheMiddleOfAnEdit)
 TEST_F(FrmProduktGridTest, EnterOpensTheProductThatIsFound)
 {
     addThreeProducts();
-    openScreen();
+    open();
     key(Qt::Key_F, Qt::ControlModifier);
     QTest::keyClicks(&grid(), u"filt"_s);
     settle();
@@ -234,7 +235,7 @@ TEST_F(FrmProduktGridTest, EnterOpensTheProductThatIsFound)
 TEST_F(FrmProduktGridTest, AHeaderSortsByMouseAndByKey)
 {
     addThreeProducts();
-    openScreen();
+    open();
     const QHeaderView &header = *grid().horizontalHeader();
     QTest::mouseDClick(header.viewport(), Qt::LeftButton, {},
                        QPoint(header.sectionViewportPosition(1) + 20, header.height() / 2));

@@ -13,7 +13,7 @@ protected:
     void SetUp() override
     {
         addProduct(u"A1"_s, u"Olje"_s);
-        openScreen();
+        open();
     }
     static void fillIn(const QStringList &texts)
     {

@@ -18,7 +18,7 @@ const QString kDetailsLabel =
 
 TEST_F(FrmProduktModusTest, TheDetailsWithoutASelectionKeepTheirTexts)
 {
-    openScreen();
+    open();
     clickTab(2);
     EXPECT_EQ(selectedTab(), 2);
     EXPECT_EQ(label(), kDetailsLabel);
@@ -29,9 +29,9 @@ TEST_F(FrmProduktModusTest, TheDetailsWithoutASelectionKeepTheirTexts)
 TEST_F(FrmProduktModusTest, TheDetailsShowTheFirstSelectedRow)
 {
     addThreeProducts();
-    openScreen();
+    open();
     clickCell(1, 2);
-    QTest::mouseClick(grid().viewport(), Qt::LeftButton, Qt::ShiftModifier, middle(1, 3));
+    clickCell(1, 3, Qt::ShiftModifier);
     runEvents();
     run(u"UPDATE Produkt SET ProduktNavn='Filter stort' WHERE ID=2"_s);
     const SessionTap tap;
@@ -45,9 +45,9 @@ TEST_F(FrmProduktModusTest, TheDetailsShowTheFirstSelectedRow)
 TEST_F(FrmProduktModusTest, OfASelectionDrawnUpwardsTheDetailsShowTheUppermostRow)
 {
     addThreeProducts();
-    openScreen();
+    open();
     clickCell(1, 3);
-    QTest::mouseClick(grid().viewport(), Qt::LeftButton, Qt::ShiftModifier, middle(1, 2));
+    clickCell(1, 2, Qt::ShiftModifier);
     runEvents();
     EXPECT_EQ(details()[1], u"Pære"_s) << "the list's current row while out of sight";
     clickTab(2);
@@ -56,7 +56,7 @@ TEST_F(FrmProduktModusTest, OfASelectionDrawnUpwardsTheDetailsShowTheUppermostRo
 
 TEST_F(FrmProduktModusTest, TheListIsReadAnewWithItsTab)
 {
-    openScreen();
+    open();
     clickTab(2);
     addProduct(u"A1"_s, u"Olje"_s);
     clickTab(1);
@@ -69,7 +69,7 @@ TEST_F(FrmProduktModusTest, TheListIsReadAnewWithItsTab)
 
 TEST_F(FrmProduktModusTest, ThePageOfTheTabStandsInTheStripAndTheOtherIsAway)
 {
-    openScreen();
+    open();
     const int away = twipsToPixels(-20000);
     EXPECT_EQ(page(0).x(), 8);
     EXPECT_EQ(page(1).x(), away);
@@ -89,7 +89,7 @@ TEST_F(FrmProduktModusTest, ThePageOfTheTabStandsInTheStripAndTheOtherIsAway)
 TEST_F(FrmProduktModusTest, ATabChangeAsksNothingAndKeepsTheMode)
 {
     addThreeProducts();
-    openScreen();
+    open();
     changeFirst();
     type(field(1), u"Halvferdig"_s);
     clickTab(1);
@@ -107,7 +107,7 @@ TEST_F(FrmProduktModusTest, ATabChangeAsksNothingAndKeepsTheMode)
 TEST_F(FrmProduktModusTest, ADoubleClickSelectsTheRowAndOpensItsDetails)
 {
     addThreeProducts();
-    openScreen();
+    open();
     doubleClickCell(4, 2);
     EXPECT_EQ(selectedTab(), 2);
     EXPECT_EQ(page(1).x(), 8);
@@ -123,7 +123,7 @@ TEST_F(FrmProduktModusTest, ADoubleClickSelectsTheRowAndOpensItsDetails)
 TEST_F(FrmProduktModusTest, ADoubleClickOnAnEmptyRowKeepsThePageButForTheId)
 {
     addThreeProducts();
-    openScreen();
+    open();
     clickCell(1, 1);
     doubleClickCell(1, 7);
     QStringList kept = kOljeDetails;
@@ -135,7 +135,7 @@ TEST_F(FrmProduktModusTest, ADoubleClickOnAnEmptyRowKeepsThePageButForTheId)
 TEST_F(FrmProduktModusTest, ADoubleClickOnAColumnHeaderOpensNothing)
 {
     addThreeProducts();
-    openScreen();
+    open();
     auto *header = grid().horizontalHeader();
     QTest::mouseDClick(header->viewport(), Qt::LeftButton, {}, QPoint(20, header->height() / 2));
     runEvents();
@@ -146,7 +146,7 @@ TEST_F(FrmProduktModusTest, ADoubleClickOnAColumnHeaderOpensNothing)
 TEST_F(FrmProduktModusTest, TheDetailsFollowTheListWhileTheyAreOutOfSight)
 {
     addThreeProducts();
-    openScreen();
+    open();
     clickCell(2, 1);
     EXPECT_EQ(details(), kOljeDetails);
     key(Qt::Key_Down);
@@ -162,7 +162,7 @@ TEST_F(FrmProduktModusTest, TheMarkFollowsTheFlagHoweverItWasWritten)
 {
     run(u"INSERT INTO Produkt (KlientNr,ProduktNr,BruttoPris) VALUES (5,'A1',-1)"_s);
     run(u"INSERT INTO Produkt (KlientNr,ProduktNr,BruttoPris) VALUES (5,'B2',0)"_s);
-    openScreen();
+    open();
     EXPECT_EQ(at(8, 1), u"1"_s);
     clickCell(1, 1);
     EXPECT_TRUE(gross().isChecked());
@@ -173,7 +173,7 @@ TEST_F(FrmProduktModusTest, TheMarkFollowsTheFlagHoweverItWasWritten)
 TEST_F(FrmProduktModusTest, AProductThatIsGoneKeepsThePage)
 {
     addThreeProducts();
-    openScreen();
+    open();
     clickCell(1, 1);
     run(u"DELETE FROM Produkt WHERE ID=2"_s);
     clickCell(1, 2);
@@ -188,7 +188,7 @@ TEST_F(FrmProduktModusTest, NyEmptiesThePageAndTurnsToIt)
 {
     addThreeProducts();
     run(u"UPDATE Produkt SET BruttoPris=1 WHERE ID=1"_s);
-    openScreen();
+    open();
     doubleClickCell(1, 1);
     ASSERT_TRUE(gross().isChecked());
     press(u"btnNew"_s);
@@ -201,7 +201,7 @@ TEST_F(FrmProduktModusTest, NyEmptiesThePageAndTurnsToIt)
 
 TEST_F(FrmProduktModusTest, NyGoesToTheNameToo)
 {
-    openScreen();
+    open();
     newProduct();
     EXPECT_EQ(focused(), u"txtFields_1"_s)
         << "the first field gets the focus while the page is still for reading, and sends it on";
@@ -209,7 +209,7 @@ TEST_F(FrmProduktModusTest, NyGoesToTheNameToo)
 
 TEST_F(FrmProduktModusTest, NyPutsTheFirstRateInPlaceOfATypedOne)
 {
-    openScreen();
+    open();
     newProduct();
     type(*rate().lineEdit(), u"12"_s);
     press(u"btnCancel"_s);
@@ -221,7 +221,7 @@ TEST_F(FrmProduktModusTest, NyPutsTheFirstRateInPlaceOfATypedOne)
 TEST_F(FrmProduktModusTest, NyWritesNothing)
 {
     addThreeProducts();
-    openScreen();
+    open();
     clickTab(2);
     const SessionTap tap;
     press(u"btnNew"_s);
@@ -234,7 +234,7 @@ TEST_F(FrmProduktModusTest, NyWritesNothing)
 TEST_F(FrmProduktModusTest, EndreOpensTheFields)
 {
     addThreeProducts();
-    openScreen();
+    open();
     changeFirst();
     EXPECT_EQ(enabledButtons(), u"Lagre Avbryt Avslutt"_s);
     EXPECT_EQ(details(), kOljeDetails);
@@ -245,7 +245,7 @@ TEST_F(FrmProduktModusTest, EndreOpensTheFields)
 TEST_F(FrmProduktModusTest, AvbrytKeepsWhatWasTypedAndStaysEnabled)
 {
     addThreeProducts();
-    openScreen();
+    open();
     changeFirst();
     type(field(1), u"Halvferdig"_s);
     const SessionTap tap;
@@ -261,7 +261,7 @@ TEST_F(FrmProduktModusTest, AvbrytKeepsWhatWasTypedAndStaysEnabled)
 TEST_F(FrmProduktModusTest, AvbrytAfterNyLeavesThePageEmpty)
 {
     addThreeProducts();
-    openScreen();
+    open();
     doubleClickCell(1, 1);
     press(u"btnNew"_s);
     press(u"btnCancel"_s);

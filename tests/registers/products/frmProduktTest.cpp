@@ -36,7 +36,7 @@ TEST_F(FrmProduktTest, TheMenuOpensOneRegister)
 
 TEST_F(FrmProduktTest, OpensWithOnlyAvsluttToClick)
 {
-    openScreen();
+    open();
     EXPECT_EQ(screen()->objectName(), u"frmProdukt"_s);
     EXPECT_FALSE(screen()->isModal());
     EXPECT_EQ(selectedTab(), 1);
@@ -50,20 +50,20 @@ TEST_F(FrmProduktTest, OpensAtItsPlaceAndComesBackToTheLast)
 {
     SharedForm<frmProdukt>::get().load();
     EXPECT_EQ(screen()->place(), QRect(200 / 15 * 15, 200 / 15 * 15, 9150, 6435));
-    openScreen();
+    open();
     screen()->setPlace(600, 750, 10500, 7500);
     const QRect left = screen()->place();
     screen()->close();
     runEvents();
     EXPECT_EQ(stored(u"FWidth"_s), u"10500"_s);
     EXPECT_EQ(stored(u"FHeight"_s), u"7500"_s);
-    openScreen();
+    open();
     EXPECT_EQ(screen()->place(), left);
 }
 
 TEST_F(FrmProduktTest, ControlsHaveTheirTexts)
 {
-    openScreen();
+    open();
     const QStringList labels{u"Produktnr.:"_s,  u"Navn:"_s,      u"Produktgruppe:"_s, u"Enhet:"_s,
                              u"Inntakskost:"_s, u"Salgspris:"_s, u"MVA sats (%):"_s,  u"ID:"_s};
     const QWidget *controls[] = {&field(0), &field(1), &field(2), &field(3),
@@ -89,7 +89,7 @@ TEST_F(FrmProduktTest, ControlsHaveTheirTexts)
 
 TEST_F(FrmProduktTest, TheRatesAreOfferedFromTheHighestAndOthersCanBeTyped)
 {
-    openScreen();
+    open();
     QStringList rates;
     for (int i = 0; i < rate().count(); ++i)
         rates += rate().itemText(i);
@@ -105,7 +105,7 @@ TEST_F(FrmProduktTest, TheRatesAreOfferedFromTheHighestAndOthersCanBeTyped)
 
 TEST_F(FrmProduktTest, TheGridIsBuiltAsDesigned)
 {
-    openScreen();
+    open();
     EXPECT_EQ(grid().maxCols(), 10);
     QStringList visible;
     for (int col = 1; col <= 10; ++col) {
@@ -132,7 +132,7 @@ TEST_F(FrmProduktTest, ReadsTheClientsProductsInOrderOfTheirNumbers)
     addProduct(u"A1"_s, u"Olje"_s);
     run(u"INSERT INTO Produkt (KlientNr,ProduktNr) VALUES (6,'B2')"_s);
     const SessionTap tap;
-    openScreen();
+    open();
     EXPECT_EQ(tap.statements(), QStringList({kFill}));
     EXPECT_EQ(at(1, 1), u"A1"_s);
     EXPECT_EQ(at(1, 2), u"C3"_s);
@@ -145,11 +145,11 @@ TEST_F(FrmProduktTest, ARowShowsItsColumnsInTheirForms)
         u"MvaSats,BruttoPris) VALUES (5,'A1','Olje','Diverse','stk',1234.5,1234.5,12.5,1)"_s);
     run(u"INSERT INTO Produkt (KlientNr,ProduktNr,ProduktNavn,ProduktGruppe,Enhet,InnPris,UtPris,"
         u"MvaSats,BruttoPris) VALUES (5,'B2','','','',0,1234567,0,0)"_s);
-    openScreen();
-    EXPECT_EQ(rowTexts(1, 10),
+    open();
+    EXPECT_EQ(rowTexts(1, 1, 10),
               QStringList({u"A1"_s, u"Olje"_s, u"Diverse"_s, u"stk"_s, u"1234,50"_s, u"1 234,50"_s,
                            u"12,5"_s, u"1"_s, u"1"_s, QString()}));
-    EXPECT_EQ(rowTexts(2, 10),
+    EXPECT_EQ(rowTexts(2, 1, 10),
               QStringList({u"B2"_s, QString(), u" "_s, u" "_s, u"0,00"_s, u"1234 567,00"_s,
                            u"0,0"_s, u"0"_s, u"2"_s, QString()}));
 }
@@ -157,7 +157,7 @@ TEST_F(FrmProduktTest, ARowShowsItsColumnsInTheirForms)
 TEST_F(FrmProduktTest, TheColumnsGetTheirTypesAfterTheRows)
 {
     addThreeProducts();
-    openScreen();
+    open();
     const auto kindOf = [](int col, int row) {
         grid().setCurrent(col, row);
         return grid().cellType().kind;
@@ -178,7 +178,7 @@ TEST_F(FrmProduktTest, TheColumnsGetTheirTypesAfterTheRows)
 
 TEST_F(FrmProduktTest, AnEmptyRegisterGivesTenEmptyRows)
 {
-    openScreen();
+    open();
     EXPECT_EQ(grid().maxRows(), 10);
     EXPECT_EQ(grid().dataRowCnt(), 0);
 }
@@ -186,7 +186,7 @@ TEST_F(FrmProduktTest, AnEmptyRegisterGivesTenEmptyRows)
 TEST_F(FrmProduktTest, TenProductsKeepTenRows)
 {
     addProducts(10);
-    openScreen();
+    open();
     EXPECT_EQ(grid().maxRows(), 10);
     EXPECT_EQ(grid().dataRowCnt(), 10);
 }
@@ -194,7 +194,7 @@ TEST_F(FrmProduktTest, TenProductsKeepTenRows)
 TEST_F(FrmProduktTest, ElevenProductsGetTwoRowsMore)
 {
     addProducts(11);
-    openScreen();
+    open();
     EXPECT_EQ(grid().maxRows(), 13);
     EXPECT_EQ(grid().dataRowCnt(), 11);
 }
@@ -210,7 +210,7 @@ TEST_F(FrmProduktTest, ProductsBeyondTheCounterAreWrittenOverItsLastRow)
                            nullptr, nullptr, nullptr),
               SQLITE_OK);
     sqlite3_close(database);
-    openScreen();
+    open();
     EXPECT_EQ(grid().maxRows(), 32771);
     EXPECT_EQ(grid().dataRowCnt(), 32767);
     EXPECT_EQ(at(1, 32766), u"32766"_s);
@@ -221,9 +221,9 @@ TEST_F(FrmProduktTest, ANullLeavesItsCellEmptyAndItsFieldAsItWas)
 {
     addProduct(u"A1"_s, u"Olje"_s);
     run(u"INSERT INTO Produkt (KlientNr,ProduktNr) VALUES (5,'B2')"_s);
-    openScreen();
-    EXPECT_EQ(rowTexts(2), QStringList({u"B2"_s, QString(), QString(), QString(), QString(),
-                                        QString(), QString(), u"0"_s, u"2"_s}));
+    open();
+    EXPECT_EQ(rowTexts(2, 1, 9), QStringList({u"B2"_s, QString(), QString(), QString(), QString(),
+                                              QString(), QString(), u"0"_s, u"2"_s}));
     clickCell(1, 1);
     EXPECT_EQ(details(), kOljeDetails);
     clickCell(1, 2);
@@ -236,7 +236,7 @@ TEST_F(FrmProduktTest, ANullLeavesItsCellEmptyAndItsFieldAsItWas)
 TEST_F(FrmProduktTest, AFailedReadLeavesTheGridClearedWithoutAMessage)
 {
     addThreeProducts();
-    openScreen();
+    open();
     ASSERT_EQ(grid().dataRowCnt(), 3);
     run(u"DROP TABLE Produkt"_s);
     clickTab(1);
@@ -248,7 +248,7 @@ TEST_F(FrmProduktTest, AFailedReadLeavesTheGridClearedWithoutAMessage)
 
 TEST_F(FrmProduktTest, AfterAFailedReadNyFailsInItsAddition)
 {
-    openScreen();
+    open();
     run(u"DROP TABLE Produkt"_s);
     clickTab(1);
     clickTab(2);
@@ -263,7 +263,7 @@ TEST_F(FrmProduktTest, AfterAFailedReadNyFailsInItsAddition)
 TEST_F(FrmProduktTest, OppfriskReadsAnew)
 {
     addThreeProducts();
-    openScreen();
+    open();
     clickTab(1);
     clickCell(1, 2);
     run(u"UPDATE Produkt SET ProduktNavn='Filter stort' WHERE ID=2"_s);
@@ -276,7 +276,7 @@ TEST_F(FrmProduktTest, OppfriskReadsAnew)
 
 TEST_F(FrmProduktTest, InitGridAndAReadUnlockTheGrid)
 {
-    openScreen();
+    open();
     const auto isLocked = [] {
         grid().setCurrent(1, 1);
         return grid().lock() || grid().protect();
@@ -294,7 +294,7 @@ TEST_F(FrmProduktTest, AnotherClientComesWithTheNextRead)
 {
     addProduct(u"A1"_s, u"Olje"_s);
     run(u"INSERT INTO Produkt (KlientNr,ProduktNr) VALUES (6,'K6')"_s);
-    openScreen();
+    open();
     gKlient = 6;
     EXPECT_EQ(at(1, 1), u"A1"_s);
     clickTab(1);
@@ -306,7 +306,7 @@ TEST_F(FrmProduktTest, AnotherClientComesWithTheNextRead)
 TEST_F(FrmProduktTest, EscapeClosesAheadOfTheControls)
 {
     addThreeProducts();
-    openScreen();
+    open();
     changeFirst();
     type(field(1), u"Ulagret"_s);
     QTest::keyClick(&field(1), Qt::Key_Escape);
@@ -317,7 +317,7 @@ TEST_F(FrmProduktTest, EscapeClosesAheadOfTheControls)
 
 TEST_F(FrmProduktTest, AvsluttCloses)
 {
-    openScreen();
+    open();
     const QPointer<frmProdukt> before = screen();
     QTest::mouseClick(&control<QPushButton>(u"btnClose"_s), Qt::LeftButton);
     runEvents();
@@ -326,14 +326,14 @@ TEST_F(FrmProduktTest, AvsluttCloses)
 
 TEST_F(FrmProduktTest, F1AsksForItsTopic)
 {
-    openScreen();
+    open();
     QTest::keyClick(&grid(), Qt::Key_F1);
     EXPECT_EQ(gHelpTopic, u"html\\produkt.htm"_s);
 }
 
 TEST_F(FrmProduktTest, TheHelpImageTakesTheSamePathAsTheKey)
 {
-    openScreen();
+    open();
     auto &image = control<Image>(u"imgF1"_s);
     EXPECT_EQ(image.size(), QSize(24, 24));
     gHelpTopic.clear();
@@ -345,14 +345,14 @@ TEST_F(FrmProduktTest, TheHelpImageTakesTheSamePathAsTheKey)
 
 TEST_F(FrmProduktTest, ClosesWithTheSession)
 {
-    openScreen();
+    open();
     EXPECT_TRUE(Forms::instance().logOff());
     EXPECT_EQ(screen(), nullptr);
 }
 
 TEST_F(FrmProduktTest, ClosesWithTheMenu)
 {
-    openScreen();
+    open();
     Forms::byName(u"frmRegningsdel"_s)->close();
     EXPECT_EQ(screen(), nullptr);
 }
@@ -360,11 +360,11 @@ TEST_F(FrmProduktTest, ClosesWithTheMenu)
 TEST_F(FrmProduktTest, CanBeOpenedAnew)
 {
     addThreeProducts();
-    openScreen();
+    open();
     changeFirst();
     screen()->close();
     runEvents();
-    openScreen();
+    open();
     EXPECT_EQ(selectedTab(), 1);
     EXPECT_EQ(details(), kDesignTexts);
     clickTab(2);
@@ -377,7 +377,7 @@ TEST_F(FrmProduktTest, CanBeOpenedAnew)
 
 TEST_F(FrmProduktTest, TheFormHoldsItsSmallestSize)
 {
-    openScreen();
+    open();
     screen()->setPlace(200, 200, 3000, 3000);
     runEvents();
     EXPECT_EQ(screen()->width(), twipsToPixels(9100));
@@ -386,7 +386,7 @@ TEST_F(FrmProduktTest, TheFormHoldsItsSmallestSize)
 
 TEST_F(FrmProduktTest, StripPageAndGridFollowTheForm)
 {
-    openScreen();
+    open();
     for (const QSize twips : {QSize(9150, 6435), QSize(15000, 9000)}) {
         screen()->setPlace(200, 200, twips.width(), twips.height());
         runEvents();
@@ -406,7 +406,7 @@ TEST_F(FrmProduktTest, StripPageAndGridFollowTheForm)
 TEST_F(FrmProduktTest, TheNameTakesTheSpareWidth)
 {
     addProducts(40);
-    openScreen();
+    open();
     const double before = grid().colWidth(2);
     screen()->setPlace(200, 200, 15000, 9000);
     runEvents();
@@ -419,7 +419,7 @@ TEST_F(FrmProduktTest, TheNameTakesTheSpareWidth)
 
 TEST_F(FrmProduktTest, TheListTakesASizeThatWasGivenOnTheDetails)
 {
-    openScreen();
+    open();
     const double before = grid().colWidth(2);
     clickTab(2);
     screen()->setPlace(200, 200, 15000, 9000);
@@ -432,7 +432,7 @@ TEST_F(FrmProduktTest, TheListTakesASizeThatWasGivenOnTheDetails)
 TEST_F(FrmProduktTest, TheDetailsTakeASizeThatWasGivenOnTheList)
 {
     addThreeProducts();
-    openScreen();
+    open();
     screen()->setPlace(200, 200, 15000, 9000);
     runEvents();
     doubleClickCell(1, 1);
