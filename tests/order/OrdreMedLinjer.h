@@ -12,7 +12,7 @@
 class OrdreMedLinjer : public OrdreSkjerm
 {
 protected:
-    static fpSpread &grid() { return *control<fpSpread>(QStringLiteral("vaSpread1")); }
+    static fpSpread &grid() { return Bilde::grid(); }
     static std::pair<int, int> aktiv() { return {grid().activeCol(), grid().activeRow()}; }
 
     /// Gives the grid the focus, in that cell, without any cell being left.
@@ -27,7 +27,7 @@ protected:
     static void tastInn(const QString &text)
     {
         for (const QChar c : text)
-            QTest::keyClick(QApplication::focusWidget(), c.toLatin1());
+            hands::type(*QApplication::focusWidget(), c);
     }
     /// A key for what has the focus in the grid: the grid itself or the cell that is open.
     static void gridtast(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
@@ -52,22 +52,10 @@ protected:
         tastInn(antall);
         gridtast(Qt::Key_Tab);
     }
-    static QPoint midt(int col, int row)
-    {
-        return grid().visualRect(grid().model()->index(row - 1, col - 1)).center();
-    }
-    static void klikkCelle(int col, int row)
-    {
-        QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, midt(col, row));
-        runEvents();
-    }
-    /// The texts of a row's cells from column `first` to `last`.
+    static void klikkCelle(int col, int row) { Bilde::clickCell(col, row); }
     static QStringList rad(int row, int first, int last)
     {
-        QStringList texts;
-        for (int col = first; col <= last; ++col)
-            texts += celle(col, row);
-        return texts;
+        return Bilde::rowTexts(row, first, last);
     }
     void leggProdukt(const QString &nr, const QString &navn, const QString &utPris,
                      const QString &mvaSats, int bruttoPris = 0)

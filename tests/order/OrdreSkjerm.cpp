@@ -1,8 +1,6 @@
 #include "order/OrdreSkjerm.h"
 
 #include "data/clsAdoUtils.h"
-#include "platform/forms/Forms.h"
-#include "platform/grid/fpSpread.h"
 #include "shell/component/frmRegningsdel.h"
 #include "state/SharedState.h"
 
@@ -66,45 +64,12 @@ OrdreSkjerm::OrdreSkjerm()
     runEvents();
 }
 
-OrdreSkjerm::~OrdreSkjerm()
-{
-    reload(); // the database goes away before the module's own turn
-}
-
-QString OrdreSkjerm::connectionString() const
-{
-    return m_underlag->connectionString(ModuleTest::connectionString());
-}
-
 void OrdreSkjerm::TearDown()
 {
-    for (const QPointer<Form> &form : Forms::loaded()) {
-        if (form)
-            form->unload();
-    }
+    unloadForms();
     runEvents();
     frmOrdre::settUtskriftApner({});
     EXPECT_EQ(meldinger.ta(), QStringList()) << "not looked at by the test";
-}
-
-void OrdreSkjerm::apne()
-{
-    SharedForm<frmOrdre>::get().show();
-    roFokus();
-}
-
-void OrdreSkjerm::roFokus()
-{
-    const QWidget *before = nullptr;
-    do {
-        before = QApplication::focusWidget();
-        runEvents();
-    } while (QApplication::focusWidget() != before);
-}
-
-frmOrdre *OrdreSkjerm::skjerm()
-{
-    return SharedForm<frmOrdre>::existing();
 }
 
 QStringList OrdreSkjerm::knapperPaa()
@@ -118,20 +83,6 @@ QStringList OrdreSkjerm::knapperPaa()
     return names;
 }
 
-QString OrdreSkjerm::fokus()
-{
-    const QWidget *widget = skjerm()->focusWidget();
-    return widget ? widget->objectName() : QString();
-}
-
-void OrdreSkjerm::klikk(const QString &name)
-{
-    skjerm()->activateWindow();
-    runEvents();
-    QTest::mouseClick(control(name), Qt::LeftButton);
-    roFokus();
-}
-
 void OrdreSkjerm::gaTil(int nr)
 {
     klikk(u"txtFields_%1"_s.arg(nr));
@@ -141,23 +92,7 @@ void OrdreSkjerm::skriv(int nr, const QString &text)
 {
     gaTil(nr);
     ASSERT_EQ(skjerm()->focusWidget(), felt(nr));
-    felt(nr)->selectAll();
-    if (text.isEmpty())
-        QTest::keyClick(felt(nr), Qt::Key_Delete);
-    else
-        QTest::keyClicks(felt(nr), text);
-}
-
-void OrdreSkjerm::tast(Qt::Key key, Qt::KeyboardModifiers modifiers)
-{
-    QTest::keyClick(skjerm()->focusWidget(), key, modifiers);
-    roFokus();
-}
-
-QString OrdreSkjerm::celle(int col, int row)
-{
-    const QAbstractItemModel *model = control<fpSpread>(u"vaSpread1"_s)->model();
-    return model->index(row - 1, col - 1).data().toString();
+    hands::typeOver(*felt(nr), text);
 }
 
 int OrdreSkjerm::leggOrdre(const Ordrerad &rad)

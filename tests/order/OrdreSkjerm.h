@@ -1,12 +1,10 @@
 #pragma once
 
 #include "order/frmOrdre.h"
-#include "support/Control.h"
-#include "support/ModuleTest.h"
+#include "support/ScreenHands.h"
 #include "support/SettingsFolder.h"
 #include "support/StandingClock.h"
-#include "support/TestApplication.h"
-#include "support/Underlag.h"
+#include "support/UnderlagTest.h"
 
 #include <QLineEdit>
 
@@ -47,23 +45,21 @@ struct Ordrerad
 /// The order screen in a started module of client 5 in 2014, on the database of this test program:
 /// customers 10001 and 10002, product P1, postal codes 0150 and 7010. The clock stands at 9 March
 /// 2014.
-class OrdreSkjerm : public ModuleTest
+class OrdreSkjerm : public UnderlagTest
 {
 protected:
     OrdreSkjerm();
-    ~OrdreSkjerm() override;
     void TearDown() override;
 
-    QString connectionString() const override;
-
-    /// Shows the screen and lets its events run.
-    void apne();
-    [[nodiscard]] static frmOrdre *skjerm();
-
+    // The order screen's hands and eyes under names of their own, since other screens are driven
+    // beside it.
+    using Bilde = ScreenHands<frmOrdre>;
+    static void apne() { Bilde::open(); }
+    [[nodiscard]] static frmOrdre *skjerm() { return Bilde::screen(); }
     template<class Control = QWidget>
     static Control *control(const QString &name)
     {
-        return &controlOf<Control>(skjerm(), name);
+        return &Bilde::control<Control>(name);
     }
     static QLineEdit *felt(int nr)
     {
@@ -73,21 +69,22 @@ protected:
     static bool erPaa(const QString &name) { return control(name)->isEnabled(); }
     /// Of btnPrint, btnCopy, btnNew, btnChange, btnSave and btnCancel: those that are enabled.
     static QStringList knapperPaa();
-    /// The name of the control that has the focus.
-    static QString fokus();
-
-    /// Runs events until the focus, which a field may pass on, has come to rest.
-    static void roFokus();
-    /// A click with the mouse, and the events that follow from it.
-    static void klikk(const QString &name);
+    static QString fokus() { return Bilde::focused(); }
+    static void roFokus() { Bilde::settle(); }
+    static void klikk(const QString &name)
+    {
+        skjerm()->activateWindow();
+        Bilde::press(name);
+    }
     /// Gives the field the focus as a user does.
     static void gaTil(int nr);
     /// Types over the field's text and stays in it.
     static void skriv(int nr, const QString &text);
-    /// A key for the control that has the focus.
-    static void tast(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    /// The text of a grid cell; column and row count from 1.
-    static QString celle(int col, int row);
+    static void tast(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        Bilde::key(key, modifiers);
+    }
+    static QString celle(int col, int row) { return Bilde::at(col, row); }
 
     /// Stores an order; returns its ID.
     int leggOrdre(const Ordrerad &rad);
@@ -97,7 +94,4 @@ protected:
     SettingsFolder innstillinger;
     StandingClock klokke;
     Meldinger meldinger;
-
-private:
-    std::unique_ptr<Underlag> m_underlag = makeUnderlag();
 };

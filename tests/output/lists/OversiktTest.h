@@ -3,11 +3,7 @@
 #include "order/OrdreSkjerm.h"
 #include "output/lists/frmOrdreSkriv.h"
 #include "output/lists/frmOversikt.h"
-#include "platform/forms/Forms.h"
-#include "platform/grid/fpSpread.h"
-#include "support/Control.h"
-
-#include <QAbstractButton>
+#include "support/ScreenHands.h"
 
 /// An order as the overview and the lists see it; the texts are SQL literals.
 struct Oversiktsrad
@@ -38,24 +34,6 @@ protected:
         return rows(QStringLiteral("SELECT Max(ID) FROM Ordre")).value(0).toInt();
     }
 
-    static frmOversikt *oversikt() { return SharedForm<frmOversikt>::existing(); }
-    static frmOrdreSkriv *liste() { return SharedForm<frmOrdreSkriv>::existing(); }
-
-    template<class Screen>
-    static void show()
-    {
-        SharedForm<Screen>::get().show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(SharedForm<Screen>::existing()));
-        runEvents();
-    }
-    template<class Control = QWidget>
-    static Control *in(Form *form, const QString &name)
-    {
-        return &controlOf<Control>(form, name);
-    }
-    static void click(QWidget *control)
-    {
-        QTest::mouseClick(control, Qt::LeftButton);
-        runEvents();
-    }
+    static frmOversikt *oversikt() { return ScreenHands<frmOversikt>::screen(); }
+    static frmOrdreSkriv *liste() { return ScreenHands<frmOrdreSkriv>::screen(); }
 };

@@ -11,9 +11,10 @@ namespace {
 
 /// The dialog with the build's own report files, up to what the preview shows. Order numbers begin
 /// at 70001, so that they are found among the texts of a page.
-class FrmOrdreSkrivRapportTest : public OversiktTest
+class FrmOrdreSkrivRapportTest : public OversiktTest, public ScreenHands<frmOrdreSkriv>
 {
 protected:
+    using ScreenHands::control;
     void TearDown() override
     {
         closePreviews();
@@ -38,7 +39,7 @@ protected:
     /// Presses "Skriv"; the orders in the preview that comes up, by their numbers.
     static QStringList shownOrders()
     {
-        click(in(liste(), u"OKButton"_s));
+        press(u"OKButton"_s);
         QStringList orders;
         for (const Forhandsvisning *preview : previews()) {
             for (const report::Page &page : preview->dokument()->pages) {
@@ -54,7 +55,7 @@ protected:
     }
     static void typeCustomer(const QString &text)
     {
-        in<QComboBox>(liste(), u"cmbKunde"_s)->setEditText(text);
+        control<QComboBox>(u"cmbKunde"_s).setEditText(text);
     }
 };
 
@@ -63,9 +64,9 @@ protected:
 TEST_F(FrmOrdreSkrivRapportTest, AListWithoutRowsIsToldAndTheDialogStays)
 {
     legg({.nr = 70001, .status = u"'Betalt'"_s, .klient = 6});
-    show<frmOrdreSkriv>();
+    open();
     for (const QString &type : {u"optType_0"_s, u"optType_1"_s}) {
-        click(in(liste(), type));
+        press(type);
         EXPECT_EQ(shownOrders(), QStringList());
         EXPECT_EQ(meldinger.ta(), QStringList(u"Tomt datasett, ingen poster å vise."_s));
         EXPECT_EQ(meldinger.ikoner.last(), int(QMessageBox::Information));
@@ -81,9 +82,9 @@ TEST_F(FrmOrdreSkrivRapportTest, TheOrdersOfBothDatesAndWhatLiesBetween)
     legg({.nr = 70004, .fakDato = u"#03/09/2014#"_s});
     legg({.nr = 70005, .fakDato = u"#03/10/2014#"_s});
     legg({.nr = 70006, .fakDato = u"#02/10/2014#"_s, .klient = 6});
-    show<frmOrdreSkriv>();
+    open();
     EXPECT_EQ(shownOrders(), QStringList({u"70002"_s, u"70003"_s, u"70004"_s}));
-    in<QComboBox>(liste(), u"cmbStatus"_s)->setCurrentText(u"Betalt"_s);
+    control<QComboBox>(u"cmbStatus"_s).setCurrentText(u"Betalt"_s);
     EXPECT_EQ(shownOrders(), QStringList(u"70003"_s));
 }
 
@@ -91,7 +92,7 @@ TEST_F(FrmOrdreSkrivRapportTest, TheOrdersOfOneCustomer)
 {
     legg({.nr = 70001, .kundeNr = u"123"_s});
     legg({.nr = 70002, .kundeNr = u"124"_s});
-    show<frmOrdreSkriv>();
+    open();
     for (const QString &typed : {u"00123 Ås Pukk AS"_s, u"00123"_s, u"123"_s}) {
         typeCustomer(typed);
         EXPECT_EQ(shownOrders(), QStringList(u"70001"_s)) << typed.toStdString();
@@ -102,7 +103,7 @@ TEST_F(FrmOrdreSkrivRapportTest, ACustomerOfSixDigitsShowsTheWrongOne)
 {
     legg({.nr = 70001, .kundeNr = u"123456"_s, .navn = u"'Berit'"_s});
     legg({.nr = 70002, .kundeNr = u"12345"_s});
-    show<frmOrdreSkriv>();
+    open();
     typeCustomer(u"123456 Berit"_s);
     EXPECT_EQ(shownOrders(), QStringList(u"70002"_s));
 }
@@ -110,7 +111,7 @@ TEST_F(FrmOrdreSkrivRapportTest, ACustomerOfSixDigitsShowsTheWrongOne)
 TEST_F(FrmOrdreSkrivRapportTest, NamesThatAreNoCustomerNumberAreTold)
 {
     legg({.nr = 70001});
-    show<frmOrdreSkriv>();
+    open();
     typeCustomer(u"Berit"_s);
     EXPECT_EQ(shownOrders(), QStringList());
     const QStringList told = meldinger.ta();
@@ -132,8 +133,8 @@ TEST_F(FrmOrdreSkrivRapportTest, RemindsOfWhatIsOverdueAndNeitherOrderedOnlyNorP
           .kundeNr = u"20002"_s,
           .forfall = u"#05/01/2012#"_s,
           .status = u"'Fakturert'"_s});
-    show<frmOrdreSkriv>();
-    click(in(liste(), u"optType_1"_s));
+    open();
+    press(u"optType_1"_s);
     EXPECT_EQ(shownOrders(), QStringList({u"70001"_s, u"70002"_s, u"70007"_s}))
         << "due today is not overdue yet";
     typeCustomer(u"20002"_s);
@@ -143,9 +144,9 @@ TEST_F(FrmOrdreSkrivRapportTest, RemindsOfWhatIsOverdueAndNeitherOrderedOnlyNorP
 TEST_F(FrmOrdreSkrivRapportTest, EachRunOpensAPreviewOfItsOwn)
 {
     legg({.nr = 70001});
-    show<frmOrdreSkriv>();
-    click(in(liste(), u"OKButton"_s));
-    click(in(liste(), u"OKButton"_s));
+    open();
+    press(u"OKButton"_s);
+    press(u"OKButton"_s);
     EXPECT_EQ(previews().size(), 2);
     EXPECT_TRUE(liste()->isVisible());
 }

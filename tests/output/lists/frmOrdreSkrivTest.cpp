@@ -30,21 +30,15 @@ struct DayClock : Clock
 
 /// The dialog of the lists. No report file is there, so that the report control keeps what it was
 /// handed, and the user is told of the missing file.
-class FrmOrdreSkrivTest : public OversiktTest
+class FrmOrdreSkrivTest : public OversiktTest, public ScreenHands<frmOrdreSkriv>
 {
 protected:
-    static void open() { show<frmOrdreSkriv>(); }
-    template<class Control = QWidget>
-    static Control *at(const QString &name)
-    {
-        return in<Control>(liste(), name);
-    }
-    static DTPicker *fra() { return at<DTPicker>(u"dtpFraDato"_s); }
-    static DTPicker *til() { return at<DTPicker>(u"dtpTilDato"_s); }
-    static QComboBox *kunde() { return at<QComboBox>(u"cmbKunde"_s); }
-    static QComboBox *status() { return at<QComboBox>(u"cmbStatus"_s); }
-    static bool isOn(const QString &name) { return at<QRadioButton>(name)->isChecked(); }
-    static void press(const QString &name) { click(at(name)); }
+    using ScreenHands::control;
+    static DTPicker *fra() { return &control<DTPicker>(u"dtpFraDato"_s); }
+    static DTPicker *til() { return &control<DTPicker>(u"dtpTilDato"_s); }
+    static QComboBox *kunde() { return &control<QComboBox>(u"cmbKunde"_s); }
+    static QComboBox *status() { return &control<QComboBox>(u"cmbStatus"_s); }
+    static bool isOn(const QString &name) { return control<QRadioButton>(name).isChecked(); }
 
     static QStringList entries(const QComboBox *list)
     {
@@ -53,23 +47,13 @@ protected:
             texts += list->itemText(i);
         return texts;
     }
-    /// Picks an entry from the drop-down list. The list takes no click in its first moments, so
-    /// that the one that opened it does no harm; a key has the same effect.
     static void pick(QComboBox *list, const QString &entry)
     {
         list->showPopup();
-        QAbstractItemView *view = list->view();
-        view->setCurrentIndex(list->model()->index(list->findText(entry), 0));
-        QTest::keyClick(view, Qt::Key_Return);
-        runEvents();
+        hands::pick(*list, list->findText(entry));
+        settle();
     }
-    static void typeCustomer(const QString &text)
-    {
-        kunde()->setFocus();
-        kunde()->lineEdit()->selectAll();
-        QTest::keyClick(kunde(), Qt::Key_Delete);
-        QTest::keyClicks(kunde(), text);
-    }
+    static void typeCustomer(const QString &text) { hands::typeOver(*kunde(), text); }
     /// Types over a date and leaves it.
     static void typeDate(DTPicker *picker, const QString &date)
     {
@@ -109,22 +93,22 @@ TEST_F(FrmOrdreSkrivTest, TextsAndTips)
     open();
     EXPECT_EQ(liste()->objectName(), u"frmOrdreSkriv"_s);
     EXPECT_EQ(liste()->windowTitle(), u"Ordre oversikt"_s);
-    EXPECT_EQ(at<QGroupBox>(u"rammeType"_s)->title(), u"Utskrift av: "_s);
-    EXPECT_EQ(captionOf(*at<QRadioButton>(u"optType_0"_s)), u"Ordre oversikt"_s);
-    EXPECT_EQ(captionOf(*at<QRadioButton>(u"optType_1"_s)), u"Purreliste"_s);
-    EXPECT_EQ(captionOf(*at<QRadioButton>(u"optSkriv_0"_s)), u"Forhåndsvis"_s);
-    EXPECT_EQ(at(u"optSkriv_0"_s)->toolTip(), u"Forhåndsvis rapporten"_s);
-    EXPECT_EQ(captionOf(*at<QRadioButton>(u"optSkriv_1"_s)), u"Direkte utskrift"_s);
-    EXPECT_EQ(at(u"optSkriv_1"_s)->toolTip(), u"Skriv direkte til standardskriver"_s);
-    EXPECT_EQ(captionOf(*at<QLabel>(u"Label1"_s)), u"Fra/Til dato:"_s);
-    EXPECT_EQ(captionOf(*at<QLabel>(u"Label2"_s)), u"Kunde:"_s);
-    EXPECT_EQ(captionOf(*at<QLabel>(u"Label3"_s)), u"Ordre status:"_s);
-    EXPECT_EQ(captionOf(*at<QLabel>(u"Label4"_s)), u"-"_s);
-    EXPECT_EQ(at<QLabel>(u"Label6"_s)->text(),
+    EXPECT_EQ(control<QGroupBox>(u"rammeType"_s).title(), u"Utskrift av: "_s);
+    EXPECT_EQ(captionOf(control<QRadioButton>(u"optType_0"_s)), u"Ordre oversikt"_s);
+    EXPECT_EQ(captionOf(control<QRadioButton>(u"optType_1"_s)), u"Purreliste"_s);
+    EXPECT_EQ(captionOf(control<QRadioButton>(u"optSkriv_0"_s)), u"Forhåndsvis"_s);
+    EXPECT_EQ(control(u"optSkriv_0"_s).toolTip(), u"Forhåndsvis rapporten"_s);
+    EXPECT_EQ(captionOf(control<QRadioButton>(u"optSkriv_1"_s)), u"Direkte utskrift"_s);
+    EXPECT_EQ(control(u"optSkriv_1"_s).toolTip(), u"Skriv direkte til standardskriver"_s);
+    EXPECT_EQ(captionOf(control<QLabel>(u"Label1"_s)), u"Fra/Til dato:"_s);
+    EXPECT_EQ(captionOf(control<QLabel>(u"Label2"_s)), u"Kunde:"_s);
+    EXPECT_EQ(captionOf(control<QLabel>(u"Label3"_s)), u"Ordre status:"_s);
+    EXPECT_EQ(captionOf(control<QLabel>(u"Label4"_s)), u"-"_s);
+    EXPECT_EQ(control<QLabel>(u"Label6"_s).text(),
               u"Oversikt-liste over registrerte ordre, med forhåndsvisning."_s);
     EXPECT_EQ(kunde()->toolTip(), u"Kunder som har/har hatt ordre/faktura."_s);
-    EXPECT_EQ(captionOf(*at<QPushButton>(u"OKButton"_s)), u"Skriv"_s);
-    EXPECT_EQ(captionOf(*at<QPushButton>(u"CancelButton"_s)), u"Avbryt"_s);
+    EXPECT_EQ(captionOf(control<QPushButton>(u"OKButton"_s)), u"Skriv"_s);
+    EXPECT_EQ(captionOf(control<QPushButton>(u"CancelButton"_s)), u"Avbryt"_s);
     EXPECT_TRUE(isOn(u"optType_0"_s));
     EXPECT_FALSE(isOn(u"optType_1"_s));
     EXPECT_TRUE(isOn(u"optSkriv_0"_s));
@@ -308,28 +292,28 @@ TEST_F(FrmOrdreSkrivTest, TheReminderListHidesDatesAndStatus)
     const QRect customer = kunde()->geometry();
     const QSize size = liste()->size();
     press(u"optType_1"_s);
-    EXPECT_EQ(at<QLabel>(u"Label6"_s)->text(),
+    EXPECT_EQ(control<QLabel>(u"Label6"_s).text(),
               u"Purreliste, ikke betalte ordre hvor forfallsdato er passert."_s);
     EXPECT_EQ(liste()->windowTitle(), u"Purreliste"_s);
     for (const QString &name : hidden)
-        EXPECT_FALSE(at(name)->isVisible()) << name.toStdString();
-    EXPECT_TRUE(at(u"Label2"_s)->isVisible());
+        EXPECT_FALSE(control(name).isVisible()) << name.toStdString();
+    EXPECT_TRUE(control(u"Label2"_s).isVisible());
     EXPECT_TRUE(kunde()->isVisible());
     EXPECT_EQ(kunde()->geometry(), customer) << "what stays does not jump";
     EXPECT_EQ(liste()->size(), size);
 
     press(u"optType_0"_s);
-    EXPECT_EQ(at<QLabel>(u"Label6"_s)->text(),
+    EXPECT_EQ(control<QLabel>(u"Label6"_s).text(),
               u"Oversikt-liste over registrerte ordre, med forhåndsvisning."_s);
     EXPECT_EQ(liste()->windowTitle(), u"Ordre oversikt"_s);
     for (const QString &name : hidden)
-        EXPECT_TRUE(at(name)->isVisible()) << name.toStdString();
+        EXPECT_TRUE(control(name).isVisible()) << name.toStdString();
 }
 
 TEST_F(FrmOrdreSkrivTest, TheTypeIsChosenByTheArrowKeysAsWell)
 {
     open();
-    EXPECT_EQ(liste()->focusWidget(), at(u"optType_0"_s));
+    EXPECT_EQ(liste()->focusWidget(), &control(u"optType_0"_s));
     QTest::keyClick(liste()->focusWidget(), Qt::Key_Right);
     EXPECT_TRUE(isOn(u"optType_1"_s));
     EXPECT_EQ(liste()->windowTitle(), u"Purreliste"_s);

@@ -2,6 +2,8 @@
 
 #include "order/OrdreFelter.h"
 
+#include <QHeaderView>
+
 using namespace Qt::StringLiterals;
 
 // --- A row opens the order
@@ -18,7 +20,7 @@ TEST_F(FrmOversiktTest, ADoubleClickOpensTheOrderByItsId)
     EXPECT_FALSE(skjerm()->isModal());
     EXPECT_EQ(skjerm()->InnID(), id);
     EXPECT_EQ(tekst(ordrefelt::kOrdreNr), u"302"_s);
-    EXPECT_FALSE(control(u"cmdFirst"_s)->isVisible());
+    EXPECT_FALSE(OrdreSkjerm::control(u"cmdFirst"_s)->isVisible());
 }
 
 TEST_F(FrmOversiktTest, EnterOpensTheRowThatTypingHasFound)
@@ -40,7 +42,8 @@ TEST_F(FrmOversiktTest, TheRowHeaderOpensItsOrderToo)
     const int id = legg({.nr = 8});
     open();
     const QHeaderView *header = grid().verticalHeader();
-    doubleClick(header->viewport(), QPoint(header->width() / 2, header->sectionSize(0) / 2));
+    QTest::mouseDClick(header->viewport(), Qt::LeftButton, {},
+                       QPoint(header->width() / 2, header->sectionSize(0) / 2));
     ASSERT_NE(skjerm(), nullptr);
     EXPECT_EQ(skjerm()->InnID(), id);
 }
@@ -53,7 +56,7 @@ TEST_F(FrmOversiktTest, AnotherRowGoesToTheSameScreen)
     doubleClickRow(1, kBelop);
     const frmOrdre *first = skjerm();
     EXPECT_EQ(tekst(ordrefelt::kOrdreNr), u"302"_s);
-    show<frmOversikt>();
+    open();
     doubleClickRow(2, kNr);
     EXPECT_EQ(skjerm(), first);
     EXPECT_EQ(tekst(ordrefelt::kOrdreNr), u"301"_s);
@@ -90,7 +93,7 @@ TEST_F(FrmOversiktTest, ARowWithoutAnOrderOpensTheScreenForAll)
     ASSERT_NE(skjerm(), nullptr);
     EXPECT_EQ(skjerm()->InnID(), 0);
     EXPECT_EQ(tekst(ordrefelt::kOrdreNr), u"301"_s);
-    EXPECT_TRUE(control(u"cmdFirst"_s)->isVisible());
+    EXPECT_TRUE(OrdreSkjerm::control(u"cmdFirst"_s)->isVisible());
 }
 
 // --- Sorting

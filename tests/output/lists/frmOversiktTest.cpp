@@ -21,15 +21,14 @@ TEST_F(FrmOversiktTest, TextsAndTips)
     open();
     EXPECT_EQ(oversikt()->objectName(), u"frmOversikt"_s);
     EXPECT_EQ(oversikt()->windowTitle(), u"Oversikt"_s);
-    EXPECT_EQ(in<QLabel>(oversikt(), u"Label1"_s)->text(),
+    EXPECT_EQ(control<QLabel>(u"Label1"_s).text(),
               u"Oversikt over alle ordre/faktura med status.\n"
               u"Dobbeltklikk på posten for å se på den i ordre -bildet, dobbeltklikk i "
               u"kolonnetittel for sortering."_s);
-    EXPECT_EQ(captionOf(*in<QPushButton>(oversikt(), u"btnPrint"_s)), u"Rapport"_s);
-    EXPECT_EQ(captionOf(*in<QPushButton>(oversikt(), u"btnRefresh"_s)), u"Oppfrisk"_s);
-    EXPECT_EQ(captionOf(*in<QPushButton>(oversikt(), u"btnClose"_s)), u"Avslutt"_s);
-    EXPECT_EQ(in<Image>(oversikt(), u"imgF1"_s)->toolTip(),
-              u" Vis hjelp for dette skjermbildet (F1)"_s);
+    EXPECT_EQ(captionOf(control<QPushButton>(u"btnPrint"_s)), u"Rapport"_s);
+    EXPECT_EQ(captionOf(control<QPushButton>(u"btnRefresh"_s)), u"Oppfrisk"_s);
+    EXPECT_EQ(captionOf(control<QPushButton>(u"btnClose"_s)), u"Avslutt"_s);
+    EXPECT_EQ(control<Image>(u"imgF1"_s).toolTip(), u" Vis hjelp for dette skjermbildet (F1)"_s);
 }
 
 TEST_F(FrmOversiktTest, TheGridAsDesigned)
@@ -142,8 +141,7 @@ TEST_F(FrmOversiktTest, NothingCanBeTypedInTheList)
 {
     leggMange(1);
     open();
-    QTest::mouseClick(grid().viewport(), Qt::LeftButton, {},
-                      grid().visualRect(grid().model()->index(0, kNavn - 1)).center());
+    clickCell(kNavn, 1);
     for (const int key : {int('X'), int(Qt::Key_F2), int(Qt::Key_Delete)})
         QTest::keyClick(&grid(), Qt::Key(key));
     EXPECT_FALSE(grid().editMode());
@@ -178,15 +176,13 @@ TEST_F(FrmOversiktTest, TheReportButtonShowsTheListDialog)
 TEST_F(FrmOversiktTest, TheMainMenuOpensItAndLeavesItOpen)
 {
     SharedForm<frmRegningsdel>::get().show();
-    const auto menuButton = [] {
-        return in(SharedForm<frmRegningsdel>::existing(), u"Command5"_s);
-    };
-    click(menuButton());
+    using Menu = ScreenHands<frmRegningsdel>;
+    Menu::press(u"Command5"_s);
     ASSERT_NE(oversikt(), nullptr);
     EXPECT_TRUE(oversikt()->isVisible());
     const frmOversikt *first = oversikt();
     press(u"btnPrint"_s);
-    click(menuButton());
+    Menu::press(u"Command5"_s);
     EXPECT_EQ(oversikt(), first);
     SharedForm<frmRegningsdel>::get().close();
     runEvents();
@@ -202,7 +198,7 @@ TEST_F(FrmOversiktTest, EscapeClosesFromAnyControlAndSoDoesTheButton)
 {
     for (const QString &name : {u"fpSpread1"_s, u"btnPrint"_s, u"btnClose"_s}) {
         open();
-        QTest::keyClick(in(oversikt(), name), Qt::Key_Escape);
+        QTest::keyClick(&control(name), Qt::Key_Escape);
         runEvents();
         EXPECT_EQ(oversikt(), nullptr) << name.toStdString();
     }
@@ -217,7 +213,7 @@ TEST_F(FrmOversiktTest, F1AndTheHelpImageAskForTheScreensPage)
     QTest::keyClick(&grid(), Qt::Key_F1);
     EXPECT_EQ(gHelpTopic, u"html\\oversikt.htm"_s);
     gHelpTopic.clear();
-    click(in(oversikt(), u"imgF1"_s));
+    press(u"imgF1"_s);
     EXPECT_EQ(gHelpTopic, u"html\\oversikt.htm"_s);
 }
 
@@ -229,7 +225,7 @@ TEST_F(FrmOversiktTest, TheKeyboardGoesFromTheListThroughTheButtons)
     QTest::keyClick(&grid(), Qt::Key_Down);
     EXPECT_EQ(grid().activeRow(), 2);
     EXPECT_EQ(grid().selectedRowCount(), 1);
-    in(oversikt(), u"btnPrint"_s)->setFocus();
+    control(u"btnPrint"_s).setFocus();
     QStringList names;
     for (int i = 0; i < 3; ++i) {
         names += oversikt()->focusWidget()->objectName();
@@ -237,7 +233,7 @@ TEST_F(FrmOversiktTest, TheKeyboardGoesFromTheListThroughTheButtons)
     }
     EXPECT_EQ(names, QStringList({u"btnPrint"_s, u"btnRefresh"_s, u"btnClose"_s}));
     legg({.nr = 4});
-    in(oversikt(), u"btnRefresh"_s)->setFocus();
+    control(u"btnRefresh"_s).setFocus();
     QTest::keyClick(oversikt()->focusWidget(), Qt::Key_Space);
     EXPECT_EQ(grid().dataRowCnt(), 4);
 }
@@ -303,10 +299,10 @@ TEST_F(FrmOversiktTest, TheGridTakesWhatTheWindowOffers)
         EXPECT_NEAR(grid().colWidth(kNavn),
                     grid().twipsToColWidth(grid().widthInTwips() - 330) - others, 1e-6);
         // The buttons stay at the right, and the line follows the panel.
-        const QWidget *frame = in(oversikt(), u"ramme"_s);
-        const QWidget *panel = in(oversikt(), u"panel"_s);
+        const QWidget *frame = &control(u"ramme"_s);
+        const QWidget *panel = &control(u"panel"_s);
         EXPECT_GE(frame->mapTo(panel, frame->rect().topRight()).x(), panel->width() - 16);
-        EXPECT_EQ(in(oversikt(), u"linje"_s)->width(), panel->width());
+        EXPECT_EQ(control(u"linje"_s).width(), panel->width());
     }
 }
 
@@ -316,9 +312,9 @@ TEST_F(FrmOversiktTest, LargerLettersHaveTheirRoomAboveTheGrid)
     stor.setPointSizeF(stor.pointSizeF() * 2);
     SharedForm<frmOversikt>::get().setFont(stor);
     open();
-    const auto *tekst = in<QLabel>(oversikt(), u"Label1"_s);
+    const auto *tekst = &control<QLabel>(u"Label1"_s);
     EXPECT_GE(tekst->height(), tekst->heightForWidth(tekst->width()));
-    const QWidget *knapp = in(oversikt(), u"btnPrint"_s);
+    const QWidget *knapp = &control(u"btnPrint"_s);
     EXPECT_GE(knapp->height(), knapp->sizeHint().height());
     EXPECT_GT(grid().height(), 100);
 }

@@ -142,9 +142,7 @@ void svarMedFil(QFileDialog &dialog, const QString &navn)
     dialog.setDirectory(QFileInfo(navn).path());
     dialog.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-    edit->setFocus();
-    edit->selectAll();
-    QTest::keyClicks(edit, QFileInfo(navn).fileName());
+    hands::typeOver(*edit, QFileInfo(navn).fileName());
     for (QPushButton *button : dialog.findChildren<QPushButton *>()) {
         if (button->isDefault())
             QTest::mouseClick(button, Qt::LeftButton);
@@ -161,8 +159,6 @@ void svarMedSkriver(QDialog &dialog, const QString &skriver, int eksemplarer)
         liste->setCurrentIndex(liste->findData(skriver));
     }
     auto *antall = dialog.findChild<QSpinBox *>(u"spnEksemplarer"_s);
-    antall->setFocus();
-    antall->selectAll();
-    QTest::keyClicks(antall, QString::number(eksemplarer));
+    hands::typeOver(*antall, QString::number(eksemplarer));
     QTest::mouseClick(dialog.findChild<QPushButton *>(u"cmdSkriv"_s), Qt::LeftButton);
 }

@@ -3,10 +3,9 @@
 #include "data/clsAdoUtils.h"
 #include "output/printing/UtskriftTest.h"
 #include "output/printing/frmUtskrift.h"
-#include "platform/forms/Forms.h"
 #include "shell/settings/clsRegSettings.h"
 #include "state/SharedState.h"
-#include "support/Control.h"
+#include "support/ScreenHands.h"
 #include "support/SessionTap.h"
 
 #include <QCheckBox>
@@ -26,31 +25,22 @@ protected:
         run(QStringLiteral("UPDATE Produkt SET Enhet='stk' WHERE KlientNr=5"));
     }
 
-    static frmUtskrift *dialog() { return SharedForm<frmUtskrift>::existing(); }
+    using Dialog = ScreenHands<frmUtskrift>;
+    static frmUtskrift *dialog() { return Dialog::screen(); }
     template<class Control>
     static Control *i(const QString &name)
     {
-        return &controlOf<Control>(dialog(), name);
+        return &Dialog::control<Control>(name);
     }
     static QRadioButton *original() { return i<QRadioButton>(QStringLiteral("optType_1")); }
     static QRadioButton *kopi() { return i<QRadioButton>(QStringLiteral("optType_0")); }
     static QCheckBox *ehf() { return i<QCheckBox>(QStringLiteral("chkEHF")); }
     static QString felttekst(const QString &name) { return i<QLineEdit>(name)->text(); }
-    static void klikkI(const QString &name)
-    {
-        QTest::mouseClick(i<QWidget>(name), Qt::LeftButton);
-        runEvents();
-    }
-    static void merk(QAbstractButton *valg)
-    {
-        QTest::mouseClick(valg, Qt::LeftButton, {}, QPoint(8, valg->height() / 2));
-    }
+    static void klikkI(const QString &name) { Dialog::press(name); }
+    static void merk(QAbstractButton *valg) { hands::click(*valg); }
     static void skrivI(const QString &name, const QString &text)
     {
-        auto *felt = i<QLineEdit>(name);
-        felt->setFocus();
-        felt->selectAll();
-        QTest::keyClicks(felt, text);
+        hands::typeOver(*i<QLineEdit>(name), text);
     }
 
     /// The order screen on the one order, and the dialog that its button opens.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/guide/Hands.h"
 #include "platform/grid/fpSpread.h"
 #include "runtime/Support.h"
 
@@ -67,23 +68,15 @@ protected:
     {
         for (const QChar c : text) {
             ASSERT_NE(QApplication::focusWidget(), nullptr);
-            QTest::keyClick(QApplication::focusWidget(), c.toLatin1());
+            hands::type(*QApplication::focusWidget(), c);
         }
     }
-    QPoint middle(int col, int row) const
-    {
-        return grid.visualRect(grid.model()->index(row - 1, col - 1)).center();
-    }
+    QPoint middle(int col, int row) { return hands::middleOf(grid, col, row); }
     void click(int col, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
-        QTest::mouseClick(grid.viewport(), Qt::LeftButton, modifiers, middle(col, row));
+        hands::clickCell(grid, col, row, modifiers);
     }
-    QPoint headerMiddle(int col) const
-    {
-        const QHeaderView *header = grid.horizontalHeader();
-        return {header->sectionViewportPosition(col - 1) + header->sectionSize(col - 1) / 2,
-                header->height() / 2};
-    }
+    QPoint headerMiddle(int col) const { return hands::middleOf(*grid.horizontalHeader(), col); }
 
     QWidget window;
     fpSpread grid;

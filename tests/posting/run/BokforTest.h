@@ -1,9 +1,8 @@
 #pragma once
 
 #include "posting/run/Bokforing.h"
-#include "support/ModuleTest.h"
 #include "support/SessionTap.h"
-#include "support/Underlag.h"
+#include "support/UnderlagTest.h"
 
 #include <vector>
 
@@ -58,13 +57,10 @@ public:
 };
 
 /// A started module with client 5 in 2014, on the database of this test program.
-class BokforTest : public ModuleTest
+class BokforTest : public UnderlagTest
 {
 protected:
     BokforTest();
-    ~BokforTest() override;
-
-    QString connectionString() const override;
 
     /// Enters the invoice and puts it at the end of the screen's list, marked.
     NoterendeSkjerm::Rad &legg(const Faktura &faktura);
@@ -89,9 +85,6 @@ protected:
     /// Raises for a statement that is to fail.
     std::function<void(const QString &statement)> nekt = [](const QString &) {};
 
-    [[nodiscard]] const Underlag &underlag() const { return *m_underlag; }
-
 private:
-    std::unique_ptr<Underlag> m_underlag = makeUnderlag();
     SessionTap m_tap;
 };

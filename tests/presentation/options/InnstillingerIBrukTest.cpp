@@ -4,17 +4,13 @@
 #include "output/printing/UtskriftTest.h"
 #include "output/printing/frmUtskrift.h"
 #include "platform/forms/Forms.h"
-#include "platform/forms/TabStrip.h"
 #include "platform/grid/fpSpread.h"
 #include "presentation/options/frmOptions.h"
 #include "presentation/screens/frmInvisible.h"
-#include "support/Control.h"
 #include "support/SettingsFolder.h"
 #include "support/Variable.h"
 
-#include <QAbstractButton>
 #include <QPainter>
-#include <QTabBar>
 
 using namespace Qt::StringLiterals;
 namespace hode = ordrefelt;
@@ -31,41 +27,24 @@ protected:
     InnstillingerIBruk() { skrivere.standardnavn = u"Kontor"_s; }
     // --- The options screen
 
-    static frmOptions &valg() { return SharedForm<frmOptions>::get(); }
-    template<class Control = QWidget>
-    static Control &paaValg(const QString &name)
-    {
-        return controlOf<Control>(&valg(), name);
-    }
+    using Valg = ScreenHands<frmOptions>;
     static void apneValg(int fane = 1)
     {
-        valg().show();
-        valg().activateWindow();
-        runEvents();
-        auto *bar = paaValg<TabStrip>(u"tbsOptions"_s).tabBar();
-        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(fane - 1).center());
-        runEvents();
-    }
-    static void trykk(const QString &name)
-    {
-        auto &button = paaValg<QAbstractButton>(name);
-        QTest::mouseClick(&button, Qt::LeftButton, {}, QPoint(8, button.height() / 2));
-        runEvents();
+        Valg::open();
+        Valg::screen()->activateWindow();
+        Valg::clickTab(fane);
     }
     static void skrivValg(const QString &name, const QString &text)
     {
-        auto &box = paaValg<QLineEdit>(name);
-        QTest::mouseClick(&box, Qt::LeftButton);
-        box.selectAll();
-        QTest::keyClicks(&box, text);
+        hands::typeOver(Valg::control(name), text);
     }
     /// Chooses on one page and stores with "OK".
     static void velg(int fane, const QStringList &names)
     {
         apneValg(fane);
         for (const QString &name : names)
-            trykk(name);
-        trykk(u"cmdOK"_s);
+            Valg::press(name);
+        Valg::press(u"cmdOK"_s);
     }
     /// Puts the picture in as the logo, by the file dialog, and stores it.
     void settInnLogo(const QImage &picture, const char *format)
@@ -73,14 +52,14 @@ protected:
         const QString path = fil(u"logo.bilde"_s);
         EXPECT_TRUE(picture.save(path, format));
         apneValg(2);
-        trykk(u"optLogo_3"_s);
+        Valg::press(u"optLogo_3"_s);
         onNextModal<QFileDialog>([&](QFileDialog &dialog) {
             auto *name = dialog.findChild<QLineEdit *>(u"fileNameEdit"_s);
             name->setText(path);
             QTest::keyClick(name, Qt::Key_Return);
         });
-        trykk(u"cmdLogoInn"_s);
-        trykk(u"cmdOK"_s);
+        Valg::press(u"cmdLogoInn"_s);
+        Valg::press(u"cmdOK"_s);
     }
 
     // --- The order screen
@@ -149,7 +128,7 @@ TEST_F(InnstillingerIBruk, TheKidOfTheOrderScreen)
 
     apneValg();
     skrivValg(u"Text3"_s, u"8"_s);
-    trykk(u"cmdOK"_s);
+    Valg::press(u"cmdOK"_s);
     ordreForan();
     EXPECT_EQ(kid(), u"000012344"_s);
 
@@ -189,7 +168,7 @@ TEST_F(InnstillingerIBruk, TheFirstOrderTakesTheFirstNumber)
 {
     apneValg(3);
     skrivValg(u"txtFirstFak"_s, u"4711"_s);
-    trykk(u"cmdOK"_s);
+    Valg::press(u"cmdOK"_s);
     ordreForan();
     klikk(u"btnNew"_s);
     skriv(hode::kKundeNr, u"10001"_s);
@@ -209,9 +188,9 @@ TEST_F(InnstillingerIBruk, TheFirstOrderTakesTheFirstNumber)
 
     // With an order the number is shown and stands fast.
     apneValg(3);
-    EXPECT_EQ(paaValg<QLineEdit>(u"txtFirstFak"_s).text(), u"4711"_s);
-    EXPECT_FALSE(paaValg(u"txtFirstFak"_s).isEnabled());
-    trykk(u"cmdOK"_s);
+    EXPECT_EQ(Valg::control<QLineEdit>(u"txtFirstFak"_s).text(), u"4711"_s);
+    EXPECT_FALSE(Valg::control(u"txtFirstFak"_s).isEnabled());
+    Valg::press(u"cmdOK"_s);
     EXPECT_EQ(rows(u"SELECT FirstFakNr FROM Klient WHERE KlientNr=5"_s), QStringList{u"4711"_s});
 }
 
@@ -288,13 +267,13 @@ TEST_F(InnstillingerIBruk, TheTextsOfTheScreenAreNotPrinted)
 {
     leggOrdre({.ordreNr = 1031});
     apneValg(3);
-    trykk(u"chkTxt1"_s);
-    auto &text = paaValg(u"txtFaktekst1"_s);
+    Valg::press(u"chkTxt1"_s);
+    auto &text = Valg::control(u"txtFaktekst1"_s);
     text.setFocus();
     QTest::keyClick(&text, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClicks(&text, u"Ikke paa papiret"_s);
-    trykk(u"chkPrintVis"_s);
-    trykk(u"cmdOK"_s);
+    Valg::press(u"chkPrintVis"_s);
+    Valg::press(u"cmdOK"_s);
     EXPECT_EQ(rows(u"SELECT FakTekstBruk,FakTekst1 FROM Klient WHERE KlientNr=5"_s),
               QStringList{u"1|Ikke paa papiret"_s});
     forhandsvis();
