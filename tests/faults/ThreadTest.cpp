@@ -1,8 +1,8 @@
 #include "faults/Place.h"
-#include "faults/SessionWatch.h"
 #include "faults/Work.h"
 #include "output/ehf/EhfFil.h"
 #include "support/ModuleTest.h"
+#include "support/SessionTap.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -28,8 +28,9 @@ TEST(ThreadTest, ModuleStartsNoThread)
     QStringList calls;
     qsizetype most = 0;
     {
-        const SessionWatch watch([&](const char *call) {
-            calls += QString::fromLatin1(call);
+        SessionTap tap;
+        tap.afterEach([&](const QString &call) {
+            calls += call;
             most = std::max(most, threads());
         });
         ASSERT_EQ(startModule(place->connectionString()), 1);
@@ -41,8 +42,8 @@ TEST(ThreadTest, ModuleStartsNoThread)
         passOver([&] { SkrivEhfFil(file, 0, QString::number(kInvoices + 2)); });
         unloadModule();
     }
-    for (const char *call : {"open", "begin", "execute", "query", "commit"})
-        EXPECT_TRUE(calls.contains(QString::fromLatin1(call))) << call;
+    for (const QString &call : {u"open"_s, u"begin"_s, u"execute"_s, u"query"_s, u"commit"_s})
+        EXPECT_TRUE(calls.contains(call)) << call.toStdString();
     EXPECT_EQ(most, 1);
     EXPECT_EQ(threads(), 1);
 }

@@ -7,11 +7,11 @@
 // reached a database session, and waits after every report for a line on the standard input.
 
 #include "data/clsAdoUtils.h"
-#include "faults/SessionWatch.h"
 #include "faults/Work.h"
 #include "platform/ado/AdoTypes.h"
 #include "runtime/RunTimeError.h"
 #include "state/SharedState.h"
+#include "support/SessionTap.h"
 
 #include <csignal>
 #include <map>
@@ -120,9 +120,10 @@ const std::map<QString, void (*)()> kTasks{
 int run(const QString &task, const QString &connectionString)
 {
     bool started = false;
-    const faults::SessionWatch watch([&](const char *call) {
+    SessionTap tap;
+    tap.afterEach([&](const QString &call) {
         if (started && stepping)
-            report(u"call "_s + QString::fromLatin1(call));
+            report(u"call "_s + call);
     });
     if (faults::startModule(connectionString) != 1) {
         report(u"failed start|"_s + gDB->LastError());

@@ -9,11 +9,21 @@ namespace {
 
 using LogPointer = std::shared_ptr<SessionTap::Log>;
 
-void check(SessionTap::Log &log, const QString &name, const QString &details = {})
+/// Notes a call and lets it go on, or fail.
+template<class Call>
+auto noted(SessionTap::Log &log, const QString &name, const QString &details, Call call)
 {
     log.calls += details.isEmpty() ? name : name + u' ' + details;
     if (log.failing.contains(name))
         throw RunTimeError(ado::errors::kUnspecified, u"Nektet: "_s + name);
+    if constexpr (std::is_void_v<decltype(call())>) {
+        call();
+        log.after(name);
+    } else {
+        auto result = call();
+        log.after(name);
+        return result;
+    }
 }
 
 class TappedSession : public ado::Session
@@ -26,38 +36,33 @@ public:
 
     void begin() override
     {
-        check(*m_log, u"begin"_s);
-        m_session->begin();
+        noted(*m_log, u"begin"_s, {}, [this] { m_session->begin(); });
     }
     void commit() override
     {
-        check(*m_log, u"commit"_s);
-        m_session->commit();
+        noted(*m_log, u"commit"_s, {}, [this] { m_session->commit(); });
     }
     void rollback() override
     {
-        check(*m_log, u"rollback"_s);
-        m_session->rollback();
+        noted(*m_log, u"rollback"_s, {}, [this] { m_session->rollback(); });
     }
     void execute(QStringView statement) override
     {
-        check(*m_log, u"execute"_s, statement.toString());
-        m_session->execute(passedOn(statement));
+        noted(*m_log, u"execute"_s, statement.toString(),
+              [&] { m_session->execute(passedOn(statement)); });
     }
     ado::RowSet query(QStringView statement) override
     {
-        check(*m_log, u"query"_s, statement.toString());
-        return m_session->query(passedOn(statement));
+        return noted(*m_log, u"query"_s, statement.toString(),
+                     [&] { return m_session->query(passedOn(statement)); });
     }
     void writeBack(ado::RowSet &rows, const std::vector<int> &changedRows) override
     {
-        check(*m_log, u"writeBack"_s);
-        m_session->writeBack(rows, changedRows);
+        noted(*m_log, u"writeBack"_s, {}, [&] { m_session->writeBack(rows, changedRows); });
     }
     void append(QStringView table, const ado::RowSet &rows) override
     {
-        check(*m_log, u"append"_s, table.toString());
-        m_session->append(table, rows);
+        noted(*m_log, u"append"_s, table.toString(), [&] { m_session->append(table, rows); });
     }
     qint64 lastNumber(QStringView table) override { return m_session->lastNumber(table); }
     void continueCounter(QStringView table, qint64 lastNumber) override
@@ -91,8 +96,8 @@ private:
 SessionTap::SessionTap() : m_log(std::make_shared<Log>())
 {
     m_previous = ado::SessionPool::shared().setOpener([this](const ado::DataSource &source) {
-        check(*m_log, u"open"_s);
-        return std::make_unique<TappedSession>(m_log, m_previous(source));
+        return noted(*m_log, u"open"_s, {},
+                     [&] { return std::make_unique<TappedSession>(m_log, m_previous(source)); });
     });
 }
 

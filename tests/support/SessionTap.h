@@ -18,7 +18,7 @@ public:
     SessionTap &operator=(const SessionTap &) = delete;
 
     /// The calls so far, in order: "open", "begin", "commit", "rollback", "writeBack", "release",
-    /// and "execute " or "query " with the statement as it came.
+    /// "append " with the table, and "execute " or "query " with the statement as it came.
     [[nodiscard]] QStringList calls() const { return m_log->calls; }
     /// The statements among them.
     [[nodiscard]] QStringList statements() const;
@@ -33,11 +33,18 @@ public:
         m_log->rewrite = std::move(rewrite);
     }
 
+    /// Is told the name of each call that has come back with success.
+    void afterEach(std::function<void(const QString &call)> after)
+    {
+        m_log->after = std::move(after);
+    }
+
     struct Log
     {
         QStringList calls;
         QStringList failing;
         std::function<QString(const QString &)> rewrite;
+        std::function<void(const QString &)> after = [](const QString &) {};
     };
 
 private:
