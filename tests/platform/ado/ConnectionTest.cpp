@@ -113,41 +113,4 @@ TEST_F(ConnectionTest, ReplacedFileIsOpenedAnew)
     EXPECT_EQ(Tool(m_file.path()).text("SELECT name FROM sqlite_schema"), "Ny");
 }
 
-TEST_F(ConnectionTest, SchemaListsTablesByNameAndColumnsByPosition)
-{
-    Opened connection(m_file);
-    connection.run(u"CREATE TABLE Produkt (ID COUNTER CONSTRAINT ID PRIMARY KEY, Navn TEXT(100), "
-                   "Pris CURRENCY, BruttoPris BIT)"_s);
-    connection.run(u"CREATE TABLE bil (Nr SHORT, Bilde LONGBINARY)"_s);
-    const Ref<Recordset> list = connection.openSchema();
-    const std::vector<std::pair<QString, DataType>> fields{
-        {u"TABLE_NAME"_s, DataType::VarWChar},
-        {u"COLUMN_NAME"_s, DataType::VarWChar},
-        {u"ORDINAL_POSITION"_s, DataType::Integer},
-        {u"DATA_TYPE"_s, DataType::SmallInt},
-        {u"CHARACTER_MAXIMUM_LENGTH"_s, DataType::Integer}};
-    ASSERT_EQ(list->fieldCount(), 5);
-    for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(list->field(i).name, fields[static_cast<size_t>(i)].first);
-        EXPECT_EQ(list->field(i).type, fields[static_cast<size_t>(i)].second);
-    }
-    EXPECT_EQ(list->field(u"TABLE_NAME").definedSize, 0); // no limit
-    QStringList lines;
-    for (; !list->eof(); list->moveNext())
-        lines << list->text(u"Table_Name") + u'.' + list->text(u"Column_Name") + u' ' +
-                     list->text(u"Ordinal_Position") + u' ' + list->text(u"Data_Type") + u' ' +
-                     (list->isNull(4) ? u"-"_s : list->text(4));
-    EXPECT_EQ(lines.join(u'|').toStdString(),
-              "bil.Nr 1 2 -|bil.Bilde 2 205 -|Produkt.ID 1 3 -|Produkt.Navn 2 202 100|"
-              "Produkt.Pris 3 6 -|Produkt.BruttoPris 4 11 -");
-    EXPECT_EQ(list->recordCount(), 6);
-    EXPECT_EQ(errorOf([&] { list->requery(); }), errors::kNoConnection);
-}
-
-TEST_F(ConnectionTest, SchemaOfAnEmptyDatabaseHasNoRows)
-{
-    const Ref<Recordset> list = Opened(m_file).openSchema();
-    EXPECT_EQ(list->recordCount(), 0);
-}
-
 } // namespace ado::test

@@ -17,24 +17,6 @@ protected:
     }
 };
 
-TEST_F(PostgresCatalogTest, ListsNamesAsCreatedWithTypesAndWidths)
-{
-    Client client(m_database);
-    EXPECT_EQ(listed(client), QString());
-    client.run(
-        u"CREATE TABLE Produkt (ID COUNTER CONSTRAINT ID PRIMARY KEY, ProduktNavn TEXT(100), "
-        "Pris CURRENCY, Bruttopris BIT, Sats SINGLE, Dag DATE)"_s);
-    client.run(u"CREATE TABLE bil (Nr SHORT, Bilde LONGBINARY, Vekt DOUBLE)"_s);
-    client.run(u"ALTER TABLE BIL ADD COLUMN RegNr TEXT(10)"_s);
-    EXPECT_EQ(listed(client),
-              u"bil.Nr 2|bil.Bilde 205|bil.Vekt 5|bil.RegNr 202(10)|Produkt.ID 3|"
-              "Produkt.ProduktNavn 202(100)|Produkt.Pris 6|Produkt.Bruttopris 11|Produkt.Sats 4|"
-              "Produkt.Dag 7"_s);
-    client.run(u"INSERT INTO PRODUKT (produktNAVN) VALUES ('x')"_s);
-    const Recordset rows = client.rows(u"SELECT produktnavn FROM produkt"_s);
-    EXPECT_EQ(rows.field(0).name, u"ProduktNavn"_s);
-}
-
 TEST_F(PostgresCatalogTest, RangeOfAnAmountIsNeitherColumnNorKey)
 {
     Client client(m_database);
