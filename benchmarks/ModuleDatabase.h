@@ -4,8 +4,8 @@
 #include "data/clsAdoUtils.h"
 #include "host/parent/ParentTables.h"
 #include "shell/component/Main.h"
-#include "shell/component/clsFaktura.h"
 #include "state/SharedState.h"
+#include "tests/support/StartModule.h"
 
 #include <QFileInfo>
 
@@ -28,12 +28,7 @@ public:
             createParentTables(connection);
         }
         Main();
-        clsFaktura module;
-        module.setConnectStreng(dsn);
-        module.setKlient(5);
-        module.setCurrentYear(2014);
-        module.StartModul();
-        if (module.ModuleInit() == 0)
+        if (startAsParent(dsn) == 0)
             qFatal("the module did not start: %s", qPrintable(gDB->LastError()));
     }
     ~ModuleDatabase() { Unload(); }

@@ -6,9 +6,9 @@
 #include "rules/Ordre.h"
 #include "runtime/Conversions.h"
 #include "shell/component/Main.h"
-#include "shell/component/clsFaktura.h"
 #include "state/SharedState.h"
 #include "support/Rows.h"
+#include "support/StartModule.h"
 
 using namespace Qt::StringLiterals;
 
@@ -132,12 +132,7 @@ void prepareDatabase(const QString &connectionString)
 qint16 startModule(const QString &connectionString)
 {
     Main();
-    clsFaktura module;
-    module.setConnectStreng(connectionString);
-    module.setKlient(kClient);
-    module.setCurrentYear(kYear);
-    module.StartModul();
-    return module.ModuleInit();
+    return startAsParent(connectionString, kClient, kYear);
 }
 
 void unloadModule()

@@ -5,7 +5,7 @@
 #include "host/parent/ParentTables.h"
 #include "platform/ado/Connection.h"
 #include "platform/ado/Recordset.h"
-#include "shell/component/clsFaktura.h"
+#include "support/StartModule.h"
 
 using namespace Qt::StringLiterals;
 
@@ -32,11 +32,7 @@ void makeDemoDatabase(const QString &connectionString)
         createParentTables(connection);
         fillParentTables(connection, kClient, kYear);
     });
-    clsFaktura module;
-    module.setConnectStreng(connectionString);
-    module.setKlient(kClient);
-    module.setCurrentYear(kYear);
-    module.StartModul();
+    startAsParent(connectionString, kClient, kYear);
     inTransaction(connectionString, [](ado::Connection &connection) {
         fillModuleRegisters(connection, kClient);
         fillOrders(connection, kClient, kYear);

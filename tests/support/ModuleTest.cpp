@@ -4,10 +4,10 @@
 #include "host/parent/ParentTables.h"
 #include "platform/ado/SessionPool.h"
 #include "shell/component/Main.h"
-#include "shell/component/clsFaktura.h"
 #include "state/Messages.h"
 #include "state/SharedState.h"
 #include "support/Rows.h"
+#include "support/StartModule.h"
 
 #include <QFile>
 
@@ -51,12 +51,7 @@ void ModuleTest::connect()
 
 qint16 ModuleTest::startModule()
 {
-    clsFaktura module;
-    module.setConnectStreng(connectionString());
-    module.setKlient(5);
-    module.setCurrentYear(2014);
-    module.StartModul();
-    return module.ModuleInit();
+    return startAsParent(connectionString());
 }
 
 void ModuleTest::run(const QString &statement)

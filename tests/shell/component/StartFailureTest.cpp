@@ -6,6 +6,7 @@
 #include "state/SharedState.h"
 #include "support/ModuleTest.h"
 #include "support/SessionTap.h"
+#include "support/StartModule.h"
 
 #include <QDir>
 #include <QFile>
@@ -26,15 +27,7 @@ protected:
     }
     ~StartFailureTest() override { EXPECT_EQ(boxes, QStringList()); }
 
-    static qint16 start(const QString &connectionString)
-    {
-        clsFaktura module;
-        module.setConnectStreng(connectionString);
-        module.setKlient(5);
-        module.setCurrentYear(2014);
-        module.StartModul();
-        return module.ModuleInit();
-    }
+    static qint16 start(const QString &connectionString) { return startAsParent(connectionString); }
 
     /// The three tables that an empty database lacks, then the columns from the first to the last,
     /// then the sales account.
