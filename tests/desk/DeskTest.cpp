@@ -59,31 +59,14 @@ void xdotool(const QStringList &arguments)
 
 } // namespace
 
-DeskTest::DeskTest() : m_component(QStringLiteral(FAKTURA_FILE)) {}
-
-DeskTest::~DeskTest()
-{
-    m_module.reset();
-    m_component.unload();
-}
-
 void DeskTest::SetUp()
 {
     if (display().isEmpty())
         GTEST_SKIP() << reason();
     qputenv("XDG_CONFIG_HOME", path(u"innstillinger"_s).toUtf8());
     const QString database = makeDemo();
-    QObject *factory = m_component.instance();
-    ASSERT_NE(factory, nullptr) << m_component.errorString().toStdString();
-    QObject *instance = nullptr;
-    ASSERT_TRUE(
-        QMetaObject::invokeMethod(factory, "CreateInstance", Q_RETURN_ARG(QObject *, instance)));
-    m_module.reset(instance);
-    instance->setProperty("ConnectStreng", u"dsn="_s + database);
-    instance->setProperty("Klient", 1);
-    instance->setProperty("CurrentYear", 2014);
-    ASSERT_TRUE(QMetaObject::invokeMethod(instance, "StartModul"));
-    ASSERT_EQ(instance->property("ModuleInit").toInt(), 1);
+    m_module = m_component.createInstance();
+    ASSERT_EQ(NamedComponent::start(*m_module, u"dsn="_s + database, 1, 2014), 1);
     window(u"frmRegningsdel"_s);
 }
 

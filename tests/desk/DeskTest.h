@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/program/HostTest.h"
+#include "support/NamedComponent.h"
 
-#include <QPluginLoader>
 #include <QWidget>
 
 #include <functional>
@@ -19,8 +19,6 @@ public:
     static void awaitManager();
 
 protected:
-    DeskTest();
-    ~DeskTest() override;
     void SetUp() override;
 
     /// Waits for what the window system and the screens bring about in their own time.
@@ -70,6 +68,6 @@ protected:
     static constexpr int kWheelDown = 5;
 
 private:
-    QPluginLoader m_component;
+    NamedComponent m_component;
     std::unique_ptr<QObject> m_module;
 };

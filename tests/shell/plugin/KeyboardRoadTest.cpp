@@ -1,3 +1,5 @@
+#include "support/NamedComponent.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDate>
@@ -6,7 +8,6 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPluginLoader>
 #include <QPointer>
 #include <QProcess>
 #include <QRegularExpression>
@@ -80,7 +81,7 @@ QKeyCombination keyNamed(const QString &name)
 class KeyboardRoadTest : public ::testing::Test
 {
 protected:
-    KeyboardRoadTest() : m_component(QStringLiteral(FAKTURA_FILE))
+    KeyboardRoadTest()
     {
         qputenv("HOME", QFile::encodeName(m_folder.path()));
         qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_folder.filePath(u"innstillinger"_s)));
@@ -93,7 +94,6 @@ protected:
                              m_had.push(window);
                          });
     }
-    ~KeyboardRoadTest() override { m_component.unload(); }
 
     void start()
     {
@@ -102,15 +102,8 @@ protected:
         ASSERT_EQ(QProcess::execute(QStringLiteral(HOST_FILE),
                                     {u"--demo"_s, u"--dsn"_s, file, u"--aar"_s, year}),
                   0);
-        QObject *module = nullptr;
-        ASSERT_TRUE(QMetaObject::invokeMethod(m_component.instance(), "CreateInstance",
-                                              Q_RETURN_ARG(QObject *, module)));
-        m_module.reset(module);
-        module->setProperty("ConnectStreng", u"dsn="_s + file);
-        module->setProperty("Klient", 1);
-        module->setProperty("CurrentYear", QDate::currentDate().year());
-        QMetaObject::invokeMethod(module, "StartModul");
-        ASSERT_EQ(module->property("ModuleInit").toInt(), 1);
+        m_module = m_component.createInstance();
+        ASSERT_EQ(NamedComponent::start(*m_module, u"dsn="_s + file, 1, year.toInt()), 1);
     }
 
     /// The window that keys go to. Without a window manager nobody hands the keyboard back when a
@@ -251,7 +244,7 @@ private:
     }
 
     QTemporaryDir m_folder;
-    QPluginLoader m_component;
+    NamedComponent m_component;
     std::unique_ptr<QObject> m_module;
     QStack<QPointer<QWindow>> m_had; ///< the windows that keys went to, the last on top
     QObject m_watch;                 ///< ends what is connected and waits, with this test

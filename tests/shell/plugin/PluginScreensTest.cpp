@@ -1,7 +1,7 @@
 #include "shell/plugin/BareParent.h"
+#include "support/NamedComponent.h"
 
 #include <QApplication>
-#include <QPluginLoader>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QVariant>
@@ -19,28 +19,19 @@ namespace {
 class PluginScreensTest : public ::testing::Test
 {
 protected:
-    PluginScreensTest() : m_loader(QStringLiteral(FAKTURA_FILE))
+    PluginScreensTest()
     {
         makeBareParent(path());
         QApplication::setQuitOnLastWindowClosed(false);
     }
-    ~PluginScreensTest() override { m_loader.unload(); }
 
     [[nodiscard]] QString path() const { return m_folder.filePath(u"parent.db"_s); }
 
     std::unique_ptr<QObject> start()
     {
-        QObject *factory = m_loader.instance();
-        EXPECT_NE(factory, nullptr) << m_loader.errorString().toStdString();
-        QObject *instance = nullptr;
-        EXPECT_TRUE(QMetaObject::invokeMethod(factory, "CreateInstance",
-                                              Q_RETURN_ARG(QObject *, instance)));
-        instance->setProperty("ConnectStreng", u"dsn="_s + path());
-        instance->setProperty("Klient", 5);
-        instance->setProperty("CurrentYear", 2014);
-        EXPECT_TRUE(QMetaObject::invokeMethod(instance, "StartModul"));
-        EXPECT_EQ(instance->property("ModuleInit").toInt(), 1);
-        return std::unique_ptr<QObject>(instance);
+        std::unique_ptr<QObject> module = m_component.createInstance();
+        EXPECT_EQ(NamedComponent::start(*module, u"dsn="_s + path(), 5, 2014), 1);
+        return module;
     }
     /// A widget of the module, found in the application's own list.
     static QWidget *widget(const QString &name)
@@ -53,7 +44,7 @@ protected:
     }
 
     QTemporaryDir m_folder;
-    QPluginLoader m_loader;
+    NamedComponent m_component;
 };
 
 TEST_F(PluginScreensTest, TheMenuIsAmongTheParentsWindows)
@@ -78,7 +69,7 @@ TEST_F(PluginScreensTest, UnloadingTakesTheWindowsAndALaterLoadBeginsAnew)
 {
     start().reset();
     QTest::keyClick(widget(u"frmRegningsdel"_s), Qt::Key_F1);
-    EXPECT_TRUE(m_loader.unload());
+    EXPECT_TRUE(m_component.loader.unload());
     EXPECT_EQ(widget(u"frmRegningsdel"_s), nullptr);
     EXPECT_EQ(widget(u"frmInvisible"_s), nullptr);
     EXPECT_EQ(widget(u"HtmlHelp"_s), nullptr);

@@ -1,8 +1,8 @@
 #include "shell/plugin/BareParent.h"
+#include "support/NamedComponent.h"
 
 #include <QFile>
 #include <QObject>
-#include <QPluginLoader>
 #include <QTemporaryDir>
 #include <QVariant>
 
@@ -20,30 +20,14 @@ namespace {
 class PluginTest : public ::testing::Test
 {
 protected:
-    PluginTest() : m_loader(QStringLiteral(FAKTURA_FILE)) { makeBareParent(path()); }
-    ~PluginTest() override { m_loader.unload(); }
+    PluginTest() { makeBareParent(path()); }
 
     [[nodiscard]] QString path() const { return m_folder.filePath(u"parent.db"_s); }
 
-    QObject *factory()
-    {
-        QObject *root = m_loader.instance();
-        EXPECT_NE(root, nullptr) << m_loader.errorString().toStdString();
-        return root;
-    }
-    std::unique_ptr<QObject> createInstance()
-    {
-        QObject *instance = nullptr;
-        EXPECT_TRUE(QMetaObject::invokeMethod(factory(), "CreateInstance",
-                                              Q_RETURN_ARG(QObject *, instance)));
-        return std::unique_ptr<QObject>(instance);
-    }
+    std::unique_ptr<QObject> createInstance() { return m_component.createInstance(); }
     static void start(QObject &module, const QString &connectionString)
     {
-        EXPECT_TRUE(module.setProperty("ConnectStreng", connectionString));
-        EXPECT_TRUE(module.setProperty("Klient", 5));
-        EXPECT_TRUE(module.setProperty("CurrentYear", 2014));
-        EXPECT_TRUE(QMetaObject::invokeMethod(&module, "StartModul"));
+        NamedComponent::start(module, connectionString, 5, 2014);
     }
 
     /// A number out of the database file, read by other means than the module's.
@@ -62,7 +46,7 @@ protected:
     }
 
     QTemporaryDir m_folder;
-    QPluginLoader m_loader;
+    NamedComponent m_component;
 };
 
 TEST_F(PluginTest, TheLibraryTellsItsName)
@@ -135,7 +119,7 @@ TEST_F(PluginTest, AParentMayEndWithoutUnloading)
     const auto startAndEnd = [this] {
         static const std::unique_ptr<QObject> module = createInstance();
         start(*module, u"dsn="_s + path());
-        m_loader.setFileName({}); // lets go of the library and leaves it loaded
+        m_component.loader.setFileName({}); // lets go of the library and leaves it loaded
         std::exit(module->property("ModuleInit").toInt() == 1 ? 0 : 1);
     };
     EXPECT_EXIT(startAndEnd(), ::testing::ExitedWithCode(0), "");
