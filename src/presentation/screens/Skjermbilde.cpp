@@ -39,5 +39,5 @@ void Skjermbilde::onUnload()
 
 void Skjermbilde::tilpassNavn(fpSpread &grid, int kol) const
 {
-    SpreadFitNames(grid, kol, HarStoreBokstaver(*this));
+    SpreadTilpassNavn(grid, kol, HarStoreBokstaver(*this));
 }

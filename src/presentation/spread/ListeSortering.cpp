@@ -8,10 +8,10 @@ void ListeSortering::glem()
     m_iSortVei = kUsortert;
 }
 
-void ListeSortering::sorter(fpSpread &grid, qint16 col)
+void ListeSortering::sorter(fpSpread &grid, qint16 kol)
 {
-    const bool synkende = col == m_iSortKol && m_iSortVei == kStigende;
-    SpreadSort(grid, col, !synkende);
-    m_iSortKol = col;
+    const bool synkende = kol == m_iSortKol && m_iSortVei == kStigende;
+    SpreadSort(grid, kol, !synkende);
+    m_iSortKol = kol;
     m_iSortVei = synkende ? kSynkende : kStigende;
 }

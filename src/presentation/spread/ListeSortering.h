@@ -11,7 +11,7 @@ public:
     /// The list has been filled anew.
     void glem();
     /// Sorts rising; falling the column that was sorted rising last.
-    void sorter(fpSpread &grid, qint16 col);
+    void sorter(fpSpread &grid, qint16 kol);
 
 private:
     enum Vei : qint16 { kUsortert = 0, kStigende = 1, kSynkende = 2 };

@@ -5,13 +5,13 @@
 
 namespace {
 
-constexpr int kRowsOfEmptyGrid = 10;
-constexpr int kRowsToSpare = 5;
-constexpr int kTwipsBesideColumns = 330; ///< scroll bar and frame
-constexpr double kGapBetweenColumns = 0.03;
-constexpr double kReadableName = 12;
+constexpr int kRaderITomtGrid = 10;
+constexpr int kRaderTilOvers = 5;
+constexpr int kTwipsVedKolonnene = 330; ///< scroll bar and frame
+constexpr double kMellomKolonner = 0.03;
+constexpr double kLesbartNavn = 12;
 
-void blockAllData(fpSpread &grid)
+void blokkAlleData(fpSpread &grid)
 {
     grid.setCol(1);
     grid.setRow(1);
@@ -31,85 +31,85 @@ void SpreadLitenSkrift(fpSpread &grid)
 
 void SpreadClear(fpSpread &grid)
 {
-    blockAllData(grid);
+    blokkAlleData(grid);
     grid.setAction(fpSpread::SelectBlockAction);
     grid.setForeColor(kBlack);
     grid.setBackColor(kWhite);
     grid.setAction(fpSpread::ClearTextAction);
     grid.setBlockMode(false);
     grid.setAction(fpSpread::DeselectBlockAction);
-    grid.setMaxRows(kRowsOfEmptyGrid);
+    grid.setMaxRows(kRaderITomtGrid);
     grid.setSortMark(0, true);
 }
 
-void SpreadSelectRows(fpSpread &grid, int firstRow, int lastRow, bool on)
+void SpreadSelectRows(fpSpread &grid, int forsteRad, int sisteRad, bool paa)
 {
     grid.setCol(1);
-    grid.setRow(firstRow);
+    grid.setRow(forsteRad);
     grid.setCol2(kAll);
-    grid.setRow2(lastRow);
+    grid.setRow2(sisteRad);
     grid.setBlockMode(true);
-    grid.setAction(on ? fpSpread::SelectBlockAction : fpSpread::DeselectBlockAction);
+    grid.setAction(paa ? fpSpread::SelectBlockAction : fpSpread::DeselectBlockAction);
 }
 
-void SpreadSort(fpSpread &grid, qint16 col, bool rising)
+void SpreadSort(fpSpread &grid, qint16 kol, bool stigende)
 {
-    blockAllData(grid);
-    grid.setSortKey(col, rising);
+    blokkAlleData(grid);
+    grid.setSortKey(kol, stigende);
     grid.setAction(fpSpread::SortAction);
     grid.setBlockMode(false);
 }
 
-void SpreadAddRow(fpSpread &grid, QStringView text)
+void SpreadAddRow(fpSpread &grid, QStringView tekst)
 {
-    const int dataRows = grid.dataRowCnt();
-    if (dataRows > grid.maxRows() - kRowsToSpare)
-        grid.setMaxRows(grid.maxRows() + kRowsToSpare);
-    grid.setRow(dataRows + 1);
+    const int datarader = grid.dataRowCnt();
+    if (datarader > grid.maxRows() - kRaderTilOvers)
+        grid.setMaxRows(grid.maxRows() + kRaderTilOvers);
+    grid.setRow(datarader + 1);
     grid.setCol(0);
     qsizetype start = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const bool last = i == text.size() - 1;
-        if (text[i] != u'\t' && !last)
+    for (qsizetype i = 0; i < tekst.size(); ++i) {
+        const bool siste = i == tekst.size() - 1;
+        if (tekst[i] != u'\t' && !siste)
             continue;
         grid.setCol(grid.col() + 1);
-        grid.setText(text.sliced(start, (last ? text.size() : i) - start));
+        grid.setText(tekst.sliced(start, (siste ? tekst.size() : i) - start));
         start = i + 1;
     }
 }
 
-QString SpreadGetText(fpSpread &grid, int col, int row)
+QString SpreadGetText(fpSpread &grid, int kol, int rad)
 {
-    grid.setCurrent(col, row);
+    grid.setCurrent(kol, rad);
     return grid.text();
 }
 
-void SpreadSetText(fpSpread &grid, int col, int row, QStringView text, bool)
+void SpreadSetText(fpSpread &grid, int kol, int rad, QStringView tekst, bool)
 {
-    grid.setCurrent(col, row);
-    grid.setText(text);
+    grid.setCurrent(kol, rad);
+    grid.setText(tekst);
 }
 
-void SpreadSetCellType(fpSpread &grid, int col, int row, int type, bool editable,
-                       const QString &first, const QString &second)
+void SpreadSetCellType(fpSpread &grid, int kol, int rad, int type, bool redigerbar,
+                       const QString &forste, const QString &andre)
 {
     grid.setBlockMode(false);
-    grid.setCurrent(col, row);
+    grid.setCurrent(kol, rad);
     passOver([&] {
-        CellType cell = CellType::ofNumber(type);
-        switch (cell.kind) {
+        CellType celle = CellType::ofNumber(type);
+        switch (celle.kind) {
         case CellKind::Float:
-            cell.showThousands = true;
-            cell.thousandsSign = u' ';
-            cell.decimalSign = u',';
-            cell.decimals = 2;
+            celle.showThousands = true;
+            celle.thousandsSign = u' ';
+            celle.decimalSign = u',';
+            celle.decimals = 2;
             break;
         case CellKind::ComboBox:
-            cell.items = first;
-            cell.editable = editable;
+            celle.items = forste;
+            celle.editable = redigerbar;
             break;
         case CellKind::Time:
-            cell.timeSign = u':';
+            celle.timeSign = u':';
             break;
         case CellKind::Date:
         case CellKind::Integer:
@@ -117,68 +117,68 @@ void SpreadSetCellType(fpSpread &grid, int col, int row, int type, bool editable
         case CellKind::CheckBox:
             break;
         }
-        const bool hasRange =
-            cell.isNumber() || cell.kind == CellKind::Date || cell.kind == CellKind::Time;
-        if (hasRange) {
-            cell.minimum = first;
-            cell.maximum = second;
+        const bool harGrenser =
+            celle.isNumber() || celle.kind == CellKind::Date || celle.kind == CellKind::Time;
+        if (harGrenser) {
+            celle.minimum = forste;
+            celle.maximum = andre;
         }
-        grid.setCellType(cell);
-        if (cell.isNumber())
+        grid.setCellType(celle);
+        if (celle.isNumber())
             grid.setTypeHAlign(int(CellAlign::Right));
     });
 }
 
-void SpreadSetBackColor(fpSpread &grid, int col, int row, SheetColor color)
+void SpreadSetBackColor(fpSpread &grid, int kol, int rad, SheetColor farge)
 {
-    grid.setCurrent(col, row);
-    grid.setBackColor(color);
+    grid.setCurrent(kol, rad);
+    grid.setBackColor(farge);
 }
 
-void SpreadFitColumn(fpSpread &grid, int col)
+void SpreadFitColumn(fpSpread &grid, int kol)
 {
-    const double room = grid.twipsToColWidth(grid.widthInTwips() - kTwipsBesideColumns);
-    double others = 0;
-    for (int other = 1; other <= grid.maxCols(); ++other) {
-        if (other != col && !grid.colHidden(other))
-            others += grid.colWidth(other) + kGapBetweenColumns;
+    const double plass = grid.twipsToColWidth(grid.widthInTwips() - kTwipsVedKolonnene);
+    double andre = 0;
+    for (int annen = 1; annen <= grid.maxCols(); ++annen) {
+        if (annen != kol && !grid.colHidden(annen))
+            andre += grid.colWidth(annen) + kMellomKolonner;
     }
-    passOver([&] { grid.setColWidth(col, room - others); });
+    passOver([&] { grid.setColWidth(kol, plass - andre); });
 }
 
-void SpreadFitNames(fpSpread &grid, int col, bool readable)
+void SpreadTilpassNavn(fpSpread &grid, int kol, bool lesbart)
 {
-    SpreadFitColumn(grid, col);
-    if (readable && grid.colWidth(col) < kReadableName)
-        grid.setColWidth(col, kReadableName);
+    SpreadFitColumn(grid, kol);
+    if (lesbart && grid.colWidth(kol) < kLesbartNavn)
+        grid.setColWidth(kol, kLesbartNavn);
 }
 
-void SpreadSetColAlign(fpSpread &grid, int col, int align)
+void SpreadSetColAlign(fpSpread &grid, int kol, int justering)
 {
-    SpreadSetCellAlign(grid, kAll, col, align);
+    SpreadSetCellAlign(grid, kAll, kol, justering);
 }
 
-void SpreadSetCellAlign(fpSpread &grid, int row, int col, int align)
+void SpreadSetCellAlign(fpSpread &grid, int rad, int kol, int justering)
 {
-    grid.setCurrent(col, row);
-    passOver([&] { grid.setTypeHAlign(align); });
+    grid.setCurrent(kol, rad);
+    passOver([&] { grid.setTypeHAlign(justering); });
 }
 
-void SpreadLockAll(fpSpread &grid, bool on)
+void SpreadLockAll(fpSpread &grid, bool paa)
 {
     grid.setCurrent(kAll, kAll);
     grid.setBlockMode(true);
-    grid.setLock(on);
-    grid.setProtect(on);
+    grid.setLock(paa);
+    grid.setProtect(paa);
 }
 
-void SpreadMarkCell(fpSpread &grid, int row, int col)
+void SpreadMarkCell(fpSpread &grid, int rad, int kol)
 {
     grid.setRedraw(false);
     SpreadSetBackColor(grid, kAll, kAll, kWindowBackground);
-    grid.setCurrent(col, row);
+    grid.setCurrent(kol, rad);
     grid.setAction(fpSpread::ActiveCellAction);
-    SpreadSetBackColor(grid, col, row, kMerkefarge);
+    SpreadSetBackColor(grid, kol, rad, kMerkefarge);
     grid.setEditMode(true);
     grid.setRedraw(true);
 }

@@ -380,14 +380,14 @@ TEST_F(mVASpread, FitColumnWritesANegativeWidthAsItIs)
 
 TEST_F(mVASpread, AColumnOfNamesKeepsSomeLettersWhenItIsToBeReadable)
 {
-    SpreadFitNames(grid, 3, true);
+    SpreadTilpassNavn(grid, 3, true);
     const double spare = grid.colWidth(3);
     SpreadFitColumn(grid, 3);
     EXPECT_DOUBLE_EQ(grid.colWidth(3), spare) << "where there is room";
     grid.setColWidth(1, 500);
-    SpreadFitNames(grid, 3, true);
+    SpreadTilpassNavn(grid, 3, true);
     EXPECT_EQ(grid.colWidth(3), 12);
-    SpreadFitNames(grid, 3, false);
+    SpreadTilpassNavn(grid, 3, false);
     EXPECT_LT(grid.colWidth(3), 0);
 }
 
