@@ -64,7 +64,7 @@ void frmUtskrift::apne(const OrdreUtskrift &utskrift)
     if (frmUtskrift *forrige = SharedForm<frmUtskrift>::existing())
         forrige->unload();
     frmUtskrift &skjerm = SharedForm<frmUtskrift>::get();
-    skjerm.setErKreditnota(utskrift.ErKreditnota);
+    skjerm.settErKreditnota(utskrift.ErKreditnota);
     skjerm.m_ui->txtFakID->setText(utskrift.fakID);
     skjerm.m_ui->txtFakNr->setText(utskrift.fakNr);
     skjerm.m_ui->optType_1->setChecked(utskrift.original);

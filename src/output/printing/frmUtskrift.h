@@ -24,7 +24,7 @@ public:
     static void apne(const OrdreUtskrift &utskrift);
 
     /// Whether the EHF file is a credit note. A printout asks the order screen instead.
-    void setErKreditnota(bool erKreditnota) { m_erKreditnota = erKreditnota; }
+    void settErKreditnota(bool erKreditnota) { m_erKreditnota = erKreditnota; }
 
 protected:
     void onLoad() override;

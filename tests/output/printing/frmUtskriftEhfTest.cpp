@@ -81,7 +81,7 @@ TEST_F(FrmUtskriftTest, TheFlagDecidesTheEhfDocument)
     EXPECT_TRUE(innhold(u"k.xml"_s).endsWith("</CreditNote>\r\n"));
     // Not the screen, and not the option.
     klikk(u"btnPrint"_s);
-    dialog()->setErKreditnota(false);
+    dialog()->settErKreditnota(false);
     merk(ehf());
     skrivEhf(u"f.xml"_s);
     EXPECT_TRUE(innhold(u"f.xml"_s).endsWith("</Invoice>\r\n"));
@@ -109,7 +109,7 @@ TEST_F(FrmUtskriftTest, ThePropertiesOfTheSaveDialog)
     EXPECT_EQ(faktura.filterIndex, 1);
     EXPECT_EQ(faktura.defaultExt, u"xml"_s);
     EXPECT_EQ(faktura.fileName, u"Faktura-12 34.xml"_s);
-    dialog()->setErKreditnota(true);
+    dialog()->settErKreditnota(true);
     EXPECT_EQ(se().fileName, u"Kreditnota-12 34.xml"_s);
     EXPECT_NE(dialog(), nullptr);
 }

@@ -156,7 +156,7 @@ TEST_F(FrmUtskriftTest, TheKindToTheLetter)
 TEST_F(FrmUtskriftTest, TheKindLooksAtTheOrderScreenAndNotAtTheFlag)
 {
     aapneFor({.sumBrutto = u"-125"_s});
-    dialog()->setErKreditnota(false);
+    dialog()->settErKreditnota(false);
     EXPECT_EQ(overlevert().type, u"FakType=-1"_s);
 
     frmUtskrift::apne({true, u"1"_s, u"1"_s, true});

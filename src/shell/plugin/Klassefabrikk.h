@@ -4,14 +4,14 @@
 
 /// The root object of the component's library, and the way to its instances. It lives as long as
 /// the library is loaded: its making runs Main, and its end takes the shared state with it.
-class ClassFactory : public QObject
+class Klassefabrikk : public QObject
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "Faktura.clsFaktura")
 
 public:
-    ClassFactory();
-    ~ClassFactory() override;
+    Klassefabrikk();
+    ~Klassefabrikk() override;
 
     /// A new instance of clsFaktura. The caller owns it and destroys it before the library is
     /// unloaded.

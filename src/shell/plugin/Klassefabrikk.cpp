@@ -1,4 +1,4 @@
-#include "shell/plugin/ClassFactory.h"
+#include "shell/plugin/Klassefabrikk.h"
 
 #include "shell/component/Main.h"
 #include "shell/component/clsFaktura.h"
@@ -16,19 +16,19 @@ struct Statikkvakt
 
 } // namespace
 
-ClassFactory::ClassFactory()
+Klassefabrikk::Klassefabrikk()
 {
     static const Statikkvakt vakt;
     Main();
 }
 
-ClassFactory::~ClassFactory()
+Klassefabrikk::~Klassefabrikk()
 {
     if (!statiskeErBorte)
         Unload();
 }
 
-QObject *ClassFactory::CreateInstance()
+QObject *Klassefabrikk::CreateInstance()
 {
     return new clsFaktura;
 }
