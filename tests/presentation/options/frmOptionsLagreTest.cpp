@@ -365,7 +365,7 @@ public:
     explicit Celler(std::vector<Linje> linjer) : m_linjer(std::move(linjer)) {}
 
     [[nodiscard]] int antallRader() const override { return int(m_linjer.size()); }
-    [[nodiscard]] QString text(int col, int row) const override
+    [[nodiscard]] QString tekst(int col, int row) const override
     {
         const Linje &linje = m_linjer[size_t(row - 1)];
         switch (col) {
@@ -379,7 +379,7 @@ public:
             return {};
         }
     }
-    void setText(int, int, const QString &) override {}
+    void settTekst(int, int, const QString &) override {}
 
 private:
     std::vector<Linje> m_linjer;
@@ -388,7 +388,7 @@ private:
 class Summer : public OrdreSummer
 {
 public:
-    void setText(SumFelt felt, const QString &text) override
+    void settTekst(SumFelt felt, const QString &text) override
     {
         if (felt == SumFelt::Avrunding)
             avrunding = text;
