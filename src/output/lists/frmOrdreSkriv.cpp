@@ -16,7 +16,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QDate kLavesteDato(2010, 1, 1);
-constexpr qint32 kKundeliste = 200; // pixels
+// Pixels.
+constexpr qint32 kKundeliste = 200;
+constexpr int kFeltbredde = 110;
 /// Of the customer box, which make a customer number; one of six digits loses its last.
 constexpr qsizetype kKundetegn = 5;
 const QString kAlle = u"<Alle>"_s;
@@ -40,6 +42,10 @@ frmOrdreSkriv::frmOrdreSkriv()
       m_ui(std::make_unique<Ui::frmOrdreSkriv>())
 {
     m_ui->setupUi(this);
+    LikeKnapper(*this, {88, 0});
+    for (QWidget *felt : std::initializer_list<QWidget *>{m_ui->cmbKunde, m_ui->dtpFraDato,
+                                                          m_ui->dtpTilDato, m_ui->cmbStatus})
+        felt->setMinimumWidth(kFeltbredde);
     // What is typed stays as it is typed.
     m_ui->cmbKunde->setCompleter(nullptr);
     // What is not hidden with the reminder list stands still.

@@ -33,6 +33,7 @@ frmOversikt::frmOversikt()
       m_ui(std::make_unique<Ui::frmOversikt>())
 {
     m_ui->setupUi(this);
+    LikeKnapper(*this, {76, 0});
 
     fpSpread &grid = *m_ui->fpSpread1;
     // Smaller text, and with it narrower columns: they leave the name room at the default width.

@@ -25,6 +25,7 @@ namespace {
 constexpr QSize kMiniatyr{127, 180}; // a sheet of A4
 constexpr QSize kLogo{237, 76};
 constexpr int kIngenSlik = 340; // of a control array
+constexpr int kSifferboks = 15; // pixels, at least
 constexpr int kVedSiffer = 7;   // pixels that a text box takes for its rim
 
 // Twips.
@@ -45,6 +46,12 @@ QString tekst(const QString &nokkel, const QString &standard)
 double tall(const QString &nokkel, const QString &standard)
 {
     return leadingNumber(LesInnstilling(nokkel, standard));
+}
+
+/// Also when the setting's number cannot be read.
+bool erPaa(const QString &nokkel)
+{
+    return enters([&] { return tall(nokkel, u"0"_s) == 1; });
 }
 
 void lagre(const QString &nokkel, const QString &innstilling)
@@ -89,6 +96,8 @@ frmOptions::frmOptions()
       m_ui(std::make_unique<Ui::frmOptions>()), m_ilBlankett(kMiniatyr)
 {
     m_ui->setupUi(this);
+    LikeKnapper(*m_ui->bunn, {84, 26});
+    LikeKnapper(*m_ui->frLogo, {104, 26});
     m_ark = {.faner = m_ui->tbsOptions,
              .ark = {m_ui->picOptions_0, m_ui->picOptions_1, m_ui->picOptions_2},
              .venstre = kArkVenstre,
@@ -111,6 +120,7 @@ frmOptions::frmOptions()
 
     for (QLineEdit *boks : {m_ui->Text1, m_ui->Text2, m_ui->Text3}) {
         // Of large letters, too, one digit is to be seen.
+        boks->setMinimumWidth(kSifferboks);
         boks->setFixedWidth(BreddeFor(*boks, u"8", kVedSiffer));
     }
     for (QFrame *ark : m_ark.ark)
@@ -159,8 +169,7 @@ void frmOptions::onLoad()
     visForsteFakturanr(vilkar);
     visFakturatekster(vilkar);
     passOver([this] { velg(m_optAvrunding, toInteger(tall(u"Avrunding"_s, u"0"_s))); });
-    if (enters([] { return tall(u"PrintVis"_s, u"0"_s) == 1; }))
-        m_ui->chkPrintVis->setChecked(true);
+    m_ui->chkPrintVis->setChecked(erPaa(u"PrintVis"_s));
 }
 
 void frmOptions::settMinsteStorrelse()
@@ -205,14 +214,10 @@ bool frmOptions::onKeyDown(Qt::Key tast, Qt::KeyboardModifiers skift)
 
 void frmOptions::visKID()
 {
-    m_ui->Check1->setChecked(enters([] { return tall(u"KIDaktivert"_s, u"0"_s) == 1; }));
-
-    m_ui->optKID_0->setChecked(true);
-    m_ui->Label3->setEnabled(false);
-    if (enters([] { return tall(u"KIDoppbygning"_s, u"0"_s) == 1; })) {
-        m_ui->optKID_1->setChecked(true);
-        m_ui->Label3->setEnabled(true);
-    }
+    m_ui->Check1->setChecked(erPaa(u"KIDaktivert"_s));
+    const bool medKundenr = erPaa(u"KIDoppbygning"_s);
+    (medKundenr ? m_ui->optKID_1 : m_ui->optKID_0)->setChecked(true);
+    m_ui->Label3->setEnabled(medKundenr);
     m_ui->Text2->setText(tekst(u"KIDlengdeFakturanr"_s, u"6"_s));
     m_ui->Text3->setText(tekst(u"KIDlengdeFakturanr"_s, u"6"_s));
     // The order screen takes 6 where nothing is stored; here 5 is offered.

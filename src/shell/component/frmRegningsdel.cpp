@@ -19,7 +19,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize kKnappebilde{48, 48};
-constexpr int kFraKanten = 4; // pixels
+constexpr int kKnappehoyde = 92; // pixels, at least
+constexpr int kFraKanten = 4;    // pixels
 
 using Apner = void (*)();
 
@@ -79,6 +80,8 @@ frmRegningsdel::frmRegningsdel()
     for (const Menyknapp &menyknapp : kKnapper) {
         PictureButton *knapp = m_ui.get()->*menyknapp.knapp;
         knapp->setPicture(bilde(menyknapp.bilde, kKnappebilde), kKnappebilde);
+        knapp->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+        knapp->setMinimumHeight(kKnappehoyde);
         onEvent(knapp, &PictureButton::clicked, this, [this, apner = menyknapp.apner] {
             apner();
             // The menu stays within reach above what it has opened.
