@@ -43,7 +43,7 @@ void storeDemoLogo(const QString &connectionString, const QByteArray &bytes)
 {
     ado::Recordset set;
     set.setActiveConnection(connectionString);
-    set.setLockType(ado::LockType::BatchOptimistic);
+    set.setLockType(ado::LockType::Optimistic);
     set.setSource(u"SELECT KlientNr, Logo FROM Klient WHERE KlientNr=%1"_s.arg(kClient));
     set.open();
     set.setValue(u"Logo", Value(bytes));

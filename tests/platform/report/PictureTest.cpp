@@ -19,7 +19,7 @@ protected:
     {
         ado::Recordset set;
         set.setActiveConnection(dsn());
-        set.setLockType(ado::LockType::BatchOptimistic);
+        set.setLockType(ado::LockType::Optimistic);
         set.setSource(u"SELECT KlientNr, Logo FROM Klient WHERE KlientNr=1"_s);
         set.open();
         set.setValue(u"Logo", Value(bytes));
