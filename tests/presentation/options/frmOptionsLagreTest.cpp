@@ -40,8 +40,8 @@ TEST_F(FrmOptionsLagreTest, AScreenWithKidOffStoresFourSettings)
     open();
     press(u"cmdApply"_s);
     EXPECT_EQ(settingsFile(),
-              QStringList({u"[Regningsdel]"_s, u"KIDaktivert=0"_s, u"Fakturablankett=0"_s,
-                           u"Avrunding=0"_s, u"PrintVis=0"_s}));
+              QStringList({u"[Regningsdel]"_s, u"Avrunding=0"_s, u"Fakturablankett=0"_s,
+                           u"KIDaktivert=0"_s, u"PrintVis=0"_s}));
 }
 
 TEST_F(FrmOptionsLagreTest, EverySettingIsStoredAsTheNumberShown)
@@ -58,9 +58,9 @@ TEST_F(FrmOptionsLagreTest, EverySettingIsStoredAsTheNumberShown)
     press(u"chkPrintVis"_s);
     press(u"cmdApply"_s);
     EXPECT_EQ(settingsFile(),
-              QStringList({u"[Regningsdel]"_s, u"KIDaktivert=1"_s, u"KIDoppbygning=1"_s,
-                           u"KIDlengdeFakturanr=8"_s, u"KIDlengdeKundenr=7"_s, u"KIDmodulus=11"_s,
-                           u"Fakturablankett=3"_s, u"Avrunding=2"_s, u"PrintVis=1"_s}));
+              QStringList({u"[Regningsdel]"_s, u"Avrunding=2"_s, u"Fakturablankett=3"_s,
+                           u"KIDaktivert=1"_s, u"KIDlengdeFakturanr=8"_s, u"KIDlengdeKundenr=7"_s,
+                           u"KIDmodulus=11"_s, u"KIDoppbygning=1"_s, u"PrintVis=1"_s}));
 }
 
 TEST_F(FrmOptionsLagreTest, EachChoiceHasItsNumber)

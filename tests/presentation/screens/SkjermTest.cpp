@@ -74,7 +74,7 @@ TEST_F(SkjermTest, StoresTwipsAsDecimalText)
     EXPECT_EQ(storedPlace(), QStringList({u"-300"_s, u"1500"_s, u"10635"_s, u"6870"_s}));
     EXPECT_EQ(settings.content(u"Brennmark AS/Strekkbok.ini"_s),
               "[Regningsdel\\Forms\\frmProve]\n"
-              "FLeft=-300\nFTop=1500\nFWidth=10635\nFHeight=6870\n");
+              "FHeight=6870\nFLeft=-300\nFTop=1500\nFWidth=10635\n");
 }
 
 TEST_F(SkjermTest, AFormComesBackWhereItWasLeft)

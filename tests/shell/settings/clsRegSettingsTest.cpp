@@ -95,7 +95,7 @@ TEST_F(clsRegSettingsTest, SavesUnderCompanyApplicationAndSection)
     EXPECT_TRUE(m_settings.SaveSetting(QString(), u"Versjon"_s, u"2"_s));
     EXPECT_EQ(
         m_folder.content(kFile).toStdString(),
-        "Versjon=2\n[Regningsdel]\nAvrunding=1\n\n[Regningsdel\\Forms\\frmOrdre]\nFLeft=200\n");
+        "Versjon=2\n\n[Regningsdel]\nAvrunding=1\n\n[Regningsdel\\Forms\\frmOrdre]\nFLeft=200\n");
 }
 
 TEST_F(clsRegSettingsTest, GetSettingEndsInAZeroCharacter)
