@@ -150,6 +150,7 @@ ado::Recordset readRecordset(const QString &connectionString, const QString &sta
     ado::Recordset rows;
     rows.setActiveConnection(connectionString);
     rows.setLockType(ado::LockType::ReadOnly);
+    rows.setCursorType(ado::CursorType::Keyset);
     rows.setSource(statement);
     rows.open();
     rows.clearActiveConnection();

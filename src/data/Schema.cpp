@@ -15,7 +15,7 @@ namespace {
 void readSchema()
 {
     Ref<ado::Recordset> columns;
-    passOver([&] { columns = gConn->openSchema(); });
+    passOver([&] { columns = gConn->openSchema(ado::SchemaList::Columns); });
     int count = 0;
     passOver([&] { count = columns->recordCount(); });
     if (count == 0)

@@ -4,6 +4,13 @@
 
 using namespace Qt::StringLiterals;
 
+void clsAdoUtils::openWorkingConnection(ado::Connection &connection) const
+{
+    connection.setConnectionString(m_connectionString);
+    connection.setCursorLocation(ado::CursorLocation::Server);
+    connection.open({}, {}, {}, ado::options::kUnspecified);
+}
+
 void clsAdoUtils::setLastError(const RunTimeError &error)
 {
     m_lastError = QString::number(error.number()) + u" - "_s + error.description();
@@ -34,8 +41,8 @@ bool clsAdoUtils::Execute(const QString &SQL)
 {
     ado::Connection connection;
     try {
-        connection.open(m_connectionString);
-        connection.transact([&] { connection.execute(SQL); });
+        openWorkingConnection(connection);
+        connection.transact([&] { connection.execute(SQL, ado::options::kUnspecified); });
         connection.close();
         return true;
     } catch (const RunTimeError &error) {
@@ -50,6 +57,7 @@ Ref<ado::Recordset> clsAdoUtils::GetRS(const QString &SQL, bool bReadOnly)
         auto rs = Ref<ado::Recordset>::make();
         rs->setActiveConnection(m_connectionString);
         rs->setLockType(bReadOnly ? ado::LockType::ReadOnly : ado::LockType::Optimistic);
+        rs->setCursorType(ado::CursorType::Keyset);
         rs->setSource(SQL);
         rs->open();
         rs->clearActiveConnection();
@@ -68,6 +76,9 @@ qint32 clsAdoUtils::GetCount(const QString &TableName, const QString &WhereClaus
         if (!WhereClause.isEmpty())
             statement += u" WHERE "_s + WhereClause;
         rs.setActiveConnection(m_connectionString);
+        rs.setCursorLocation(ado::CursorLocation::Client);
+        rs.setLockType(ado::LockType::ReadOnly);
+        rs.setCursorType(ado::CursorType::Keyset);
         rs.setSource(statement);
         rs.open();
         rs.clearActiveConnection();
@@ -87,10 +98,10 @@ bool clsAdoUtils::PutRS(const Ref<ado::Recordset> &rs)
 
     ado::Connection connection;
     try {
-        connection.open(m_connectionString);
+        openWorkingConnection(connection);
         connection.transact([&] {
             rs->setActiveConnection(connection); // takes back what a lost transaction had accepted
-            rs->updateBatch();
+            rs->updateBatch(ado::AffectRecords::All);
         });
         rs->clearActiveConnection();
         connection.close();
@@ -113,15 +124,18 @@ qint32 clsAdoUtils::ExecuteID(const QString &SQL)
     try {
         ado::Connection connection;
         ado::Recordset identity;
+        identity.setCursorLocation(ado::CursorLocation::Server);
+        identity.setCursorType(ado::CursorType::ForwardOnly);
+        identity.setLockType(ado::LockType::ReadOnly);
         identity.setSource(u"SELECT @@IDENTITY"_s);
 
-        connection.open(m_connectionString);
+        openWorkingConnection(connection);
         qint32 id = 0;
         connection.transact([&] {
-            connection.execute(SQL);
+            connection.execute(SQL, ado::options::kText + ado::options::kNoRecords);
             // On the inserting connection: any other one would not see the row's key.
             identity.setActiveConnection(connection);
-            identity.open();
+            identity.open(ado::options::kText);
             id = identity.integer(0);
             identity.close();
         });

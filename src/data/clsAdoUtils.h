@@ -52,6 +52,7 @@ public:
     qint32 ExecuteID(const QString &SQL);
 
 private:
+    void openWorkingConnection(ado::Connection &connection) const;
     void setLastError(const RunTimeError &error);
     void trapWrite(const RunTimeError &error, ado::Connection &connection);
 

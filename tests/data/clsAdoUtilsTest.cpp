@@ -76,10 +76,12 @@ TEST_F(AdoUtilsTest, GetRsHandsOutADetachedSet)
     rs->close();
 }
 
-TEST_F(AdoUtilsTest, GetRsSetsTheLock)
+TEST_F(AdoUtilsTest, GetRsSetsCursorAndLock)
 {
     const auto reading = db.GetRS(u"SELECT * FROM T"_s, true);
     EXPECT_EQ(reading->lockType(), ado::LockType::ReadOnly);
+    EXPECT_EQ(reading->cursorType(), ado::CursorType::Keyset);
+    EXPECT_EQ(reading->cursorLocation(), ado::CursorLocation::Server);
     EXPECT_EQ(reading->source(), u"SELECT * FROM T"_s);
     EXPECT_EQ(raised([&] { reading->setValue(u"Navn", Value(u"x"_s)); }),
               ado::errors::kReadOnlySet);

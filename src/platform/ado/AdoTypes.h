@@ -3,11 +3,23 @@
 #include "platform/ado/dialect/ErrorNumbers.h"
 #include "runtime/Value.h"
 
-/// The named values of the database interface; the numbers are its published ones.
+/// The named values of the database interface that callers use; the numbers are its published
+/// ones. All rows are read at once, so place and kind of the cursor make no difference to them.
 namespace ado {
 
+enum class CursorLocation { Server = 2, Client = 3 };
+enum class CursorType { ForwardOnly = 0, Keyset = 1 };
 enum class LockType { ReadOnly = 1, Optimistic = 3 };
 enum class ObjectState { Closed = 0, Open = 1 };
+enum class SchemaList { Columns = 4 };
+enum class AffectRecords { All = 3 };
+
+/// Options of a command, joined by addition; Unspecified stands alone.
+namespace options {
+inline constexpr int kUnspecified = -1;
+inline constexpr int kText = 1;
+inline constexpr int kNoRecords = 128;
+} // namespace options
 
 /// Numbers of the database errors, besides those of statements.
 namespace errors {

@@ -10,6 +10,12 @@ namespace ado {
 
 namespace {
 
+void checkOptions(int given)
+{
+    if (given != options::kUnspecified && (given & ~(options::kText | options::kNoRecords)) != 0)
+        throw RunTimeError(errors::kInvalidArgument, u"Ukjent valg for kommandoen."_s);
+}
+
 dialect::ResultColumn column(const QString &name, DataType type, int width = 0)
 {
     dialect::ResultColumn result;
@@ -41,12 +47,20 @@ Session &Connection::session() const
     return *m_session;
 }
 
-void Connection::open(const QString &connectionString)
+void Connection::open(const QString &connectionString, const QString &user, const QString &password,
+                      int options)
 {
     if (m_session)
         throw RunTimeError(errors::kObjectOpen, u"Tilkoblingen er allerede åpen."_s);
-    m_connectionString = connectionString;
-    m_session = SessionPool::shared().acquire(resolve(ConnectionString(connectionString)));
+    checkOptions(options);
+    if (!connectionString.isEmpty())
+        m_connectionString = connectionString;
+    ConnectionString pairs(m_connectionString);
+    if (!user.isEmpty())
+        pairs.setValue(u"uid", user);
+    if (!password.isEmpty())
+        pairs.setValue(u"pwd", password);
+    m_session = SessionPool::shared().acquire(resolve(pairs));
 }
 
 void Connection::close()
@@ -102,9 +116,11 @@ void Connection::transact(const std::function<void()> &work)
     }
 }
 
-void Connection::execute(const QString &statement)
+void Connection::execute(const QString &statement, int options)
 {
-    session().execute(statement);
+    Session &open = session();
+    checkOptions(options);
+    open.execute(statement);
 }
 
 bool Connection::takeTurn()
@@ -117,10 +133,14 @@ QStringList Connection::damages()
     return session().damages();
 }
 
-Ref<Recordset> Connection::openSchema()
+Ref<Recordset> Connection::openSchema(SchemaList list)
 {
+    Session &open = session();
+    if (list != SchemaList::Columns)
+        throw RunTimeError(errors::kInvalidArgument, u"Ukjent katalogliste."_s);
+
     std::vector<const dialect::TableInfo *> tables;
-    for (const dialect::TableInfo &table : session().catalog().tables())
+    for (const dialect::TableInfo &table : open.catalog().tables())
         tables.push_back(&table);
     std::sort(tables.begin(), tables.end(), [](const auto *a, const auto *b) {
         return QString::compare(a->name, b->name, Qt::CaseInsensitive) < 0;

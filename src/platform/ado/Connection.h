@@ -27,12 +27,17 @@ public:
     Connection &operator=(const Connection &) = delete;
 
     /// Keyword=value pairs parted by ";"; "dsn" names the data source.
+    void setConnectionString(const QString &text) { m_connectionString = text; }
     [[nodiscard]] const QString &connectionString() const { return m_connectionString; }
+    void setCursorLocation(CursorLocation location) { m_cursorLocation = location; }
+    [[nodiscard]] CursorLocation cursorLocation() const { return m_cursorLocation; }
     [[nodiscard]] ObjectState state() const;
 
-    /// Opens the data source. Error 3705 when open already; kUnspecified when the source cannot be
-    /// reached or is no database.
-    void open(const QString &connectionString);
+    /// Opens the data source. A non-empty `connectionString` replaces the property; a non-empty
+    /// user or password wins over those in the text. Error 3705 when open already; kUnspecified
+    /// when the source cannot be reached or is no database.
+    void open(const QString &connectionString = {}, const QString &user = {},
+              const QString &password = {}, int options = options::kUnspecified);
     /// Error 3704 when closed. An open transaction is rolled back.
     void close();
 
@@ -47,7 +52,7 @@ public:
     void transact(const std::function<void()> &work);
 
     /// Runs exactly one statement in the desktop dialect; rows that it returns are dropped.
-    void execute(const QString &statement);
+    void execute(const QString &statement, int options = options::kUnspecified);
 
     /// Takes the turn at what only one connection at a time, of any process, is to do with the
     /// database; false while another one has it. It is kept until this connection closes or its
@@ -60,13 +65,14 @@ public:
     /// The columns of all tables, one row each: TABLE_NAME, COLUMN_NAME, ORDINAL_POSITION,
     /// DATA_TYPE (small integer, a DataType code), CHARACTER_MAXIMUM_LENGTH, with names in the case
     /// in which they were created; tables by name, columns by position.
-    [[nodiscard]] Ref<Recordset> openSchema();
+    [[nodiscard]] Ref<Recordset> openSchema(SchemaList list);
 
 private:
     friend class Recordset;
     Session &session() const; // 3704 when closed
 
     QString m_connectionString;
+    CursorLocation m_cursorLocation = CursorLocation::Server;
     std::shared_ptr<Session> m_session;
     bool m_inTransaction = false;
     std::shared_ptr<bool> m_committed; // of the last transaction begun

@@ -65,10 +65,12 @@ ObjectState Recordset::state() const
     return m_rows ? ObjectState::Open : ObjectState::Closed;
 }
 
-void Recordset::open()
+void Recordset::open(int options)
 {
     if (m_rows)
         throw RunTimeError(errors::kObjectOpen, u"Postsettet er allerede åpent."_s);
+    if (options != options::kUnspecified && options != options::kText)
+        throw RunTimeError(errors::kInvalidArgument, u"Ukjent valg for postsettet."_s);
     read();
 }
 
@@ -312,7 +314,7 @@ void Recordset::addNew()
     m_position = m_rows->addRow();
 }
 
-void Recordset::updateBatch()
+void Recordset::updateBatch(AffectRecords /*affected*/)
 {
     checkWritable();
     std::optional<RowChanges> before;

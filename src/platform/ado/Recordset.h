@@ -45,15 +45,19 @@ public:
     /// then count as not written.
     void clearActiveConnection();
 
+    void setCursorLocation(CursorLocation location) { m_cursorLocation = location; }
+    void setCursorType(CursorType type) { m_cursorType = type; }
     void setLockType(LockType type) { m_lockType = type; }
     void setSource(const QString &statement) { m_source = statement; }
+    [[nodiscard]] CursorLocation cursorLocation() const { return m_cursorLocation; }
+    [[nodiscard]] CursorType cursorType() const { return m_cursorType; }
     [[nodiscard]] LockType lockType() const { return m_lockType; }
     [[nodiscard]] const QString &source() const { return m_source; }
     [[nodiscard]] ObjectState state() const;
 
     /// Runs the source and reads all rows; the first one is current. 3705 when open already, 3709
     /// without a connection. A source that returns no rows runs and leaves the set closed.
-    void open();
+    void open(int options = options::kUnspecified);
     /// Runs the source again; 3709 when detached.
     void requery();
     void close();
@@ -96,7 +100,7 @@ public:
     /// Writes the changes through the attached connection: changed columns only, rows found by
     /// their key. A changed row that hits none raises kRowNotFound; a set without the key of its
     /// one table raises kSyntax.
-    void updateBatch();
+    void updateBatch(AffectRecords affected = AffectRecords::All);
 
 private:
     friend class Connection;
@@ -113,6 +117,8 @@ private:
     void settleChanges();
     void checkWritable() const; // 3251 when read-only
 
+    CursorLocation m_cursorLocation = CursorLocation::Server;
+    CursorType m_cursorType = CursorType::ForwardOnly;
     LockType m_lockType = LockType::ReadOnly;
     QString m_source;
     QString m_activeConnectionString;

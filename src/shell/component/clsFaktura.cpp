@@ -60,6 +60,7 @@ void clsFaktura::OpenConnection()
     // What was opened before is over, so that after a failed open gDB has nothing to write to.
     gDB->setConnectionString(QString());
     gConn = Ref<ado::Connection>::make();
-    gConn->open(gConnect);
+    gConn->setCursorLocation(ado::CursorLocation::Client);
+    gConn->open(gConnect, {}, {}, ado::options::kUnspecified);
     gDB->setConnectionString(gConnect);
 }

@@ -64,7 +64,7 @@ TEST_F(EhfTaskTest, AFullDiskIsToldAndLeavesTheFormerFile)
     // While somebody has the database open the host makes no file beside it.
     ado::Connection other;
     other.open(u"dsn="_s + path(u"demo.db"_s));
-    static_cast<void>(other.openSchema());
+    static_cast<void>(other.openSchema(ado::SchemaList::Columns));
     write(u"faktura.xml"_s, "fra i fjor");
     const QStringList before = links();
     const Outcome outcome = start(

@@ -32,7 +32,8 @@ QStringList linesOf(Recordset &set)
 QStringList schemaOf(const QString &table, Opened &connection)
 {
     QStringList lines;
-    for (Ref<Recordset> list = connection.openSchema(); !list->eof(); list->moveNext()) {
+    for (Ref<Recordset> list = connection.openSchema(SchemaList::Columns); !list->eof();
+         list->moveNext()) {
         if (list->text(u"TABLE_NAME") != table)
             continue;
         const Value width = list->value(u"CHARACTER_MAXIMUM_LENGTH");

@@ -62,7 +62,8 @@ TEST_F(ConnectionTest, ClosedConnectionRefusesEverything)
     EXPECT_EQ(errorOf([&] { connection.commitTrans(); }), errors::kObjectClosed);
     EXPECT_EQ(errorOf([&] { connection.rollbackTrans(); }), errors::kObjectClosed);
     EXPECT_EQ(errorOf([&] { connection.execute(u"DELETE FROM T"_s); }), errors::kObjectClosed);
-    EXPECT_EQ(errorOf([&] { (void)connection.openSchema(); }), errors::kObjectClosed);
+    EXPECT_EQ(errorOf([&] { (void)connection.openSchema(SchemaList::Columns); }),
+              errors::kObjectClosed);
 }
 
 TEST_F(ConnectionTest, TransactionCallsOutOfTurnAreRefused)

@@ -75,6 +75,16 @@ TEST_F(RecordsetTest, OpenSetCannotBeOpened)
     EXPECT_EQ(errorOf([&] { rows.open(); }), errors::kObjectOpen);
 }
 
+TEST_F(RecordsetTest, OnlyKnownOptionsAreTaken)
+{
+    Recordset rows;
+    rows.setActiveConnection(m_file.dsn());
+    rows.setSource(u"SELECT Navn FROM Kunde"_s);
+    EXPECT_EQ(errorOf([&] { rows.open(2); }), errors::kInvalidArgument);
+    rows.open(options::kText);
+    EXPECT_EQ(rows.recordCount(), 3);
+}
+
 TEST_F(RecordsetTest, ClosedSetRefusesEverything)
 {
     Recordset rows = opened();
@@ -196,6 +206,25 @@ TEST_F(RecordsetTest, TypedReadingIsTheSameAsByValue)
     rows.moveLast();
     EXPECT_EQ(errorOf([&] { (void)rows.text(u"Navn"); }), ::errors::kInvalidUseOfNull);
     EXPECT_EQ(errorOf([&] { (void)rows.currency(u"Saldo"); }), ::errors::kInvalidUseOfNull);
+}
+
+TEST_F(RecordsetTest, CursorPlaceMakesNoDifferenceToTheRows)
+{
+    Opened connection(m_file);
+    for (const CursorLocation location : {CursorLocation::Server, CursorLocation::Client}) {
+        for (const CursorType type : {CursorType::ForwardOnly, CursorType::Keyset}) {
+            Recordset rows;
+            rows.setActiveConnection(connection);
+            rows.setCursorLocation(location);
+            rows.setCursorType(type);
+            rows.setSource(u"SELECT KundeNr FROM Kunde ORDER BY KundeNr DESC"_s);
+            rows.open();
+            EXPECT_EQ(rows.recordCount(), 3);
+            EXPECT_EQ(rows.integer(0), 3);
+            rows.moveLast();
+            EXPECT_EQ(rows.integer(0), 1);
+        }
+    }
 }
 
 TEST_F(RecordsetTest, RequeryReadsWhatIsThereNow)

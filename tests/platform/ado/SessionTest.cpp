@@ -51,12 +51,12 @@ TEST_F(SessionTest, OwnSchemaChangeIsSeenAtOnce)
 
 TEST_F(SessionTest, SchemaListsTablesByNameAndColumnsByPosition)
 {
-    EXPECT_EQ(m_connection.openSchema()->recordCount(), 0);
+    EXPECT_EQ(m_connection.openSchema(SchemaList::Columns)->recordCount(), 0);
     m_connection.run(u"CREATE TABLE Produkt (ID COUNTER CONSTRAINT ID PRIMARY KEY, ProduktNavn "
                      "TEXT(100), Pris CURRENCY, BruttoPris BIT, Sats SINGLE, Dag DATE)"_s);
     m_connection.run(u"CREATE TABLE bil (Nr SHORT, Bilde LONGBINARY, Vekt DOUBLE)"_s);
     m_connection.run(u"ALTER TABLE BIL ADD COLUMN RegNr TEXT(10)"_s);
-    const Ref<Recordset> list = m_connection.openSchema();
+    const Ref<Recordset> list = m_connection.openSchema(SchemaList::Columns);
     const std::vector<std::pair<QString, DataType>> fields{
         {u"TABLE_NAME"_s, DataType::VarWChar},
         {u"COLUMN_NAME"_s, DataType::VarWChar},

@@ -161,10 +161,11 @@ TEST_F(ClsFakturaTest, DroppingAnInstanceLeavesTheModuleRunning)
     EXPECT_EQ(gDB->GetCount(u"Ordre"_s, QString()), 0);
 }
 
-TEST_F(ClsFakturaTest, StartOpensTheSharedConnection)
+TEST_F(ClsFakturaTest, StartOpensTheSharedConnectionWithClientSideCursors)
 {
     makeParentTables();
     EXPECT_EQ(startModule(), 1);
+    EXPECT_EQ(gConn->cursorLocation(), ado::CursorLocation::Client);
     EXPECT_EQ(gConn->connectionString(), connectionString());
     EXPECT_EQ(gDB->ConnectionString(), connectionString());
 }

@@ -41,7 +41,7 @@ TEST_F(PostgresBroken, IdleSessionOfAnOpenConnectionIsReplacedUnseen)
         client.run(insert.arg(number)); // prepared on each connection anew
         endConnections();
     }
-    EXPECT_EQ(client.openSchema()->recordCount(), 2);
+    EXPECT_EQ(client.openSchema(SchemaList::Columns)->recordCount(), 2);
     endConnections();
     client.beginTrans();
     endConnections();

@@ -9,7 +9,7 @@ protected:
     static QString listed(Client &client)
     {
         QStringList lines;
-        const Ref<Recordset> list = client.openSchema();
+        const Ref<Recordset> list = client.openSchema(SchemaList::Columns);
         for (; !list->eof(); list->moveNext())
             lines << list->text(0) + u'.' + list->text(1) + u' ' + list->text(3) +
                          (list->isNull(4) ? QString() : u'(' + list->text(4) + u')');
@@ -152,7 +152,7 @@ TEST_F(PostgresCatalogTest, NameThatTheServerWouldCutIsRefused)
             << statement.toStdString();
         EXPECT_TRUE(textOf([&] { client.run(statement.arg(longest)); }).contains(u"er for langt"));
     }
-    EXPECT_EQ(client.openSchema()->recordCount(), 1);
+    EXPECT_EQ(client.openSchema(SchemaList::Columns)->recordCount(), 1);
 }
 
 TEST_F(PostgresCatalogTest, DefinitionIsMadeWholeOrNotAtAll)

@@ -175,7 +175,7 @@ protected:
     }
     static QString opened(const QString &connectionString)
     {
-        return Client(connectionString).openSchema()->text(0);
+        return Client(connectionString).openSchema(SchemaList::Columns)->text(0);
     }
 
     PostgresConnectTest() { m_database.run(u"CREATE TABLE \"Her\" (a integer)"_s); }
@@ -198,6 +198,9 @@ TEST_F(PostgresConnectTest, UserAndPasswordOfTheConnectionStringWin)
     const QString strange = address(u"ukjent"_s, u"galt"_s, m_database.name());
     EXPECT_EQ(opened(strange + u";uid="_s + m_user + u";pwd="_s + m_password), u"Her"_s);
     EXPECT_EQ(opened(strange + u";User="_s + m_user + u";Password="_s + m_password), u"Her"_s);
+    Connection connection;
+    connection.open(strange, m_user, m_password);
+    EXPECT_EQ(connection.state(), ObjectState::Open);
 }
 
 TEST_F(PostgresConnectTest, EachFailureHasItsText)
