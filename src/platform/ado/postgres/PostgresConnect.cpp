@@ -108,7 +108,7 @@ bool waitUntilOpen(PGconn *connection, const QDeadlineTimer &deadline)
     while (wanted == PGRES_POLLING_READING || wanted == PGRES_POLLING_WRITING) {
         const short event = wanted == PGRES_POLLING_READING ? POLLIN : POLLOUT;
         pollfd socket{PQsocket(connection), event, 0};
-        const int ready = ::poll(&socket, 1, static_cast<int>(deadline.remainingTime()));
+        const int ready = ::poll(&socket, 1, int(deadline.remainingTime()));
         if (ready == 0)
             return false;
         if (ready > 0)

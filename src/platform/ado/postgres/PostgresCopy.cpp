@@ -10,29 +10,12 @@ namespace ado {
 
 namespace {
 
-QByteArray escaped(const QByteArray &text)
+QByteArray escaped(QByteArray text)
 {
-    QByteArray result;
-    result.reserve(text.size());
-    for (const char c : text) {
-        switch (c) {
-        case '\\':
-            result += "\\\\";
-            break;
-        case '\t':
-            result += "\\t";
-            break;
-        case '\n':
-            result += "\\n";
-            break;
-        case '\r':
-            result += "\\r";
-            break;
-        default:
-            result += c;
-        }
-    }
-    return result;
+    return text.replace('\\', "\\\\")
+        .replace('\t', "\\t")
+        .replace('\n', "\\n")
+        .replace('\r', "\\r");
 }
 
 QByteArray field(const Value &value)

@@ -169,7 +169,7 @@ void PostgresLink::copyIn(const QByteArray &sql, const std::function<QByteArray(
             throw postgresLost();
     };
     const auto put = [connection](const QByteArray &piece) {
-        if (PQputCopyData(connection, piece.constData(), static_cast<int>(piece.size())) != 1)
+        if (PQputCopyData(connection, piece.constData(), int(piece.size())) != 1)
             throw postgresLost();
     };
     try {

@@ -70,7 +70,7 @@ PostgresParameters::PostgresParameters(const std::vector<Value> &values)
         m_texts.push_back(value.isNull() ? QByteArray() : postgresText(value));
         const QByteArray &text = m_texts.back();
         m_values.push_back(value.isNull() ? nullptr : text.constData());
-        m_lengths.push_back(static_cast<int>(text.size()));
+        m_lengths.push_back(int(text.size()));
         m_formats.push_back(isBytes(value.type()) ? kBinary : kText);
     }
 }

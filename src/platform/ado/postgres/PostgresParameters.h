@@ -16,7 +16,7 @@ class PostgresParameters
 public:
     explicit PostgresParameters(const std::vector<Value> &values);
 
-    [[nodiscard]] int count() const { return static_cast<int>(m_texts.size()); }
+    [[nodiscard]] int count() const { return int(m_texts.size()); }
     /// Valid as long as this object.
     [[nodiscard]] const char *const *values() const { return m_values.data(); }
     [[nodiscard]] const int *lengths() const { return m_lengths.data(); }

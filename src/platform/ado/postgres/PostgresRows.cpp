@@ -46,7 +46,7 @@ qint64 tenThousandths(const char *bytes, const dialect::ResultColumn &column)
         return qFromBigEndian<quint16>(bytes + 2 * index);
     };
     const int count = part(0);
-    const int weight = static_cast<qint16>(part(1));
+    const int weight = qint16(part(1));
     const quint16 sign = part(2);
     if (sign != 0 && sign != kNegative)
         raiseUnfit(column); // no number
@@ -102,7 +102,7 @@ void appendValue(ColumnStore &store, const char *bytes, int count,
     case DataType::Empty:
         break;
     }
-    store.appendBytes(bytes, static_cast<std::size_t>(count));
+    store.appendBytes(bytes, size_t(count));
 }
 
 } // namespace
@@ -115,7 +115,7 @@ void appendRow(const pg_result *result, RowSet &rows)
             store.appendNull();
         else
             appendValue(store, PQgetvalue(result, 0, column), PQgetlength(result, 0, column),
-                        rows.columns()[static_cast<std::size_t>(column)]);
+                        rows.columns()[size_t(column)]);
     }
     rows.closeRow();
 }

@@ -6,7 +6,6 @@
 #include "platform/ado/postgres/PostgresCopy.h"
 #include "platform/ado/postgres/PostgresError.h"
 #include "platform/ado/postgres/PostgresRows.h"
-#include "runtime/Clock.h"
 
 #include <libpq-fe.h>
 
@@ -17,10 +16,6 @@ namespace ado {
 namespace {
 
 constexpr int kCachedStatements = 64;
-constexpr int kStatusPause = 100; // milliseconds between two questions
-/// Tells one life of the server from the next: one that comes back from a crash begins to count
-/// anew, one that was stopped in order goes on.
-constexpr char kAskLife[] = "SELECT pg_stat_get_bgwriter_stat_reset_time()";
 
 /// Changes of a schema that this process has made. A session that knows of fewer may be wrong about
 /// tables that another session of ours has changed.
@@ -62,7 +57,7 @@ const QByteArray &PostgresSession::Prepared::name()
 }
 
 PostgresSession::PostgresSession(const PostgresLink::Keywords &keywords)
-    : m_link(keywords), m_statements(kCachedStatements)
+    : m_link(keywords), m_commit(m_link, [this] { reopen(); }), m_statements(kCachedStatements)
 {
 }
 
@@ -79,67 +74,15 @@ void PostgresSession::commit()
 {
     if (m_transaction != Transaction::Begun) {
         requireRunning();
-        sendCommit();
+        m_transaction = Transaction::Over;
+        if (!m_commit.send()) {
+            m_transaction = Transaction::Lost;
+            throw postgresLost();
+        }
     }
     m_transaction = Transaction::None;
     if (std::exchange(m_schemaTouched, false))
         ++schemaChanges;
-}
-
-/// If the connection ends before it is known that the transaction was committed, the server is
-/// asked what became of it, by the number that it has there.
-void PostgresSession::sendCommit()
-{
-    m_transaction = Transaction::Over;
-    QByteArray number;
-    PostgresResult result;
-    try {
-        number = PQgetvalue(m_link.run("SELECT txid_current_if_assigned()").get(), 0, 0);
-        if (m_serverLife.isEmpty())
-            m_serverLife = PQgetvalue(m_link.run(kAskLife).get(), 0, 0);
-        result = m_link.run("COMMIT");
-    } catch (const RunTimeError &) {
-        if (!m_link.isLost())
-            throw;
-        if (!number.isEmpty() && wasCommitted(number))
-            return;
-        m_transaction = Transaction::Lost;
-        throw postgresLost();
-    }
-    // An aborted transaction is rolled back by COMMIT, without an error.
-    if (qstrcmp(PQcmdStatus(result.get()), "COMMIT") != 0)
-        throw RunTimeError(errors::kUnspecified,
-                           u"Transaksjonen er avbrutt av databasen; ingenting i den er lagret."_s);
-}
-
-/// What became of a transaction whose COMMIT was cut off. Raises when that cannot be found out. A
-/// server that has come back from a crash may have given the number to another transaction.
-bool PostgresSession::wasCommitted(const QByteArray &number)
-{
-    const QByteArray question = kAskLife + QByteArray(", txid_status(") + number + ')';
-    const QByteArray life = m_serverLife; // a new connection forgets it
-    for (int waited = 0; waited < m_link.patience(); waited += kStatusPause) {
-        if (m_link.isLost() && passOver([this] { reopen(); }) != 0)
-            break;
-        QByteArray status;
-        bool sameLife = false;
-        const int error = passOver([&] {
-            const PostgresResult answer = m_link.run(question.constData());
-            sameLife = life == PQgetvalue(answer.get(), 0, 0);
-            status = PQgetvalue(answer.get(), 0, 1);
-        });
-        if (status == "committed" && sameLife)
-            return true;
-        // A server that came back from a crash may not know the number at all.
-        if (status == "aborted" || error == errors::kTypeMismatch)
-            return false;
-        if (status != "in progress" && !m_link.isLost())
-            break;
-        Clock::current().sleep(kStatusPause); // it has not noticed yet that the connection ended
-    }
-    throw RunTimeError(errors::kUnspecified,
-                       u"Forbindelsen til databasetjeneren ble brutt under lagringen; det er "
-                       "uvisst om endringen er lagret."_s);
 }
 
 void PostgresSession::rollback()
@@ -160,7 +103,7 @@ void PostgresSession::requireRunning() const
 void PostgresSession::reopen()
 {
     forgetSchema();
-    m_serverLife.clear();
+    m_commit.forgetLife();
     m_turn.lose();
     m_link.reopen();
 }

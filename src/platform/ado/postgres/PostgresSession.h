@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ado/Session.h"
+#include "platform/ado/postgres/PostgresCommit.h"
 #include "platform/ado/postgres/PostgresLink.h"
 #include "platform/ado/postgres/PostgresTurn.h"
 #include "platform/ado/postgres/PostgresWriter.h"
@@ -74,8 +75,6 @@ private:
     void requireRunning() const;
     void start();
     void reopen();
-    void sendCommit();
-    bool wasCommitted(const QByteArray &number);
     template<class Read>
     void reading(Read read);
     template<class Action>
@@ -94,9 +93,9 @@ private:
     void forgetSchema();
 
     PostgresLink m_link;
+    PostgresCommit m_commit;
     PostgresTurn m_turn;
     PostgresWriter m_writer;
-    QByteArray m_serverLife; // as of this connection; empty before its first commit
     Transaction m_transaction = Transaction::None;
     bool m_schemaTouched = false; // within the transaction
     qint32 m_identity = 0;
