@@ -24,13 +24,11 @@ void CommonDialog::showFileDialog(bool save)
     FileQuestion question;
     question.save = save;
     question.overwritePrompt = flags & dialogflags::kOverwritePrompt;
-    question.mustExist = flags & dialogflags::kFileMustExist;
     question.title = dialogTitle.isEmpty() ? (save ? u"Lagre som"_s : u"Åpne"_s) : dialogTitle;
     question.filter = filter;
     question.filterIndex = filterIndex;
     question.defaultExt = defaultExt;
     question.fileKind = fileKind;
-    question.initDir = initDir;
     question.fileName = fileName;
     if (!askForFile(question)) {
         cancelled();

@@ -8,7 +8,6 @@
 namespace dialogflags {
 inline constexpr int kOverwritePrompt = 0x2;
 inline constexpr int kHideReadOnly = 0x4;
-inline constexpr int kFileMustExist = 0x1000;
 
 inline constexpr int kPrinterNoSelection = 0x4;
 inline constexpr int kPrinterNoPageNumbers = 0x8;
@@ -45,9 +44,6 @@ public:
     QString dialogTitle;
     /// Names what the file is, so that the next dialog for that kind opens in the same folder.
     QString fileKind;
-    /// The folder to start in when `fileName` has none; empty for the one last used for `fileKind`,
-    /// or the user's documents.
-    QString initDir;
 
     /// Number of copies, 1 to 999.
     int copies = 1;
@@ -57,7 +53,7 @@ public:
     /// Out: the PDF file that the user chose instead of a printer; empty otherwise.
     QString pdfFile;
 
-    /// The chosen file need not exist unless `kFileMustExist` is set.
+    /// The chosen file need not exist.
     void showOpen();
     void showSave();
     /// The choice of a PDF file is offered unless `kPrinterHidePrintToFile` is set, and on a

@@ -51,7 +51,6 @@ QString folderToStartIn(const FileQuestion &question)
     const QFileInfo suggested(question.fileName);
     const QString candidates[] = {
         suggested.isAbsolute() ? suggested.path() : QString(),
-        question.initDir,
         isKnownKind ? recall(question.fileKind) : QString(),
         QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
     };
@@ -84,8 +83,7 @@ bool askForFile(FileQuestion &question)
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !question.overwritePrompt);
     dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(!question.save && question.mustExist ? QFileDialog::ExistingFile
-                                                            : QFileDialog::AnyFile);
+    dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setDirectory(folderToStartIn(question));
     dialog.setDefaultSuffix(question.defaultExt);
     const Filters filters = filtersOf(question.filter);

@@ -9,7 +9,6 @@ struct FileQuestion
 {
     bool save = false;
     bool overwritePrompt = false; ///< save: ask before an existing file is chosen
-    bool mustExist = false;       ///< open: only an existing file can be chosen
     QString title;
     /// Pairs of description and patterns parted by "|"; several patterns are parted by ";". "*.*"
     /// means every file.
@@ -19,7 +18,6 @@ struct FileQuestion
     QString defaultExt; ///< added to a name without extension; without the dot
     /// Names what the file is, for FolderMemory; empty to remember nothing.
     QString fileKind;
-    QString initDir;  ///< where to start when `fileName` has no folder that is there
     QString fileName; ///< in: the suggestion; out: the chosen file with its folder
 };
 
@@ -33,7 +31,7 @@ struct FolderMemory
 void setFolderMemory(FolderMemory memory);
 
 /// Asks the user for a file in the top-level dialog "CommonDialog". It opens in the folder of
-/// `fileName`, else `initDir`, else the one last used for the kind of file, else the user's
-/// documents, else the user's home, whichever is there first. Returns false, with `question`
-/// untouched, when the user cancels.
+/// `fileName`, else the one last used for the kind of file, else the user's documents, else the
+/// user's home, whichever is there first. Returns false, with `question` untouched, when the user
+/// cancels.
 bool askForFile(FileQuestion &question);

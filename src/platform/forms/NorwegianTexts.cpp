@@ -32,7 +32,7 @@ struct Text
 };
 
 constexpr Text kTexts[] = {
-    // Buttons of every dialog.
+    // Buttons of the file dialogs and their questions.
     {"OK", "OK"},
     {"Cancel", "Avbryt"},
     {"&Cancel", "&Avbryt"},
@@ -40,22 +40,8 @@ constexpr Text kTexts[] = {
     {"&Open", "&Åpne"},
     {"Save", "Lagre"},
     {"&Save", "&Lagre"},
-    {"Save All", "Lagre alle"},
     {"&Yes", "&Ja"},
-    {"Yes to &All", "Ja til &alle"},
     {"&No", "&Nei"},
-    {"N&o to All", "N&ei til alle"},
-    {"Abort", "Avbryt"},
-    {"Retry", "Prøv igjen"},
-    {"Ignore", "Ignorer"},
-    {"Close", "Lukk"},
-    {"Discard", "Forkast"},
-    {"Help", "Hjelp"},
-    {"Apply", "Bruk"},
-    {"Reset", "Tilbakestill"},
-    {"Restore Defaults", "Gjenopprett standardverdier"},
-    {"Show Details...", "Vis detaljer ..."},
-    {"Hide Details...", "Skjul detaljer ..."},
 
     // Context menus of text fields.
     {"&Undo", "&Angre"},

@@ -30,13 +30,11 @@ TEST_F(Norwegian, StandardButtons)
 {
     const QMessageBox box(QMessageBox::NoIcon, QString(), QString(),
                           QMessageBox::Ok | QMessageBox::Cancel | QMessageBox::Yes |
-                              QMessageBox::No | QMessageBox::Save | QMessageBox::Open |
-                              QMessageBox::Close);
+                              QMessageBox::No | QMessageBox::Save | QMessageBox::Open);
     const std::pair<QMessageBox::StandardButton, QString> texts[] = {
         {QMessageBox::Ok, u"OK"_s},      {QMessageBox::Cancel, u"Avbryt"_s},
         {QMessageBox::Yes, u"Ja"_s},     {QMessageBox::No, u"Nei"_s},
         {QMessageBox::Save, u"Lagre"_s}, {QMessageBox::Open, u"Åpne"_s},
-        {QMessageBox::Close, u"Lukk"_s},
     };
     for (const auto &[button, text] : texts)
         EXPECT_EQ(box.button(button)->text().remove(u'&'), text);
