@@ -2,10 +2,6 @@
 
 #include "platform/ado/Support.h"
 
-#include <unicode/ucol.h>
-
-#include <random>
-
 namespace ado::test {
 
 class NorwegianCollation : public testing::Test
@@ -75,43 +71,6 @@ TEST_F(NorwegianCollation, SortsDoubleABesideÅ)
 TEST_F(NorwegianCollation, PutsTheEmptyTextAndDigitsFirst)
 {
     EXPECT_EQ(sorted({u"a"_s, u"10"_s, u"9"_s, QString()}), u" 10 9 a"_s);
-}
-
-// Plain letters and digits are compared without the collator, which must not show.
-TEST_F(NorwegianCollation, ComparesPlainTextsAsTheCollatorDoes)
-{
-    UErrorCode status = U_ZERO_ERROR;
-    UCollator *collator = ucol_open("nb-u-ks-level2", &status);
-    ASSERT_TRUE(U_SUCCESS(status));
-    sqlite3_stmt *statement = nullptr;
-    ASSERT_EQ(sqlite3_prepare_v2(m_database,
-                                 "SELECT CASE WHEN ?1 < ?2 COLLATE NORSK THEN -1"
-                                 " WHEN ?1 > ?2 COLLATE NORSK THEN 1 ELSE 0 END",
-                                 -1, &statement, nullptr),
-              SQLITE_OK);
-    const std::vector<std::string> pieces{"a", "A", "a", "b", "Z",  "z", "e",        "0",
-                                          "9", " ", "-", "å", "aa", "Å", "\xCC\x8A", "th"};
-    std::mt19937 random(7);
-    const auto word = [&] {
-        std::string text;
-        for (auto count = random() % 5; count > 0; --count)
-            text += pieces[random() % pieces.size()];
-        return text;
-    };
-    for (int i = 0; i < 100000; ++i) {
-        const std::string a = word();
-        const std::string b = word();
-        sqlite3_bind_text(statement, 1, a.data(), static_cast<int>(a.size()), SQLITE_STATIC);
-        sqlite3_bind_text(statement, 2, b.data(), static_cast<int>(b.size()), SQLITE_STATIC);
-        ASSERT_EQ(sqlite3_step(statement), SQLITE_ROW);
-        ASSERT_EQ(sqlite3_column_int(statement, 0),
-                  ucol_strcollUTF8(collator, a.data(), static_cast<int>(a.size()), b.data(),
-                                   static_cast<int>(b.size()), &status))
-            << '"' << a << "\" and \"" << b << '"';
-        sqlite3_reset(statement);
-    }
-    sqlite3_finalize(statement);
-    ucol_close(collator);
 }
 
 } // namespace ado::test
