@@ -95,6 +95,33 @@ void writePdfs(const Options &options)
               [](const QString &line) { printLine(inOneLine(line)); });
 }
 
+/// What needs no module, only the database.
+void performOnDatabase(const database::Place &place, const Options &options)
+{
+    tour::useDatabase(place, options);
+    switch (options.task) {
+    case Options::Task::Sql:
+        print(runStatement(options.statement));
+        break;
+    case Options::Task::Ehf:
+        writeEhf(options.ordreNr, options.ut, options.erstatt);
+        printLine(u"EHF skrevet: "_s + options.ut);
+        break;
+    case Options::Task::Pdf:
+        writeInvoicePdf(findInvoice(options.ordreNr), options.ut, options.erstatt);
+        printLine(u"PDF skrevet: "_s + options.ut);
+        break;
+    case Options::Task::AllPdf:
+        writePdfs(options);
+        break;
+    case Options::Task::Check:
+        checkBooks(options);
+        break;
+    default: // the tasks that perform() does itself
+        break;
+    }
+}
+
 void perform(const Options &options)
 {
     if (options.task == Options::Task::Help) {
@@ -111,43 +138,14 @@ void perform(const Options &options)
         return;
     }
     const database::Place place = database::locate(options.dsn);
-    switch (options.task) {
-    case Options::Task::Tour:
+    if (options.task == Options::Task::Tour)
         tour::run(component, place, options, printLine);
-        break;
-    case Options::Task::Start:
+    else if (options.task == Options::Task::Start)
         tour::startModule(component, place, options, printLine);
-        break;
-    case Options::Task::Demo:
+    else if (options.task == Options::Task::Demo)
         tour::makeDemo(component, place, options, printLine);
-        break;
-    case Options::Task::Sql:
-        tour::useDatabase(place, options);
-        print(runStatement(options.statement));
-        break;
-    case Options::Task::Ehf:
-        tour::useDatabase(place, options);
-        writeEhf(options.ordreNr, options.ut, options.erstatt);
-        printLine(u"EHF skrevet: "_s + options.ut);
-        break;
-    case Options::Task::Pdf:
-        tour::useDatabase(place, options);
-        writeInvoicePdf(findInvoice(options.ordreNr), options.ut, options.erstatt);
-        printLine(u"PDF skrevet: "_s + options.ut);
-        break;
-    case Options::Task::AllPdf:
-        tour::useDatabase(place, options);
-        writePdfs(options);
-        break;
-    case Options::Task::Check:
-        tour::useDatabase(place, options);
-        checkBooks(options);
-        break;
-    case Options::Task::Copy:
-    case Options::Task::Screens:
-    case Options::Task::Help:
-        break;
-    }
+    else
+        performOnDatabase(place, options);
     if (showsMenu(options)) {
         printLine(u"Hovedmenyen er åpen. Programmet lever til vinduene er lukket."_s);
         QCoreApplication::exec();

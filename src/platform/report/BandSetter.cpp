@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <limits>
 
 namespace report {
 
@@ -89,70 +90,73 @@ double BandSetter::shiftAt(const std::vector<Growth> &growths, double top)
     return shift;
 }
 
-Piece BandSetter::set(const Band &band)
+std::vector<BandSetter::Growth> BandSetter::growthsOf(const std::vector<Shown> &shown) const
 {
-    struct Shown
-    {
-        const Item *item;
-        QString text;
-    };
-    std::vector<Shown> shown;
-    shown.reserve(band.items.size());
-    std::vector<Shown *> growing;
-    for (const Item &item : band.items) {
-        if (isShown(item.visible, m_environment))
-            shown.push_back({&item, item.kind == ItemKind::Text ? textOfItem(item) : QString()});
-    }
-    for (Shown &candidate : shown) {
+    std::vector<const Shown *> growing;
+    for (const Shown &candidate : shown) {
         if (candidate.item->grow)
             growing.push_back(&candidate);
     }
-
     std::stable_sort(growing.begin(), growing.end(), [](const Shown *a, const Shown *b) {
         return a->item->rect.top() < b->item->rect.top();
     });
     std::vector<Growth> growths;
-    double growth = 0;
     for (const Shown *grown : growing) {
         const Item &item = *grown->item;
-        const auto lines = static_cast<double>(
-            m_setter.wrapped(item.style, grown->text, item.rect.width()).size());
+        const auto lines =
+            double(m_setter.wrapped(item.style, grown->text, item.rect.width()).size());
         const double needed = lines * m_setter.lineHeight(item.style);
         const double more = std::max(0.0, needed - item.rect.height());
         growths.push_back({item.rect.bottom(), shiftAt(growths, item.rect.top()) + more});
-        growth = std::max(growth, growths.back().shift);
     }
+    return growths;
+}
 
+Piece BandSetter::set(const Band &band)
+{
+    std::vector<Shown> shown;
+    shown.reserve(band.items.size());
+    for (const Item &item : band.items) {
+        if (isShown(item.visible, m_environment))
+            shown.push_back({&item, item.kind == ItemKind::Text ? textOfItem(item) : QString()});
+    }
+    const std::vector<Growth> growths = growthsOf(shown);
+    const double growth = shiftAt(growths, std::numeric_limits<double>::infinity());
     Piece piece;
     piece.height = band.height + growth;
-    Page &page = piece.content;
     for (const Shown &what : shown) {
         const Item &item = *what.item;
         QRectF rect = item.rect.translated(0, shiftAt(growths, item.rect.top()));
         if (item.stretch)
             rect.setBottom(item.rect.bottom() + growth);
-        switch (item.kind) {
-        case ItemKind::Text:
-            if (item.grow)
-                rect.setBottom(rect.bottom() + growth);
-            if (what.text.contains(kTotalPagesMark))
-                piece.open.push_back({&item, rect, what.text});
-            else
-                setText(item, rect, what.text, page);
-            break;
-        case ItemKind::Line:
-            page.lines.push_back(
-                {QLineF(rect.topLeft(), rect.bottomRight()), item.width, item.color, item.dashed});
-            break;
-        case ItemKind::Box:
-            page.boxes.push_back({rect, item.width, item.color, item.fill, item.radius});
-            break;
-        case ItemKind::Picture:
-            setPicture(item, rect, page);
-            break;
-        }
+        if (item.grow)
+            rect.setBottom(rect.bottom() + growth);
+        place(what, rect, piece);
     }
     return piece;
+}
+
+void BandSetter::place(const Shown &what, const QRectF &rect, Piece &piece)
+{
+    const Item &item = *what.item;
+    switch (item.kind) {
+    case ItemKind::Text:
+        if (what.text.contains(kTotalPagesMark))
+            piece.open.push_back({&item, rect, what.text});
+        else
+            setText(item, rect, what.text, piece.content);
+        break;
+    case ItemKind::Line:
+        piece.content.lines.push_back(
+            {QLineF(rect.topLeft(), rect.bottomRight()), item.width, item.color, item.dashed});
+        break;
+    case ItemKind::Box:
+        piece.content.boxes.push_back({rect, item.width, item.color, item.fill, item.radius});
+        break;
+    case ItemKind::Picture:
+        setPicture(item, rect, piece.content);
+        break;
+    }
 }
 
 void BandSetter::setText(const Item &item, const QRectF &rect, const QString &text,
@@ -167,15 +171,14 @@ void BandSetter::setText(const Item &item, const QRectF &rect, const QString &te
         lines = m_setter.wrapped(style, text, rect.width());
     else
         lines = QString(text).remove(u'\r').split(u'\n');
-    const auto room =
-        static_cast<qsizetype>(std::max(1.0, (rect.height() + kTolerance) / lineHeight));
+    const auto room = qsizetype(std::max(1.0, (rect.height() + kTolerance) / lineHeight));
     if (item.wrap && lines.size() > room) {
         lines.resize(room);
         lines.back() += u'…';
     }
 
     double top = rect.top();
-    const double free = rect.height() - lineHeight * static_cast<double>(lines.size());
+    const double free = rect.height() - lineHeight * double(lines.size());
     if (item.alignment & Qt::AlignVCenter)
         top += free / 2;
     else if (item.alignment & Qt::AlignBottom)

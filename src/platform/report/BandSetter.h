@@ -39,6 +39,12 @@ public:
     void setText(const Item &item, const QRectF &rect, const QString &text, Page &page) const;
 
 private:
+    /// An item that stands on this row's band, and its text.
+    struct Shown
+    {
+        const Item *item;
+        QString text;
+    };
     /// What an item that has grown does to those below it.
     struct Growth
     {
@@ -48,7 +54,9 @@ private:
 
     [[nodiscard]] QString textOfItem(const Item &item);
     void setPicture(const Item &item, const QRectF &rect, Page &page);
+    [[nodiscard]] std::vector<Growth> growthsOf(const std::vector<Shown> &shown) const;
     [[nodiscard]] static double shiftAt(const std::vector<Growth> &growths, double top);
+    void place(const Shown &what, const QRectF &rect, Piece &piece);
 
     const ReportFile &m_report;
     RowEnvironment &m_environment;

@@ -54,10 +54,14 @@ Query::Query(const QString &statement) : m_statement(statement)
     }
     for (const auto &item : select->from)
         collectTables(*item, m_tables);
+    findCondition(lexed.tokens);
+}
 
-    // A condition stands outside all parentheses, so what ends it does too.
+/// A condition stands outside all parentheses, so what ends it does too.
+void Query::findCondition(const std::vector<dialect::Token> &tokens)
+{
     int parentheses = 0;
-    for (const dialect::Token &token : lexed.tokens) {
+    for (const dialect::Token &token : tokens) {
         if (token.kind == dialect::TokenKind::LeftParen)
             ++parentheses;
         else if (token.kind == dialect::TokenKind::RightParen)
@@ -83,7 +87,7 @@ int Query::column(QStringView name) const
     const QStringView field = dot < 0 ? name : name.sliced(dot + 1).trimmed();
     int found = -1;
     for (int i = 0; i < columnCount(); ++i) {
-        const Column &column = m_columns[static_cast<size_t>(i)];
+        const Column &column = m_columns[size_t(i)];
         const bool meant = dot < 0
                                ? same(field, column.alias.isEmpty() ? column.name : column.alias)
                                : same(table, column.table) && same(field, column.name);

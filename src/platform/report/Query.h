@@ -5,6 +5,10 @@
 
 #include <vector>
 
+namespace ado::dialect {
+struct Token;
+}
+
 namespace report {
 
 /// The SELECT of a report file: what its columns are called in formulas, and the same statement
@@ -21,7 +25,7 @@ public:
     [[nodiscard]] int column(QStringView name) const;
     /// True when the query reads a table of that name or alias.
     [[nodiscard]] bool readsTable(QStringView name) const;
-    [[nodiscard]] int columnCount() const { return static_cast<int>(m_columns.size()); }
+    [[nodiscard]] int columnCount() const { return int(m_columns.size()); }
 
     /// The statement for the rows that also meet `condition`; the statement itself when it is
     /// empty.
@@ -34,6 +38,8 @@ private:
         QString name;
         QString alias; ///< may be empty
     };
+
+    void findCondition(const std::vector<ado::dialect::Token> &tokens);
 
     QString m_statement;
     std::vector<Column> m_columns;
