@@ -1,6 +1,7 @@
 #include "order/OrdreKnapper.h"
 
 #include "order/OrdreFelter.h"
+#include "platform/forms/OwnPicture.h"
 #include "rules/Ordre.h"
 #include "ui_frmOrdre.h"
 
@@ -13,13 +14,8 @@ constexpr QSize kBilde{16, 16};
 } // namespace
 
 OrdreKnapper::OrdreKnapper(const OrdreRom &rom)
-    : OrdreRom(rom), m_navigering{m_ui.cmdFirst, m_ui.cmdPrevious, m_ui.cmdNext, m_ui.cmdLast},
-      m_bilder(kBilde)
+    : OrdreRom(rom), m_navigering{m_ui.cmdFirst, m_ui.cmdPrevious, m_ui.cmdNext, m_ui.cmdLast}
 {
-    for (const QString &slutt : {QString(), u"-graa"_s}) {
-        for (const QStringView navn : {u"forste", u"forrige", u"neste", u"siste"})
-            m_bilder.add({}, u":/faktura/"_s + navn.toString() + slutt + u".svg"_s);
-    }
     visBilder({Forste, Forrige, Neste, Siste}, false);
 }
 
@@ -64,7 +60,8 @@ void OrdreKnapper::skjulNavigering()
 
 void OrdreKnapper::visBilder(std::initializer_list<Bilde> bilder, bool graa)
 {
+    constexpr QStringView kNavn[] = {u"forste", u"forrige", u"neste", u"siste"};
+    const QString fil = graa ? u":/faktura/%1-graa.svg"_s : u":/faktura/%1.svg"_s;
     for (const Bilde bilde : bilder)
-        m_navigering[bilde - Forste]->setPicture(m_bilder.icon(graa ? bilde + Graa : bilde),
-                                                 kBilde);
+        m_navigering[bilde]->setPicture(ownPicture(fil.arg(kNavn[bilde]), kBilde), kBilde);
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "order/OrdreTilstand.h"
-#include "platform/forms/ImageList.h"
 
 #include <array>
 
@@ -32,9 +31,8 @@ public:
     void skjulNavigering();
 
 private:
-    enum Bilde { Forste = 1, Forrige, Neste, Siste, Graa = 4 };
+    enum Bilde { Forste, Forrige, Neste, Siste };
     void visBilder(std::initializer_list<Bilde> bilder, bool graa);
 
     const std::array<PictureButton *, 4> m_navigering; // as the pictures
-    ImageList m_bilder;
 };

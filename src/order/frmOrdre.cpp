@@ -9,8 +9,8 @@
 #include "order/OrdreLinjer.h"
 #include "order/OrdreTilstand.h"
 #include "platform/forms/Forms.h"
-#include "platform/forms/ImageList.h"
 #include "platform/forms/OuterRim.h"
+#include "platform/forms/OwnPicture.h"
 #include "platform/forms/Twips.h"
 #include "platform/grid/fpSpread.h"
 #include "presentation/screens/Skjerm.h"
@@ -99,9 +99,8 @@ frmOrdre::frmOrdre()
     QSizePolicy plassholder = m_ui->imgAar->sizePolicy();
     plassholder.setRetainSizeWhenHidden(true);
     m_ui->imgAar->setSizePolicy(plassholder);
-    ImageList varsel(m_ui->imgAar->minimumSize());
-    varsel.add({}, u":/faktura/exclamation.svg"_s);
-    m_ui->imgAar->setPicture(varsel.icon(1));
+    m_ui->imgAar->setPicture(
+        ownPicture(u":/faktura/exclamation.svg"_s, m_ui->imgAar->minimumSize()));
     m_rom = std::make_unique<Rom>(*this);
     giPlassTilBokstaver();
     kobleKommandoer();

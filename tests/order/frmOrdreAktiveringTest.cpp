@@ -2,7 +2,7 @@
 
 #include "platform/forms/DTPicker.h"
 #include "platform/forms/Forms.h"
-#include "platform/forms/ImageList.h"
+#include "platform/forms/OwnPicture.h"
 #include "platform/forms/PictureButton.h"
 #include "shell/settings/clsRegSettings.h"
 #include "state/SharedState.h"
@@ -21,9 +21,7 @@ protected:
     }
     static QImage tegning(const QString &name)
     {
-        ImageList list(QSize(16, 16));
-        list.add({}, u":/faktura/%1.svg"_s.arg(name));
-        return list.icon(1).pixmap(16, 16).toImage();
+        return ownPicture(u":/faktura/%1.svg"_s.arg(name), {16, 16}).pixmap(16, 16).toImage();
     }
     /// The four navigation buttons' pictures: "-" for a greyed one, "+" for a normal one.
     static QString piler()

@@ -3,11 +3,11 @@
 #include "output/printing/Sidevisning.h"
 #include "output/printing/Skriver.h"
 #include "platform/forms/CommonDialog.h"
-#include "platform/forms/ImageList.h"
 #include "platform/forms/ModalDialog.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/forms/NorwegianTexts.h"
 #include "platform/forms/OuterRim.h"
+#include "platform/forms/OwnPicture.h"
 #include "platform/forms/PassingWheel.h"
 #include "platform/report/ReportError.h"
 #include "presentation/screens/Skjerm.h"
@@ -57,7 +57,7 @@ void meldVedFeil(const std::function<void()> &utfor)
 Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> dokument,
                                  const report::WindowSettings &vindu)
     : QWidget(nullptr, Qt::Window), m_dokument(std::move(dokument)),
-      m_sider(new Sidevisning(m_dokument, this))
+      m_sider(new Sidevisning(m_dokument, this)), m_linjer(new QBoxLayout(QBoxLayout::LeftToRight))
 {
     installNorwegianTexts();
     ignorePassingWheel(*this);
@@ -73,27 +73,20 @@ Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> dokumen
     auto *rader = new QVBoxLayout(this);
     rader->setContentsMargins(0, 0, 0, 0);
     rader->setSpacing(0);
-    if (vindu.controls) {
-        m_linjer = new QBoxLayout(QBoxLayout::LeftToRight);
-        m_linjer->setSpacing(0);
-        lagVerktoylinjer();
-        rader->addLayout(m_linjer);
-    }
+    m_linjer->setSpacing(0);
+    lagVerktoylinjer();
+    rader->addLayout(m_linjer);
     rader->addWidget(m_sider);
 
     move(vindu.left, y());
     const QSize storrelse(vindu.width > 0 ? vindu.width : kStorrelse.width(),
                           vindu.height > 0 ? vindu.height : kStorrelse.height());
     resize(storrelse.boundedTo(roomFor(*this)));
-    if (vindu.state == report::WindowState::Maximized)
-        setWindowState(Qt::WindowMaximized);
-    if (vindu.controls) {
-        onEvent(m_sider, &Sidevisning::sideEndret, this, [this] { visTilstand(); });
-        onEvent(m_sider, &Sidevisning::zoomEndret, this, [this] { visZoom(); });
-        visTilstand();
-        visZoom();
-        visTreff();
-    }
+    onEvent(m_sider, &Sidevisning::sideEndret, this, [this] { visTilstand(); });
+    onEvent(m_sider, &Sidevisning::zoomEndret, this, [this] { visZoom(); });
+    visTilstand();
+    visZoom();
+    visTreff();
     lesSidene();
 }
 
@@ -119,9 +112,7 @@ QAction *Forhandsvisning::handling(const QString &navn, const QString &tekst, co
                                    const QList<QKeySequence> &taster, std::function<void()> utfor)
 {
     auto *kommando = new QAction(tekst, this);
-    ImageList bilder(kBilde);
-    bilder.add({}, u":/faktura/%1.svg"_s.arg(bilde));
-    kommando->setIcon(bilder.icon(1));
+    kommando->setIcon(ownPicture(u":/faktura/%1.svg"_s.arg(bilde), kBilde));
     kommando->setObjectName(navn);
     kommando->setShortcuts(taster);
     kommando->setToolTip(
@@ -162,8 +153,6 @@ void Forhandsvisning::lagVerktoylinjer()
 /// The search goes below the buttons where there is no room beside them.
 void Forhandsvisning::leggLinjene()
 {
-    if (!m_linjer)
-        return;
     int samlet = 0;
     int bredest = 0;
     for (int nr = 0; nr < m_linjer->count(); ++nr) {
@@ -326,13 +315,13 @@ void Forhandsvisning::sok()
     });
     m_valgtTreff = m_treff.empty()           ? -1
                    : forste == m_treff.end() ? 0
-                                             : static_cast<int>(forste - m_treff.begin());
+                                             : int(forste - m_treff.begin());
     visTreff();
 }
 
 void Forhandsvisning::gaaTilTreff(int retning)
 {
-    const int antall = static_cast<int>(m_treff.size());
+    const int antall = int(m_treff.size());
     if (antall == 0)
         return;
     m_valgtTreff = (m_valgtTreff + retning + antall) % antall;

@@ -13,7 +13,7 @@ public:
     using QWidget::QWidget;
 
     [[nodiscard]] const QIcon &picture() const { return m_picture; }
-    /// The icon should hold the picture for higher pixel ratios as well, as those of ImageList do.
+    /// The icon should hold the picture for higher pixel ratios as well, as those of ownPicture do.
     void setPicture(const QIcon &picture);
 
 Q_SIGNALS:

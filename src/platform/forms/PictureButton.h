@@ -12,7 +12,7 @@ public:
     explicit PictureButton(QWidget *parent = nullptr);
 
     /// `size` in device-independent pixels; the icon should hold the picture for higher pixel
-    /// ratios as well, as those of ImageList do.
+    /// ratios as well, as those of ownPicture do.
     void setPicture(const QIcon &picture, QSize size);
 
 protected:

@@ -4,6 +4,7 @@
 #include "data/mFaktura.h"
 #include "platform/forms/Forms.h"
 #include "platform/forms/OuterRim.h"
+#include "platform/forms/OwnPicture.h"
 #include "platform/forms/Twips.h"
 #include "platform/pictures/PictureFile.h"
 #include "presentation/options/mPicture.h"
@@ -89,11 +90,17 @@ QString sannhet(const QCheckBox &boks)
     return QString::number(int(boks.isChecked()));
 }
 
+/// The picture of a form, by its index among optLogo.
+QIcon miniatyr(int blankett)
+{
+    return ownPicture(u":/faktura/blankett-%1.png"_s.arg(blankett), kMiniatyr);
+}
+
 } // namespace
 
 frmOptions::frmOptions()
     : Skjermbilde({.navn = u"frmOptions"_s, .hjelp = u"html\\intro1.htm"_s}),
-      m_ui(std::make_unique<Ui::frmOptions>()), m_ilBlankett(kMiniatyr)
+      m_ui(std::make_unique<Ui::frmOptions>())
 {
     m_ui->setupUi(this);
     LikeKnapper(*m_ui->bunn, {84, 26});
@@ -105,10 +112,8 @@ frmOptions::frmOptions()
     m_optLogo = {m_ui->optLogo_0, m_ui->optLogo_1, m_ui->optLogo_2, m_ui->optLogo_3};
     m_optAvrunding = {m_ui->optAvrunding_0, m_ui->optAvrunding_1, m_ui->optAvrunding_2};
 
-    for (size_t i = 0; i < m_optLogo.size(); ++i)
-        m_ilBlankett.add({}, u":/faktura/blankett-%1.png"_s.arg(i));
     m_ui->imgBlankett->setFixedSize(kMiniatyr);
-    m_ui->imgBlankett->setPicture(m_ilBlankett.icon(1));
+    m_ui->imgBlankett->setPicture(miniatyr(0));
 
     QImage tom(kLogo, QImage::Format_RGB32);
     tom.fill(Qt::white);
@@ -334,12 +339,12 @@ void frmOptions::optLogo_Click(qint16 indeks)
 {
     const bool utenLogo = indeks == 0 || indeks == 2;
     const bool medLogo = indeks == 1 || indeks == 3;
-    if (utenLogo || medLogo) {
-        for (QWidget *kontroll :
-             std::initializer_list<QWidget *>{m_ui->frLogo, m_ui->cmdLogoInn, m_ui->cmdLogoSlett})
-            kontroll->setEnabled(medLogo);
-    }
-    m_ui->imgBlankett->setPicture(m_ilBlankett.icon(indeks + 1));
+    if (!utenLogo && !medLogo)
+        return;
+    for (QWidget *kontroll :
+         std::initializer_list<QWidget *>{m_ui->frLogo, m_ui->cmdLogoInn, m_ui->cmdLogoSlett})
+        kontroll->setEnabled(medLogo);
+    m_ui->imgBlankett->setPicture(miniatyr(indeks));
 }
 
 void frmOptions::cmdLogoInn_Click()

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/forms/ImageList.h"
 #include "presentation/screens/Faneark.h"
 #include "presentation/screens/Skjermbilde.h"
 
@@ -60,5 +59,4 @@ private:
     Faneark m_ark;
     std::array<QRadioButton *, 4> m_optLogo;
     std::array<QRadioButton *, 3> m_optAvrunding;
-    ImageList m_ilBlankett; ///< the forms in the order of optLogo
 };

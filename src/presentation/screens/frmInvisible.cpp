@@ -1,6 +1,6 @@
 #include "presentation/screens/frmInvisible.h"
 
-#include "platform/forms/ImageList.h"
+#include "platform/forms/OwnPicture.h"
 
 using namespace Qt::StringLiterals;
 
@@ -8,11 +8,9 @@ namespace {
 
 Image *bildeFor(Form &skjerm, const QString &navn, const QString &svgFil, int side)
 {
-    ImageList bilder(QSize(side, side));
-    bilder.add(navn, svgFil);
     auto *bilde = new Image(&skjerm);
     bilde->setObjectName(navn);
-    bilde->setPicture(bilder.icon(1));
+    bilde->setPicture(ownPicture(svgFil, {side, side}));
     return bilde;
 }
 

@@ -1,6 +1,7 @@
 #include "presentation/screens/frmTMsgBox.h"
 
 #include "platform/forms/OuterRim.h"
+#include "platform/forms/OwnPicture.h"
 #include "platform/forms/Twips.h"
 #include "ui_frmTMsgBox.h"
 
@@ -17,23 +18,23 @@ constexpr int kBredesteTegnet = 1980;
 constexpr int kPlassVedTekst = 1200;
 constexpr int kKnappOverBunnen = 855;
 
-QString bildenokkel(qint32 ikon)
+QStringView bildenavn(qint32 ikon)
 {
     switch (ikon) {
     case -3:
-        return u"Sad"_s;
+        return u"sad";
     case -2:
-        return u"Smile"_s;
+        return u"smile";
     case -1:
-        return u"Check"_s;
+        return u"check";
     case 16:
-        return u"Stop"_s;
+        return u"stop";
     case 32:
-        return u"Question"_s;
+        return u"question";
     case 48:
-        return u"Exclamation"_s;
+        return u"exclamation";
     default:
-        return u"Info"_s;
+        return u"info";
     }
 }
 
@@ -41,15 +42,11 @@ QString bildenokkel(qint32 ikon)
 
 frmTMsgBox::frmTMsgBox()
     : Form(u"frmTMsgBox"_s, FormKind::Note), m_ui(std::make_unique<Ui::frmTMsgBox>()),
-      m_timer1(new QTimer(this)), m_imageList1(QSize(32, 32))
+      m_timer1(new QTimer(this))
 {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     m_ui->setupUi(this);
-    for (const qint32 ikon : {-3, -2, -1, 0, 16, 32, 48}) {
-        const QString nokkel = bildenokkel(ikon);
-        m_imageList1.add(nokkel, u":/faktura/"_s + nokkel.toLower() + u".svg"_s);
-    }
     setDefaultButton(m_ui->Command1);
     setCancelButton(m_ui->Command1);
     m_timer1->setObjectName(u"Timer1"_s);
@@ -119,7 +116,7 @@ void frmTMsgBox::onUnload()
 
 void frmTMsgBox::visBilde()
 {
-    m_ui->Image1->setPicture(m_imageList1.icon(bildenokkel(m_iconID)));
+    m_ui->Image1->setPicture(ownPicture(u":/faktura/%1.svg"_s.arg(bildenavn(m_iconID)), {32, 32}));
 }
 
 void frmTMsgBox::tikk()

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/forms/Form.h"
-#include "platform/forms/ImageList.h"
 
 #include <memory>
 
@@ -42,7 +41,6 @@ private:
 
     std::unique_ptr<Ui::frmTMsgBox> m_ui;
     QTimer *m_timer1;
-    ImageList m_imageList1;
     qint32 m_iconID = 0;
     qint16 m_tikk = 0; ///< since the note became active
 };

@@ -4,8 +4,8 @@
 #include "output/lists/frmOversikt.h"
 #include "output/printing/mUtskrift.h"
 #include "platform/forms/Forms.h"
-#include "platform/forms/ImageList.h"
 #include "platform/forms/OuterRim.h"
+#include "platform/forms/OwnPicture.h"
 #include "posting/screen/frmBokfor.h"
 #include "presentation/options/frmOptions.h"
 #include "registers/products/frmProdukt.h"
@@ -64,9 +64,7 @@ constexpr QStringView kLukkesMedMenyen[] = {
 
 QIcon bilde(QStringView navn, QSize storrelse)
 {
-    ImageList bilder(storrelse);
-    bilder.add({}, u":/faktura/%1.svg"_s.arg(navn));
-    return bilder.icon(1);
+    return ownPicture(u":/faktura/%1.svg"_s.arg(navn), storrelse);
 }
 
 } // namespace

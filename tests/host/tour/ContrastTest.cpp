@@ -1,6 +1,6 @@
 #include "host/tour/Contrast.h"
 #include "host/tour/DesktopTest.h"
-#include "platform/forms/ImageList.h"
+#include "platform/forms/OwnPicture.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -73,9 +73,8 @@ TEST_P(ContrastTest, EveryPictureOfACommandCanBeSeen)
     constexpr double kSeen = 3; // what is larger than letters needs less
     for (const QString &name : {u"forste"_s, u"forrige"_s, u"neste"_s, u"siste"_s, u"opp"_s,
                                 u"ned"_s, u"zoominn"_s, u"zoomut"_s, u"skriver"_s, u"pdf"_s}) {
-        ImageList list(QSize(16, 16));
-        list.add({}, u":/faktura/"_s + name + u".svg"_s);
-        const QImage picture = list.picture(1, 1).toImage();
+        const QIcon icon = ownPicture(u":/faktura/"_s + name + u".svg"_s, {16, 16});
+        const QImage picture = icon.pixmap(QSize(16, 16), 1.0).toImage();
         double most = 1;
         for (int y = 0; y < picture.height(); ++y) {
             for (int x = 0; x < picture.width(); ++x) {

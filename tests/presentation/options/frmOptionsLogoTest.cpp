@@ -1,6 +1,7 @@
 #include "presentation/options/OptionsFixture.h"
 
 #include "platform/forms/Image.h"
+#include "platform/forms/OwnPicture.h"
 #include "platform/pictures/PictureBytes.h"
 #include "presentation/screens/frmInvisible.h"
 
@@ -21,9 +22,8 @@ protected:
     }
     static QImage miniatureOf(int index)
     {
-        ImageList list(control<Image>(u"imgBlankett"_s).size());
-        list.add({}, u":/faktura/blankett-%1.png"_s.arg(index));
-        return list.icon(1).pixmap(list.size()).toImage();
+        const QSize size = control<Image>(u"imgBlankett"_s).size();
+        return ownPicture(u":/faktura/blankett-%1.png"_s.arg(index), size).pixmap(size).toImage();
     }
     static bool isLogoOn()
     {

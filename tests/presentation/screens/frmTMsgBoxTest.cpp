@@ -2,8 +2,8 @@
 
 #include "platform/forms/Forms.h"
 #include "platform/forms/Image.h"
-#include "platform/forms/ImageList.h"
 #include "platform/forms/MsgBox.h"
+#include "platform/forms/OwnPicture.h"
 #include "platform/forms/Twips.h"
 #include "support/TestApplication.h"
 
@@ -45,9 +45,7 @@ protected:
     QImage picture() { return control<Image>(u"Image1"_s)->picture().pixmap(32, 32).toImage(); }
     static QImage artwork(const QString &file)
     {
-        ImageList list(QSize(32, 32));
-        list.add(u"x"_s, u":/faktura/"_s + file);
-        return list.icon(1).pixmap(32, 32).toImage();
+        return ownPicture(u":/faktura/"_s + file, {32, 32}).pixmap(32, 32).toImage();
     }
     /// A text whose label is at least that many twips wide, and hardly wider.
     QString textOfWidth(int twips)
