@@ -8,18 +8,16 @@
 
 namespace report {
 
-enum class WindowState { Normal = 0, Minimized = 1, Maximized = 2 };
+enum class WindowState { Normal = 0, Minimized = 1 };
 
-/// How the window that shows a report is placed and equipped.
+/// How the window that shows a report is placed.
 struct WindowSettings
 {
-    bool ownWindow = true; ///< a window of its own, not a child of the screen in front
-    int left = 0;          ///< pixels, as the others
-    int width = 0;         ///< 0 leaves it to the window
+    int left = 0;  ///< pixels, as the others
+    int width = 0; ///< 0 leaves it to the window
     int height = 0;
     WindowState state = WindowState::Normal;
-    quintptr parent = 0;  ///< native handle of the parent window; 0 for none
-    bool controls = true; ///< page buttons, zoom, print and search are there
+    quintptr parent = 0; ///< native handle of the parent window; 0 for none
 };
 
 /// The way from the report control to windows and printers, which the engine itself knows nothing
