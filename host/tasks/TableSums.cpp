@@ -13,12 +13,12 @@ quint64 addend(const ado::ColumnStore &store, std::size_t row)
 {
     switch (store.type()) {
     case DataType::SmallInt:
-        return static_cast<quint64>(store.number<qint16>(row));
+        return quint64(store.number<qint16>(row));
     case DataType::Integer:
-        return static_cast<quint64>(store.number<qint32>(row));
+        return quint64(store.number<qint32>(row));
     case DataType::Currency:
     case DataType::Date:
-        return static_cast<quint64>(store.number<qint64>(row));
+        return quint64(store.number<qint64>(row));
     case DataType::Boolean:
         return store.number<bool>(row) ? 1 : 0;
     // Adding zero makes the two zeros one.
@@ -31,7 +31,7 @@ quint64 addend(const ado::ColumnStore &store, std::size_t row)
     case DataType::Empty:
         break;
     }
-    return static_cast<quint64>(store.bytes(row).size());
+    return quint64(store.bytes(row).size());
 }
 
 } // namespace
@@ -40,10 +40,10 @@ TableSums::TableSums(const ado::RowSet &rows) : m_rowCount(rows.rowCount())
 {
     for (int column = 0; column < rows.columnCount(); ++column) {
         Column sums;
-        sums.name = rows.columns()[static_cast<std::size_t>(column)].name;
+        sums.name = rows.columns()[size_t(column)].name;
         for (int row = 0; row < m_rowCount; ++row) {
             const ado::ColumnStore &store = *rows.unchanged(row, column);
-            const auto place = static_cast<std::size_t>(row);
+            const auto place = size_t(row);
             if (store.isNull(place))
                 continue;
             ++sums.values;

@@ -21,7 +21,7 @@ void readSchema()
     if (count == 0)
         return;
 
-    gSchema.assign(static_cast<size_t>(count) + 1, {});
+    gSchema.assign(size_t(count) + 1, {});
     for (size_t i = 1; i < gSchema.size() && !columns->eof(); ++i) {
         passOver([&] { gSchema[i].table = columns->text(u"TABLE_NAME"); });
         passOver([&] { gSchema[i].column = columns->text(u"COLUMN_NAME"); });

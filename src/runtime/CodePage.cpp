@@ -23,11 +23,11 @@ char fromUnicode(QChar character)
 {
     const char16_t unit = character.unicode();
     if (unit < 0x80 || (unit >= 0xA0 && unit <= 0xFF))
-        return static_cast<char>(unit);
+        return char(unit);
     if (unit > 0xFF) {
         const auto found = std::find(kUpperControls.begin(), kUpperControls.end(), unit);
         if (found != kUpperControls.end())
-            return static_cast<char>(kFirstUpperControl + (found - kUpperControls.begin()));
+            return char(kFirstUpperControl + (found - kUpperControls.begin()));
     }
     return kReplacement;
 }
@@ -43,7 +43,7 @@ QString decode(QByteArrayView bytes)
 {
     QString text(bytes.size(), Qt::Uninitialized);
     std::transform(bytes.begin(), bytes.end(), text.begin(), [](char byte) {
-        const auto code = static_cast<unsigned char>(byte);
+        const auto code = uchar(byte);
         if (code < 0x80 || code >= 0xA0)
             return QChar(char16_t{code});
         const char16_t unit = kUpperControls[code - kFirstUpperControl];

@@ -48,7 +48,8 @@ bool isDigit(QChar c)
 /// How far a leading number has been read. Mark is the "e" of an exponent.
 enum class NumberPlace { Start, Sign, Whole, Fraction, Mark, ExponentSign, Exponent };
 
-/// Where the number stands behind `c`, or nothing if `c` cannot be part of it.
+/// Where the number stands behind `c`, or nothing if `c` cannot be part of it. In one piece, as a
+/// table of the places and what may follow them.
 std::optional<NumberPlace> placeAfter(NumberPlace place, QChar c)
 {
     using enum NumberPlace;

@@ -19,7 +19,7 @@ qint64 narrowed(Int128 count)
 {
     if (count > std::numeric_limits<qint64>::max() || count < std::numeric_limits<qint64>::min())
         overflow();
-    return static_cast<qint64>(count);
+    return qint64(count);
 }
 
 /// `dividend` / `divisor` to the nearest whole number, ties to even. `divisor` is positive and
@@ -50,7 +50,7 @@ Currency Currency::fromDouble(double kroner)
     // kroner is exactly mantissa / 2^shift, with shift > 0 below the bound. The product is exact
     // as well, so the one rounding is the last step.
     int exponent = 0;
-    const auto mantissa = static_cast<qint64>(std::ldexp(std::frexp(kroner, &exponent), 53));
+    const auto mantissa = qint64(std::ldexp(std::frexp(kroner, &exponent), 53));
     const int shift = 53 - exponent;
     if (shift > 70) // below half a ten-thousandth
         return {};
@@ -63,13 +63,13 @@ double Currency::toDouble() const
     // Up to 2^53 the count is exact as a double and the quotient is rounded once.
     constexpr qint64 kExact = qint64{1} << 53;
     if (m_count >= -kExact && m_count <= kExact)
-        return static_cast<double>(m_count) / kScale;
+        return double(m_count) / kScale;
     // A larger quotient is first rounded to the 53 bits that a double holds. (A long double is no
     // help: how many bits it has depends on the machine.)
-    const auto whole = static_cast<quint64>(std::abs(m_count / kScale));
-    const int shift = 53 - static_cast<int>(std::bit_width(whole));
+    const auto whole = quint64(std::abs(m_count / kScale));
+    const int shift = 53 - int(std::bit_width(whole));
     const Int128 mantissa = dividedHalfToEven(Int128{m_count} << shift, kScale);
-    return std::ldexp(static_cast<double>(mantissa), -shift);
+    return std::ldexp(double(mantissa), -shift);
 }
 
 Currency Currency::abs() const

@@ -28,7 +28,7 @@ bool isMinus(QChar c)
 /// The magnitude, also of the smallest number.
 quint64 magnitude(qint64 number)
 {
-    return number < 0 ? quint64{0} - static_cast<quint64>(number) : static_cast<quint64>(number);
+    return number < 0 ? quint64{0} - quint64(number) : quint64(number);
 }
 
 /// A place in the text that is being read.
@@ -60,7 +60,7 @@ struct Reader
     void takeDigits(Decimal::Digits &digits)
     {
         while (sees(isDigit))
-            digits.append(static_cast<char>(text[at++].unicode()));
+            digits.append(char(text[at++].unicode()));
     }
 };
 
@@ -87,7 +87,7 @@ void Decimal::normalise()
     while (!digits.isEmpty() && digits.last() == '0')
         digits.removeLast();
     const auto first = std::find_if(digits.begin(), digits.end(), [](char d) { return d != '0'; });
-    exponent -= static_cast<int>(first - digits.begin());
+    exponent -= int(first - digits.begin());
     digits.erase(digits.begin(), first);
     if (digits.isEmpty()) {
         negative = false;
@@ -103,7 +103,7 @@ Decimal Decimal::fromInteger(qint64 number)
     const auto end =
         std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude(number)).ptr;
     decimal.digits.append(buffer.data(), end - buffer.data());
-    decimal.exponent = static_cast<int>(decimal.digits.size());
+    decimal.exponent = int(decimal.digits.size());
     decimal.normalise();
     return decimal;
 }
@@ -123,7 +123,7 @@ Decimal Decimal::fromDouble(double number, int significant)
     // Most quantities and rates are whole, and one of no more digits than a single has is exact.
     constexpr double kFewDigits = 1e6;
     if (std::fabs(number) < kFewDigits && std::trunc(number) == number)
-        return fromInteger(static_cast<qint64>(number));
+        return fromInteger(qint64(number));
     // "d.ddde±xx"
     std::array<char, 40> buffer{};
     const char *end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(number),
@@ -164,7 +164,7 @@ std::optional<Decimal> Decimal::read(QStringView text, QChar decimalMark)
         reader.takeDigits(decimal.digits);
     if (decimal.digits.isEmpty() || decimal.digits.size() > kDigitLimit)
         return std::nullopt;
-    decimal.exponent = static_cast<int>(wholeDigits);
+    decimal.exponent = int(wholeDigits);
 
     if (reader.take([](QChar c) { return QStringView(u"eEdD").contains(c); })) {
         const std::optional<int> exponent = readExponent(reader);
@@ -223,7 +223,7 @@ Currency Decimal::toCurrency() const
         throw RunTimeError(errors::kOverflow);
     quint64 count = 0; // up to 10^19, which fits
     for (int i = 0; i < kept; ++i)
-        count = count * 10 + static_cast<quint64>(i < digits.size() ? digits[i] - '0' : 0);
+        count = count * 10 + quint64(i < digits.size() ? digits[i] - '0' : 0);
     if (kept < digits.size()) {
         const bool tie = digits[kept] == '5' && kept + 1 == digits.size();
         if (tie ? count % 2 != 0 : digits[kept] >= '5')
@@ -234,7 +234,7 @@ Currency Decimal::toCurrency() const
     if (count > limit)
         throw RunTimeError(errors::kOverflow);
     // Unsigned negation first: the smallest amount has no positive counterpart.
-    return Currency::fromTenThousandths(static_cast<qint64>(negative ? quint64{0} - count : count));
+    return Currency::fromTenThousandths(qint64(negative ? quint64{0} - count : count));
 }
 
 void Decimal::roundTo(int decimals)

@@ -36,7 +36,7 @@ std::optional<NumberPattern> numberPattern(QStringView pattern)
         return NumberPattern{.minimumDigits = 5, .blankBehind = true};
     if (!pattern.isEmpty() &&
         std::all_of(pattern.begin(), pattern.end(), [](QChar c) { return c == u'0'; }))
-        return NumberPattern{.minimumDigits = static_cast<int>(pattern.size())};
+        return NumberPattern{.minimumDigits = int(pattern.size())};
     return std::nullopt;
 }
 
@@ -86,7 +86,7 @@ QString formatted(Decimal number, const NumberPattern &pattern)
 void appendDigits(QVarLengthArray<QChar, 16> &out, int number, int width)
 {
     for (int unit = width == 4 ? 1000 : 10; unit > 0; unit /= 10)
-        out.append(QLatin1Char(static_cast<char>('0' + number / unit % 10)));
+        out.append(QLatin1Char(char('0' + number / unit % 10)));
 }
 
 QString formatted(const QDate &date, DatePattern pattern)

@@ -34,7 +34,7 @@ double daysOf(const QDateTime &moment)
 {
     if (!moment.isValid())
         raise(errors::kTypeMismatch);
-    const auto days = static_cast<double>(dateZero().date().daysTo(moment.date()));
+    const auto days = double(dateZero().date().daysTo(moment.date()));
     const double part = moment.time().msecsSinceStartOfDay() / kMillisecondsPerDay;
     return days < 0 ? days - part : days + part;
 }
@@ -44,10 +44,9 @@ QDateTime momentOf(double days)
     const double whole = std::trunc(days);
     if (!(whole >= kFirstDay && whole <= kLastDay))
         raise(errors::kOverflow);
-    const auto milliseconds =
-        static_cast<qint64>(std::llround(std::fabs(days - whole) * kMillisecondsPerDay));
-    QDateTime moment = dateZero().addDays(static_cast<qint64>(whole)).addMSecs(milliseconds);
-    if (dateZero().daysTo(moment) > static_cast<qint64>(kLastDay)) // by the rounding
+    const auto milliseconds = qint64(std::llround(std::fabs(days - whole) * kMillisecondsPerDay));
+    QDateTime moment = dateZero().addDays(qint64(whole)).addMSecs(milliseconds);
+    if (dateZero().daysTo(moment) > qint64(kLastDay)) // by the rounding
         raise(errors::kOverflow);
     return moment;
 }
@@ -161,7 +160,7 @@ float Value::toSingle() const
     constexpr double kBeyond = 0x1.ffffffp127;
     if (!(std::fabs(number) < kBeyond))
         raise(errors::kOverflow);
-    return static_cast<float>(number);
+    return float(number);
 }
 
 Currency Value::toCurrency() const

@@ -25,8 +25,8 @@ bool smalne(QStringView blokk, char *ut)
     const char16_t *inn = blokk.utf16();
     quint16 omskrevne = 0;
     for (qsizetype i = 0; i < blokk.size(); ++i) {
-        omskrevne = static_cast<quint16>(omskrevne + (skalOmskrives(inn[i]) ? 1 : 0));
-        ut[i] = static_cast<char>(inn[i]);
+        omskrevne = quint16(omskrevne + (skalOmskrives(inn[i]) ? 1 : 0));
+        ut[i] = char(inn[i]);
     }
     return omskrevne != 0;
 }
@@ -34,7 +34,7 @@ bool smalne(QStringView blokk, char *ut)
 char *skrivOmskriving(char *ut, QChar c)
 {
     static constexpr char kHeks[] = "0123456789ABCDEF";
-    const auto kode = static_cast<unsigned char>(codepage::fromUnicode(c));
+    const auto kode = uchar(codepage::fromUnicode(c));
     for (const char tegn : {'&', '#', 'x', '0', '0', kHeks[kode >> 4], kHeks[kode & 15], ';'})
         *ut++ = tegn;
     return ut;
@@ -63,7 +63,7 @@ QByteArray EhfTegn(QStringView tekst)
             if (skalOmskrives(c))
                 ut = skrivOmskriving(ut, c);
             else
-                *ut++ = static_cast<char>(c.unicode());
+                *ut++ = char(c.unicode());
         }
         skrevet = ut - resultat.data();
     }

@@ -29,18 +29,17 @@ std::vector<Treff> finnTekst(const report::Document &dokument, const QString &or
     if (ord.isEmpty())
         return alle;
     const QString sokt = medVanligeBlanke(ord);
-    for (int side = 0; side < static_cast<int>(dokument.pages.size()); ++side) {
-        const auto &tekster = dokument.pages[static_cast<size_t>(side)].texts;
-        const auto forste = static_cast<std::ptrdiff_t>(alle.size());
-        for (int nr = 0; nr < static_cast<int>(tekster.size()); ++nr) {
-            const QString tekst = medVanligeBlanke(tekster[static_cast<size_t>(nr)].text);
+    for (int side = 0; side < int(dokument.pages.size()); ++side) {
+        const auto &tekster = dokument.pages[size_t(side)].texts;
+        const auto forste = std::ptrdiff_t(alle.size());
+        for (int nr = 0; nr < int(tekster.size()); ++nr) {
+            const QString tekst = medVanligeBlanke(tekster[size_t(nr)].text);
             qsizetype fra = tekst.indexOf(sokt, 0, Qt::CaseInsensitive);
             for (; fra >= 0; fra = tekst.indexOf(sokt, fra + sokt.size(), Qt::CaseInsensitive))
                 alle.push_back({side, nr, fra, sokt.size()});
         }
         std::stable_sort(alle.begin() + forste, alle.end(), [&](const Treff &a, const Treff &b) {
-            return kommerFor(tekster[static_cast<size_t>(a.tekst)],
-                             tekster[static_cast<size_t>(b.tekst)]);
+            return kommerFor(tekster[size_t(a.tekst)], tekster[size_t(b.tekst)]);
         });
     }
     return alle;
@@ -48,10 +47,9 @@ std::vector<Treff> finnTekst(const report::Document &dokument, const QString &or
 
 QRectF plassAv(const report::Document &dokument, const Treff &treff)
 {
-    const report::TextCommand &tekst = dokument.pages.at(static_cast<size_t>(treff.side))
-                                           .texts.at(static_cast<size_t>(treff.tekst));
-    const QFontMetricsF mal(
-        report::fontInUnits(dokument.styles[static_cast<size_t>(tekst.style)].font));
+    const report::TextCommand &tekst =
+        dokument.pages.at(size_t(treff.side)).texts.at(size_t(treff.tekst));
+    const QFontMetricsF mal(report::fontInUnits(dokument.styles[size_t(tekst.style)].font));
     const auto bredde = [&](qsizetype tegn) {
         return mal.horizontalAdvance(tekst.text.left(tegn)) / report::kUnitsPerMm;
     };

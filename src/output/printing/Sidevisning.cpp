@@ -40,12 +40,12 @@ Sidevisning::Sidevisning(std::shared_ptr<const report::Document> dokument, QWidg
 
 int Sidevisning::antallSider() const
 {
-    return static_cast<int>(m_dokument->pages.size());
+    return int(m_dokument->pages.size());
 }
 
 int Sidevisning::zoom() const
 {
-    return static_cast<int>(std::lround(m_zoom));
+    return int(std::lround(m_zoom));
 }
 
 double Sidevisning::pikslerPrMm() const
@@ -178,16 +178,16 @@ void Sidevisning::visValgtTreff()
 {
     if (m_valgt < 0)
         return;
-    const Treff &treff = m_treff[static_cast<size_t>(m_valgt)];
+    const Treff &treff = m_treff[size_t(m_valgt)];
     const QRectF plass = plassAv(*m_dokument, treff);
     const QPointF hjorne = sideplass(treff.side).topLeft();
     const QRectF iVinduet(hjorne + plass.topLeft() * pikslerPrMm(), plass.size() * pikslerPrMm());
     const auto rull = [](QScrollBar &felt, double fra, double til, int rom) {
         const int luft = std::min(kLuftVedTreff, rom / 3);
         if (fra < luft)
-            felt.setValue(felt.value() + static_cast<int>(fra) - luft);
+            felt.setValue(felt.value() + int(fra) - luft);
         else if (til > rom - luft)
-            felt.setValue(felt.value() + static_cast<int>(til) - rom + luft);
+            felt.setValue(felt.value() + int(til) - rom + luft);
     };
     rull(*verticalScrollBar(), iVinduet.top(), iVinduet.bottom(), viewport()->height());
     rull(*horizontalScrollBar(), iVinduet.left(), iVinduet.right(), viewport()->width());

@@ -94,7 +94,7 @@ void skrivPaa(QPrinter &skriver, const report::Document &dokument, int eksemplar
     QPainter maler;
     if (!maler.begin(&skriver))
         nektet(skriver);
-    const int sider = static_cast<int>(dokument.pages.size());
+    const int sider = int(dokument.pages.size());
     const int alle = gjentar ? sider : sider * eksemplarer;
     for (int nr = 0; nr < alle; ++nr) {
         if (nr > 0 && !skriver.newPage())

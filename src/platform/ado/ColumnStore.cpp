@@ -53,7 +53,7 @@ void ColumnStore::appendNull()
     std::visit(
         [](auto &cells) {
             if constexpr (std::is_same_v<std::decay_t<decltype(cells)>, Blocks>)
-                cells.ends.push_back(static_cast<std::uint32_t>(cells.bytes.size()));
+                cells.ends.push_back(std::uint32_t(cells.bytes.size()));
             else
                 cells.emplace_back();
         },
@@ -67,7 +67,7 @@ void ColumnStore::appendBytes(const char *bytes, std::size_t count)
         throw RunTimeError(errors::kUnspecified,
                            QStringLiteral("Resultatet er for stort for minnet."));
     blocks.bytes.insert(blocks.bytes.end(), bytes, bytes + count);
-    blocks.ends.push_back(static_cast<std::uint32_t>(blocks.bytes.size()));
+    blocks.ends.push_back(std::uint32_t(blocks.bytes.size()));
     if (!m_nulls.empty())
         m_nulls.push_back(false);
 }
@@ -97,14 +97,14 @@ void ColumnStore::append(const Value &value)
         return append(value.toBoolean());
     case DataType::LongVarBinary: {
         const QByteArray bytes = value.toBytes();
-        return appendBytes(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+        return appendBytes(bytes.constData(), size_t(bytes.size()));
     }
     case DataType::VarWChar:
     case DataType::Empty:
         break;
     }
     const QByteArray utf8 = value.toText().toUtf8();
-    appendBytes(utf8.constData(), static_cast<std::size_t>(utf8.size()));
+    appendBytes(utf8.constData(), size_t(utf8.size()));
 }
 
 void ColumnStore::shrink()
@@ -154,7 +154,7 @@ QByteArrayView ColumnStore::bytes(std::size_t row) const
 {
     const auto &blocks = std::get<Blocks>(m_cells);
     const std::size_t begin = row == 0 ? 0 : blocks.ends[row - 1];
-    return {blocks.bytes.data() + begin, static_cast<qsizetype>(blocks.ends[row] - begin)};
+    return {blocks.bytes.data() + begin, qsizetype(blocks.ends[row] - begin)};
 }
 
 } // namespace ado

@@ -159,7 +159,7 @@ Ref<Recordset> Connection::openSchema(SchemaList list)
             rows->store(0).append(Value(table->name));
             rows->store(1).append(Value(info.name));
             rows->store(2).append(++position);
-            rows->store(3).append(static_cast<qint16>(info.type));
+            rows->store(3).append(qint16(info.type));
             if (info.type == DataType::VarWChar)
                 rows->store(4).append(qint32{info.width});
             else

@@ -219,7 +219,7 @@ int Recordset::fieldCount() const
 
 const Field &Recordset::field(int index) const
 {
-    return m_fields[static_cast<size_t>(checkedIndex(index))];
+    return m_fields[size_t(checkedIndex(index))];
 }
 
 const Field &Recordset::field(QStringView name) const
@@ -240,7 +240,7 @@ int Recordset::fieldIndex(QStringView name) const
     for (size_t i = 0; i < m_fields.size(); ++i) {
         if (m_fields[i].name.size() == name.size() &&
             name.compare(m_fields[i].name, Qt::CaseInsensitive) == 0)
-            return static_cast<int>(i);
+            return int(i);
     }
     throw RunTimeError(errors::kNoSuchItem, u"Feltet «%1» finnes ikke."_s.arg(name));
 }
@@ -261,35 +261,35 @@ const ColumnStore *Recordset::stored(int index, DataType type) const
 {
     const int row = currentRow();
     const ColumnStore *store = m_rows->unchanged(row, checkedIndex(index));
-    const bool fits = store && store->type() == type && !store->isNull(static_cast<size_t>(row));
+    const bool fits = store && store->type() == type && !store->isNull(size_t(row));
     return fits ? store : nullptr;
 }
 
 QString Recordset::text(int index) const
 {
     if (const ColumnStore *store = stored(index, DataType::VarWChar))
-        return QString::fromUtf8(store->bytes(static_cast<size_t>(m_position)));
+        return QString::fromUtf8(store->bytes(size_t(m_position)));
     return value(index).toText();
 }
 
 Currency Recordset::currency(int index) const
 {
     if (const ColumnStore *store = stored(index, DataType::Currency))
-        return Currency::fromTenThousandths(store->number<qint64>(static_cast<size_t>(m_position)));
+        return Currency::fromTenThousandths(store->number<qint64>(size_t(m_position)));
     return value(index).toCurrency();
 }
 
 qint32 Recordset::integer(int index) const
 {
     if (const ColumnStore *store = stored(index, DataType::Integer))
-        return store->number<qint32>(static_cast<size_t>(m_position));
+        return store->number<qint32>(size_t(m_position));
     return value(index).toLong();
 }
 
 float Recordset::single(int index) const
 {
     if (const ColumnStore *store = stored(index, DataType::Single))
-        return store->number<float>(static_cast<size_t>(m_position));
+        return store->number<float>(size_t(m_position));
     return value(index).toSingle();
 }
 

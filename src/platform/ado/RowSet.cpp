@@ -90,20 +90,20 @@ const ColumnStore *RowSet::unchangedBesideChanges(int row, int column) const
 {
     if (row >= m_readRows || cell(row, column))
         return nullptr;
-    return &m_stores[static_cast<size_t>(column)];
+    return &m_stores[size_t(column)];
 }
 
 Value RowSet::readValue(int row, int column) const
 {
     if (row >= m_readRows)
         return {};
-    return m_stores[static_cast<size_t>(column)].value(static_cast<size_t>(row));
+    return m_stores[size_t(column)].value(size_t(row));
 }
 
 bool RowSet::isNull(int row, int column) const
 {
     if (const ColumnStore *store = unchanged(row, column))
-        return store->isNull(static_cast<size_t>(row));
+        return store->isNull(size_t(row));
     return value(row, column).isNull();
 }
 
@@ -121,7 +121,7 @@ Value RowSet::storedValue(int row, int column) const
 
 void RowSet::setValue(int row, int column, const Value &value)
 {
-    const dialect::ResultColumn &info = m_columns[static_cast<size_t>(column)];
+    const dialect::ResultColumn &info = m_columns[size_t(column)];
     if (info.baseColumn.isEmpty())
         throw RunTimeError(errors::kReadOnlySet,
                            u"Feltet «%1» er beregnet og kan ikke endres."_s.arg(info.name));

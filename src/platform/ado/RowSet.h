@@ -35,12 +35,12 @@ public:
 
     [[nodiscard]] const std::vector<dialect::ResultColumn> &columns() const { return m_columns; }
     [[nodiscard]] const QString &baseTable() const { return m_baseTable; }
-    [[nodiscard]] int columnCount() const { return static_cast<int>(m_columns.size()); }
+    [[nodiscard]] int columnCount() const { return int(m_columns.size()); }
     [[nodiscard]] int rowCount() const { return m_readRows + m_addedRows; }
 
     /// For the provider that fills the set: one value is appended to each column, then the row is
     /// closed. An exception in between leaves a set that can only be thrown away.
-    [[nodiscard]] ColumnStore &store(int column) { return m_stores[static_cast<size_t>(column)]; }
+    [[nodiscard]] ColumnStore &store(int column) { return m_stores[size_t(column)]; }
     void closeRow();
     /// All rows are in.
     void shrink();
@@ -51,8 +51,7 @@ public:
     /// belongs to an added row. The way to typed reading without a Value.
     [[nodiscard]] const ColumnStore *unchanged(int row, int column) const
     {
-        return m_changes.empty() ? &m_stores[static_cast<size_t>(column)]
-                                 : unchangedBesideChanges(row, column);
+        return m_changes.empty() ? &m_stores[size_t(column)] : unchangedBesideChanges(row, column);
     }
 
     /// Sets a value in memory; it takes the column's type, and text is cut to the column's width.

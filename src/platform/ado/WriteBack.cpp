@@ -32,15 +32,12 @@ public:
     QByteArray place(int column, const Value &value)
     {
         m_values.push_back(value);
-        return m_writer.placeHolder(static_cast<int>(m_values.size()), info(column).type);
+        return m_writer.placeHolder(int(m_values.size()), info(column).type);
     }
     const std::vector<Value> &values() const { return m_values; }
 
 private:
-    const dialect::ResultColumn &info(int column) const
-    {
-        return m_rows.columns()[static_cast<size_t>(column)];
-    }
+    const dialect::ResultColumn &info(int column) const { return m_rows.columns()[size_t(column)]; }
 
     const RowSet &m_rows;
     const dialect::Writer &m_writer;
@@ -75,7 +72,7 @@ bool WriteBack::findByKey()
         });
         if (shown == columns.end())
             return false;
-        shownKeys.push_back(static_cast<int>(shown - columns.begin()));
+        shownKeys.push_back(int(shown - columns.begin()));
         if (key.counter)
             m_counterColumn = shownKeys.back();
     }
@@ -89,7 +86,7 @@ void WriteBack::findByContent()
     m_byContent = true;
     m_counterColumn = -1;
     for (int column = 0; column < m_rows.columnCount(); ++column) {
-        if (!m_rows.columns()[static_cast<size_t>(column)].baseColumn.isEmpty())
+        if (!m_rows.columns()[size_t(column)].baseColumn.isEmpty())
             m_findingColumns.push_back(column);
     }
 }
@@ -122,8 +119,7 @@ qint32 WriteBack::insert(int row) const
                            : " (" + names.join(", ") + ") VALUES (" + places.join(", ") + ')';
     if (m_counterColumn >= 0)
         sql += m_writer.counterResult(
-            m_table.name, m_rows.columns()[static_cast<size_t>(m_counterColumn)].baseColumn,
-            numberGiven);
+            m_table.name, m_rows.columns()[size_t(m_counterColumn)].baseColumn, numberGiven);
     return m_run(sql, statement.values()).number;
 }
 

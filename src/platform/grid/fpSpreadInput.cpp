@@ -223,6 +223,7 @@ int fpSpread::visibleCol(int from, int step) const
     return col >= 1 && col <= maxCols() ? col : from;
 }
 
+// In one piece: a case for each key.
 std::optional<fpSpread::Cell> fpSpread::keyTarget(Cell from, int key,
                                                   Qt::KeyboardModifiers modifiers) const
 {
@@ -330,6 +331,7 @@ bool fpSpread::editKey(QKeyEvent *event)
     return true;
 }
 
+// In one piece: the order in which the grid lets go of a key is the rule.
 bool fpSpread::moveKey(const QKeyEvent *event)
 {
     const int key = event->key();

@@ -41,7 +41,8 @@ constexpr int kRunLength4 = 2;
 constexpr int kBitFields = 3;
 
 /// Whether the rows of a bitmap, whose info header stands at `info`, go beyond the end of the file.
-/// Qt's reader does not mind and leaves the rest of the picture to chance.
+/// Qt's reader does not mind and leaves the rest of the picture to chance. In one piece, in the
+/// order of the header's fields, each of which says where the next one lies.
 bool isCutBitmap(QIODevice &file, qsizetype info)
 {
     const QByteArray header = file.peek(info + kInfoHeader);

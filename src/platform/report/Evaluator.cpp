@@ -68,11 +68,11 @@ Value numberResult(Operator op, double left, double right)
 Value dateResult(Operator op, const Value &left, const Value &right)
 {
     if (right.type() == DataType::Date)
-        return Value(static_cast<double>(right.toDate().daysTo(left.toDate())));
+        return Value(double(right.toDate().daysTo(left.toDate())));
     const double days = numberOf(right);
     if (!(std::abs(days) <= 4e6))
         throw RunTimeError(::errors::kOverflow);
-    const auto whole = static_cast<qint64>(op == Operator::Add ? days : -days);
+    const auto whole = qint64(op == Operator::Add ? days : -days);
     const QDateTime date = left.toDate().addDays(whole);
     if (date.date().year() < 100 || date.date().year() > 9999)
         throw RunTimeError(::errors::kOverflow);
@@ -121,6 +121,7 @@ class Evaluation
 public:
     explicit Evaluation(Environment &environment) : m_environment(environment) {}
 
+    // In one piece: a case for each kind of expression.
     Value of(const Expr &expr)
     {
         switch (expr.kind) {

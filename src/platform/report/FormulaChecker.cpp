@@ -71,6 +71,7 @@ Type FormulaChecker::check(Expr &expr, Use use)
     return expr.type;
 }
 
+// In one piece: a case for each kind of expression.
 Type FormulaChecker::typeOfNode(Expr &expr, Use use)
 {
     switch (expr.kind) {

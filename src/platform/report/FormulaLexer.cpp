@@ -61,7 +61,7 @@ Token FormulaLexer::quoted(QChar quote)
 
 Token FormulaLexer::braced()
 {
-    const auto end = static_cast<int>(m_text.indexOf(u'}', m_at));
+    const auto end = int(m_text.indexOf(u'}', m_at));
     if (end < 0)
         return made(TokenKind::Error, 1);
     QStringView name = m_text.sliced(m_at + 1, end - m_at - 1).trimmed();
@@ -99,6 +99,7 @@ Token FormulaLexer::word()
     return made(TokenKind::Word, end - m_at);
 }
 
+// In one piece: a case for each sign.
 Token FormulaLexer::sign()
 {
     const QChar next = m_at + 1 < m_text.size() ? m_text[m_at + 1] : QChar();

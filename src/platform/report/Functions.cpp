@@ -31,7 +31,7 @@ qsizetype count(const Arguments &arguments, size_t index)
     const double number = numberOf(arguments[index]);
     if (!(number >= 0 && number <= 1e9))
         throw RunTimeError(::errors::kInvalidCall);
-    return static_cast<qsizetype>(number);
+    return qsizetype(number);
 }
 
 [[noreturn]] void raiseTooLong()
@@ -78,7 +78,7 @@ Value mid(const Arguments &arguments)
 
 Value length(const Arguments &arguments)
 {
-    return Value(static_cast<double>(text(arguments, 0).size()));
+    return Value(double(text(arguments, 0).size()));
 }
 
 Value upper(const Arguments &arguments)
@@ -136,7 +136,7 @@ Value date(const Arguments &arguments)
         const double number = numberOf(arguments[i]);
         if (!(number >= 1 && number <= 9999 && number == std::floor(number)))
             throw RunTimeError(::errors::kInvalidCall, u"det finnes ingen slik dato"_s);
-        parts[i] = static_cast<int>(number);
+        parts[i] = int(number);
     }
     const QDate day(parts[0], parts[1], parts[2]);
     if (!day.isValid() || day.year() < 100)
@@ -149,7 +149,7 @@ Value datePart(const Arguments &arguments, int (QDate::*part)() const)
     if (arguments[0].isNull())
         return {};
     const QDate day = arguments[0].toDate().date();
-    return Value(static_cast<double>((day.*part)()));
+    return Value(double((day.*part)()));
 }
 
 Value year(const Arguments &arguments)
@@ -185,7 +185,7 @@ Value round(const Arguments &arguments)
     const bool money = arguments[0].type() == DataType::Currency;
     Decimal decimal = money ? Decimal::fromCurrency(arguments[0].toCurrency())
                             : Decimal::fromDouble(numberOf(arguments[0]), kDoubleDigits);
-    decimal.roundTo(static_cast<int>(std::min<qsizetype>(decimals, kExactDigits)));
+    decimal.roundTo(int(std::min<qsizetype>(decimals, kExactDigits)));
     return money ? Value(decimal.toCurrency()) : Value(decimal.toDouble());
 }
 
@@ -357,7 +357,7 @@ QString textOf(const Value &value, QStringView pattern)
 double numberOf(const Value &value)
 {
     if (value.type() == DataType::Single)
-        return Decimal::fromDouble(static_cast<double>(value.toSingle()), kSingleDigits).toDouble();
+        return Decimal::fromDouble(double(value.toSingle()), kSingleDigits).toDouble();
     return value.toDouble();
 }
 

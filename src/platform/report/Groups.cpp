@@ -7,7 +7,7 @@ namespace report {
 void Groups::add(int level)
 {
     for (int group = level; group < count(); ++group)
-        m_starts[static_cast<size_t>(group)].push_back(m_added);
+        m_starts[size_t(group)].push_back(m_added);
     ++m_added;
 }
 
@@ -24,7 +24,7 @@ int Groups::levelAt(int row) const
 
 Span Groups::span(int group, int row) const
 {
-    const std::vector<int> &starts = m_starts[static_cast<size_t>(group)];
+    const std::vector<int> &starts = m_starts[size_t(group)];
     const auto next = std::upper_bound(starts.begin(), starts.end(), row);
     return {next[-1], next == starts.end() ? m_rows : *next, nullptr, nullptr, 0};
 }

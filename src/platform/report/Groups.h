@@ -22,13 +22,13 @@ struct Span
 class Groups
 {
 public:
-    Groups(int groups, int rows) : m_starts(static_cast<std::size_t>(groups)), m_rows(rows) {}
+    Groups(int groups, int rows) : m_starts(size_t(groups)), m_rows(rows) {}
 
     /// The next row begins the groups from number `level` on; the count of groups begins none.
     /// Told of every row in turn; the first row begins all.
     void add(int level);
 
-    [[nodiscard]] int count() const { return static_cast<int>(m_starts.size()); }
+    [[nodiscard]] int count() const { return int(m_starts.size()); }
     [[nodiscard]] int rowCount() const { return m_rows; }
     /// The outermost group that begins at `row`; count() when none does. 0 behind the last row.
     [[nodiscard]] int levelAt(int row) const;

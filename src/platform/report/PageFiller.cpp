@@ -51,7 +51,7 @@ void PageFiller::enter(int row, const Span &span)
     m_environment.setOwnSpan(span);
 }
 
-// Pieces ------------------------------------------------------------------------------------------
+// --- Pieces
 
 void PageFiller::add(Pieces &pieces, const std::vector<Band> &bands, const Span &span)
 {
@@ -103,21 +103,19 @@ PageFiller::Unit PageFiller::unitAt(int row)
     const int groups = m_groups.count();
     enter(row, m_groups.whole());
     for (int group = m_groups.levelAt(row); group < groups; ++group)
-        add(unit.headers, m_report.groups[static_cast<size_t>(group)].headers,
-            m_groups.span(group, row));
+        add(unit.headers, m_report.groups[size_t(group)].headers, m_groups.span(group, row));
     add(unit.details, m_report.details,
         groups > 0 ? m_groups.span(groups - 1, row) : m_groups.whole());
     for (int group = groups - 1; group >= m_groups.levelAt(row + 1); --group) {
         unit.footers.emplace_back();
-        add(unit.footers.back(), m_report.groups[static_cast<size_t>(group)].footers,
-            m_groups.span(group, row));
+        add(unit.footers.back(), m_report.groups[size_t(group)].footers, m_groups.span(group, row));
     }
     if (isLast(row))
         add(unit.end, m_report.reportFooters, m_groups.whole());
     return unit;
 }
 
-// The body ----------------------------------------------------------------------------------------
+// --- The body
 
 void PageFiller::placeRow(int row)
 {
@@ -125,7 +123,7 @@ void PageFiller::placeRow(int row)
     const int openAfter = m_groups.levelAt(row + 1);
     bool wantsPage = false;
     for (int group = level; group < m_groups.count(); ++group)
-        wantsPage = wantsPage || m_report.groups[static_cast<size_t>(group)].newPage;
+        wantsPage = wantsPage || m_report.groups[size_t(group)].newPage;
     if ((wantsPage && row > 0) || (!m_fresh && !staysTogether(row)))
         breakPage(row);
 
@@ -149,7 +147,7 @@ void PageFiller::placeRow(int row)
 bool PageFiller::staysTogether(int row)
 {
     for (int group = m_groups.levelAt(row); group < m_groups.count(); ++group) {
-        if (!m_report.groups[static_cast<size_t>(group)].keepTogether)
+        if (!m_report.groups[size_t(group)].keepTogether)
             continue;
         const int end = m_groups.span(group, row).end;
         const double bottom = limit(end == m_groups.rowCount(), 0) + kTolerance;
@@ -205,7 +203,7 @@ void PageFiller::place(Pieces &pieces)
     }
 }
 
-// Pages -------------------------------------------------------------------------------------------
+// --- Pages
 
 bool PageFiller::isOnPage(const Band &band, bool last) const
 {
@@ -239,7 +237,7 @@ double PageFiller::carryHeight(int groups) const
 {
     double height = 0;
     for (int group = 0; group < groups; ++group)
-        height += heightOf(m_report.groups[static_cast<size_t>(group)].carryFooters, false);
+        height += heightOf(m_report.groups[size_t(group)].carryFooters, false);
     return height;
 }
 
@@ -258,7 +256,7 @@ void PageFiller::startPage(int row)
 {
     m_pages.emplace_back();
     m_openTexts.emplace_back();
-    m_environment.setPageNumber(static_cast<int>(m_pages.size()));
+    m_environment.setPageNumber(int(m_pages.size()));
     m_y = m_report.margins.top();
     enter(row, m_groups.whole());
     Pieces pieces;
@@ -280,7 +278,7 @@ void PageFiller::breakPage(int nextRow)
 {
     double top = bodyEnd(false) - carryHeight(m_open);
     for (int group = m_open - 1; group >= 0; --group) {
-        const Group &open = m_report.groups[static_cast<size_t>(group)];
+        const Group &open = m_report.groups[size_t(group)];
         enter(m_placedRow, m_groups.span(group, m_placedRow));
         placeFixed(open.carryFooters, top, false);
         top += heightOf(open.carryFooters, false);
@@ -288,7 +286,7 @@ void PageFiller::breakPage(int nextRow)
     endPage(false);
     startPage(nextRow);
     for (int group = 0; group < m_open; ++group) {
-        const Group &open = m_report.groups[static_cast<size_t>(group)];
+        const Group &open = m_report.groups[size_t(group)];
         Pieces pieces;
         if (open.repeatHeader) {
             enter(nextRow, m_groups.span(group, nextRow));

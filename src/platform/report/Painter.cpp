@@ -33,7 +33,7 @@ public:
 
     void draw(const PictureCommand &command)
     {
-        const QImage &picture = m_document.pictures[static_cast<size_t>(command.picture)];
+        const QImage &picture = m_document.pictures[size_t(command.picture)];
         m_painter.drawImage(units(command.rect), picture);
     }
 
@@ -45,7 +45,7 @@ public:
 
     void draw(const TextCommand &text)
     {
-        const auto style = static_cast<size_t>(text.style);
+        const auto style = size_t(text.style);
         m_painter.setFont(m_fonts[style]);
         m_painter.setPen(QColor::fromRgba(m_document.styles[style].color));
         m_painter.drawText(text.baseline * kUnitsPerMm, text.text);
@@ -75,7 +75,7 @@ private:
 
 void paintPage(QPainter &painter, const Document &document, int page, double unitsPerMm)
 {
-    const Page &commands = document.pages.at(static_cast<size_t>(page));
+    const Page &commands = document.pages.at(size_t(page));
     painter.save();
     const double scale = unitsPerMm / kUnitsPerMm;
     painter.scale(scale, scale);

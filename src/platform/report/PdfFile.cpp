@@ -60,7 +60,7 @@ QByteArray pagesOf(const Document &document, const Checkpoint &checkpoint)
             checkpoint();
         if (page > 0)
             writer.newPage();
-        paintPage(painter, document, static_cast<int>(page), kResolution / 25.4);
+        paintPage(painter, document, int(page), kResolution / 25.4);
     }
     return painter.end() ? bytes.data() : QByteArray();
 }
@@ -89,7 +89,7 @@ void tagSubsets(qpdf_data pdf)
     const int pages = qpdf_get_num_pages(pdf);
     for (int page = 0; page < pages; ++page) {
         const qpdf_oh resources =
-            qpdf_oh_get_key(pdf, qpdf_get_page_n(pdf, static_cast<size_t>(page)), "/Resources");
+            qpdf_oh_get_key(pdf, qpdf_get_page_n(pdf, size_t(page)), "/Resources");
         const qpdf_oh fonts = qpdf_oh_get_key(pdf, resources, "/Font");
         qpdf_oh_begin_dict_key_iter(pdf, fonts);
         while (qpdf_oh_dict_more_keys(pdf))
@@ -102,7 +102,7 @@ QByteArray completed(const QByteArray &pages, const QString &author)
 {
     const Qpdf owner(qpdf_init());
     const qpdf_data pdf = owner.get();
-    qpdf_read_memory(pdf, "pages", pages.constData(), static_cast<size_t>(pages.size()), nullptr);
+    qpdf_read_memory(pdf, "pages", pages.constData(), size_t(pages.size()), nullptr);
     const qpdf_oh root = qpdf_get_root(pdf);
     qpdf_oh_replace_key(pdf, root, "/Lang", qpdf_oh_new_unicode_string(pdf, "nb-NO"));
     qpdf_oh_replace_key(pdf, root, "/ViewerPreferences",
@@ -116,7 +116,7 @@ QByteArray completed(const QByteArray &pages, const QString &author)
     qpdf_init_write_memory(pdf);
     qpdf_write(pdf);
     return {reinterpret_cast<const char *>(qpdf_get_buffer(pdf)),
-            static_cast<qsizetype>(qpdf_get_buffer_length(pdf))};
+            qsizetype(qpdf_get_buffer_length(pdf))};
 }
 
 } // namespace

@@ -27,7 +27,7 @@ int Pictures::added(QImage picture)
     if (picture.isNull())
         return -1;
     m_pictures.push_back(std::move(picture));
-    return static_cast<int>(m_pictures.size()) - 1;
+    return int(m_pictures.size()) - 1;
 }
 
 } // namespace report

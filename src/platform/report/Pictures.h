@@ -19,10 +19,7 @@ public:
     /// The same of a file; a file that is not there is no picture.
     [[nodiscard]] int fromFile(const QString &path);
 
-    [[nodiscard]] const QImage &picture(int number) const
-    {
-        return m_pictures[static_cast<size_t>(number)];
-    }
+    [[nodiscard]] const QImage &picture(int number) const { return m_pictures[size_t(number)]; }
     [[nodiscard]] std::vector<QImage> takeAll() { return std::move(m_pictures); }
 
 private:

@@ -30,7 +30,7 @@ public:
     {
         for (size_t i = 0; i < m_file.groups.size(); ++i) {
             if (m_file.groups[i].name.compare(name, Qt::CaseInsensitive) == 0)
-                return static_cast<int>(i);
+                return int(i);
         }
         return name.compare(u"report", Qt::CaseInsensitive) == 0 ? kWholeReport : kOwnScope;
     }
@@ -152,7 +152,7 @@ void replaceFormula(ReportFile &file, const QString &text)
 
 Groups groupsOf(const ReportFile &file, Rows &rows, const Checkpoint &checkpoint)
 {
-    const auto count = static_cast<int>(file.groups.size());
+    const auto count = int(file.groups.size());
     const Groups none(0, rows.count());
     RowEnvironment environment(rows, none, 0, checkpoint);
     Groups groups(count, rows.count());
@@ -161,7 +161,7 @@ Groups groupsOf(const ReportFile &file, Rows &rows, const Checkpoint &checkpoint
         environment.setRow(row);
         int level = row == 0 ? 0 : count;
         for (int group = count - 1; group >= 0; --group) {
-            const auto at = static_cast<size_t>(group);
+            const auto at = size_t(group);
             Value value = valueOf(file.groups[at].on, environment);
             const bool same = value.isNull() || before[at].isNull()
                                   ? value.isNull() == before[at].isNull()

@@ -196,7 +196,7 @@ private:
             raiseInFile(attributes.place(), u"stilen «%1» finnes fra før"_s.arg(name));
         TextStyle style = styled(name, u"Liberation Sans"_s, 9);
         if (attributes.has(u"base"))
-            style = m_report.styles[static_cast<size_t>(styleOf(attributes, u"base"))];
+            style = m_report.styles[size_t(styleOf(attributes, u"base"))];
         style.name = name;
         QFont &font = style.font;
         font.setFamily(attributes.text(u"font", font.family()));
@@ -215,7 +215,7 @@ private:
     {
         for (size_t i = 0; i < m_report.styles.size(); ++i) {
             if (m_report.styles[i].name == name)
-                return static_cast<int>(i);
+                return int(i);
         }
         return -1;
     }

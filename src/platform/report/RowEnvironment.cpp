@@ -28,8 +28,8 @@ Value average(const Value &sum, int count)
 
 RowEnvironment::RowEnvironment(Rows &rows, const Groups &groups, int slotCount,
                                Checkpoint checkpoint)
-    : m_rows(rows), m_groups(groups), m_totals(static_cast<size_t>(slotCount)),
-      m_own(groups.whole()), m_now(Clock::current().now()), m_checkpoint(std::move(checkpoint))
+    : m_rows(rows), m_groups(groups), m_totals(size_t(slotCount)), m_own(groups.whole()),
+      m_now(Clock::current().now()), m_checkpoint(std::move(checkpoint))
 {
 }
 
@@ -43,11 +43,11 @@ Value RowEnvironment::special(Special special)
 {
     switch (special) {
     case Special::PageNumber:
-        return Value(static_cast<double>(m_page));
+        return Value(double(m_page));
     case Special::TotalPages:
         return Value(QString(kTotalPagesMark));
     case Special::RecordNumber:
-        return Value(static_cast<double>(m_row + 1));
+        return Value(double(m_row + 1));
     case Special::TimeOfDay:
         return Value(m_now.time().toString(u"HH:mm"));
     case Special::Today:
@@ -66,11 +66,11 @@ Value RowEnvironment::aggregate(const Expr &expr)
 
     if (isRunning(expr.aggregate) && span.picked)
         span.picked = span.running;
-    int end = span.picked ? static_cast<int>(span.picked->size()) : span.end;
+    int end = span.picked ? int(span.picked->size()) : span.end;
     if (isRunning(expr.aggregate) && !span.picked)
         end = std::min(end, m_row + 1);
 
-    Total &total = m_totals[static_cast<size_t>(expr.slot)];
+    Total &total = m_totals[size_t(expr.slot)];
     if (!isSame(total.span, span) || total.next > end)
         total = Total{span, span.picked ? 0 : span.first, 0, {}};
     advance(total, expr, end);
@@ -78,7 +78,7 @@ Value RowEnvironment::aggregate(const Expr &expr)
     switch (expr.aggregate) {
     case Aggregate::Count:
     case Aggregate::RunningCount:
-        return Value(static_cast<double>(total.count));
+        return Value(double(total.count));
     case Aggregate::Average:
         return total.count == 0 ? Value() : average(total.sum, total.count);
     default:
@@ -91,8 +91,7 @@ void RowEnvironment::advance(Total &total, const Expr &expr, int end)
     const int row = m_row;
     for (; total.next < end; ++total.next) {
         pass();
-        m_row =
-            total.span.picked ? (*total.span.picked)[static_cast<size_t>(total.next)] : total.next;
+        m_row = total.span.picked ? (*total.span.picked)[size_t(total.next)] : total.next;
         if (expr.once.isEmpty() || m_groups.span(expr.onceScope, m_row).first == m_row)
             take(total, expr);
     }

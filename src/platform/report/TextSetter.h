@@ -34,7 +34,7 @@ private:
         double lineHeight;
     };
 
-    [[nodiscard]] const Font &font(int style) const { return m_fonts[static_cast<size_t>(style)]; }
+    [[nodiscard]] const Font &font(int style) const { return m_fonts[size_t(style)]; }
     [[nodiscard]] bool fits(int style, const QString &text, double width) const;
     void wrapLine(int style, QStringView line, double width, QStringList &lines) const;
     [[nodiscard]] qsizetype fitting(int style, QStringView text, double width) const;

@@ -11,7 +11,7 @@ namespace report {
 QFont fontInUnits(const QFont &font)
 {
     QFont scaled(font);
-    scaled.setPixelSize(static_cast<int>(std::lround(font.pointSizeF() * kUnitsPerPoint)));
+    scaled.setPixelSize(int(std::lround(font.pointSizeF() * kUnitsPerPoint)));
     scaled.setHintingPreference(QFont::PreferNoHinting);
     return scaled;
 }

@@ -41,15 +41,14 @@ Place XmlSource::placeOf(qsizetype offset) const
     const QStringView before =
         QStringView(m_text).first(std::clamp<qsizetype>(offset, 0, m_text.size()));
     const qsizetype lineStart = before.lastIndexOf(u'\n') + 1;
-    return {m_file, static_cast<int>(before.count(u'\n')) + 1,
-            static_cast<int>(before.size() - lineStart) + 1};
+    return {m_file, int(before.count(u'\n')) + 1, int(before.size() - lineStart) + 1};
 }
 
 QXmlStreamReader::TokenType XmlSource::read()
 {
-    const auto before = static_cast<qsizetype>(m_xml.characterOffset());
+    const auto before = qsizetype(m_xml.characterOffset());
     const auto token = m_xml.readNext();
-    const auto after = static_cast<qsizetype>(m_xml.characterOffset());
+    const auto after = qsizetype(m_xml.characterOffset());
     if (m_xml.hasError())
         raiseInFile(placeOf(after), u"filen er ikke velformet XML"_s);
     if (token == QXmlStreamReader::StartElement)

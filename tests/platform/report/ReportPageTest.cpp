@@ -93,8 +93,7 @@ const Words kReportBands{u"reportHeader"_s, u"reportFooter"_s, u"detail"_s, u"pa
 const Words kGroupBands{u"header"_s, u"footer"_s, u"carryHeader"_s, u"carryFooter"_s};
 const Words kItems{u"text"_s, u"line"_s, u"box"_s, u"picture"_s};
 
-// What the page tells
-// ------------------------------------------------------------------------------
+// --- What the page tells
 
 using Attributes = std::map<QString, Words>; // by element
 
@@ -128,8 +127,7 @@ Attributes documentedAttributes()
     return attributes;
 }
 
-// What the reader takes
-// ----------------------------------------------------------------------------
+// --- What the reader takes
 
 /// What is wrong with a report of these elements; nothing else is than what they bring.
 QString faultOf(const QString &report, const QString &included = {})
@@ -222,8 +220,7 @@ Words takenChildren(const QString &parent)
     return taken;
 }
 
-// What the language takes
-// --------------------------------------------------------------------------
+// --- What the language takes
 
 QString formulaFault(const QString &formula)
 {

@@ -56,6 +56,7 @@ void Binder::requireGrouped(const Expr &expr, const std::vector<ExprPtr> &groups
         requireGrouped(*argument, groups);
 }
 
+// In one piece: a case for each kind of expression.
 void Binder::bind(Expr &expr)
 {
     if (expr.kind == ExprKind::Aggregate) {
@@ -121,7 +122,7 @@ void Binder::bindColumn(Expr &expr) const
         if (expr.column)
             raiseAmbiguousColumn(expr.name, tokenOf(expr));
         expr.column = column;
-        expr.source = static_cast<int>(i);
+        expr.source = int(i);
     }
     if (!expr.column) {
         const bool strangeAlias = !expr.qualifier.isEmpty() && !aliasKnown;
@@ -205,7 +206,7 @@ void Binder::bindAggregate(Expr &expr)
 OperandType operandType(const Expr &expr, const std::vector<Token> &tokens)
 {
     const bool literal = expr.kind == ExprKind::Literal;
-    return {expr.type, literal ? tokens[static_cast<size_t>(expr.token)].kind : TokenKind::End};
+    return {expr.type, literal ? tokens[size_t(expr.token)].kind : TokenKind::End};
 }
 
 bool dependsOnRows(const Expr &expr)
@@ -222,8 +223,7 @@ bool isSame(const Expr &a, const Expr &b, const std::vector<Token> &tokens)
         a.column != b.column || a.source != b.source || a.arguments.size() != b.arguments.size())
         return false;
     const bool hasSign = a.kind == ExprKind::Compare || a.kind == ExprKind::Arithmetic;
-    if (hasSign &&
-        tokens[static_cast<size_t>(a.token)].kind != tokens[static_cast<size_t>(b.token)].kind)
+    if (hasSign && tokens[size_t(a.token)].kind != tokens[size_t(b.token)].kind)
         return false;
     return std::equal(a.arguments.begin(), a.arguments.end(), b.arguments.begin(),
                       [&](const ExprPtr &x, const ExprPtr &y) { return isSame(*x, *y, tokens); });

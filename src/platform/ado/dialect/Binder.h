@@ -43,7 +43,7 @@ public:
 
     [[nodiscard]] const Token &tokenOf(const Expr &expr) const
     {
-        return m_tokens[static_cast<size_t>(expr.token)];
+        return m_tokens[size_t(expr.token)];
     }
 
 private:

@@ -31,14 +31,14 @@ const ColumnInfo *TableInfo::counter() const
 
 void Catalog::add(TableInfo table)
 {
-    m_byFoldedName.insert(folded(table.name), static_cast<int>(m_tables.size()));
+    m_byFoldedName.insert(folded(table.name), int(m_tables.size()));
     m_tables.push_back(std::move(table));
 }
 
 const TableInfo *Catalog::table(QStringView name) const
 {
     const auto found = m_byFoldedName.constFind(folded(name));
-    return found == m_byFoldedName.constEnd() ? nullptr : &m_tables[static_cast<size_t>(*found)];
+    return found == m_byFoldedName.constEnd() ? nullptr : &m_tables[size_t(*found)];
 }
 
 } // namespace ado::dialect

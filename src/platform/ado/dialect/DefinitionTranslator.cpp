@@ -13,7 +13,7 @@ namespace {
 
 const Token &tokenOf(const Name &name, const std::vector<Token> &tokens)
 {
-    return tokens[static_cast<size_t>(name.token)];
+    return tokens[size_t(name.token)];
 }
 
 const TableInfo &requireTable(const Name &name, const std::vector<Token> &tokens,

@@ -95,9 +95,10 @@ QByteArray Emitter::comparand(const Expr &expr, DataType type)
 QByteArray Emitter::parameter(const Expr &literal, DataType type, int width, QString column)
 {
     m_parameters.push_back({literal.token, literal.negative, type, width, std::move(column)});
-    return m_writer.placeHolder(static_cast<int>(m_parameters.size()), type);
+    return m_writer.placeHolder(int(m_parameters.size()), type);
 }
 
+// In one piece: a case for each kind of expression.
 QByteArray Emitter::spelled(const Expr &expr)
 {
     switch (expr.kind) {
@@ -108,7 +109,7 @@ QByteArray Emitter::spelled(const Expr &expr)
     case ExprKind::Truth:
         return m_writer.truth(expr.truth);
     case ExprKind::Column:
-        return m_writer.column(m_sources[static_cast<size_t>(expr.source)].alias, expr.column->name,
+        return m_writer.column(m_sources[size_t(expr.source)].alias, expr.column->name,
                                expr.column->type);
     case ExprKind::Negate: {
         const QByteArray sql = '-' + reckoned(*expr.arguments.front(), expr.type);

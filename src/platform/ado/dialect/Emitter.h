@@ -37,10 +37,7 @@ private:
     QByteArray aggregate(const Expr &expr);
     QByteArray converted(const QByteArray &operand, DataType from, DataType to) const;
     QByteArray parameter(const Expr &literal, DataType type, int width = 0, QString column = {});
-    const Token &tokenOf(const Expr &expr) const
-    {
-        return m_tokens[static_cast<size_t>(expr.token)];
-    }
+    const Token &tokenOf(const Expr &expr) const { return m_tokens[size_t(expr.token)]; }
 
     const std::vector<Token> &m_tokens;
     const std::vector<Source> &m_sources;

@@ -63,7 +63,7 @@ bool isDigit(char16_t c)
 // can pass for the shape of another.
 constexpr char16_t mark(TokenKind kind)
 {
-    return static_cast<char16_t>(1 + static_cast<int>(kind) - static_cast<int>(TokenKind::Integer));
+    return char16_t(1 + int(kind) - int(TokenKind::Integer));
 }
 constexpr char16_t kErrorMark = mark(TokenKind::Date) + 1;
 static_assert(kErrorMark < u'\t');
@@ -83,7 +83,7 @@ public:
             ++m_at;
         const char16_t *start = m_at;
         const TokenKind kind = start == m_end ? TokenKind::End : scan();
-        return {QStringView(start, m_at), static_cast<int>(start - m_begin), kind};
+        return {QStringView(start, m_at), int(start - m_begin), kind};
     }
 
 private:
@@ -268,8 +268,7 @@ private:
     {
         const qsizetype count = position - m_copied;
         if (count > 0)
-            std::memcpy(m_out, m_statement.utf16() + m_copied,
-                        static_cast<size_t>(count) * sizeof(char16_t));
+            std::memcpy(m_out, m_statement.utf16() + m_copied, size_t(count) * sizeof(char16_t));
         m_out += count;
     }
 
@@ -284,7 +283,7 @@ private:
 Lexed lex(QStringView statement)
 {
     Lexed lexed;
-    lexed.tokens.reserve(static_cast<size_t>(std::min(statement.size() / 4, kTokensAtOnce)) + 8);
+    lexed.tokens.reserve(size_t(std::min(statement.size() / 4, kTokensAtOnce)) + 8);
     Scanner scanner(statement);
     ShapeWriter shape(statement);
     for (;;) {
@@ -294,7 +293,7 @@ Lexed lex(QStringView statement)
             shape.replace(token, mark(token.kind));
         } else if (token.kind == TokenKind::Error) {
             shape.replace(token, kErrorMark);
-            lexed.tokens.push_back({{}, static_cast<int>(statement.size()), TokenKind::End});
+            lexed.tokens.push_back({{}, int(statement.size()), TokenKind::End});
             break;
         } else if (token.kind == TokenKind::End) {
             break;

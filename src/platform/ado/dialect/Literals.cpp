@@ -178,7 +178,7 @@ std::vector<Value> parameterValues(const Translation &translation, const Lexed &
     std::vector<Value> values;
     values.reserve(translation.parameters.size());
     for (const Parameter &parameter : translation.parameters) {
-        const Token &token = statement.tokens[static_cast<size_t>(parameter.token)];
+        const Token &token = statement.tokens[size_t(parameter.token)];
         values.push_back(Conversion(parameter, token).value());
     }
     return values;

@@ -36,6 +36,7 @@ SelectTranslator::SelectTranslator(const std::vector<Token> &tokens, const Catal
 {
 }
 
+// In one piece: a step for each clause, in the statement's order.
 Translation SelectTranslator::translate(Select &query)
 {
     m_translation.kind = StatementKind::Select;
@@ -94,7 +95,7 @@ QByteArray SelectTranslator::from(FromItem &item, bool grouped)
 QByteArray SelectTranslator::tableSource(const FromItem &item)
 {
     const Name &name = item.table.table;
-    const Token &token = m_tokens[static_cast<size_t>(name.token)];
+    const Token &token = m_tokens[size_t(name.token)];
     const TableInfo *table = m_catalog.table(name.text);
     if (!table)
         raiseNoSuchTable(name.text, token);
@@ -127,7 +128,7 @@ void SelectTranslator::expandStars(Select &query) const
             appendColumnsOf(items, i, wanted.token);
         }
         if (!found)
-            raiseNoSuchTable(wanted.text, m_tokens[static_cast<size_t>(wanted.token)]);
+            raiseNoSuchTable(wanted.text, m_tokens[size_t(wanted.token)]);
     }
     query.items = std::move(items);
 }
@@ -202,12 +203,12 @@ int SelectTranslator::resultNumber(const Expr &expr, const Select &query) const
         const SelectItem &item = query.items[i];
         if (bound) {
             if (isSame(expr, *item.expr, m_tokens))
-                return static_cast<int>(i) + 1;
+                return int(i) + 1;
         } else if (mayBeName && expr.name.compare(resultName(item), Qt::CaseInsensitive) == 0) {
             if (named && !isSame(*named, *item.expr, m_tokens))
                 return 0; // left to the tables to tell
             if (!named)
-                number = static_cast<int>(i) + 1;
+                number = int(i) + 1;
             named = item.expr.get();
         }
     }
@@ -304,7 +305,7 @@ QByteArrayList SelectTranslator::resultOrder(const Select &query) const
 {
     QByteArrayList numbers;
     for (const SelectItem &item : query.items) {
-        const QByteArray number = QByteArray::number(static_cast<int>(numbers.size()) + 1);
+        const QByteArray number = QByteArray::number(int(numbers.size()) + 1);
         numbers += item.expr->type == DataType::VarWChar ? m_writer.collated(number) : number;
     }
     return groupOrder(std::move(numbers));
@@ -322,8 +323,7 @@ QByteArrayList SelectTranslator::orderList(const Select &query)
     QByteArrayList order;
     for (const OrderItem &item : query.orderBy) {
         const int number = resultNumber(*item.expr, query);
-        const Expr &meant =
-            number > 0 ? *query.items[static_cast<size_t>(number) - 1].expr : *item.expr;
+        const Expr &meant = number > 0 ? *query.items[size_t(number) - 1].expr : *item.expr;
         QByteArray operand =
             number > 0 ? QByteArray::number(number) : m_emitter.operand(*item.expr);
         if (meant.type == DataType::VarWChar)

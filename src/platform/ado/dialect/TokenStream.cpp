@@ -31,7 +31,7 @@ bool isReserved(QStringView word)
 
 const Token &TokenStream::peek(int ahead) const
 {
-    return m_tokens[std::min(static_cast<size_t>(m_at + ahead), m_tokens.size() - 1)];
+    return m_tokens[std::min(size_t(m_at + ahead), m_tokens.size() - 1)];
 }
 
 bool TokenStream::atWord(QStringView word, int ahead) const

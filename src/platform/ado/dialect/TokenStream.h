@@ -15,10 +15,7 @@ public:
     /// The token `ahead` places on; End behind the end.
     [[nodiscard]] const Token &peek(int ahead = 0) const;
     [[nodiscard]] int index() const { return m_at; }
-    [[nodiscard]] const Token &token(int index) const
-    {
-        return m_tokens[static_cast<size_t>(index)];
-    }
+    [[nodiscard]] const Token &token(int index) const { return m_tokens[size_t(index)]; }
 
     [[nodiscard]] bool at(TokenKind kind) const { return peek().kind == kind; }
     /// True at this word, in any case.

@@ -75,10 +75,7 @@ public:
     }
 
 private:
-    const Token &tokenOf(const Name &name) const
-    {
-        return m_tokens[static_cast<size_t>(name.token)];
-    }
+    const Token &tokenOf(const Name &name) const { return m_tokens[size_t(name.token)]; }
 
     const TableInfo &requireTable(const Name &name) const
     {

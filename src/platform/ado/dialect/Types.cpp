@@ -91,6 +91,7 @@ std::optional<DataType> comparedAs(const OperandType &a, const OperandType &b, b
     return a.type == b.type ? std::optional(a.type) : std::nullopt;
 }
 
+// In one piece: the table of which types give which.
 std::optional<ArithmeticTypes> arithmeticTypes(TokenKind sign, const OperandType &first,
                                                const OperandType &second)
 {

@@ -23,7 +23,7 @@ public:
         return '"' + name.toUtf8().replace('"', "\"\"") + '"';
     }
 
-    // ---- values ----
+    // --- Values
     /// A column of one of the statement's tables.
     [[nodiscard]] virtual QByteArray column(QStringView alias, QStringView column,
                                             DataType /*type*/) const
@@ -58,7 +58,7 @@ public:
     [[nodiscard]] virtual QByteArray aggregate(Aggregate function, const QByteArray &operand,
                                                DataType type) const = 0;
 
-    // ---- places ----
+    // --- Places
     /// A text where it is compared, sorted, grouped or made distinct, so that this goes in
     /// Norwegian order without regard to case. One operand of a comparison is enough. In ORDER BY
     /// the operand may be the number of a result column.
@@ -69,7 +69,7 @@ public:
     /// An item of a select list, so that it leaves the database as `type`.
     [[nodiscard]] virtual QByteArray resultItem(const QByteArray &operand, DataType type) const = 0;
 
-    // ---- statements ----
+    // --- Statements
     /// What an INSERT says for a counter that is to get the next number.
     [[nodiscard]] virtual QByteArray nextNumber() const { return "NULL"; }
     /// What stands behind an INSERT, so that it returns the number in the table's counter first;
@@ -83,7 +83,7 @@ public:
     /// The key given to the last row that this session inserted; 0 or Null when there is none.
     [[nodiscard]] virtual QByteArray identityQuery() const = 0;
 
-    // ---- definitions ----
+    // --- Definitions
     /// What stands behind the name in a column's definition. A BIT that is not given is false, and
     /// a number beyond the type is refused (dialect/Overflow.h).
     [[nodiscard]] virtual QByteArray columnType(QStringView column, DataType type,

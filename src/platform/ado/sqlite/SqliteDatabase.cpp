@@ -30,11 +30,10 @@ int waitForLock(void *, int attempt)
     constexpr std::array steps{1, 2, 5, 10, 15, 20, 25, 50};
     int waited = 0;
     for (int i = 0; i < attempt; ++i)
-        waited += i < static_cast<int>(steps.size()) ? steps[static_cast<size_t>(i)] : 100;
+        waited += i < int(steps.size()) ? steps[size_t(i)] : 100;
     if (waited >= kLockWaitMilliseconds)
         return 0;
-    Clock::current().sleep(
-        attempt < static_cast<int>(steps.size()) ? steps[static_cast<size_t>(attempt)] : 100);
+    Clock::current().sleep(attempt < int(steps.size()) ? steps[size_t(attempt)] : 100);
     return 1;
 }
 

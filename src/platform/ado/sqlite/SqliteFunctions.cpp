@@ -53,7 +53,7 @@ void single(sqlite3_context *context, int, sqlite3_value **operands)
     if (isNull(operands[0]))
         return;
     const double number = sqlite3_value_double(operands[0]);
-    const auto nearest = static_cast<float>(number);
+    const auto nearest = float(number);
     sqlite3_result_double(context, std::isfinite(nearest) ? storedSingle(nearest) : number);
 }
 

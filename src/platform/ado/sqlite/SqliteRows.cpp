@@ -89,7 +89,7 @@ private:
             constexpr double limit = 9223372036854775808.0; // 2 to the power of 63
             if (isComputed() && std::abs(number) >= limit)
                 raiseOverflow();
-            require(number < limit && number == static_cast<double>(sqlite3_value_int64(m_value)));
+            require(number < limit && number == double(sqlite3_value_int64(m_value)));
         }
         const qint64 number = sqlite3_value_int64(m_value);
         if (number < std::numeric_limits<Number>::min() ||
@@ -102,7 +102,7 @@ private:
     {
         // Rounded first: the shortest decimal form of the largest single lies above it.
         const double number = real(storedType);
-        const auto rounded = static_cast<float>(number);
+        const auto rounded = float(number);
         if (std::isinf(rounded))
             raiseOverflow();
         return rounded;
@@ -128,7 +128,7 @@ private:
         const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(m_value));
         if (!text)
             raiseOutOfMemory();
-        const auto size = static_cast<std::size_t>(sqlite3_value_bytes(m_value));
+        const auto size = size_t(sqlite3_value_bytes(m_value));
         const std::optional<qint64> moment = millisecondsOf({text, size});
         require(moment.has_value());
         return *moment;
@@ -136,7 +136,7 @@ private:
 
     void appendBytes(ColumnStore &store, const void *bytes) const
     {
-        const auto count = static_cast<std::size_t>(sqlite3_value_bytes(m_value));
+        const auto count = size_t(sqlite3_value_bytes(m_value));
         if (!bytes && count > 0)
             raiseOutOfMemory();
         store.appendBytes(static_cast<const char *>(bytes), count);
@@ -162,8 +162,7 @@ void readRows(SqliteStatement &statement, RowSet &rows)
             if (storedType == SQLITE_NULL)
                 store.appendNull();
             else
-                Cell(value, rows.columns()[static_cast<std::size_t>(column)])
-                    .appendTo(store, storedType);
+                Cell(value, rows.columns()[size_t(column)]).appendTo(store, storedType);
         }
         rows.closeRow();
     }

@@ -211,7 +211,7 @@ WriteBack::Outcome SqliteSession::change(const QByteArray &sql, const std::vecto
     const qint64 number = sqlite3_last_insert_rowid(m_database.handle());
     if (number > std::numeric_limits<qint32>::max())
         throw RunTimeError(errors::kOutOfRange, u"Tabellen har brukt opp sine nummer."_s);
-    return {sqlite3_changes64(m_database.handle()), static_cast<qint32>(number)};
+    return {sqlite3_changes64(m_database.handle()), qint32(number)};
 }
 
 void SqliteSession::append(QStringView table, const RowSet &rows)
@@ -223,16 +223,16 @@ void SqliteSession::append(QStringView table, const RowSet &rows)
     QByteArrayList places;
     for (const dialect::ResultColumn &column : rows.columns()) {
         names += dialect::Writer::name(column.name);
-        places += m_writer.placeHolder(static_cast<int>(names.size()), column.type);
+        places += m_writer.placeHolder(int(names.size()), column.type);
     }
     const QByteArray sql = "INSERT INTO " + dialect::Writer::name(target->name) + " (" +
                            names.join(", ") + ") VALUES (" + places.join(", ") + ')';
     allOrNothing([&] {
         SqliteStatement insert(m_database.handle(), sql);
-        std::vector<Value> values(static_cast<std::size_t>(rows.columnCount()));
+        std::vector<Value> values(size_t(rows.columnCount()));
         for (int row = 0; row < rows.rowCount(); ++row) {
             for (int column = 0; column < rows.columnCount(); ++column)
-                values[static_cast<std::size_t>(column)] = rows.value(row, column);
+                values[size_t(column)] = rows.value(row, column);
             const ScopedRun run(insert);
             insert.bind(values);
             insert.step();

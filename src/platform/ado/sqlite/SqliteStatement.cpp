@@ -21,15 +21,14 @@ namespace {
 
 int bindBytes(sqlite3_stmt *statement, int index, const QByteArray &bytes)
 {
-    return sqlite3_bind_blob64(statement, index, bytes.constData(),
-                               static_cast<sqlite3_uint64>(bytes.size()), SQLITE_TRANSIENT);
+    return sqlite3_bind_blob64(statement, index, bytes.constData(), sqlite3_uint64(bytes.size()),
+                               SQLITE_TRANSIENT);
 }
 
 int bindText(sqlite3_stmt *statement, int index, const QByteArray &utf8)
 {
-    return sqlite3_bind_text64(statement, index, utf8.constData(),
-                               static_cast<sqlite3_uint64>(utf8.size()), SQLITE_TRANSIENT,
-                               SQLITE_UTF8);
+    return sqlite3_bind_text64(statement, index, utf8.constData(), sqlite3_uint64(utf8.size()),
+                               SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
 int bindValue(sqlite3_stmt *statement, int index, const Value &value)
@@ -69,8 +68,8 @@ SqliteStatement::SqliteStatement(sqlite3 *database, const QByteArray &sql)
 {
     sqlite3_stmt *statement = nullptr;
     const char *tail = nullptr;
-    if (sqlite3_prepare_v3(database, sql.constData(), static_cast<int>(sql.size()),
-                           SQLITE_PREPARE_PERSISTENT, &statement, &tail) != SQLITE_OK)
+    if (sqlite3_prepare_v3(database, sql.constData(), int(sql.size()), SQLITE_PREPARE_PERSISTENT,
+                           &statement, &tail) != SQLITE_OK)
         raise(database);
     m_handle.reset(statement);
     const QByteArrayView rest(tail, sql.constData() + sql.size());

@@ -33,7 +33,7 @@ int openBeside(const QString &database)
                            u"Låsen ved siden av databasen «%1» lot seg ikke åpne."_s.arg(database));
     // What was made just now is this user's own, cut by his mask. Of another's file both fail. Only
     // the superuser can give it to the database's owner, who may not open it otherwise.
-    const uid_t owner = ::geteuid() == 0 ? info.st_uid : static_cast<uid_t>(-1);
+    const uid_t owner = ::geteuid() == 0 ? info.st_uid : uid_t(-1);
     const bool shared =
         ::fchown(file, owner, info.st_gid) == 0 && ::fchmod(file, info.st_mode & 0777) == 0;
     static_cast<void>(shared);

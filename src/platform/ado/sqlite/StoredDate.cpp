@@ -22,7 +22,7 @@ int digits(std::string_view text, std::size_t begin, std::size_t count)
 void writeDigits(char *place, int number, int count)
 {
     for (char *digit = place + count; digit != place; number /= 10)
-        *--digit = static_cast<char>('0' + number % 10);
+        *--digit = char('0' + number % 10);
 }
 
 } // namespace
