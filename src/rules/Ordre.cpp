@@ -7,6 +7,15 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QString statusSql(QStringView status, const QString &vilkar)
+{
+    return u"UPDATE Ordre SET "_s + StatusLik(status) + u" WHERE "_s + vilkar;
+}
+
+} // namespace
+
 qint32 NyttOrdreNr()
 {
     const Ref<ado::Recordset> rs =
@@ -17,6 +26,11 @@ qint32 NyttOrdreNr()
 
     const qint32 forste = HentFelt(u"FirstFakNr"_s, u"Klient"_s, klientVilkar()).toLong();
     return forste > 1 ? forste : 1;
+}
+
+QString StatusLik(QStringView status)
+{
+    return u"OrdreStatus='"_s + status.toString() + u'\'';
 }
 
 bool KanEndres(QStringView status)
@@ -31,25 +45,25 @@ bool KanMerkesBetalt(QStringView status)
 
 QString FakturertSqlForOrdreNr(const QString &ordreNr)
 {
-    return u"UPDATE Ordre SET OrdreStatus='Fakturert' WHERE OrdreNr="_s + ordreNr;
+    return statusSql(ordrestatus::kFakturert, u"OrdreNr="_s + ordreNr);
 }
 
 QString FakturertSql(const QString &id)
 {
-    return u"UPDATE Ordre SET OrdreStatus='Fakturert' WHERE ID="_s + id;
+    return statusSql(ordrestatus::kFakturert, u"ID="_s + id);
 }
 
 QString BokfortSql(const QString &id)
 {
-    return u"UPDATE Ordre SET OrdreStatus='Bokført' WHERE ID="_s + id;
+    return statusSql(ordrestatus::kBokfort, u"ID="_s + id);
 }
 
 QString BetaltSql(qint32 id)
 {
-    return u"UPDATE Ordre SET OrdreStatus='Betalt' WHERE ID="_s + numberToText(id);
+    return statusSql(ordrestatus::kBetalt, u"ID="_s + numberToText(id));
 }
 
 QString ErFakturertVilkar(const QString &id)
 {
-    return u" AND OrdreStatus='Fakturert' AND ID="_s + id;
+    return u" AND "_s + StatusLik(ordrestatus::kFakturert) + u" AND ID="_s + id;
 }

@@ -20,6 +20,10 @@ inline constexpr QStringView kBetalt = u"Betalt";
 /// Not trapped: errors 91 and 3021 after a failed read.
 [[nodiscard]] qint32 NyttOrdreNr();
 
+/// "OrdreStatus='...'", which as a condition finds the rows in that status and as an assignment
+/// puts them in it.
+[[nodiscard]] QString StatusLik(QStringView status);
+
 /// Whether a saved row in `status` may be changed. Blanks around the status do not count.
 [[nodiscard]] bool KanEndres(QStringView status);
 /// Whether a row in `status` may be marked as paid.

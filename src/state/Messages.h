@@ -11,6 +11,8 @@ namespace messages {
 /// Style values of the box.
 inline constexpr int kPlain = 0;
 inline constexpr int kCritical = 16;
+inline constexpr int kExclamation = 48;
+inline constexpr int kInformation = 64;
 
 /// Shows `text` with one OK button, the icon of `style` and no title of its own, and returns when
 /// the user has closed it.

@@ -7,6 +7,7 @@
 #include "rules/Ordre.h"
 #include "runtime/Conversions.h"
 #include "runtime/Format.h"
+#include "state/Messages.h"
 #include "state/SharedState.h"
 
 #include <optional>
@@ -21,10 +22,6 @@ constexpr qint16 kAvgiftsfriKonto = 3100;
 constexpr QStringView kStandardKonto = u"3000"; // in the combo box: no account was chosen
 constexpr QStringView kUtenLoyve = u"<nei>";
 constexpr qint16 kForhandsvisning = 0; // how the journals are run
-
-// Styles of the message box.
-constexpr int kAdvarsel = 48;
-constexpr int kInformasjon = 64;
 
 QString sqlBelop(Currency belop)
 {
@@ -141,7 +138,7 @@ void Kjoring::kjor()
     if (m_antall > 0) {
         m_skjerm.melding(numberToText(m_antall) + u" faktura"_s +
                              (m_antall >= 2 ? u"er"_s : QString()) + u" er bokført."_s,
-                         kInformasjon);
+                         messages::kInformation);
         visJournaler();
     }
 }
@@ -169,7 +166,7 @@ bool Kjoring::bokforRad()
     if (m_dato.year() != gAar) {
         m_skjerm.melding(u"Fakturadato for merket faktura ligger utenfor aktivt regnskapsår.\r\n"
                          u"Du må stå i riktig år i Strekkbok for å kunne bokføre fakturaen(e)."_s,
-                         kAdvarsel);
+                         messages::kExclamation);
         return false;
     }
     const Ref<ado::Recordset> ordre = gDB->GetRS(u"SELECT * FROM Ordre WHERE "_s + klientVilkar() +
@@ -286,7 +283,8 @@ void Kjoring::settBokfort()
     const QString id = celle(kOrdreId);
     utfor(BokfortSql(id));
     if (enters([&] {
-            return gDB->GetCount(u"Ordre"_s, u"ID="_s + id + u" AND OrdreStatus='Bokført'"_s) == 0;
+            return gDB->GetCount(u"Ordre"_s, u"ID="_s + id + u" AND "_s +
+                                                 StatusLik(ordrestatus::kBokfort)) == 0;
         }))
         utfor(BokfortSql(id));
 }

@@ -3,6 +3,7 @@
 #include "data/clsAdoUtils.h"
 #include "data/mFaktura.h"
 #include "posting/run/Bokfortur.h"
+#include "rules/Ordre.h"
 #include "runtime/Conversions.h"
 #include "runtime/Format.h"
 #include "runtime/Value.h"
@@ -266,10 +267,11 @@ void Kontroll::kontrollerOrdre()
 {
     for (const auto &[id, ordre] : m_ordre) {
         const bool harBilag = m_kundelinjer.contains(fakturamerke(ordre.nr));
-        const bool skalHaBilag = ordre.status == u"Bokført" || ordre.status == u"Betalt";
+        const bool skalHaBilag =
+            ordre.status == ordrestatus::kBokfort || ordre.status == ordrestatus::kBetalt;
         if (ordre.iAaret && skalHaBilag && !harBilag)
             m_funn += u"faktura %1 er «%2», men har ikke bilag"_s.arg(ordre.nr).arg(ordre.status);
-        if (ordre.status == u"Fakturert" && harBilag)
+        if (ordre.status == ordrestatus::kFakturert && harBilag)
             m_funn += u"faktura %1 er «Fakturert», men har bilag fra før"_s.arg(ordre.nr);
         const Currency forskjell = ordre.brutto - ordre.sumLinjer;
         if (!forskjell.isZero())
@@ -341,8 +343,8 @@ int AntallMedBilagFraFor()
          !rader.slutt(); rader.neste())
         bokforte.insert(rader.tekst(0));
     int antall = 0;
-    for (Rader rader(u"SELECT OrdreNr FROM Ordre WHERE "_s + klientVilkar() +
-                     u" AND OrdreStatus='Fakturert'"_s);
+    for (Rader rader(u"SELECT OrdreNr FROM Ordre WHERE "_s + klientVilkar() + u" AND "_s +
+                     StatusLik(ordrestatus::kFakturert));
          !rader.slutt(); rader.neste())
         antall += bokforte.contains(fakturamerke(rader.tall(0))) ? 1 : 0;
     return antall;
