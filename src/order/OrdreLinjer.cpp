@@ -39,7 +39,7 @@ public:
     }
     void settTekst(int kol, int rad, const QString &tekst) override
     {
-        SpreadSetText(m_grid, kol, rad, tekst, false);
+        SpreadSetText(m_grid, kol, rad, tekst);
     }
 
 private:
@@ -68,7 +68,7 @@ private:
 
 void settBelop(fpSpread &grid, int kol)
 {
-    SpreadSetCellType(grid, kol, kAll, int(CellKind::Float), false, {}, {});
+    SpreadSetCellType(grid, kol, kAll, int(CellKind::Float));
 }
 
 /// A quantity shows the one decimal with which it is stored; the sums are made of all of it.
@@ -124,8 +124,8 @@ void OrdreLinjer::InitLinjer()
         settBelop(m_grid, kol);
     if (!m_felles || !m_liste)
         m_liste = ProduktListe();
-    SpreadSetCellType(m_grid, kProduktNr, kAll, int(CellKind::ComboBox), false, *m_liste, {});
-    SpreadSetCellType(m_grid, kMvaPst, kAll, int(CellKind::ComboBox), true, MvaSatser(), {});
+    SpreadSetCellType(m_grid, kProduktNr, kAll, int(CellKind::ComboBox), false, *m_liste);
+    SpreadSetCellType(m_grid, kMvaPst, kAll, int(CellKind::ComboBox), true, MvaSatser());
     m_grid.setRedraw(true);
 }
 
@@ -172,7 +172,7 @@ void OrdreLinjer::slaOppProdukt(int rad)
     if (gDB->EmptyRS(produkt))
         return;
     const auto skriv = [&](int kol, const QString &tekst) {
-        SpreadSetText(m_grid, kol, rad, tekst, false);
+        SpreadSetText(m_grid, kol, rad, tekst);
     };
     passOver([&] { skriv(kProduktNavn, produkt->text(u"ProduktNavn")); });
     Currency pris;

@@ -8,6 +8,7 @@
 #include "posting/run/Bokkontroll.h"
 #include "presentation/screens/Skjerm.h"
 #include "presentation/spread/mVASpread.h"
+#include "rules/Ordre.h"
 #include "runtime/Clock.h"
 #include "runtime/Conversions.h"
 #include "runtime/Format.h"
@@ -161,7 +162,7 @@ frmBokfor::frmBokfor()
     grid.setColHidden(kOrdreId, true);
     SpreadLockAll(grid, true);
     grid.setBlockMode(false);
-    SpreadSetCellType(grid, kBokfor, kAll, int(CellKind::CheckBox), false, {}, {});
+    SpreadSetCellType(grid, kBokfor, kAll, int(CellKind::CheckBox));
     grid.setLock(false); // the one column that the user edits
 
     QFont skrift = grid.font();
@@ -205,8 +206,9 @@ void frmBokfor::LesFakturaer()
     fpSpread &grid = *m_ui->fpSpread1;
     grid.setRedraw(false);
     passOver([&] { SpreadClear(grid); });
-    const Ref<ado::Recordset> rs = gDB->GetRS(
-        u"SELECT * FROM Ordre WHERE "_s + klientVilkar() + u" AND OrdreStatus='Fakturert'"_s, true);
+    const Ref<ado::Recordset> rs = gDB->GetRS(u"SELECT * FROM Ordre WHERE "_s + klientVilkar() +
+                                                  u" AND "_s + StatusLik(ordrestatus::kFakturert),
+                                              true);
     if (!gDB->EmptyRS(rs)) {
         if (rs->recordCount() > kRaderIUtformingen)
             grid.setMaxRows(rs->recordCount() + 1);
@@ -214,7 +216,7 @@ void frmBokfor::LesFakturaer()
             SpreadSetCellAlign(grid, rad, kBelop, int(CellAlign::Right));
             // A Null leaves its cell empty.
             const auto skriv = [&](int kol, const auto &verdi) {
-                passOver([&] { SpreadSetText(grid, kol, rad, verdi(), false); });
+                passOver([&] { SpreadSetText(grid, kol, rad, verdi()); });
             };
             skriv(kFakNr, [&] { return Format(rs->integer(u"OrdreNr"), u"#0"); });
             skriv(kKundeNr, [&] { return Format(rs->integer(u"KundeNr"), u"#0"); });
@@ -272,7 +274,7 @@ void frmBokfor::Check1_Click()
     grid.setRedraw(false);
     for (int rad = 1; rad <= grid.maxRows(); ++rad) {
         if (enters([&] { return leadingNumber(SpreadGetText(grid, kFakNr, rad)) > 0; }))
-            SpreadSetText(grid, kBokfor, rad, merk ? u"1" : u"0", false);
+            SpreadSetText(grid, kBokfor, rad, merk ? u"1" : u"0");
     }
     grid.setRedraw(true);
     // The button that posts follows clicks in the list alone.

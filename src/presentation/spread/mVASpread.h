@@ -32,13 +32,13 @@ void SpreadAddRow(fpSpread &grid, QStringView tekst);
 [[nodiscard]] QString SpreadGetText(fpSpread &grid, int kol, int rad);
 /// Writes the cell's text. The cell is left without a pending state, which is what `ventende` false
 /// asks for; true has no other effect. Passes over.
-void SpreadSetText(fpSpread &grid, int kol, int rad, QStringView tekst, bool ventende);
+void SpreadSetText(fpSpread &grid, int kol, int rad, QStringView tekst, bool ventende = false);
 /// Gives the cell (or column, row, all) the type of that number (0 date, 1 edit, 2 float, 3
 /// integer, 6 time, 8 combo box, 10 check box). `forste` and `andre` are the lowest and highest
 /// value, of which only dates make use; for a combo box `forste` is the list, parted by tabs, and
 /// `redigerbar` lets other text be typed. Ends block mode. Passes over.
-void SpreadSetCellType(fpSpread &grid, int kol, int rad, int type, bool redigerbar,
-                       const QString &forste, const QString &andre);
+void SpreadSetCellType(fpSpread &grid, int kol, int rad, int type, bool redigerbar = false,
+                       const QString &forste = {}, const QString &andre = {});
 /// The background of the cell, or of all. Passes over.
 void SpreadSetBackColor(fpSpread &grid, int kol, int rad, SheetColor farge);
 /// Gives the column the width that the other visible columns leave of the grid. Passes over.

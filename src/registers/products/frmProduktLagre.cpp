@@ -87,17 +87,15 @@ void frmProdukt::vaSpread1_LeaveCell(int kol, int rad, int nyKol, int nyRad)
             passOver([&] { rs->moveNext(); });
         }
         if (!liste.isEmpty())
-            SpreadSetCellType(grid, kolonne::MvaSats, rad, int(CellKind::ComboBox), false, liste,
-                              {});
+            SpreadSetCellType(grid, kolonne::MvaSats, rad, int(CellKind::ComboBox), false, liste);
     }
     if (nyKol == kolonne::MvaSats) {
-        SpreadSetCellType(grid, kolonne::MvaSats, rad, int(CellKind::ComboBox), false, MvaSatser(),
-                          {});
+        SpreadSetCellType(grid, kolonne::MvaSats, rad, int(CellKind::ComboBox), false, MvaSatser());
     }
     if (kol == kolonne::Gruppe || kol == kolonne::MvaSats)
-        SpreadSetCellType(grid, kolonne::MvaSats, rad, int(CellKind::Edit), false, {}, {});
+        SpreadSetCellType(grid, kolonne::MvaSats, rad, int(CellKind::Edit));
     // Of two cells, not of one before and after. The mark is for nobody.
     const QString ut = SpreadGetText(grid, kol, rad);
     if (inn != ut)
-        SpreadSetText(grid, kolonne::Changed, rad, u"1", false);
+        SpreadSetText(grid, kolonne::Changed, rad, u"1");
 }
