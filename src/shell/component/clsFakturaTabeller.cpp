@@ -1,3 +1,4 @@
+#include "data/RowValues.h"
 #include "data/Schema.h"
 #include "data/clsAdoUtils.h"
 #include "data/mFaktura.h"
@@ -67,10 +68,9 @@ bool clsFaktura::OppgraderTabeller()
         return sisteKolonne;
 
     const QString klient = numberToText(gKlient);
-    gDB->Execute(
-        u"INSERT INTO Kontoplan (KlientNr,KontoNr,Navn,FastMvaKode,Std,NaerSkjema2,KtoGruppe) "
-        u"VALUES ("_s +
-        klient + u",3000,'Salgsinntekter avgiftspliktig',1,True,3000,55)"_s);
-    return gDB->Execute(u"INSERT INTO Hovedbok (KlientNr,KontoNr,Aar,AapningsSaldo) VALUES ("_s +
-                        klient + u",3000,"_s + numberToText(gAar) + u",0)"_s);
+    gDB->Execute(insertStatement(
+        u"Kontoplan"_s, u"KlientNr,KontoNr,Navn,FastMvaKode,Std,NaerSkjema2,KtoGruppe"_s,
+        klient + u",3000,'Salgsinntekter avgiftspliktig',1,True,3000,55"_s));
+    return gDB->Execute(insertStatement(u"Hovedbok"_s, u"KlientNr,KontoNr,Aar,AapningsSaldo"_s,
+                                        klient + u",3000,"_s + numberToText(gAar) + u",0"_s));
 }
