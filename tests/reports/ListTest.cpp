@@ -152,15 +152,14 @@ QStringList lastLineOf(const report::Page &page)
     return lineAt(page, lowest);
 }
 
-void expectTidy(const report::Page &page)
+void expectTidy(const report::Document &document)
 {
     constexpr double kTolerance = 0.01;
-    for (const report::TextCommand &text : page.texts) {
-        EXPECT_GT(text.baseline.x(), kLeft - kTolerance) << text.text.toStdString();
-        EXPECT_LT(rightOf(text), kRight + kTolerance) << text.text.toStdString();
+    for (const report::Page &page : document.pages) {
+        for (const report::TextCommand &text : page.texts) {
+            EXPECT_GT(text.baseline.x(), kLeft - kTolerance) << text.text.toStdString();
+            EXPECT_LT(rightOf(text), kRight + kTolerance) << text.text.toStdString();
+        }
     }
-    report::Document alone;
-    alone.paper = QSizeF(210, 297);
-    alone.pages = {page};
-    EXPECT_EQ(layoutFaults(alone), QStringList());
+    EXPECT_EQ(layoutFaults(document), QStringList());
 }

@@ -41,5 +41,5 @@ QStringList columnOf(const report::Page &page, double rightEdge);
 QStringList lineAt(const report::Page &page, double baseline);
 /// The texts of the lowest line above the foot.
 QStringList lastLineOf(const report::Page &page);
-/// Expects that the texts are within the margins of the lists, and nothing amiss with the page.
-void expectTidy(const report::Page &page);
+/// Expects that the texts are within the margins of the lists, and nothing amiss with any page.
+void expectTidy(const report::Document &document);

@@ -15,7 +15,7 @@ class ListWidthsTest : public ListTest, public testing::WithParamInterface<Liste
 {
 protected:
     /// `name` is the customer's and the seller's.
-    report::Page pageWith(const QString &name)
+    report::Document listWith(const QString &name)
     {
         const int order =
             enterOrder({{u"A"_s, u"Full"_s, u"1"_s, u"799999999.67"_s, u"25"_s}}, u"2"_s);
@@ -28,13 +28,13 @@ protected:
             "(1,999998,#01/01/2014#,'')"_s);
         post({kNumber}, u"3000"_s, u"WWWWWWWWWW"_s);
         const auto [file, selection] = GetParam();
-        return list(QString::fromLatin1(file), kClient + QString::fromLatin1(selection))
-            .pages.at(0);
+        return list(QString::fromLatin1(file), kClient + QString::fromLatin1(selection));
     }
     void expectWhole(const QString &name)
     {
-        const report::Page page = pageWith(name);
-        expectTidy(page);
+        const report::Document document = listWith(name);
+        expectTidy(document);
+        const report::Page &page = document.pages.at(0);
         EXPECT_EQ(textsOf(page).filter(u"…"_s), QStringList());
         const QStringList row = rowOf(page, u"2147483647"_s);
         EXPECT_TRUE(row.last().startsWith(u"999 999 999,"_s)) << row.join(u" | "_s).toStdString();
