@@ -74,6 +74,7 @@ protected:
     static void klikk(const QString &name)
     {
         skjerm()->activateWindow();
+        Bilde::settle();
         Bilde::press(name);
     }
     /// Gives the field the focus as a user does.
