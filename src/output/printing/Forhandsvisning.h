@@ -60,7 +60,7 @@ private:
 
     const std::shared_ptr<const report::Document> m_dokument;
     Sidevisning *m_sider;
-    QBoxLayout *m_linjer; ///< of the toolbars
+    QBoxLayout *m_linjer = nullptr; ///< of the toolbars; null without controls
     QAction *m_forste = nullptr;
     QAction *m_forrige = nullptr;
     QAction *m_neste = nullptr;

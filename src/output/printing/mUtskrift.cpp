@@ -55,6 +55,7 @@ QString rapportforbindelse()
 /// A report without preview runs in a window that is out of sight, and is printed from there.
 void settUsynligVindu(CrystalReport &rapport)
 {
+    rapport.setDestination(CrystalReport::Destination::Window);
     rapport.setWindowState(report::WindowState::Minimized);
     frmDummy &forelder = SharedForm<frmDummy>::get();
     forelder.load();
@@ -134,10 +135,13 @@ bool SkrivRapport(const QString &rapport, qint16 modus, const QString &utvalg,
         kontroll.setOutput(&RapportUtgang::felles());
         kontroll.reset();
         kontroll.setReportFileName(gRptPath + rapport);
+        kontroll.setOwnWindow(true);
+        kontroll.setSavedData(false);
         if (tilSkriver)
             settUsynligVindu(kontroll);
         else
             settForhandsvisning(kontroll);
+        kontroll.setWindowControls(true);
         kontroll.setConnect(rapportforbindelse());
         kontroll.setSelectionFormula(utvalg);
         kontroll.setFormula(0, formel1);
@@ -147,6 +151,7 @@ bool SkrivRapport(const QString &rapport, qint16 modus, const QString &utvalg,
         kontroll.windowInFront();
         timeglass.fjern();
         if (tilSkriver) {
+            kontroll.setDestination(CrystalReport::Destination::Printer);
             kontroll.printReport();
             slippUsynligVindu();
         }

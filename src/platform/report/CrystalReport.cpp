@@ -12,7 +12,7 @@ size_t checkedFormula(int index)
 {
     if (index < 0 || index >= CrystalReport::kFormulas)
         throw RunTimeError(errors::kInvalidCall);
-    return size_t(index);
+    return static_cast<size_t>(index);
 }
 
 } // namespace
@@ -37,6 +37,8 @@ void CrystalReport::run(const report::Checkpoint &checkpoint)
 {
     if (!m_output)
         report::raise(report::errors::kOutput, u"Rapporten har ingen vei til skjerm og skriver."_s);
+    if (m_properties.savedData)
+        report::raise(report::errors::kNoData, u"Rapportfilen har ingen lagrede data."_s);
     m_document.reset();
 
     report::Request request;
@@ -49,7 +51,10 @@ void CrystalReport::run(const report::Checkpoint &checkpoint)
     }
     auto document =
         std::make_shared<const report::Document>(report::makeReport(request, checkpoint));
-    m_output->show(document, m_properties.window);
+    if (m_properties.destination == Destination::Printer)
+        m_output->print(*document);
+    else
+        m_output->show(document, m_properties.window);
     m_document = std::move(document);
 }
 

@@ -8,12 +8,14 @@
 #include <array>
 #include <memory>
 
-/// The report control: a caller names a report file, a data source, a selection and formulas, runs
-/// it into a window, and prints it from there. The properties may be set in any order; nothing is
-/// read before run(). Every run reads the report file and the data afresh.
+/// The report control: a caller names a report file, a data source, a selection and formulas, and
+/// runs it into a window or to the printer. The properties may be set in any order; nothing is read
+/// before run(). Every run reads the report file and the data afresh.
 class CrystalReport
 {
 public:
+    enum class Destination : short { Window = 0, Printer = 1 };
+
     static constexpr int kFormulas = 10;
 
     /// Where reports go; not owned, and it must outlive the control or be replaced before it goes.
@@ -41,6 +43,9 @@ public:
     void setFormula(int index, const QString &text);
     [[nodiscard]] const QString &formula(int index) const;
 
+    void setDestination(Destination to) { m_properties.destination = to; }
+    [[nodiscard]] Destination destination() const { return m_properties.destination; }
+
     /// The window of the runs to come; pixels.
     void setWindowLeft(int left) { m_properties.window.left = left; }
     void setWindowWidth(int width) { m_properties.window.width = width; }
@@ -48,10 +53,17 @@ public:
     void setWindowState(report::WindowState state) { m_properties.window.state = state; }
     /// Native handle; 0 for none.
     void setWindowParentHandle(quintptr handle) { m_properties.window.parent = handle; }
+    /// A window of its own for each report. On in a new control.
+    void setOwnWindow(bool on) { m_properties.window.ownWindow = on; }
+    /// Page buttons, zoom, print and search in the window. On in a new control.
+    void setWindowControls(bool on) { m_properties.window.controls = on; }
     [[nodiscard]] const report::WindowSettings &window() const { return m_properties.window; }
+    /// Shows data saved with a report instead of reading them. Off in a new control; on, run()
+    /// raises kNoData, since no report file here holds data.
+    void setSavedData(bool on) { m_properties.savedData = on; }
 
-    /// Lays the report out, past the checkpoint, and shows it. Raises a number of report::errors;
-    /// nothing is shown then. A checkpoint that sees the end of the control raises.
+    /// Lays the report out, past the checkpoint, and shows or prints it. Raises a number of
+    /// report::errors; nothing is shown then. A checkpoint that sees the end of the control raises.
     void run(const report::Checkpoint &checkpoint = {});
     /// Page zoom in per cent of the report shown by the last run. kOutput when there is none.
     void pageZoom(int percent);
@@ -71,7 +83,9 @@ private:
         QString connect;
         QString selection;
         std::array<QString, kFormulas> formulas;
+        Destination destination = Destination::Window;
         report::WindowSettings window;
+        bool savedData = false;
     };
 
     report::ReportOutput &shownOn() const;

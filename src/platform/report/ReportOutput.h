@@ -8,16 +8,18 @@
 
 namespace report {
 
-enum class WindowState { Normal = 0, Minimized = 1 };
+enum class WindowState { Normal = 0, Minimized = 1, Maximized = 2 };
 
-/// How the window that shows a report is placed.
+/// How the window that shows a report is placed and equipped.
 struct WindowSettings
 {
-    int left = 0;  ///< pixels, as the others
-    int width = 0; ///< 0 leaves it to the window
+    bool ownWindow = true; ///< a window of its own, not a child of the screen in front
+    int left = 0;          ///< pixels, as the others
+    int width = 0;         ///< 0 leaves it to the window
     int height = 0;
     WindowState state = WindowState::Normal;
-    quintptr parent = 0; ///< native handle of the parent window; 0 for none
+    quintptr parent = 0;  ///< native handle of the parent window; 0 for none
+    bool controls = true; ///< page buttons, zoom, print and search are there
 };
 
 /// The way from the report control to windows and printers, which the engine itself knows nothing

@@ -552,6 +552,25 @@ TEST_F(ForhandsvisningTest, TheSearchStaysWithinANarrowWindow)
     EXPECT_EQ(m_vindu->width(), 900);
 }
 
+TEST_F(ForhandsvisningTest, WithoutControlsOnlyThePagesShow)
+{
+    vis(1);
+    report::WindowSettings valg;
+    valg.controls = false;
+    valg.width = 400;
+    valg.height = 300;
+    RapportUtgang::felles().show(m_vindu->dokument(), valg);
+    Forhandsvisning *uten = vindu();
+    ASSERT_NE(uten, m_vindu);
+    EXPECT_EQ(uten->findChild<QWidget *>(u"verktoy"_s), nullptr);
+    EXPECT_EQ(sider(uten)->size(), QSize(400, 300));
+    QTest::keyClick(sider(uten), Qt::Key_End);
+    QTest::keyClick(sider(uten), Qt::Key_Return);
+    QTest::keyClick(sider(uten), Qt::Key_Escape);
+    runEvents();
+    EXPECT_EQ(vinduer().size(), 1);
+}
+
 TEST_F(ForhandsvisningTest, AThousandPagesAreNoHeavierToShow)
 {
     vis(1);

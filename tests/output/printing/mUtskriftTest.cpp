@@ -178,6 +178,7 @@ TEST_F(MUtskriftTest, PrintsWithoutAWindow)
             ASSERT_NE(kontroll(), nullptr);
             EXPECT_EQ(kontroll()->window().parent, dummy->winId());
             EXPECT_EQ(kontroll()->window().state, report::WindowState::Minimized);
+            EXPECT_EQ(kontroll()->destination(), CrystalReport::Destination::Window);
         },
         [&] { skriv(1); });
     EXPECT_EQ(lest, 1);
@@ -260,6 +261,8 @@ TEST_F(MUtskriftTest, AMissingReportIsTold)
     EXPECT_EQ(kontroll()->window().height, 700);
     EXPECT_EQ(kontroll()->window().state, report::WindowState::Normal);
     EXPECT_EQ(kontroll()->window().parent, 0u);
+    EXPECT_TRUE(kontroll()->window().ownWindow);
+    EXPECT_TRUE(kontroll()->window().controls);
 
     SkrivRapport(u"Finnes-ikke.rpt"_s, 0, {}, u"A=1"_s, {});
     EXPECT_EQ(meldinger.ta().size(), 1);

@@ -78,6 +78,7 @@ TEST_F(CrystalReportTest, ShowsInAWindow)
     EXPECT_EQ(m_output.calls, (QStringList{u"show"_s, u"zoom 100"_s, u"front"_s}));
     EXPECT_EQ(m_output.window.width, 900);
     EXPECT_EQ(m_output.window.height, 700);
+    EXPECT_TRUE(m_output.window.ownWindow);
     EXPECT_EQ(textsOf(m_output.shown->pages[0]), (QStringList{u"Vare 1b"_s, u"Vare 2b"_s}));
     EXPECT_EQ(m_report.document(), m_output.shown);
 }
@@ -87,8 +88,17 @@ TEST_F(CrystalReportTest, PrintsWhatIsShownWithoutReadingAgain)
     prepare();
     m_report.run();
     run({u"DELETE FROM OrdreLinjer"_s});
+    m_report.setDestination(CrystalReport::Destination::Printer);
     m_report.printReport();
     EXPECT_EQ(m_output.calls, (QStringList{u"show"_s, u"print 1"_s}));
+}
+
+TEST_F(CrystalReportTest, PrintsAtOnceToThePrinter)
+{
+    prepare();
+    m_report.setDestination(CrystalReport::Destination::Printer);
+    m_report.run();
+    EXPECT_EQ(m_output.calls, QStringList{u"print 1"_s});
 }
 
 TEST_F(CrystalReportTest, ResetForgetsAllButTheOutput)
@@ -96,13 +106,17 @@ TEST_F(CrystalReportTest, ResetForgetsAllButTheOutput)
     prepare();
     m_report.setSelectionFormula(u"{Ordre.OrdreNr}=1"_s);
     m_report.setFormula(0, u"Type='b'"_s);
+    m_report.setDestination(CrystalReport::Destination::Printer);
     m_report.setWindowWidth(900);
+    m_report.setOwnWindow(false);
     m_report.reset();
     EXPECT_EQ(m_report.reportFileName(), QString());
     EXPECT_EQ(m_report.connect(), QString());
     EXPECT_EQ(m_report.selectionFormula(), QString());
     EXPECT_EQ(m_report.formula(0), QString());
+    EXPECT_EQ(m_report.destination(), CrystalReport::Destination::Window);
     EXPECT_EQ(m_report.window().width, 0);
+    EXPECT_TRUE(m_report.window().ownWindow);
     EXPECT_EQ(m_report.document(), nullptr);
     EXPECT_EQ(m_report.output(), &m_output);
     EXPECT_EQ(errorOfRun(), errors::kFileNotFound);
@@ -133,6 +147,13 @@ TEST_F(CrystalReportTest, HasTenFormulas)
     EXPECT_EQ(m_report.formula(9), u"x=1"_s);
     EXPECT_THROW(m_report.setFormula(10, {}), RunTimeError);
     EXPECT_THROW(m_report.setFormula(-1, {}), RunTimeError);
+}
+
+TEST_F(CrystalReportTest, HasNoSavedData)
+{
+    prepare();
+    m_report.setSavedData(true);
+    EXPECT_EQ(errorOfRun(), errors::kNoData);
 }
 
 } // namespace report::test
