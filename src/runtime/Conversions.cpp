@@ -17,11 +17,6 @@ namespace {
     throw RunTimeError(errors::kTypeMismatch);
 }
 
-QString withSignPlace(const Decimal &number, int places)
-{
-    return QChar(number.negative ? u'-' : u' ') % number.toText(places, u'.', false);
-}
-
 Decimal readNumber(QStringView text)
 {
     const auto number = Decimal::read(text, MachineLocale::current().decimalPoint);
@@ -166,17 +161,8 @@ QString numberToText(qint64 number)
 
 QString numberToText(float number)
 {
-    return withSignPlace(Decimal::fromDouble(double{number}, kSingleDigits), kSingleDigits);
-}
-
-QString numberToText(double number)
-{
-    return withSignPlace(Decimal::fromDouble(number, kDoubleDigits), kDoubleDigits);
-}
-
-QString numberToText(Currency amount)
-{
-    return withSignPlace(Decimal::fromCurrency(amount), kExactDigits);
+    const Decimal decimal = Decimal::fromDouble(double{number}, kSingleDigits);
+    return QChar(decimal.negative ? u'-' : u' ') % decimal.toText(kSingleDigits, u'.', false);
 }
 
 double leadingNumber(QStringView text)
@@ -217,17 +203,6 @@ Currency toCurrency(QStringView text)
 qint32 toLong(QStringView text)
 {
     return toLong(toDouble(text));
-}
-
-qint16 toInteger(QStringView text)
-{
-    return toInteger(toDouble(text));
-}
-
-bool isNumeric(QStringView text)
-{
-    const auto number = Decimal::read(text, MachineLocale::current().decimalPoint);
-    return number && number->fitsDouble();
 }
 
 QDateTime toDate(QStringView text)

@@ -16,17 +16,15 @@
 
 /// The number-to-text form: plain decimal digits with "." as the decimal point in every locale, one
 /// blank before a non-negative number and the minus sign in that place before a negative one. A
-/// fraction has no zero before its point (" .5"). A single shows up to 7 significant digits and a
-/// double up to 15, in exponent form ("1.234568E+08") where more would be needed before or behind
-/// the point. Error 6 for NaN and the infinities.
+/// fraction has no zero before its point (" .5"). A single shows up to 7 significant digits, in
+/// exponent form ("1.234568E+08") where more would be needed before or behind the point. Error 6
+/// for NaN and the infinities.
 [[nodiscard]] QString numberToText(qint64 number);
 [[nodiscard]] inline QString numberToText(int number)
 {
     return numberToText(qint64{number});
 }
 [[nodiscard]] QString numberToText(float number);
-[[nodiscard]] QString numberToText(double number);
-[[nodiscard]] QString numberToText(Currency amount);
 
 /// The leading-number value: the longest number at the start of `text` with "." as the decimal
 /// point; blanks, tabs and line feeds are skipped wherever they stand; reading stops at the first
@@ -39,10 +37,6 @@
 [[nodiscard]] Currency toCurrency(QStringView text);
 /// Signed 32-bit, a fraction rounded half to even.
 [[nodiscard]] qint32 toLong(QStringView text);
-/// Signed 16-bit, a fraction rounded half to even.
-[[nodiscard]] qint16 toInteger(QStringView text);
-/// True when toDouble would not raise.
-[[nodiscard]] bool isNumeric(QStringView text);
 /// A date such as "9.3.2014", "09.03.14", "2014-03-09" or the machine's short form, with or without
 /// a time "hh:mm[:ss]"; two digits of a year below 30 are 20xx, the others 19xx. Error 13 for text
 /// that is no date. The three numbers are parted by ".", "/" or "-", the same mark twice, and are

@@ -1,6 +1,7 @@
 #include "runtime/Conversions.h"
 
 #include "runtime/Support.h"
+#include "runtime/Value.h"
 
 #include <cmath>
 #include <limits>
@@ -79,8 +80,6 @@ TEST_F(ConversionsTest, OtherTextRaisesTypeMismatch)
         EXPECT_EQ(errorOf([&] { (void)toDouble(text); }), 13) << text.toStdString();
         EXPECT_EQ(errorOf([&] { (void)toCurrency(text); }), 13) << text.toStdString();
         EXPECT_EQ(errorOf([&] { (void)toLong(text); }), 13) << text.toStdString();
-        EXPECT_EQ(errorOf([&] { (void)toInteger(text); }), 13) << text.toStdString();
-        EXPECT_FALSE(isNumeric(text)) << text.toStdString();
     }
 }
 
@@ -99,9 +98,6 @@ TEST_F(ConversionsTest, ADoubleOutsideTheRangeRaisesOverflow)
 {
     EXPECT_EQ(errorOf([] { (void)toDouble(u"1e309"); }), 6);
     EXPECT_EQ(errorOf([] { (void)toDouble(u"-1e99999999999999"); }), 6);
-    EXPECT_FALSE(isNumeric(u"1e309"));
-    EXPECT_TRUE(isNumeric(u"1e308"));
-    EXPECT_TRUE(isNumeric(u"-1 234,5"));
 }
 
 TEST_F(ConversionsTest, AnAmountIsTheNearestTenThousandthTiesToEven)
@@ -133,12 +129,9 @@ TEST_F(ConversionsTest, AmountsComeBackFromTheirText)
     for (int i = 0; i < 50'000; ++i) {
         const auto count = static_cast<qint64>(generator()) >> (i % 64);
         const Currency amount = tenThousandths(count);
-        const QString point = numberToText(amount);
-        QString comma = point;
-        comma.replace(u'.', u',');
-        ASSERT_EQ(toCurrency(comma), amount) << count;
+        ASSERT_EQ(toCurrency(Value(amount).toText()), amount) << count;
         const ScopedLocale scope(pointLocale());
-        ASSERT_EQ(toCurrency(point), amount) << count;
+        ASSERT_EQ(toCurrency(Value(amount).toText()), amount) << count;
     }
 }
 
@@ -148,8 +141,7 @@ TEST_F(ConversionsTest, WholeNumbersRoundHalfToEven)
     EXPECT_EQ(toLong(u"3,5"), 4);
     EXPECT_EQ(toLong(u"-2,5"), -2);
     EXPECT_EQ(toLong(u"2,51"), 3);
-    EXPECT_EQ(toInteger(u"0,5"), 0);
-    EXPECT_EQ(toInteger(u"1,5"), 2);
+    EXPECT_EQ(toInteger(1.5), 2);
     EXPECT_EQ(toLong(2.5), 2);
     EXPECT_EQ(toLong(-3.5), -4);
     EXPECT_EQ(toInteger(-0.5), 0);
@@ -161,7 +153,7 @@ TEST_F(ConversionsTest, WholeNumbersAtTheEndsOfTheirRange)
     EXPECT_EQ(toLong(u"2147483647"), 2147483647);
     EXPECT_EQ(toLong(2147483647.4), 2147483647);
     EXPECT_EQ(toLong(-2147483648.5), std::numeric_limits<qint32>::min());
-    EXPECT_EQ(toInteger(u"32767,4"), 32767);
+    EXPECT_EQ(toInteger(32767.4), 32767);
     EXPECT_EQ(toInteger(-32768.5), -32768);
     for (const double number :
          {2147483647.5, 2147483648.0, -2147483649.0, 1e300, -HUGE_VAL, std::nan("")})
@@ -169,7 +161,6 @@ TEST_F(ConversionsTest, WholeNumbersAtTheEndsOfTheirRange)
     for (const double number : {32767.5, -32769.0, 40000.0, HUGE_VAL, std::nan("")})
         EXPECT_EQ(errorOf([=] { (void)toInteger(number); }), 6) << number;
     EXPECT_EQ(errorOf([] { (void)toLong(u"3000000000"); }), 6);
-    EXPECT_EQ(errorOf([] { (void)toInteger(u"40000"); }), 6);
 }
 
 TEST(TrimBlanks, CutsOnlyTheBlankU0020)

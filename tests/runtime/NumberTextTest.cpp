@@ -14,16 +14,15 @@ TEST(NumberToText, HasABlankOrTheMinusInTheFirstPlace)
     EXPECT_EQ(numberToText(1), u" 1"_s);
     EXPECT_EQ(numberToText(0), u" 0"_s);
     EXPECT_EQ(numberToText(-1), u"-1"_s);
-    EXPECT_EQ(numberToText(1.0), u" 1"_s);
+    EXPECT_EQ(numberToText(1.0F), u" 1"_s);
     EXPECT_EQ(numberToText(-1.0F), u"-1"_s);
-    EXPECT_EQ(numberToText(-0.0), u" 0"_s);
+    EXPECT_EQ(numberToText(-0.0F), u" 0"_s);
 }
 
 TEST(NumberToText, AFractionHasNoZeroBeforeItsPoint)
 {
     EXPECT_EQ(numberToText(0.5F), u" .5"_s);
-    EXPECT_EQ(numberToText(-0.25), u"-.25"_s);
-    EXPECT_EQ(numberToText(tenThousandths(500)), u" .05"_s);
+    EXPECT_EQ(numberToText(-0.25F), u"-.25"_s);
     EXPECT_EQ(numberToText(2.5F), u" 2.5"_s);
 }
 
@@ -31,9 +30,8 @@ TEST(NumberToText, IsTheSameInEveryLocale)
 {
     for (const MachineLocale &locale : {commaLocale(), pointLocale()}) {
         const ScopedLocale scope(locale);
-        EXPECT_EQ(numberToText(1234.5), u" 1234.5"_s);
+        EXPECT_EQ(numberToText(1234.5F), u" 1234.5"_s);
         EXPECT_EQ(numberToText(-1234.5F), u"-1234.5"_s);
-        EXPECT_EQ(numberToText(tenThousandths(12345000)), u" 1234.5"_s);
     }
 }
 
@@ -56,31 +54,11 @@ TEST(NumberToText, ASmallSingleGoesToExponentFormBeyondSevenPlaces)
     EXPECT_EQ(numberToText(-0.00000001F), u"-1E-08"_s);
 }
 
-TEST(NumberToText, ADoubleShowsFifteenDigits)
-{
-    EXPECT_EQ(numberToText(1.0 / 3), u" .333333333333333"_s);
-    EXPECT_EQ(numberToText(0.1 + 0.2), u" .3"_s);
-    EXPECT_EQ(numberToText(1.0 / 30), u" 3.33333333333333E-02"_s);
-    EXPECT_EQ(numberToText(999999999999999.0), u" 999999999999999"_s);
-    EXPECT_EQ(numberToText(1e15), u" 1E+15"_s);
-    EXPECT_EQ(numberToText(1.25e100), u" 1.25E+100"_s);
-    EXPECT_EQ(numberToText(-1.25e-100), u"-1.25E-100"_s);
-}
-
 TEST(NumberToText, WhatIsNoNumberRaisesOverflow)
 {
-    EXPECT_EQ(errorOf([] { (void)numberToText(std::nan("")); }), 6);
-    EXPECT_EQ(errorOf([] { (void)numberToText(HUGE_VAL); }), 6);
+    EXPECT_EQ(errorOf([] { (void)numberToText(std::nanf("")); }), 6);
+    EXPECT_EQ(errorOf([] { (void)numberToText(HUGE_VALF); }), 6);
     EXPECT_EQ(errorOf([] { (void)numberToText(-HUGE_VALF); }), 6);
-}
-
-TEST(NumberToText, AmountsAreExactWithoutTrailingZeros)
-{
-    EXPECT_EQ(numberToText(tenThousandths(12500)), u" 1.25"_s);
-    EXPECT_EQ(numberToText(tenThousandths(-12000000)), u"-1200"_s);
-    EXPECT_EQ(numberToText(tenThousandths(1)), u" .0001"_s);
-    EXPECT_EQ(numberToText(tenThousandths(kLargestCount)), u" 922337203685477.5807"_s);
-    EXPECT_EQ(numberToText(tenThousandths(kSmallestCount)), u"-922337203685477.5808"_s);
 }
 
 TEST(NumberToText, WholeNumbersAreExact)
@@ -95,13 +73,13 @@ TEST(NumberToText, IsReadBackByTheLeadingNumber)
     std::mt19937_64 generator(31); // a fixed start value
     int checked = 0;
     for (int i = 0; i < 50'000; ++i) {
-        const auto number = std::bit_cast<double>(generator());
-        if (!std::isfinite(number) || std::fabs(number) > 1e300 || std::fabs(number) < 1e-300)
+        const auto number = std::bit_cast<float>(quint32(generator()));
+        if (!std::isfinite(number) || std::fabs(number) > 1e37F || std::fabs(number) < 1e-37F)
             continue;
         ++checked;
         const double back = leadingNumber(numberToText(number));
-        ASSERT_LE(std::fabs(back - number), std::fabs(number) * 1e-14) << number;
-        ASSERT_EQ(numberToText(back), numberToText(number));
+        ASSERT_LE(std::fabs(back - double{number}), std::fabs(number) * 1e-6) << number;
+        ASSERT_EQ(numberToText(float(back)), numberToText(number));
         const qint64 whole = static_cast<qint32>(generator());
         ASSERT_EQ(leadingNumber(numberToText(whole)), static_cast<double>(whole));
     }

@@ -222,11 +222,6 @@ const Field &Recordset::field(int index) const
     return m_fields[size_t(checkedIndex(index))];
 }
 
-const Field &Recordset::field(QStringView name) const
-{
-    return field(fieldIndex(name));
-}
-
 int Recordset::checkedIndex(int index) const
 {
     if (index < 0 || index >= rows().columnCount())

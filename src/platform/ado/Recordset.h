@@ -75,7 +75,6 @@ public:
 
     [[nodiscard]] int fieldCount() const;
     [[nodiscard]] const Field &field(int index) const;
-    [[nodiscard]] const Field &field(QStringView name) const;
     [[nodiscard]] int fieldIndex(QStringView name) const;
 
     /// The current row's value.

@@ -39,7 +39,7 @@ public:
     /// go of it to give it back. Raises what the opener raises.
     [[nodiscard]] std::shared_ptr<Session> acquire(const DataSource &source);
 
-    /// How many sessions of the source lie idle.
+    /// How many sessions of the source lie idle; for tests.
     [[nodiscard]] std::size_t idleCount(const DataSource &source) const;
     /// Closes all idle sessions.
     void clear();

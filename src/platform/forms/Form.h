@@ -94,7 +94,6 @@ public:
     /// presses; both work only while the button can be clicked. Null for none.
     void setDefaultButton(QAbstractButton *button);
     void setCancelButton(QAbstractButton *button) { m_cancelButton = button; }
-    [[nodiscard]] QAbstractButton *defaultButton() const { return m_defaultButton; }
     /// The key presses the button wherever the focus is, like the letter that a caption has for
     /// Alt, and tells of itself in the tool tip of a button that has none.
     void setCommandKey(QKeyCombination key, QAbstractButton *button);

@@ -10,6 +10,9 @@ class QTextLayout;
 /// A choice whose caption leaves gaps, runs of blanks, in which text boxes stand: the option's
 /// children of that kind, in their order. A box is as wide as its minimum width tells, or has room
 /// for five digits. A caption that is too long for one line is wrapped, never within a gap.
+///
+/// Not a row of option, box and label: the option's text is told with its gap in it, and is what a
+/// driver and a screen reader find; and a row does not wrap.
 class OptionWithBox : public QRadioButton
 {
     Q_OBJECT

@@ -27,20 +27,6 @@ TabStrip::TabStrip(QWidget *parent) : QTabWidget(parent)
     });
 }
 
-void TabStrip::addTab(const QString &caption, const QString &key, const QString &toolTip)
-{
-    const QScopedValueRollback byCode(m_byCode, true);
-    auto *page = new QWidget(this);
-    page->setObjectName(key);
-    setTabToolTip(QTabWidget::addTab(page, caption), toolTip);
-}
-
-QString TabStrip::key(int number) const
-{
-    const QWidget *page = widget(number - 1);
-    return page ? page->objectName() : QString();
-}
-
 void TabStrip::select(int number)
 {
     if (number < 1 || number > count())

@@ -14,14 +14,8 @@ class TabStrip : public QTabWidget
 public:
     explicit TabStrip(QWidget *parent = nullptr);
 
-    /// Appends a tab; the first one is the selected tab. Raises no `clicked`.
-    void addTab(const QString &caption, const QString &key, const QString &toolTip = {});
-    using QTabWidget::addTab;
-
     /// The number of the selected tab, 0 when there are no tabs.
     [[nodiscard]] int selected() const { return currentIndex() + 1; }
-    /// The key of tab `number`, 1 to `count`; empty for any other number.
-    [[nodiscard]] QString key(int number) const;
 
     /// Selects a tab by number without raising `clicked`. Error 35600 outside 1 to `count`.
     void select(int number);

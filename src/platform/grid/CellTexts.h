@@ -42,7 +42,7 @@ public:
     /// The number of the last row that holds a text, counted from 1; 0 when none does.
     [[nodiscard]] int dataRows() const { return m_dataRows; }
     [[nodiscard]] bool isEmptyRow(int row) const;
-    /// UTF-16 units that the arena holds, dead ones too.
+    /// UTF-16 units that the arena holds, dead ones too; by that a test sees the packing.
     [[nodiscard]] size_t storedUnits() const { return m_arena.size(); }
 
     /// Puts the rows from `firstRow` on into a new order: the row that becomes number

@@ -19,7 +19,8 @@ class CellDelegate;
 /// and rows count from 1; row 0 and column 0 are the headers; kAll means all. Text is always that
 /// of the one current cell; types, locks, colours, alignments and actions take the block. A place
 /// that is not on the grid reads as empty, and writing there has no effect; a value that a property
-/// does not know raises run-time error 5.
+/// does not know raises run-time error 5. What the module sets and never reads can be read all the
+/// same: tests see by it what a screen has set.
 ///
 /// The signals tell of what a user does, never of what a program does through these properties.
 /// A user leaves a cell with Tab, Enter, the arrow keys or a click elsewhere; typing starts an
@@ -44,9 +45,7 @@ class fpSpread : public QTableView
     Q_PROPERTY(double defaultColWidth READ defaultColWidth WRITE setDefaultColWidth)
     Q_PROPERTY(bool rowHeaders READ rowHeaders WRITE setRowHeaders)
     Q_PROPERTY(bool rowSelect READ rowSelect WRITE setRowSelect)
-    Q_PROPERTY(bool protect READ protect WRITE setProtect)
     Q_PROPERTY(bool tabStop READ tabStop WRITE setTabStop)
-    Q_PROPERTY(bool editModeReplace READ editModeReplace WRITE setEditModeReplace)
 
 public:
     /// What setAction does, by number.

@@ -10,7 +10,8 @@
 
 /// The report control: a caller names a report file, a data source, a selection and formulas, and
 /// runs it into a window or to the printer. The properties may be set in any order; nothing is read
-/// before run(). Every run reads the report file and the data afresh.
+/// before run(). Every run reads the report file and the data afresh. Tests read back what a caller
+/// has set.
 class CrystalReport
 {
 public:

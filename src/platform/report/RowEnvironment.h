@@ -30,10 +30,8 @@ public:
     [[nodiscard]] int row() const { return m_row; }
     /// The rows of the band in hand.
     void setOwnSpan(const Span &span) { m_own = span; }
-    [[nodiscard]] const Span &ownSpan() const { return m_own; }
     /// From 1.
     void setPageNumber(int page) { m_page = page; }
-    [[nodiscard]] int pageNumber() const { return m_page; }
 
     [[nodiscard]] Value field(int column) override { return m_rows.value(m_row, column); }
     [[nodiscard]] Value aggregate(const Expr &expr) override;

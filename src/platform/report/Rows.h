@@ -14,7 +14,6 @@ public:
     Rows(const QString &connectionString, const QString &statement);
 
     [[nodiscard]] int count() const { return m_count; }
-    [[nodiscard]] int columnCount() const { return m_set.fieldCount(); }
     [[nodiscard]] Type type(int column) const { return typeOf(m_set.field(column).type); }
     /// Row and column count from 0.
     [[nodiscard]] Value value(int row, int column);

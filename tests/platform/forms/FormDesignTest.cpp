@@ -35,7 +35,7 @@ TEST_F(FormDesign, AFormTakesItsControlsFromADesignFile)
     const auto *strip = form->findChild<TabStrip *>(u"tbsProve"_s);
     ASSERT_NE(strip, nullptr);
     EXPECT_EQ(strip->selected(), 1);
-    EXPECT_EQ(strip->key(2), u"Group20"_s);
+    EXPECT_EQ(strip->widget(1)->objectName(), u"Group20"_s);
     EXPECT_EQ(strip->tabToolTip(0), u"Innstillinger for bruk av KID"_s);
     EXPECT_NE(form->findChild<DTPicker *>(u"dtpFakDato"_s), nullptr);
     EXPECT_NE(form->findChild<PictureButton *>(u"Command2"_s), nullptr);

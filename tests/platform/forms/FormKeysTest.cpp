@@ -137,7 +137,6 @@ TEST_F(FormKeys, EnterInAFieldPressesTheDefaultButton)
     EXPECT_EQ(clicks.count(), 0) << "there is no default button yet";
     form->setDefaultButton(ok);
     EXPECT_TRUE(ok->isDefault());
-    EXPECT_EQ(form->defaultButton(), ok);
     press(Qt::Key_Return);
     press(Qt::Key_Enter);
     EXPECT_EQ(clicks.count(), 2);

@@ -335,7 +335,7 @@ TEST_F(fpSpreadTest, TheModelHoldsUnderTheTesterThroughAWholeLife)
 
 TEST_F(fpSpreadTest, DesignPropertiesAreSettableByName)
 {
-    for (const char *name : {"rowHeaders", "rowSelect", "protect", "tabStop", "editModeReplace"}) {
+    for (const char *name : {"rowHeaders", "rowSelect", "tabStop"}) {
         const bool before = grid.property(name).toBool();
         EXPECT_TRUE(grid.setProperty(name, !before)) << name;
         EXPECT_EQ(grid.property(name).toBool(), !before) << name;

@@ -88,9 +88,9 @@ TEST_F(FrmOptionsTest, TheTabs)
     EXPECT_EQ(strip.tabToolTip(0), u"Innstillinger for bruk av KID"_s);
     EXPECT_EQ(strip.tabToolTip(1), u"Instillinger for bruk av Logo på fakturablankett"_s);
     EXPECT_EQ(strip.tabToolTip(2), u"Innstillinger for Faktura"_s);
-    EXPECT_EQ(strip.key(1), u"Group1"_s);
-    EXPECT_EQ(strip.key(2), u"Group20"_s);
-    EXPECT_EQ(strip.key(3), u"Group3"_s);
+    EXPECT_EQ(strip.widget(0)->objectName(), u"Group1"_s);
+    EXPECT_EQ(strip.widget(1)->objectName(), u"Group20"_s);
+    EXPECT_EQ(strip.widget(2)->objectName(), u"Group3"_s);
 }
 
 TEST_F(FrmOptionsTest, StandsInTheMiddleOfTheScreen)
