@@ -231,6 +231,7 @@ void OrdreHode::kobleVelger(DTPicker &velger, int nr)
 {
     velger.setFixedWidth(kVelger.width());
     velger.setMaximumHeight(kVelger.height());
+    velger.setFocusPolicy(Qt::ClickFocus);
     onEvent(&velger, &DTPicker::dateChosen, this, [this, &velger, nr] {
         if (m_tilstand.iModus())
             m_felter.settTekst(nr, Format(velger.value(), u"short date"));

@@ -16,6 +16,8 @@ constexpr QSize kBilde{16, 16};
 OrdreKnapper::OrdreKnapper(const OrdreRom &rom)
     : OrdreRom(rom), m_navigering{m_ui.cmdFirst, m_ui.cmdPrevious, m_ui.cmdNext, m_ui.cmdLast}
 {
+    for (PictureButton *knapp : m_navigering)
+        knapp->setToolButtonStyle(Qt::ToolButtonIconOnly);
     visBilder({Forste, Forrige, Neste, Siste}, false);
 }
 

@@ -26,7 +26,9 @@ using namespace ordrefelt;
 namespace {
 
 constexpr QSize kTegnet{10635, 6870}; // twips
-constexpr QSize kKnapp{68, 0};        // pixels
+// Pixels.
+constexpr QSize kKnapp{68, 0};
+constexpr QSize kVarsel{18, 18};
 
 /// A header field of fixed width in pixels, with the longest text for which it has room in larger
 /// letters as well.
@@ -99,8 +101,8 @@ frmOrdre::frmOrdre()
     QSizePolicy plassholder = m_ui->imgAar->sizePolicy();
     plassholder.setRetainSizeWhenHidden(true);
     m_ui->imgAar->setSizePolicy(plassholder);
-    m_ui->imgAar->setPicture(
-        ownPicture(u":/faktura/exclamation.svg"_s, m_ui->imgAar->minimumSize()));
+    m_ui->imgAar->setFixedSize(kVarsel);
+    m_ui->imgAar->setPicture(ownPicture(u":/faktura/exclamation.svg"_s, kVarsel));
     m_rom = std::make_unique<Rom>(*this);
     giPlassTilBokstaver();
     kobleKommandoer();

@@ -28,6 +28,10 @@ constexpr int kDetaljer = 2;
 constexpr int kInnPris = 4; // of txtFields
 constexpr int kUtPris = 5;
 
+// Pixels.
+constexpr int kKodebredde = 180;
+constexpr int kTallbredde = 110;
+
 // Twips.
 constexpr int kSideVenstre = 120;
 constexpr int kStripeVenstre = 60;
@@ -80,6 +84,11 @@ frmProdukt::frmProdukt()
     LikeKnapper(*this, {84, 26});
     m_txtFields = {m_ui->txtFields_0, m_ui->txtFields_1, m_ui->txtFields_2,
                    m_ui->txtFields_3, m_ui->txtFields_4, m_ui->txtFields_5};
+    for (QLineEdit *kode : {m_ui->txtFields_0, m_ui->txtFields_2, m_ui->txtFields_3})
+        kode->setMaximumWidth(kKodebredde);
+    for (QWidget *tall :
+         std::initializer_list<QWidget *>{m_ui->cmbMvaSats, m_ui->txtFields_4, m_ui->txtFields_5})
+        tall->setMaximumWidth(kTallbredde);
     m_ui->txtFields_11->hide();
     m_ui->Label3->hide();
     // Completion would write a rate that nobody has typed.
@@ -208,7 +217,7 @@ void frmProdukt::FyllGrid()
     const Ref<ado::Recordset> &rs = m_rsProdukt;
     qint16 rad = 0;
     const auto skriv = [&](int kol, const auto &tekst) {
-        passOver([&] { SpreadSetText(grid, kol, rad, tekst(), false); });
+        passOver([&] { SpreadSetText(grid, kol, rad, tekst()); });
     };
     for (; rs && !rs->eof(); rs->moveNext()) {
         // What a 16-bit counter cannot number is written over its last row.
@@ -228,9 +237,9 @@ void frmProdukt::FyllGrid()
         skriv(kolonne::ID, [&] { return Format(rs->integer(u"ID"), u"#0"); });
     }
 
-    SpreadSetCellType(grid, kolonne::InnPris, kAll, int(CellKind::Float), false, {}, {});
-    SpreadSetCellType(grid, kolonne::UtPris, kAll, int(CellKind::Float), false, {}, {});
-    SpreadSetCellType(grid, kolonne::BruttoPris, kAll, int(CellKind::CheckBox), false, {}, {});
+    SpreadSetCellType(grid, kolonne::InnPris, kAll, int(CellKind::Float));
+    SpreadSetCellType(grid, kolonne::UtPris, kAll, int(CellKind::Float));
+    SpreadSetCellType(grid, kolonne::BruttoPris, kAll, int(CellKind::CheckBox));
     SpreadSetCellAlign(grid, kAll, kolonne::MvaSats, int(CellAlign::Centre));
     grid.setRedraw(true);
 }
