@@ -8,6 +8,7 @@
 #include "platform/forms/OuterRim.h"
 #include "platform/grid/fpSpread.h"
 #include "presentation/screens/Skjerm.h"
+#include "presentation/spread/Fakturaliste.h"
 #include "presentation/spread/Radtekst.h"
 #include "presentation/spread/mVASpread.h"
 #include "runtime/Conversions.h"
@@ -19,8 +20,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 enum Kolonne { kOrdreNr = 1, kKundeNr, kKundeNavn, kFakDato, kForfall, kBelop, kStatus, kOrdreId };
-
-constexpr double kNavnebredde = 20.12; // column units
 
 } // namespace
 
@@ -36,14 +35,7 @@ frmOversikt::frmOversikt()
     LikeKnapper(*this, {76, 0});
 
     fpSpread &grid = *m_ui->fpSpread1;
-    // Smaller text, and with it narrower columns: they leave the name room at the default width.
-    SpreadLitenSkrift(grid);
-    grid.setColHeaders({u"Faktura nr."_s, u"Kunde nr."_s, u"Navn"_s, u"Fak. dato"_s, u"Forfall"_s,
-                        u"Beløp"_s, u"Status"_s});
-    grid.setColWidth(kKundeNavn, kNavnebredde);
-    grid.setColHidden(kOrdreId, true);
-    SpreadLockAll(grid, true);
-    grid.setBlockMode(false);
+    LagFakturaliste(grid, u"Status"_s);
     grid.setFocus();
 
     onEvent(&grid, &fpSpread::DblClick, this,

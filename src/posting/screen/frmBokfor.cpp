@@ -7,6 +7,7 @@
 #include "platform/grid/fpSpread.h"
 #include "posting/run/Bokkontroll.h"
 #include "presentation/screens/Skjerm.h"
+#include "presentation/spread/Fakturaliste.h"
 #include "presentation/spread/mVASpread.h"
 #include "rules/Ordre.h"
 #include "runtime/Clock.h"
@@ -25,8 +26,7 @@ using namespace bokforkolonne;
 namespace {
 
 constexpr int kRaderIUtformingen = 10;
-constexpr double kNavnebredde = 20.12; // column units
-constexpr qint32 kKontoliste = 150;    // pixels
+constexpr qint32 kKontoliste = 150; // pixels
 constexpr qint32 kLoyveliste = 200;
 constexpr int kVedTeksten = 30; // pixels of frame and arrow
 // Milliseconds.
@@ -154,14 +154,7 @@ frmBokfor::frmBokfor()
     LikeKnapper(*this, {76, 0});
 
     fpSpread &grid = *m_ui->fpSpread1;
-    // Smaller text, and with it narrower columns: they leave the name room at the default width.
-    SpreadLitenSkrift(grid);
-    grid.setColHeaders({u"Faktura nr."_s, u"Kunde nr."_s, u"Navn"_s, u"Fak. dato"_s, u"Forfall"_s,
-                        u"Beløp"_s, u"Bokfør"_s});
-    grid.setColWidth(kKundeNavn, kNavnebredde);
-    grid.setColHidden(kOrdreId, true);
-    SpreadLockAll(grid, true);
-    grid.setBlockMode(false);
+    LagFakturaliste(grid, u"Bokfør"_s);
     SpreadSetCellType(grid, kBokfor, kAll, int(CellKind::CheckBox));
     grid.setLock(false); // the one column that the user edits
 
