@@ -12,7 +12,7 @@ class QKeyEvent;
 /// date pickers beside them. Outside the modes New and Change the fields are kept read-only: they
 /// send the focus on and take no text. A picked customer is written into the fields in any mode,
 /// without passing through their focus.
-class OrdreHode : public QObject, public KundeMottaker, OrdreRom
+class OrdreHode : public QObject, public KundeMottaker, private OrdreRom
 {
     Q_OBJECT
 

@@ -3,11 +3,12 @@
 #include "order/OrdreTilstand.h"
 
 #include <array>
+#include <initializer_list>
 
 class PictureButton;
 
 /// The enabled states and pictures of the order screen's buttons.
-class OrdreKnapper : OrdreRom
+class OrdreKnapper : private OrdreRom
 {
 public:
     explicit OrdreKnapper(const OrdreRom &rom);

@@ -10,7 +10,7 @@ class OrdreLinjer;
 
 /// The commands of the order screen and what they do to its mode. Those named "passes over" skip a
 /// statement that fails and go on.
-class OrdreKommandoer : OrdreRom
+class OrdreKommandoer : private OrdreRom
 {
 public:
     /// The rooms that the commands drive outlive this object.

@@ -7,7 +7,7 @@ class OrdreLinjer;
 
 /// Reads orders into the order screen: the record set, the header's fields and the line grid.
 /// Everything here passes over.
-class OrdreLager : OrdreRom
+class OrdreLager : private OrdreRom
 {
 public:
     /// The other rooms outlive this object.

@@ -11,7 +11,7 @@ class OrdreKnapper;
 ///
 /// Nothing holds the statements of one save together: each of them runs on a connection of its own
 /// and is committed when it returns, whatever is begun and rolled back on gConn around them.
-class OrdreLagring : OrdreRom
+class OrdreLagring : private OrdreRom
 {
 public:
     OrdreLagring(const OrdreRom &rom, OrdreKnapper &knapper);
