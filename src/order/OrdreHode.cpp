@@ -40,6 +40,10 @@ constexpr std::array kKundefelter = {
     kLevAdresse1, kLevAdresse2, kLevPostNr, kLevPostSted, kOrgNr,       kForfallDato, kFakturaType,
 };
 
+/// Fields that are filled in by the program alone, which Tab passes by.
+constexpr int kUtenforTab[] = {kFakPostSted, kLevPostSted, kOrdreNr,   kOrdreStatus, kKID,
+                               kSumNetto,    kMvaKr,       kSumBrutto, kAvrunding};
+
 constexpr QSize kVelger{20, 22}; // pixels
 
 constexpr int kUgyldigVerdi = 380;
@@ -53,6 +57,8 @@ OrdreHode::OrdreHode(const OrdreRom &rom) : OrdreRom(rom)
 {
     for (int nr = 0; nr < kAntall; ++nr)
         m_felter[nr].installEventFilter(this);
+    for (const int nr : kUtenforTab)
+        m_felter[nr].setFocusPolicy(Qt::ClickFocus);
     for (const auto &[velger, nr] : kDatovelgere)
         kobleVelger(*(m_ui.*velger), nr);
     m_tilstand.vedModus = [this] { laasFelter(); };
