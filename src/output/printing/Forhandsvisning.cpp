@@ -57,7 +57,7 @@ void meldVedFeil(const std::function<void()> &utfor)
 Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> dokument,
                                  const report::WindowSettings &vindu)
     : QWidget(nullptr, Qt::Window), m_dokument(std::move(dokument)),
-      m_sider(new Sidevisning(m_dokument, this)), m_linjer(new QBoxLayout(QBoxLayout::LeftToRight))
+      m_sider(new Sidevisning(m_dokument, this))
 {
     installNorwegianTexts();
     ignorePassingWheel(*this);
@@ -73,20 +73,27 @@ Forhandsvisning::Forhandsvisning(std::shared_ptr<const report::Document> dokumen
     auto *rader = new QVBoxLayout(this);
     rader->setContentsMargins(0, 0, 0, 0);
     rader->setSpacing(0);
-    m_linjer->setSpacing(0);
-    lagVerktoylinjer();
-    rader->addLayout(m_linjer);
+    if (vindu.controls) {
+        m_linjer = new QBoxLayout(QBoxLayout::LeftToRight);
+        m_linjer->setSpacing(0);
+        lagVerktoylinjer();
+        rader->addLayout(m_linjer);
+    }
     rader->addWidget(m_sider);
 
     move(vindu.left, y());
     const QSize storrelse(vindu.width > 0 ? vindu.width : kStorrelse.width(),
                           vindu.height > 0 ? vindu.height : kStorrelse.height());
     resize(storrelse.boundedTo(roomFor(*this)));
-    onEvent(m_sider, &Sidevisning::sideEndret, this, [this] { visTilstand(); });
-    onEvent(m_sider, &Sidevisning::zoomEndret, this, [this] { visZoom(); });
-    visTilstand();
-    visZoom();
-    visTreff();
+    if (vindu.state == report::WindowState::Maximized)
+        setWindowState(Qt::WindowMaximized);
+    if (vindu.controls) {
+        onEvent(m_sider, &Sidevisning::sideEndret, this, [this] { visTilstand(); });
+        onEvent(m_sider, &Sidevisning::zoomEndret, this, [this] { visZoom(); });
+        visTilstand();
+        visZoom();
+        visTreff();
+    }
     lesSidene();
 }
 
@@ -153,6 +160,8 @@ void Forhandsvisning::lagVerktoylinjer()
 /// The search goes below the buttons where there is no room beside them.
 void Forhandsvisning::leggLinjene()
 {
+    if (!m_linjer)
+        return;
     int samlet = 0;
     int bredest = 0;
     for (int nr = 0; nr < m_linjer->count(); ++nr) {
