@@ -76,92 +76,90 @@ struct Option
     QStringView values; // what the help calls them, parted by a blank; empty for none
     QStringView help;   // lines parted by a line feed
     std::optional<Task> task;
-    void (*take)(Options &options, QStringView value, QStringView second);
+    void (*take)(Options &options, QLatin1StringView option, const QStringList &values);
 };
 
-constexpr auto kNothing = [](Options &, QStringView, QStringView) {};
+void takeNothing(Options &, QLatin1StringView, const QStringList &) {}
+
+template<QString Options::*field>
+void takeText(Options &options, QLatin1StringView, const QStringList &values)
+{
+    options.*field = values[0];
+}
+
+template<QDate Options::*field>
+void takeDay(Options &options, QLatin1StringView option, const QStringList &values)
+{
+    options.*field = day(values[0], option);
+}
+
+template<class Whole, Whole Options::*field, int lowest, int highest>
+void takeNumber(Options &options, QLatin1StringView option, const QStringList &values)
+{
+    options.*field = Whole(number(values[0], option, lowest, highest));
+}
+
+constexpr auto takeOrderNumber = takeNumber<qint32, &Options::ordreNr, 1, kHighestOrder>;
 
 constexpr std::array kOptions{
-    Option{
-        "--dsn"_L1, u"KILDE",
-        u"databasen: en fil, en adresse postgresql://…, et navn fra odbc.ini eller en\n"
-        u"hel tilkoblingsstreng «dsn=…;…» (uten dette valget: filen\n"
-        u"demo-ut/strekkbok.db). Alene starter valget modulen på databasen og\n"
-        u"forteller om den ble klar.",
-        std::nullopt,
-        [](Options &options, QStringView value, QStringView) { options.dsn = value.toString(); }},
+    Option{"--dsn"_L1, u"KILDE",
+           u"databasen: en fil, en adresse postgresql://…, et navn fra odbc.ini eller en\n"
+           u"hel tilkoblingsstreng «dsn=…;…» (uten dette valget: filen\n"
+           u"demo-ut/strekkbok.db). Alene starter valget modulen på databasen og\n"
+           u"forteller om den ble klar.",
+           std::nullopt, takeText<&Options::dsn>},
     Option{"--klient"_L1, u"NR", u"klientnummer, -32768 til 32767 (1 når det ikke er gitt)",
-           std::nullopt,
-           [](Options &options, QStringView value, QStringView) {
-               options.klient = qint16(number(value, "--klient"_L1, -32768, 32767));
-           }},
+           std::nullopt, takeNumber<qint16, &Options::klient, -32768, 32767>},
     Option{"--aar"_L1, u"ÅR", u"regnskapsår, 1900 til 9999 (inneværende år når det ikke er gitt)",
-           std::nullopt,
-           [](Options &options, QStringView value, QStringView) {
-               options.aar = qint16(number(value, "--aar"_L1, 1900, 9999));
-           }},
+           std::nullopt, takeNumber<qint16, &Options::aar, 1900, 9999>},
     Option{"--demo"_L1,
            {},
            u"lag foreldreprogrammets tabeller og et oppdiktet demofirma i en ny\n"
            u"database, med ordre fra regnskapsåret og året før. En database som har\n"
            u"tabeller, røres ikke.",
            Task::Demo,
-           kNothing},
+           takeNothing},
     Option{"--sql"_L1, u"SETNING",
            u"kjør én setning gjennom gDB, uten å starte modulen. Rader kommer som\n"
            u"tabulatordelt tekst; første linje er kolonnenavn:typekode (2 og 3 heltall,\n"
            u"4 og 5 desimaltall, 6 valuta, 7 dato, 11 sann/usann, 202 tekst, 205 bytes).\n"
            u"Null vises som \\N, tabulator, linjeskift, vognretur og omvendt skråstrek\n"
            u"som \\t, \\n, \\r og \\\\, desimaltegnet er punktum, datoer er åååå-mm-dd.",
-           Task::Sql,
-           [](Options &options, QStringView value, QStringView) {
-               options.statement = value.toString();
-           }},
+           Task::Sql, takeText<&Options::statement>},
     Option{"--ehf"_L1, u"NUMMER",
            u"skriv EHF-dokumentet til ordren med dette nummeret, som faktura eller, når\n"
            u"summen er negativ, som kreditnota. Ordren får ikke ny status.",
-           Task::Ehf,
-           [](Options &options, QStringView value, QStringView) {
-               options.ordreNr = number(value, "--ehf"_L1, 1, kHighestOrder);
-           }},
+           Task::Ehf, takeOrderNumber},
     Option{"--pdf"_L1, u"NUMMER",
            u"skriv ordren med dette nummeret som PDF, på blanketten fra innstillingene:\n"
            u"original når den ikke er fakturert, ellers kopi. Ordren får ikke ny status.",
-           Task::Pdf,
-           [](Options &options, QStringView value, QStringView) {
-               options.ordreNr = number(value, "--pdf"_L1, 1, kHighestOrder);
-           }},
-    Option{
-        "--pdf-alle"_L1, u"MAPPE",
-        u"skriv alle fakturaer og kreditnotaer som PDF i denne mappen, hver til sin\n"
-        u"fil. Velg blant dem med --fra, --til og --status.",
-        Task::AllPdf,
-        [](Options &options, QStringView value, QStringView) { options.mappe = value.toString(); }},
+           Task::Pdf, takeOrderNumber},
+    Option{"--pdf-alle"_L1, u"MAPPE",
+           u"skriv alle fakturaer og kreditnotaer som PDF i denne mappen, hver til sin\n"
+           u"fil. Velg blant dem med --fra, --til og --status.",
+           Task::AllPdf, takeText<&Options::mappe>},
     Option{"--fra"_L1, u"DATO", u"første fakturadato for --pdf-alle, åååå-mm-dd", std::nullopt,
-           [](Options &options, QStringView value, QStringView) {
-               options.fraDato = day(value, "--fra"_L1);
-           }},
+           takeDay<&Options::fraDato>},
     Option{"--til"_L1, u"DATO", u"siste fakturadato for --pdf-alle, åååå-mm-dd", std::nullopt,
-           [](Options &options, QStringView value, QStringView) {
-               options.tilDato = day(value, "--til"_L1);
+           takeDay<&Options::tilDato>},
+    Option{"--status"_L1, u"STATUS",
+           u"bare denne statusen for --pdf-alle: Ordre, Fakturert, Bokført eller Betalt\n"
+           u"(uten dette valget: alle unntatt Ordre)",
+           std::nullopt,
+           [](Options &options, QLatin1StringView, const QStringList &values) {
+               options.status = status(values[0]);
            }},
-    Option{
-        "--status"_L1, u"STATUS",
-        u"bare denne statusen for --pdf-alle: Ordre, Fakturert, Bokført eller Betalt\n"
-        u"(uten dette valget: alle unntatt Ordre)",
-        std::nullopt,
-        [](Options &options, QStringView value, QStringView) { options.status = status(value); }},
     Option{"--ut"_L1, u"FIL", u"filen som --ehf eller --pdf skriver", std::nullopt,
-           [](Options &options, QStringView value, QStringView) { options.ut = value.toString(); }},
+           takeText<&Options::ut>},
     Option{"--kopier"_L1, u"FRA TIL",
            u"kopier alle tabeller fra en database til en annen, begge navngitt som for\n"
            u"--dsn, for eksempel fra en fil til en tjener. TIL må være en ny fil eller en\n"
            u"database uten tabeller. Alt blir kopiert, kontrollert og lagret under ett,\n"
            u"eller ingenting.",
            Task::Copy,
-           [](Options &options, QStringView value, QStringView second) {
-               options.fra = value.toString();
-               options.til = second.toString();
+           [](Options &options, QLatin1StringView, const QStringList &values) {
+               options.fra = values[0];
+               options.til = values[1];
            }},
     Option{"--kontroll"_L1,
            {},
@@ -169,21 +167,20 @@ constexpr std::array kOptions{
            u"linjer, fakturaer og ordre, og databasefilen selv. Hvert funn er en linje;\n"
            u"uten funn er svaret én linje og status 0.",
            Task::Check,
-           kNothing},
+           takeNothing},
+    Option{"--tur"_L1, u"MAPPE",
+           u"gå gjennom skjermbildene med mus og tastatur, på et demofirma i filen\n"
+           u"demo.db i denne mappen, og lagre et nummerert bilde av hvert. En demo.db som\n"
+           u"finnes, brukes. Trenger ingen skjerm.",
+           Task::Screens, takeText<&Options::mappe>},
     Option{
-        "--tur"_L1, u"MAPPE",
-        u"gå gjennom skjermbildene med mus og tastatur, på et demofirma i filen\n"
-        u"demo.db i denne mappen, og lagre et nummerert bilde av hvert. En demo.db som\n"
-        u"finnes, brukes. Trenger ingen skjerm.",
-        Task::Screens,
-        [](Options &options, QStringView value, QStringView) { options.mappe = value.toString(); }},
-    Option{"--erstatt"_L1,
-           {},
-           u"la --ehf, --pdf, --pdf-alle eller et kall uten oppgave skrive over filer som\n"
-           u"finnes",
-           std::nullopt,
-           [](Options &options, QStringView, QStringView) { options.erstatt = true; }},
-    Option{"--help"_L1, {}, u"vis denne teksten", std::nullopt, kNothing},
+        "--erstatt"_L1,
+        {},
+        u"la --ehf, --pdf, --pdf-alle eller et kall uten oppgave skrive over filer som\n"
+        u"finnes",
+        std::nullopt,
+        [](Options &options, QLatin1StringView, const QStringList &) { options.erstatt = true; }},
+    Option{"--help"_L1, {}, u"vis denne teksten", std::nullopt, takeNothing},
 };
 
 /// The arguments, read from the first to the last.
@@ -304,7 +301,7 @@ Options parseOptions(const QStringList &arguments, int thisYear)
                 refuseSecondTask();
             options.task = *option.task;
         }
-        option.take(options, values.value(0), values.value(1));
+        option.take(options, option.name, values);
     }
 
     if (!hasTask && given.has("--dsn"_L1))

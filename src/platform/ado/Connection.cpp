@@ -16,12 +16,11 @@ void checkOptions(int given)
         throw RunTimeError(errors::kInvalidArgument, u"Ukjent valg for kommandoen."_s);
 }
 
-dialect::ResultColumn column(const QString &name, DataType type, int width = 0)
+dialect::ResultColumn column(const QString &name, DataType type)
 {
     dialect::ResultColumn result;
     result.name = name;
     result.type = type;
-    result.width = width;
     return result;
 }
 
