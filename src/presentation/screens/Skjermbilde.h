@@ -17,11 +17,12 @@ public:
     {
         QString navn;
         FormKind slag = FormKind::Screen;
-        QString hjelp{}; ///< the topic that F1 shows
+        QString hjelp; ///< the topic that F1 shows
         /// Escape closes the screen by itself; a cancel button does so without.
         bool lukkesMedEscape = false;
-        /// Of a screen that keeps its place, its size for the first time. In twips, as `minst`.
-        QSize standard{};
+        /// Of a screen that keeps its place, its size for the first time; else invalid. Sizes are
+        /// in twips.
+        QSize standard{-1, -1};
         QSize minst{0, 0};
     };
     explicit Skjermbilde(const Trekk &trekk);
