@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <csignal>
 #include <functional>
 #include <sys/wait.h>
