@@ -24,7 +24,7 @@ TEST_F(PostgresAppend, EndOfTheConnectionIsAnError)
     m_session->begin();
     m_session->execute(u"INSERT INTO Ordre (ID) VALUES (7)");
     stored(kEndConnections);
-    const RowSet one = rowsOf({{8, Value()}});
+    const RowSet one = rowsOf({{8, Value(u"ny"_s)}});
     EXPECT_EQ(errorOf([&] { m_session->append(u"Ordre", one); }), errors::kUnspecified);
     m_session->rollback();
     m_session->append(u"Ordre", one);
