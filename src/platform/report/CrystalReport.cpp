@@ -12,7 +12,7 @@ size_t checkedFormula(int index)
 {
     if (index < 0 || index >= CrystalReport::kFormulas)
         throw RunTimeError(errors::kInvalidCall);
-    return static_cast<size_t>(index);
+    return size_t(index);
 }
 
 } // namespace
