@@ -12,10 +12,12 @@ namespace registry {
 namespace {
 
 constexpr QLatin1StringView kUnnamed("@");
+constexpr QByteArrayView kMark("\xef\xbb\xbf"); // of UTF-8; anywhere else it is a character
 
 QString decoded(const QByteArray &line)
 {
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringConverter::Flag::Stateless); // drops its mark
+    using Flag = QStringConverter::Flag;
+    QStringDecoder utf8(QStringDecoder::Utf8, Flag::Stateless | Flag::ConvertInitialBom);
     const QString text = utf8(line);
     return utf8.hasError() ? codepage::decode(line) : text;
 }
@@ -26,7 +28,8 @@ IniFile IniFile::fromBytes(const QByteArray &bytes)
 {
     IniFile file;
     Values *section = &file.m_keys[QString()]; // none below a broken head
-    for (const QByteArray &raw : bytes.split('\n')) {
+    const QByteArray unmarked = bytes.sliced(bytes.startsWith(kMark) ? kMark.size() : 0);
+    for (const QByteArray &raw : unmarked.split('\n')) {
         const QString all = decoded(raw);
         const QStringView line = QStringView(all).trimmed();
         const qsizetype equals = line.indexOf(u'=');
@@ -53,7 +56,9 @@ QByteArray IniFile::toBytes() const
             text += (name.isEmpty() ? QString(kUnnamed) : escapedName(name)) + u'=' +
                     valueText(value) + u'\n';
     }
-    return text.toUtf8();
+    const QByteArray bytes = text.toUtf8();
+    // The mark of a name that stands first would be taken for the file's.
+    return bytes.startsWith(kMark) ? kMark.toByteArray() + bytes : bytes;
 }
 
 bool IniFile::hasKey(const QString &key) const

@@ -66,6 +66,25 @@ TEST(IniFile, ReadsUtf8WithMarkAndTheCodePage)
     EXPECT_EQ(read(IniFile::fromBytes("[A]\n\xf8=\xe5\n"), u"A"_s, u"ø"_s), "\xe5");
 }
 
+TEST(IniFile, OnlyTheFirstMarkIsTheFiles)
+{
+    const QString marked = u"\ufeffx"_s;
+    const QByteArray below = "\xef\xbb\xbf[A]\n\xef\xbb\xbfx=1\nx=2\n";
+    const QByteArray first = "\xef\xbb\xbf\xef\xbb\xbfx=1\nx=2\n";
+    for (const auto &[key, bytes] : {std::pair(u"A"_s, below), std::pair(QString(), first)}) {
+        IniFile file = IniFile::fromBytes(bytes);
+        EXPECT_EQ(read(file, key, marked), "1");
+        EXPECT_EQ(read(file, key, u"x"_s), "2");
+        file = IniFile::fromBytes(file.toBytes());
+        EXPECT_EQ(read(file, key, marked), "1");
+        EXPECT_EQ(read(file, key, u"x"_s), "2");
+    }
+    // Nothing stands before this one when the file is written.
+    IniFile alone;
+    alone.setValue({}, marked, text("1"));
+    EXPECT_EQ(read(IniFile::fromBytes(alone.toBytes()), {}, marked), "1");
+}
+
 TEST(IniFile, OfTwoValuesTheLaterCounts)
 {
     IniFile file = IniFile::fromBytes("[A]\nx=1\n[B]\ny=2\n[a]\nX=3\n");
