@@ -46,7 +46,7 @@ QWidget *visible(const QString &name, const QWidget *window = nullptr)
 }
 
 template<class Class, class Widget>
-auto &as(Widget &widget, const QString &kind)
+auto &as(Widget &widget, QStringView kind)
 {
     auto *found = qobject_cast<Class *>(&widget);
     if (!found)
@@ -60,7 +60,7 @@ auto &gridWith(Widget &grid, int row, int col)
 {
     using View =
         std::conditional_t<std::is_const_v<Widget>, const QAbstractItemView, QAbstractItemView>;
-    View &view = as<View>(grid, u"et rutenett"_s);
+    View &view = as<View>(grid, u"et rutenett");
     if (!view.model()->hasIndex(row - 1, col - 1))
         stop(u"%1 har ikke rad %2, kolonne %3"_s.arg(grid.objectName()).arg(row).arg(col));
     return view;
@@ -132,7 +132,7 @@ QString Guide::cell(const QWidget &grid, int row, int col)
 
 int Guide::rowOf(const QWidget &grid, int col, const QString &text)
 {
-    const int rows = as<const QAbstractItemView>(grid, u"et rutenett"_s).model()->rowCount();
+    const int rows = as<const QAbstractItemView>(grid, u"et rutenett").model()->rowCount();
     for (int row = 1; row <= rows; ++row) {
         if (cell(grid, row, col) == text)
             return row;
@@ -168,7 +168,7 @@ void Guide::type(QWidget &control, const QString &text)
 
 void Guide::choose(QWidget &combo, const QString &text)
 {
-    auto &box = as<QComboBox>(combo, u"en nedtrekksliste"_s);
+    auto &box = as<QComboBox>(combo, u"en nedtrekksliste");
     bringToFront(combo);
     perform([&] {
         combo.setFocus(Qt::MouseFocusReason);
@@ -179,7 +179,7 @@ void Guide::choose(QWidget &combo, const QString &text)
 
 void Guide::chooseTab(QWidget &tabs, const QString &text)
 {
-    QTabBar &bar = *as<QTabWidget>(tabs, u"en fanelinje"_s).tabBar();
+    QTabBar &bar = *as<QTabWidget>(tabs, u"en fanelinje").tabBar();
     bringToFront(bar);
     for (int i = 0; i < bar.count(); ++i) {
         if (bar.tabText(i).remove(u'&') == text) {
@@ -293,7 +293,7 @@ QString Guide::answer(const QString &button, const Action &opens, const QString 
 {
     QString said;
     modal(u"MsgBox"_s, opens, [&](QWidget &window) {
-        auto &box = as<QMessageBox>(window, u"en melding"_s);
+        auto &box = as<QMessageBox>(window, u"en melding");
         said = box.text();
         if (!picture.isEmpty())
             this->picture(box, picture, said.simplified());
@@ -314,7 +314,7 @@ void Guide::saveAs(QWidget &button, const QString &name)
     modal(
         u"CommonDialog"_s, [&] { click(button); },
         [&](QWidget &window) {
-            auto &dialog = as<QFileDialog>(window, u"en fildialog"_s);
+            auto &dialog = as<QFileDialog>(window, u"en fildialog");
             dialog.setDirectory(m_folder);
             type(control(dialog, u"fileNameEdit"_s), name);
             for (QPushButton *choice : dialog.findChildren<QPushButton *>()) {
