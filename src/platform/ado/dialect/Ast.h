@@ -59,7 +59,8 @@ struct Expr
     DataType type = DataType::Empty;        ///< Empty for Null alone
     DataType operandType = DataType::Empty; ///< what the operands of a comparison are turned into
     const ColumnInfo *column = nullptr;
-    int source = -1; ///< the table of `column` within the statement's scope
+    int source = -1;     ///< the table of `column` within the statement's scope
+    bool lookup = false; ///< of Compare: finds rows by the second argument (Translator.h)
 };
 
 struct TableRef

@@ -15,15 +15,17 @@ struct ColumnInfo
 {
     QString name; ///< in the case in which it was created
     DataType type = DataType::VarWChar;
-    int width = 0;        ///< characters of a text column; 0 for no limit
-    bool counter = false; ///< numbered by the database
-    bool key = false;     ///< part of the primary key
+    int width = 0;         ///< characters of a text column; 0 for no limit
+    bool counter = false;  ///< numbered by the database
+    bool key = false;      ///< part of the primary key
+    bool textOnly = false; ///< a text column that makes text of numbers
 };
 
 struct TableInfo
 {
     QString name; ///< in the case in which it was created
     std::vector<ColumnInfo> columns;
+    bool hasLookups = false; ///< sessions keep lookups (Translator.h) of its texts by need
 
     /// The column of that name without regard to case, or nullptr.
     [[nodiscard]] const ColumnInfo *column(QStringView columnName) const;

@@ -149,6 +149,12 @@ QByteArray Emitter::chain(const Expr &expr, const char *sign)
 QByteArray Emitter::compared(const Expr &expr)
 {
     const DataType type = expr.operandType;
+    if (expr.lookup) {
+        const Expr &found = *expr.arguments[1];
+        const Source &joined = m_sources[size_t(found.source)];
+        return m_writer.lookup(operand(*expr.arguments[0]), joined.alias, joined.table->name,
+                               found.column->name);
+    }
     QByteArray sql = comparand(*expr.arguments[0], type);
     if (expr.kind == ExprKind::Compare)
         return sql + spelling(tokenOf(expr).kind) + operand(*expr.arguments[1], type);

@@ -88,8 +88,35 @@ QByteArray SelectTranslator::from(FromItem &item, bool grouped)
     sql += from(*item.right, true);
     m_firstMayBeNull = m_firstMayBeNull || item.join == JoinKind::Right;
     m_binder.bindCondition(*item.on, first);
+    if (item.join != JoinKind::Right && !item.right->left)
+        findLookups(*item.on);
     sql += " ON " + m_emitter.condition(*item.on);
     return grouped ? '(' + sql + ')' : sql;
+}
+
+/// Marks what in the condition of a join, of which the table named last is the right side, asks for
+/// that table's rows with a certain text.
+void SelectTranslator::findLookups(Expr &condition)
+{
+    if (condition.kind == ExprKind::And) {
+        for (const ExprPtr &part : condition.arguments)
+            findLookups(*part);
+        return;
+    }
+    if (condition.kind != ExprKind::Compare || m_binder.tokenOf(condition).kind != TokenKind::Equal)
+        return;
+    const int joined = int(m_sources.size()) - 1;
+    const TableInfo &table = *m_sources.back().table;
+    ExprPtr &left = condition.arguments[0];
+    ExprPtr &right = condition.arguments[1];
+    const auto isText = [](const Expr &expr) { return expr.column && expr.column->textOnly; };
+    if (!table.hasLookups || !isText(*left) || !isText(*right) ||
+        (left->source == joined) == (right->source == joined))
+        return;
+    if (left->source == joined)
+        left.swap(right);
+    condition.lookup = true;
+    m_translation.lookups.push_back({table.name, right->column->name});
 }
 
 QByteArray SelectTranslator::tableSource(const FromItem &item)

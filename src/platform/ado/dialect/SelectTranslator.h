@@ -19,6 +19,7 @@ public:
 private:
     QByteArray from(FromItem &item, bool grouped);
     QByteArray tableSource(const FromItem &item);
+    void findLookups(Expr &condition);
     void expandStars(Select &query) const;
     void appendColumnsOf(std::vector<SelectItem> &items, size_t source, int token) const;
     void bindAll(Select &query);

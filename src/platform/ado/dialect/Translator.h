@@ -46,6 +46,16 @@ struct ResultColumn
     QString baseColumn; ///< empty for a computed column
 };
 
+/// A text column of a joined table by which a query looks rows up, so that it need not read all of
+/// them for each row that it joins them to.
+struct Lookup
+{
+    QString table;
+    QString column;
+
+    friend bool operator==(const Lookup &, const Lookup &) = default;
+};
+
 /// One statement of the desktop dialect, turned into a database's own.
 struct Translation
 {
@@ -55,6 +65,7 @@ struct Translation
     std::vector<Parameter> parameters; ///< in the order of the place holders
     std::vector<ResultColumn> columns; ///< of a Select or Identity
     QString baseTable;                 ///< the one table of a Select, empty when it has several
+    std::vector<Lookup> lookups;       ///< of a Select
 
     [[nodiscard]] bool changesSchema() const { return kind >= StatementKind::CreateTable; }
     [[nodiscard]] bool returnsRows() const { return kind <= StatementKind::Identity; }

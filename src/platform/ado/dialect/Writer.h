@@ -69,6 +69,14 @@ public:
     /// An item of a select list, so that it leaves the database as `type`.
     [[nodiscard]] virtual QByteArray resultItem(const QByteArray &operand, DataType type) const = 0;
 
+    /// The condition that a text equals a text column of the joined table known as `alias`, by a
+    /// lookup (Translator.h) that the session keeps. Not an operand.
+    [[nodiscard]] virtual QByteArray lookup(const QByteArray &text, QStringView alias,
+                                            QStringView /*table*/, QStringView column) const
+    {
+        return collated(text) + " = " + this->column(alias, column, DataType::VarWChar);
+    }
+
     // --- Statements
     /// What an INSERT says for a counter that is to get the next number.
     [[nodiscard]] virtual QByteArray nextNumber() const { return "NULL"; }

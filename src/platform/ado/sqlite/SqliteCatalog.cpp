@@ -2,7 +2,9 @@
 
 #include "platform/ado/sqlite/SqliteStatement.h"
 
-#include <string_view>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace ado {
 
@@ -55,6 +57,17 @@ DataType byAffinity(QStringView declaration)
     return declaration.isEmpty() ? DataType::VarWChar : DataType::Double;
 }
 
+/// A single key declared exactly as INTEGER is the row number itself, which SQLite hands out; one
+/// of several is not.
+dialect::TableInfo withCounter(dialect::TableInfo table)
+{
+    if (std::ranges::count(table.columns, true, &dialect::ColumnInfo::key) != 1) {
+        for (dialect::ColumnInfo &column : table.columns)
+            column.counter = false;
+    }
+    return table;
+}
+
 } // namespace
 
 DeclaredType declaredType(QStringView declaration)
@@ -77,39 +90,47 @@ DeclaredType declaredType(QStringView declaration)
 
 dialect::Catalog readCatalog(sqlite3 *database)
 {
-    // One row a column, with the number of key columns of its table and whether it has a row
-    // number.
+    // One row a column. Each table's columns are asked for once, since each such question is a
+    // statement of its own to SQLite.
     SqliteStatement columns(
-        database, "SELECT t.name, c.name, c.type, c.pk,"
-                  " (SELECT COUNT(*) FROM pragma_table_xinfo(t.name) AS k WHERE k.pk > 0), t.wr"
-                  " FROM sqlite_schema AS s JOIN pragma_table_list(s.name) AS t"
-                  " JOIN pragma_table_xinfo(t.name) AS c"
-                  " WHERE s.type = 'table' AND s.name NOT LIKE 'sqlite\\_%' ESCAPE '\\'"
-                  " AND t.schema = 'main' AND t.type = 'table' AND c.hidden = 0"
+        database, "SELECT t.name, c.name, c.type, c.pk, t.wr, c.hidden"
+                  " FROM pragma_table_list AS t CROSS JOIN sqlite_schema AS s ON s.name = t.name"
+                  " CROSS JOIN pragma_table_xinfo(t.name) AS c"
+                  " WHERE t.schema = 'main' AND t.type = 'table' AND s.type = 'table'"
+                  " AND t.name NOT LIKE 'sqlite\\_%' ESCAPE '\\'"
                   " ORDER BY s.rowid, c.cid");
     dialect::Catalog catalog;
     dialect::TableInfo table;
     const auto finish = [&] {
         if (!table.columns.empty())
-            catalog.add(std::move(table));
+            catalog.add(withCounter(std::move(table)));
         table = {};
     };
     while (columns.step()) {
         const QString tableName = columns.text(0);
+        const bool hasRowNumbers = columns.integer(4) == 0;
         if (tableName != table.name) {
             finish();
             table.name = tableName;
+            table.hasLookups = hasRowNumbers;
         }
+        const QString name = columns.text(1);
+        // The word would name the column then, and not the row's number.
+        if (name.compare("_rowid_"_L1, Qt::CaseInsensitive) == 0)
+            table.hasLookups = false;
+        if (columns.integer(5) != 0)
+            continue;
         const QString declaration = columns.text(2);
         const DeclaredType declared = declaredType(declaration);
         dialect::ColumnInfo info;
-        info.name = columns.text(1);
+        info.name = name;
         info.type = declared.type;
         info.width = declared.width;
         info.key = columns.integer(3) > 0;
-        // The single key declared exactly so is the row number itself, which SQLite hands out.
-        info.counter = info.key && columns.integer(4) == 1 && columns.integer(5) == 0 &&
-                       declaration.compare(QLatin1StringView("INTEGER"), Qt::CaseInsensitive) == 0;
+        info.counter = info.key && hasRowNumbers &&
+                       declaration.compare("INTEGER"_L1, Qt::CaseInsensitive) == 0;
+        // A column without any type keeps numbers as they come.
+        info.textOnly = info.type == DataType::VarWChar && !declaration.isEmpty();
         table.columns.push_back(std::move(info));
     }
     finish();

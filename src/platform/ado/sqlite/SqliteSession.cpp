@@ -22,8 +22,8 @@ constexpr int kCachedStatements = 64;
 SqliteSession::SqliteSession(const QString &path)
     : m_database(path), m_beginWriting(m_database.handle(), "BEGIN IMMEDIATE"),
       m_commit(m_database.handle(), "COMMIT"),
-      m_schemaVersion(m_database.handle(), "PRAGMA schema_version"), m_turn(path),
-      m_statements(kCachedStatements)
+      m_schemaVersion(m_database.handle(), "PRAGMA schema_version"), m_lookups(m_database.handle()),
+      m_turn(path), m_statements(kCachedStatements)
 {
 }
 
@@ -49,6 +49,8 @@ void SqliteSession::commit()
 
 void SqliteSession::rollback()
 {
+    if (m_transaction == Transaction::Running)
+        m_lookups.distrust();
     m_transaction = Transaction::None;
     // The schema's version falls back with the schema, and a later change may take the same one.
     if (m_schemaTouched)
@@ -121,6 +123,7 @@ void SqliteSession::forgetSchema()
 {
     m_catalog.reset();
     m_statements.clear();
+    m_lookups.distrust();
 }
 
 void SqliteSession::execute(QStringView statement)
@@ -153,10 +156,13 @@ void SqliteSession::run(QStringView text, RowSet *rows)
             changeSchema(translation);
             return;
         }
+        m_lookups.update(translation.lookups); // which it names
         SqliteStatement statement(m_database.handle(), translation.sql);
         m_statements.insert(lexed.shape,
                             new Prepared{std::move(translation), std::move(statement)});
         prepared = m_statements.object(lexed.shape);
+    } else {
+        m_lookups.update(prepared->translation.lookups);
     }
 
     const dialect::Translation &translation = prepared->translation;

@@ -3,6 +3,7 @@
 #include "platform/ado/Session.h"
 #include "platform/ado/WriteBack.h"
 #include "platform/ado/sqlite/SqliteDatabase.h"
+#include "platform/ado/sqlite/SqliteLookups.h"
 #include "platform/ado/sqlite/SqliteStatement.h"
 #include "platform/ado/sqlite/SqliteTurn.h"
 #include "platform/ado/sqlite/SqliteWriter.h"
@@ -66,6 +67,7 @@ private:
     SqliteStatement m_beginWriting;
     SqliteStatement m_commit;
     SqliteStatement m_schemaVersion;
+    SqliteLookups m_lookups;
     SqliteWriter m_writer;
     SqliteTurn m_turn;
     Transaction m_transaction = Transaction::None;

@@ -44,6 +44,12 @@ QByteArray nearestEven(const QByteArray &real)
 
 } // namespace
 
+// Both names are quoted within the name, so that no two columns share one.
+QByteArray SqliteWriter::lookupTable(QStringView table, QStringView column)
+{
+    return "temp." + name(QString::fromUtf8(name(table) + '.' + name(column)));
+}
+
 QByteArray SqliteWriter::placeHolder(int number, DataType) const
 {
     return '?' + QByteArray::number(number);
@@ -134,6 +140,17 @@ QByteArray SqliteWriter::orderItem(const QByteArray &operand, bool descending) c
 QByteArray SqliteWriter::resultItem(const QByteArray &operand, DataType) const
 {
     return operand;
+}
+
+// What the lookup finds is compared all the same, since it may hold more than the table does. The
+// plus keeps SQLite from making an index of its own for that comparison at every run.
+QByteArray SqliteWriter::lookup(const QByteArray &text, QStringView alias, QStringView table,
+                                QStringView column) const
+{
+    const QByteArray joined = name(alias) + '.';
+    return collated(text) + " = +" + joined + name(column) + " AND " + joined +
+           "_rowid_ IN (SELECT number FROM " + lookupTable(table, column) +
+           " WHERE text = " + text + ')';
 }
 
 QByteArray SqliteWriter::identityQuery() const

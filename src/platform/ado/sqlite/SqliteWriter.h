@@ -14,6 +14,9 @@ public:
     /// The collation that statements refer to. The session has to offer it, and SqliteFunctions.h.
     static constexpr char kCollation[] = "NORSK";
 
+    /// The temporary table (SqliteLookups.h) of a text column.
+    [[nodiscard]] static QByteArray lookupTable(QStringView table, QStringView column);
+
     [[nodiscard]] QByteArray placeHolder(int number, DataType type) const override;
     [[nodiscard]] QByteArray truth(bool value) const override;
     [[nodiscard]] QByteArray convert(const QByteArray &operand, DataType from,
@@ -29,6 +32,8 @@ public:
     [[nodiscard]] QByteArray collated(const QByteArray &text) const override;
     [[nodiscard]] QByteArray orderItem(const QByteArray &operand, bool descending) const override;
     [[nodiscard]] QByteArray resultItem(const QByteArray &operand, DataType type) const override;
+    [[nodiscard]] QByteArray lookup(const QByteArray &text, QStringView alias, QStringView table,
+                                    QStringView column) const override;
     [[nodiscard]] QByteArray identityQuery() const override;
     [[nodiscard]] QByteArray columnType(QStringView column, DataType type,
                                         int width) const override;

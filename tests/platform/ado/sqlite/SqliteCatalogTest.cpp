@@ -118,4 +118,22 @@ TEST_F(SqliteCatalog, ListsTablesOnlyInTheOrderOfTheirMaking)
     EXPECT_EQ(catalog.tables()[2].name, u"sqliteAktig"_s);
 }
 
+TEST_F(SqliteCatalog, KnowsWhatTextsCanBeLookedUp)
+{
+    const auto catalog = catalogOf("CREATE TABLE A (x TEXT(5), y VARCHAR(5), z, n LONG);"
+                                   "CREATE TABLE B (x TEXT(5) PRIMARY KEY) WITHOUT ROWID;"
+                                   "CREATE TABLE C (x TEXT(5), _RowId_ LONG);"
+                                   "CREATE TABLE D (x TEXT(5), _rowid_ LONG AS (7))");
+    const dialect::TableInfo *a = catalog.table(u"A");
+    ASSERT_TRUE(a);
+    EXPECT_TRUE(a->hasLookups);
+    EXPECT_TRUE(a->column(u"x")->textOnly);
+    EXPECT_TRUE(a->column(u"y")->textOnly);
+    EXPECT_FALSE(a->column(u"z")->textOnly);
+    EXPECT_FALSE(a->column(u"n")->textOnly);
+    for (const QStringView table : {u"B", u"C", u"D"})
+        EXPECT_FALSE(catalog.table(table)->hasLookups) << table.toUtf8().constData();
+    EXPECT_EQ(catalog.table(u"D")->columns.size(), 1U);
+}
+
 } // namespace ado::test
