@@ -69,6 +69,10 @@ public:
     {
         m_session->continueCounter(table, lastNumber);
     }
+    void provideIndex(QStringView table, QStringView index, const QStringList &items) override
+    {
+        m_session->provideIndex(table, index, items);
+    }
     const ado::dialect::Catalog &catalog() override { return m_session->catalog(); }
     QStringList damages() override { return m_session->damages(); }
     bool takeTurn() override { return m_session->takeTurn(); }

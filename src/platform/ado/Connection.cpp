@@ -122,6 +122,11 @@ void Connection::execute(const QString &statement, int options)
     open.execute(statement);
 }
 
+void Connection::provideIndex(const QString &table, const QString &index, const QStringList &items)
+{
+    session().provideIndex(table, index, items);
+}
+
 bool Connection::takeTurn()
 {
     return session().takeTurn();

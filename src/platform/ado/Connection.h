@@ -54,6 +54,11 @@ public:
     /// Runs exactly one statement in the desktop dialect; rows that it returns are dropped.
     void execute(const QString &statement, int options = options::kUnspecified);
 
+    /// Makes an index over columns of a table unless it is there; an item is a column's name, or
+    /// "Year(column)" as statements ask for it. The module makes none by this; it is for a parent,
+    /// whose tables they are.
+    void provideIndex(const QString &table, const QString &index, const QStringList &items);
+
     /// Takes the turn at what only one connection at a time, of any process, is to do with the
     /// database; false while another one has it. It is kept until this connection closes or its
     /// process dies. Lost with its session, it is taken anew by the next call, if it is free.

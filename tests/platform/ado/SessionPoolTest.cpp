@@ -31,6 +31,7 @@ public:
     void append(QStringView, const RowSet &) override {}
     qint64 lastNumber(QStringView) override { return 0; }
     void continueCounter(QStringView, qint64) override {}
+    void provideIndex(QStringView, QStringView, const QStringList &) override {}
     const dialect::Catalog &catalog() override { return m_catalog; }
     bool takeTurn() override { return true; }
     bool reset() noexcept override

@@ -24,11 +24,12 @@ public:
     }
 
     // --- Values
-    /// A column of one of the statement's tables.
+    /// A column of one of the statement's tables; without an alias, of the table that a definition
+    /// is about.
     [[nodiscard]] virtual QByteArray column(QStringView alias, QStringView column,
                                             DataType /*type*/) const
     {
-        return name(alias) + '.' + name(column);
+        return alias.isEmpty() ? name(column) : name(alias) + '.' + name(column);
     }
     /// The place of parameter `number`, counted from 1; a number may be used several times.
     [[nodiscard]] virtual QByteArray placeHolder(int number, DataType type) const = 0;

@@ -2,6 +2,7 @@
 
 #include "platform/ado/AdoTypes.h"
 #include "platform/ado/WriteBack.h"
+#include "platform/ado/dialect/IndexTranslator.h"
 #include "platform/ado/postgres/PostgresCatalog.h"
 #include "platform/ado/postgres/PostgresCopy.h"
 #include "platform/ado/postgres/PostgresError.h"
@@ -350,6 +351,11 @@ void PostgresSession::changeSchema(const dialect::Translation &translation)
         m_schemaTouched = true;
     });
     forgetSchema();
+}
+
+void PostgresSession::provideIndex(QStringView table, QStringView index, const QStringList &items)
+{
+    changeSchema(dialect::translateIndex(table, index, items, catalog(), m_writer));
 }
 
 // --- Writing back

@@ -37,6 +37,7 @@ public:
     void append(QStringView table, const RowSet &rows) override;
     qint64 lastNumber(QStringView table) override;
     void continueCounter(QStringView table, qint64 lastNumber) override;
+    void provideIndex(QStringView table, QStringView index, const QStringList &items) override;
     const dialect::Catalog &catalog() override;
     bool takeTurn() override;
     bool reset() noexcept override;

@@ -80,7 +80,7 @@ bool PostgresWriter::needsCollation(const QByteArray &sql)
 
 QByteArray PostgresWriter::column(QStringView alias, QStringView column, DataType type) const
 {
-    QByteArray sql = name(alias) + '.' + name(column) + "::" + typeName(type);
+    QByteArray sql = Writer::column(alias, column, type) + "::" + typeName(type);
     if (type == DataType::VarWChar)
         sql += kCollate;
     return '(' + sql + ')';

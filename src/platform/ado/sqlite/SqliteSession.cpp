@@ -1,6 +1,7 @@
 #include "platform/ado/sqlite/SqliteSession.h"
 
 #include "platform/ado/AdoTypes.h"
+#include "platform/ado/dialect/IndexTranslator.h"
 #include "platform/ado/sqlite/SqliteCatalog.h"
 #include "platform/ado/sqlite/SqliteRows.h"
 
@@ -189,6 +190,11 @@ void SqliteSession::changeSchema(const dialect::Translation &translation)
         for (const QByteArray &followUp : translation.followUps)
             m_database.run(followUp.constData());
     });
+}
+
+void SqliteSession::provideIndex(QStringView table, QStringView index, const QStringList &items)
+{
+    changeSchema(dialect::translateIndex(table, index, items, catalog(), m_writer));
 }
 
 // --- Writing back

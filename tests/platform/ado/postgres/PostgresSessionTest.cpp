@@ -1,3 +1,5 @@
+#include "platform/ado/Session.h"
+#include "platform/ado/postgres/PostgresWriter.h"
 #include "platform/ado/postgres/Support.h"
 #include "runtime/Moment.h"
 
@@ -35,6 +37,28 @@ TEST_F(PostgresSessionTest, TablesMadeWithOtherTypesWorkAlike)
     client.run(u"UPDATE Annet SET Navn='Øy', Belop=7.25, Dag=#12/24/2015# WHERE Navn='BØ'"_s);
     EXPECT_EQ(stored(u"SELECT \"Navn\", belop, dag FROM \"Annet\" WHERE nr = 2"_s),
               "Øy|7.25|2015-12-24");
+}
+
+TEST_F(PostgresSessionTest, IndexOfAYearIsUsed)
+{
+    Client client(m_database);
+    client.run(u"CREATE TABLE Bilag (KlientNr SHORT, BilagNr LONG, BilagDato DATE)"_s);
+    client.provideIndex(u"Bilag"_s, u"KlientAarNr"_s,
+                        {u"KlientNr"_s, u"Year(BilagDato)"_s, u"BilagNr"_s});
+    const dialect::Lexed asked = dialect::lex(u"SELECT Max(BilagNr) AS MaxNr FROM Bilag WHERE "
+                                              u"KlientNr= 5 AND Year(Bilag.BilagDato)= 2014"_s);
+    const DataSource source = resolve(ConnectionString(m_database.connectionString()));
+    const std::unique_ptr<Session> session = openSession(source);
+    QByteArray sql = dialect::translate(asked, session->catalog(), PostgresWriter()).sql;
+    sql.replace("$1", "5").replace("$2", "2014");
+    OtherUser planner(m_database);
+    // A table of few rows would be read through all the same.
+    planner.run(u"INSERT INTO \"Bilag\" SELECT 5, number, '2014-03-09' FROM "
+                u"generate_series(1, 5000) AS number; ANALYZE \"Bilag\""_s);
+    const QString plan = planner.all(u"EXPLAIN "_s + QString::fromUtf8(sql));
+    EXPECT_TRUE(plan.contains(u"Index Only Scan Backward") || plan.contains(u"Index Scan Backward"))
+        << plan.toStdString();
+    EXPECT_EQ(plan.count(u"Filter:"), 0) << plan.toStdString();
 }
 
 // A moment that another program keeps with its zone is a day of this machine's calendar, not of the

@@ -29,15 +29,20 @@ public:
                        PQfinish)
     {
     }
-    QString run(const QString &sql)
+    /// The first value of the first row.
+    QString run(const QString &sql) { return all(sql).section(u'\n', 0, 0); }
+    /// The first value of each row, a line each.
+    QString all(const QString &sql)
     {
         const std::unique_ptr<PGresult, void (*)(PGresult *)> result(
             PQexec(m_connection.get(), sql.toUtf8().constData()), PQclear);
         const ExecStatusType status = PQresultStatus(result.get());
         EXPECT_TRUE(status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK)
             << sql.toStdString() << ": " << PQerrorMessage(m_connection.get());
-        return PQntuples(result.get()) > 0 ? QString::fromUtf8(PQgetvalue(result.get(), 0, 0))
-                                           : QString();
+        QStringList lines;
+        for (int row = 0; row < PQntuples(result.get()); ++row)
+            lines += QString::fromUtf8(PQgetvalue(result.get(), row, 0));
+        return lines.join(u'\n');
     }
 
 private:

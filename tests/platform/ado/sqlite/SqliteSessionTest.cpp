@@ -1,4 +1,4 @@
-#include "platform/ado/Support.h"
+#include "platform/ado/sqlite/ScanCounter.h"
 
 #include <QFileInfo>
 
@@ -26,6 +26,7 @@ protected:
         return set;
     }
 
+    const ScanCounter m_scans;
     Database m_file;
     Connection m_connection;
     Tool m_tool{m_file.path()};
@@ -112,6 +113,28 @@ TEST_F(SqliteSessionTest, FileStaysReadableByAnyTool)
     // This connection knows nothing of our collation.
     EXPECT_EQ(m_tool.text("PRAGMA integrity_check"), "ok");
     EXPECT_EQ(m_tool.text("SELECT Navn FROM Kunde WHERE Navn = 'berg'"), "berg");
+}
+
+TEST_F(SqliteSessionTest, IndexOfAYearIsUsedAndEveryToolCanWriteBesideIt)
+{
+    run(u"CREATE TABLE Bilag (KlientNr SHORT, BilagNr LONG, BilagDato DATE)"_s);
+    for (int number = 1; number <= 50; ++number)
+        run(u"INSERT INTO Bilag VALUES (5,%1,#03/09/2014#)"_s.arg(number));
+    const auto largest = [this] {
+        ScanCounter::steps();
+        return rows(u"SELECT Max(BilagNr) AS MaxNr FROM Bilag WHERE KlientNr= 5 AND "
+                    u"Year(Bilag.BilagDato)= 2014"_s)
+            .integer(0);
+    };
+    EXPECT_EQ(largest(), 50);
+    EXPECT_GE(ScanCounter::steps(), 49);
+    m_connection.provideIndex(u"Bilag"_s, u"KlientAarNr"_s,
+                              {u"KlientNr"_s, u"Year(BilagDato)"_s, u"BilagNr"_s});
+    EXPECT_EQ(largest(), 50);
+    EXPECT_EQ(ScanCounter::steps(), 0);
+    m_tool.run("INSERT INTO Bilag VALUES (5, 70, '2014-12-31'), (5, 80, 'i fjor'), (5, 90, NULL)");
+    EXPECT_EQ(m_tool.text("PRAGMA integrity_check"), "ok");
+    EXPECT_EQ(largest(), 70);
 }
 
 TEST_F(SqliteSessionTest, ProtectedFileIsReadAndRefusesWriting)
