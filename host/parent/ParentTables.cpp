@@ -34,4 +34,11 @@ void createParentTables(ado::Connection &connection)
     };
     for (const QString &statement : statements)
         connection.execute(statement);
+    provideParentIndexes(connection);
+}
+
+void provideParentIndexes(ado::Connection &connection)
+{
+    connection.provideIndex(u"Bilag"_s, u"KlientAarNr"_s,
+                            {u"KlientNr"_s, u"Year(BilagDato)"_s, u"BilagNr"_s});
 }

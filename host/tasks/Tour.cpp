@@ -31,6 +31,17 @@ void inTransaction(const database::Place &place, Fill &&fill)
     connection.commitTrans();
 }
 
+/// A database made by an earlier version has no indexes yet. They only save time, so a database
+/// that refuses them is used without.
+void makeIndexes(const database::Place &place)
+{
+    passOver([&] {
+        ado::Connection connection;
+        connection.open(place.connectionString);
+        provideParentIndexes(connection);
+    });
+}
+
 /// The first posting run of a database would find no work table to drop, and leave the text of that
 /// error behind, by which the next order would lose its lines. Each run makes its own.
 void makeWorkTable(const database::Place &place)
@@ -122,6 +133,7 @@ void tour::startModule(Component &component, const database::Place &place, const
                         (reason.isEmpty() ? QString() : u": "_s + reason.simplified()));
     }
     makeWorkTable(place);
+    makeIndexes(place);
     say(u"Modulen er startet for klient %1, år %2: ModuleInit %3"_s.arg(options.klient)
             .arg(options.aar)
             .arg(ready));

@@ -96,6 +96,15 @@ TEST_F(ServerTest, ModuleStartsByUriNameAndConnectionString)
     expectRefusal(host({u"--dsn"_s, u"dsn=Ukjent"_s}), 1, u"«Ukjent»"_s);
 }
 
+TEST_F(ServerTest, StartGivesAnOlderDatabaseTheIndexOfItsVouchers)
+{
+    const QString drop = u"DROP INDEX \"Bilag.KlientAarNr\""_s; // fails where there is none
+    ASSERT_EQ(demo(uri()).status, 0);
+    m_database.run(drop);
+    EXPECT_EQ(host({u"--dsn"_s, uri(), u"--aar"_s, u"2014"_s}).status, 0);
+    m_database.run(drop);
+}
+
 TEST_F(ServerTest, DemoRefusesADatabaseWithTables)
 {
     m_database.run(u"CREATE TABLE annet (nr int)"_s);

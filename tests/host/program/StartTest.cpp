@@ -44,6 +44,24 @@ TEST_F(StartTest, BringsAnOlderDatabaseUp)
     EXPECT_EQ(single(u"SELECT FakTekst2 FROM Klient"_s), u"\\N"_s);
 }
 
+TEST_F(StartTest, GivesAnOlderDatabaseTheIndexOfItsVouchers)
+{
+    const QByteArray drop = "DROP INDEX \"Bilag.KlientAarNr\""; // fails where there is none
+    makeDemo();
+    runInFile(u"demo.db"_s, drop);
+    EXPECT_EQ(startOn(u"demo.db"_s).status, 0);
+    runInFile(u"demo.db"_s, drop);
+}
+
+TEST_F(StartTest, StartsOnVouchersThatCannotHaveTheIndex)
+{
+    makeDemo();
+    change(u"DROP TABLE Bilag"_s);
+    EXPECT_EQ(startOn(u"demo.db"_s).err, QString());
+    change(u"CREATE TABLE Bilag (BilagDato TEXT(10))"_s);
+    EXPECT_EQ(startOn(u"demo.db"_s).status, 0);
+}
+
 TEST_F(StartTest, AddsTheSalesAccountOfAnotherClient)
 {
     makeDemo();
