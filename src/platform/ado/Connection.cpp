@@ -54,6 +54,10 @@ void Connection::open(const QString &connectionString, const QString &user, cons
     checkOptions(options);
     if (!connectionString.isEmpty())
         m_connectionString = connectionString;
+    if (user.isEmpty() && password.isEmpty()) {
+        m_session = SessionPool::shared().acquire(m_connectionString);
+        return;
+    }
     ConnectionString pairs(m_connectionString);
     if (!user.isEmpty())
         pairs.setValue(u"uid", user);

@@ -146,11 +146,17 @@ DataSource resolve(const ConnectionString &connectionString)
     if (name.isEmpty())
         throw RunTimeError(errors::kUnspecified,
                            u"Tilkoblingsstrengen navngir ingen datakilde («dsn=…»)."_s);
+    const auto byTextAlone = [](DataSource source) {
+        source.byTextAlone = true;
+        return source;
+    };
     if (name.startsWith(u"postgresql://") || name.startsWith(u"postgres://"))
-        return postgresServer(postgresKeywords(name), connectionString);
+        return byTextAlone(postgresServer(postgresKeywords(name), connectionString));
     if (isServerAddress(name))
         throw RunTimeError(errors::kUnspecified,
                            u"Adressen til en databasetjener skrives «postgresql://…»."_s);
+    if (name.startsWith(u'/'))
+        return byTextAlone(sqliteFile(name, connectionString));
     if (name.contains(u'/') || QFileInfo::exists(name))
         return sqliteFile(name, connectionString);
     return fromOdbcIni(name, connectionString);

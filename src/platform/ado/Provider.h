@@ -21,6 +21,9 @@ struct DataSource
     /// Of a PostgresServer: libpq's keywords, the password among them.
     QMap<QString, QString> server;
     QString key; ///< the same for all connection strings that may share a session
+    /// The connection string alone has decided: an address, or a file by its whole path. Else the
+    /// current folder or an odbc.ini has had a say, and may have another one next time.
+    bool byTextAlone = false;
 };
 
 /// False for the name of a file that is not there, when it may be a misspelt address or connection

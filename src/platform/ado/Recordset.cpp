@@ -55,7 +55,7 @@ std::shared_ptr<Session> Recordset::session() const
     if (m_activeConnection || m_activeConnectionString.isEmpty())
         throw RunTimeError(errors::kNoConnection,
                            u"Postsettet har ingen åpen tilkobling til datakilden."_s);
-    return SessionPool::shared().acquire(resolve(ConnectionString(m_activeConnectionString)));
+    return SessionPool::shared().acquire(m_activeConnectionString);
 }
 
 // --- Opening and closing

@@ -45,6 +45,15 @@ std::shared_ptr<Session> SessionPool::acquire(const DataSource &source)
     return {session.release(), giveBack};
 }
 
+std::shared_ptr<Session> SessionPool::acquire(const QString &connectionString)
+{
+    if (!m_lastSource.byTextAlone || connectionString != m_lastText) {
+        m_lastSource = resolve(ConnectionString(connectionString));
+        m_lastText = connectionString;
+    }
+    return acquire(m_lastSource);
+}
+
 std::size_t SessionPool::idleCount(const DataSource &source) const
 {
     const auto idle = m_idle.value(source.key);

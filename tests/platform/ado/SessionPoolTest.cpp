@@ -3,6 +3,8 @@
 #include "platform/ado/Session.h"
 #include "platform/ado/Support.h"
 
+#include <QDir>
+
 namespace ado::test {
 
 namespace {
@@ -127,6 +129,42 @@ TEST_F(SessionPoolTest, FailedOpeningIsRaisedAndLeavesNothing)
     EXPECT_EQ(errorOf([&] { static_cast<void>(pool.acquire(source(u"a"_s))); }),
               errors::kUnspecified);
     EXPECT_EQ(pool.idleCount(source(u"a"_s)), 0U);
+}
+
+TEST(SessionPool, ConnectionStringNamesWhatItNamesNow)
+{
+    IdleSession::Log log;
+    QStringList opened;
+    SessionPool pool([&](const DataSource &source) {
+        opened += source.location;
+        return std::make_unique<IdleSession>(log);
+    });
+    const auto use = [&](const QString &dsn) { static_cast<void>(pool.acquire(u"dsn="_s + dsn)); };
+    const QTemporaryDir folder;
+    const QString here = folder.path();
+    ASSERT_TRUE(QDir(here).mkdir(u"under"_s));
+    const QString before = QDir::currentPath();
+    const Variable ini("ODBCINI", here + u"/odbc.ini"_s);
+    const auto writeIni = [&](const QString &database) {
+        QFile file(here + u"/odbc.ini"_s);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(u"[Firma]\nDriver=SQLite3\nDatabase=%1\n"_s.arg(database).toUtf8());
+    };
+
+    for (const QString &dsn : {u"/a.db"_s, u"/b.db"_s, u"/a.db"_s})
+        use(dsn);
+    ASSERT_TRUE(QDir::setCurrent(here));
+    use(u"./c.db"_s);
+    ASSERT_TRUE(QDir::setCurrent(u"under"_s));
+    use(u"./c.db"_s);
+    ASSERT_TRUE(QDir::setCurrent(before));
+    writeIni(u"/d.db"_s);
+    use(u"Firma"_s);
+    writeIni(u"/e.db"_s);
+    use(u"Firma"_s);
+    EXPECT_EQ(opened, (QStringList{u"/a.db"_s, u"/b.db"_s, here + u"/c.db"_s,
+                                   here + u"/under/c.db"_s, u"/d.db"_s, u"/e.db"_s}));
+    EXPECT_EQ(errorOf([&] { use(QString()); }), errors::kUnspecified);
 }
 
 TEST(SessionPool, SessionMayOutliveThePool)
