@@ -46,6 +46,44 @@ TEST_F(OrdreAngreTest, LinesThatWereEmptiedComeBackWithTheirSums)
     EXPECT_EQ(summer(), u" 0,00| 0,00| 0,00"_s);
 }
 
+TEST_F(OrdreAngreTest, EachLineOfABlockThatIsEmptiedIsSummedAnew)
+{
+    nyOrdre();
+    skrivLinje(2, u"P1"_s, u"3"_s);
+    const QStringList foer{linje(1), linje(2)};
+    for (const bool klipp : {false, true}) {
+        staaI(kAntall, 2);
+        gridtast(Qt::Key_Up, Qt::ShiftModifier);
+        if (klipp)
+            gridtast(Qt::Key_X, Qt::ControlModifier);
+        else
+            gridtast(Qt::Key_Delete);
+        EXPECT_EQ(aktiv(), std::pair(int(kAntall), 2));
+        gridtast(Qt::Key_Tab);
+        for (const int row : {1, 2}) {
+            EXPECT_EQ(celle(kSumNetto, row), u" 0,00"_s) << row;
+            EXPECT_EQ(celle(kSumBrutto, row), u" 0,00"_s) << row;
+        }
+        EXPECT_EQ(summer(), u" 0,00| 0,00| 0,00"_s);
+        angre();
+        EXPECT_EQ(QStringList({linje(1), linje(2)}), foer);
+        EXPECT_EQ(summer(), u" 500,00| 125,00| 625,00"_s);
+    }
+}
+
+TEST_F(OrdreAngreTest, SumsOfEmptiedLinesAreOneStepWithThem)
+{
+    endreOrdre();
+    const QStringList foer{linje(1), linje(2), linje(3)};
+    staaI(kAntall, 1); // which the screen leads to from each product that is emptied
+    gridtast(Qt::Key_A, Qt::ControlModifier);
+    gridtast(Qt::Key_Delete);
+    gridtast(Qt::Key_Down);
+    EXPECT_EQ(celle(kSumNetto, 1), u" 0,00"_s);
+    angre();
+    EXPECT_EQ(QStringList({linje(1), linje(2), linje(3)}), foer);
+}
+
 TEST_F(OrdreAngreTest, AProductIsTakenBackWithWhatItBrought)
 {
     leggProdukt(u"P2"_s, u"Tips"_s, u"40"_s, u"15"_s);

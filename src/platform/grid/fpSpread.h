@@ -255,10 +255,12 @@ private:
     bool historyKey(const QKeyEvent *event);
     void copySelection() const;
     void clearSelection();
+    bool tellOfCleared(EditHistory::Step &step);
     void paste();
     void pasteBlock(const QStringList &lines);
     void replay(const EditHistory::Step &step);
     [[nodiscard]] bool isSeen(const EditHistory::Step &step) const;
+    void rewrite(EditHistory::Place place, const QString &text);
     bool userWrites(Cell cell, const QVariant &value, int role, EditHistory::Step &step);
     bool tellOfChange(Cell cell, EditHistory::Step &answers);
     bool hearAnswers(EditHistory::Step &answers, const std::function<void()> &tell);

@@ -87,6 +87,8 @@ void fpSpread::copySelection() const
     QGuiApplication::clipboard()->setText(text);
 }
 
+/// Of one cell the screen is told when that is left; of several at once, since only one of them
+/// will be.
 void fpSpread::clearSelection()
 {
     const CellRange block = selectedOrActive();
@@ -100,7 +102,35 @@ void fpSpread::clearSelection()
                 m_userChangedCell = true;
         }
     }
+    if (step.size() > 1 && !tellOfCleared(step))
+        return;
     m_history.add(step, false);
+}
+
+/// Tells the screen of the cells of the step. They are empty and stay so; what the screen writes
+/// elsewhere in answer belongs to the step. Returns as hearAnswers.
+bool fpSpread::tellOfCleared(EditHistory::Step &step)
+{
+    const Cell active = m_active;
+    const Cell extent = m_extent;
+    const EditHistory::Step cleared = step;
+    for (const auto &[place, texts] : cleared) {
+        EditHistory::Step answers;
+        if (!tellOfChange({place.col, place.row}, answers))
+            return false;
+        for (const auto &[answer, written] : answers) {
+            if (cleared.contains(answer))
+                rewrite(answer, QString());
+            else
+                EditHistory::note(step, answer, written.before, written.after);
+        }
+    }
+    // A screen may have gone to another cell in answer. What it answers when this one is left goes
+    // with the step.
+    setActive(active);
+    m_extent = extent;
+    m_userChangedCell = true;
+    return true;
 }
 
 void fpSpread::paste()
@@ -157,14 +187,10 @@ void fpSpread::replay(const EditHistory::Step &step)
     if (step.empty())
         return;
     endEdit(QAbstractItemDelegate::RevertModelCache);
-    const auto write = [this](EditHistory::Place place, const QString &text) {
-        m_sheet.setText(place.col, place.row, text);
-        m_model->cellChanged(place.col, place.row);
-    };
     std::vector<EditHistory::Place> changed;
     std::set<EditHistory::Place> known;
     for (const auto &[place, texts] : step) {
-        write(place, texts.after);
+        rewrite(place, texts.after);
         changed.push_back(place);
         known.insert(place);
     }
@@ -174,7 +200,7 @@ void fpSpread::replay(const EditHistory::Step &step)
             return;
         endEdit(QAbstractItemDelegate::RevertModelCache);
         for (const auto &[place, texts] : answers) {
-            write(place, texts.before);
+            rewrite(place, texts.before);
             if (known.insert(place).second)
                 changed.push_back(place);
         }
@@ -198,6 +224,13 @@ void fpSpread::forgetEdits()
     m_history.forget();
     if (EditHistory::Step *answers = std::exchange(m_answers, nullptr))
         answers->clear();
+}
+
+/// Gives a cell a text that is neither typed nor told of.
+void fpSpread::rewrite(EditHistory::Place place, const QString &text)
+{
+    m_sheet.setText(place.col, place.row, text);
+    m_model->cellChanged(place.col, place.row);
 }
 
 /// As SheetModel::setData, and notes the change in `step`.

@@ -107,6 +107,44 @@ TEST_F(fpSpreadHistory, AClearedBlockIsOneStep)
     EXPECT_EQ(block(1, 1, 2, 2), u"a|/|b");
 }
 
+TEST_F(fpSpreadHistory, EachCellOfAClearedBlockIsToldAndStaysEmpty)
+{
+    answerWithTheDouble();
+    enter(1, 1, u"3"_s);
+    enter(1, 2, u"4"_s);
+    activate(1, 1);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    events.clear();
+    key(Qt::Key_Delete);
+    EXPECT_EQ(events, (QStringList{u"LeaveCell 1 1 -1 -1"_s, u"LeaveCell 1 2 -1 -1"_s}));
+    EXPECT_EQ(block(1, 1, 2, 2), u"|0/|0");
+    EXPECT_EQ(sum, 0);
+    undo();
+    EXPECT_EQ(block(1, 1, 2, 2), u"3|6/4|8");
+    EXPECT_EQ(sum, 14);
+
+    key(Qt::Key_A, Qt::ControlModifier);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(grid.dataRowCnt(), 0) << "an answer to what was emptied is none";
+    undo();
+    EXPECT_EQ(block(1, 1, 2, 2), u"3|6/4|8");
+}
+
+TEST_F(fpSpreadHistory, AScreenMayCloseWhenItIsToldOfAClearedBlock)
+{
+    auto *other = new fpSpread;
+    const QPointer<fpSpread> guard(other);
+    other->setCurrent(1, 1);
+    for (const QString &text : {u"a"_s, u"b"_s}) {
+        QTest::keyClicks(other, text);
+        QTest::keyClick(other, Qt::Key_Return);
+    }
+    QObject::connect(other, &fpSpread::LeaveCell, [&] { delete other; });
+    QTest::keyClick(other, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(other, Qt::Key_Delete);
+    EXPECT_FALSE(guard);
+}
+
 TEST_F(fpSpreadHistory, ANewEditEndsWhatCouldBeDoneAgain)
 {
     enter(1, 1, u"a"_s);
