@@ -99,6 +99,11 @@ void paintCheck(QPainter *painter, const QStyleOptionViewItem &cell, bool marked
     QStyle *style = cell.widget->style();
     QStyleOptionButton box;
     box.initFrom(cell.widget);
+    // A dark desktop's box, filled with its ground, would read as marked on a light cell.
+    if (cell.backgroundBrush.style() != Qt::NoBrush) {
+        box.palette.setBrush(QPalette::Base, cell.backgroundBrush);
+        box.palette.setBrush(QPalette::Text, cell.palette.text());
+    }
     box.state = marked ? QStyle::State_On : QStyle::State_Off;
     if (enabled)
         box.state |= QStyle::State_Enabled;

@@ -66,6 +66,27 @@ TEST_F(CellPaint, ACheckCellShowsItsMarkAndNoText)
     EXPECT_NE(image(2, 4), image(3, 4));
 }
 
+TEST_F(CellPaint, AMarkGoesWithTheGroundOfItsCell)
+{
+    QPalette dark;
+    dark.setColor(QPalette::Window, QColor(53, 53, 53));
+    dark.setColor(QPalette::Base, QColor(35, 35, 35));
+    dark.setColor(QPalette::Text, Qt::white);
+    grid.setPalette(dark);
+    setType(2, kAll, CellType::ofNumber(10));
+    grid.setCurrent(2, 2);
+    grid.setBackColor(kWhite);
+    const auto middle = [this](int row) {
+        const QImage cell = image(2, row);
+        return cell.pixelColor(cell.rect().center()).lightness();
+    };
+    EXPECT_GT(middle(2), 200) << "a filled box on white reads as marked";
+    EXPECT_LT(middle(3), 100);
+    const QImage empty = image(2, 2);
+    fill(2, 2, u"1"_s);
+    EXPECT_NE(image(2, 2), empty);
+}
+
 TEST_F(CellPaint, AnActiveListShowsItsArrowUnlessItIsLocked)
 {
     activate(2, 2);
