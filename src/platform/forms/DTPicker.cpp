@@ -210,7 +210,10 @@ void DTPicker::keyPressEvent(QKeyEvent *event)
 
 void DTPicker::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton && arrow().contains(event->pos())) {
+    // The base class drops the calendar down under any button.
+    if (event->button() != Qt::LeftButton)
+        return;
+    if (arrow().contains(event->pos())) {
         judgeTyped();
         m_choiceTold = false;
         Q_EMIT entered();

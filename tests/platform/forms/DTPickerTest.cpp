@@ -83,6 +83,15 @@ TEST_F(Picker, SettingTheValueByCodeRaisesNothing)
     EXPECT_EQ(entered->count(), 0);
 }
 
+TEST_F(Picker, OnlyTheLeftButtonOpensTheCalendar)
+{
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+        QTest::mouseClick(picker, button, {}, QPoint(picker->width() - 8, 13));
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << button;
+    }
+    openCalendar();
+}
+
 TEST_F(Picker, AValueOutsideTheLimitsIsAnErrorAndChangesNothing)
 {
     EXPECT_EQ(passOver([&] { picker->setValue(QDate(2025, 12, 31)); }), 35773);
