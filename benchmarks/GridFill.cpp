@@ -1,7 +1,8 @@
-#include "benchmarks/Report.h"
+#include "benchmarks/support/Application.h"
+#include "benchmarks/support/Report.h"
+#include "benchmarks/works/GridRows.h"
 #include "platform/grid/fpSpread.h"
 #include "presentation/spread/mVASpread.h"
-#include "runtime/Format.h"
 
 #include <QAbstractTableModel>
 #include <QApplication>
@@ -21,44 +22,9 @@
 namespace {
 
 constexpr int kRows = 100000;
-constexpr int kCols = 8;
 constexpr int kRowsAtHand = 500;
+constexpr int kSortings = 3;
 constexpr double kMegabyte = 1024 * 1024;
-
-/// One field of the row that an order makes.
-QString field(int row, int col)
-{
-    switch (col) {
-    case 1:
-        return Format(1000 + row, u"#0");
-    case 2:
-        return Format(100 + row % 700, u"#0");
-    case 3:
-        return QStringLiteral("Fjellveien Transport AS");
-    case 4:
-        return QStringLiteral("14.03.2014");
-    case 5:
-        return QStringLiteral("13.04.2014");
-    case 6:
-        return Format(Currency::fromTenThousandths(qint64{row} * 123457), u"# ##0.00");
-    case 7:
-        return QStringLiteral("Fakturert");
-    default:
-        return Format(row, u"#0");
-    }
-}
-
-QString rowText(int row)
-{
-    QString text;
-    text.reserve(120);
-    text += field(row, 1);
-    for (int col = 2; col <= kCols; ++col) {
-        text += u'\t';
-        text += field(row, col);
-    }
-    return text;
-}
 
 struct Cost
 {
@@ -105,7 +71,7 @@ using FieldText = std::function<QString(int row, int col)>;
 std::unique_ptr<fpSpread> filledGrid(const RowText &text, bool redraw = false)
 {
     auto grid = std::make_unique<fpSpread>();
-    grid->setMaxCols(kCols);
+    grid->setMaxCols(bench::kGridCols);
     grid->setRedraw(redraw);
     SpreadClear(*grid);
     for (int row = 1; row <= kRows; ++row)
@@ -116,9 +82,9 @@ std::unique_ptr<fpSpread> filledGrid(const RowText &text, bool redraw = false)
 
 std::unique_ptr<QTableWidget> filledTable(const FieldText &text)
 {
-    auto table = std::make_unique<QTableWidget>(kRows, kCols);
+    auto table = std::make_unique<QTableWidget>(kRows, bench::kGridCols);
     for (int row = 1; row <= kRows; ++row) {
-        for (int col = 1; col <= kCols; ++col)
+        for (int col = 1; col <= bench::kGridCols; ++col)
             table->setItem(row - 1, col - 1, new QTableWidgetItem(text(row, col)));
     }
     return table;
@@ -127,10 +93,10 @@ std::unique_ptr<QTableWidget> filledTable(const FieldText &text)
 std::unique_ptr<QStringList> filledList()
 {
     auto list = std::make_unique<QStringList>();
-    list->reserve(kRows * kCols);
+    list->reserve(kRows * bench::kGridCols);
     for (int row = 1; row <= kRows; ++row) {
-        for (int col = 1; col <= kCols; ++col)
-            list->append(field(row, col));
+        for (int col = 1; col <= bench::kGridCols; ++col)
+            list->append(bench::gridCell(row, col));
     }
     return list;
 }
@@ -140,7 +106,7 @@ std::unique_ptr<qsizetype> formattedRows()
 {
     auto length = std::make_unique<qsizetype>(0);
     for (int row = 1; row <= kRows; ++row)
-        *length += rowText(row).size();
+        *length += bench::gridRow(row).size();
     return length;
 }
 
@@ -148,11 +114,12 @@ class TrivialModel : public QAbstractTableModel
 {
 public:
     [[nodiscard]] int rowCount(const QModelIndex &) const override { return kRows; }
-    [[nodiscard]] int columnCount(const QModelIndex &) const override { return kCols; }
+    [[nodiscard]] int columnCount(const QModelIndex &) const override { return bench::kGridCols; }
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override
     {
-        return role == Qt::DisplayRole ? QVariant(field(index.row() + 1, index.column() + 1))
-                                       : QVariant();
+        return role == Qt::DisplayRole
+                   ? QVariant(bench::gridCell(index.row() + 1, index.column() + 1))
+                   : QVariant();
     }
 };
 
@@ -172,70 +139,74 @@ double scrollStep(QTableView &view)
            });
 }
 
-void report(const char *what, double value, double yardstick, const char *unit, const char *aim)
+/// By the amounts as text, which come in another order than their numbers.
+void measureSorting()
 {
-    bench::report(what, bench::amount(value, unit), bench::amount(yardstick, unit),
-                  value / yardstick, aim);
+    const auto amounts = [] {
+        std::vector<QString> texts;
+        for (int row = 1; row <= kRows; ++row)
+            texts.push_back(bench::gridCell(row, bench::kAmountCol));
+        return texts;
+    };
+    QCollator norwegian(QLocale(QLocale::NorwegianBokmal, QLocale::Norway));
+    norwegian.setCaseSensitivity(Qt::CaseInsensitive);
+    const bench::Pair sorting = bench::inTurn(
+        kSortings,
+        [&] {
+            const auto sorted = filledGrid(bench::gridRow);
+            return bench::cpuSecondsOf([&] { SpreadSort(*sorted, bench::kAmountCol, true); });
+        },
+        [&] {
+            std::vector<QString> sorted = amounts();
+            return bench::cpuSecondsOf(
+                [&] { std::stable_sort(sorted.begin(), sorted.end(), norwegian); });
+        });
+    bench::report("grid 100,000 rows sorted, beside sorting the texts alone", 1000 * sorting.ours,
+                  1000 * sorting.plain, "ms", sorting.ratio, bench::Aim::ratioAtMost(1.4));
 }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication app(argc, argv);
+    const bench::Application application(argc, argv);
 
     // With the formatting of the texts: memory, and the time beside formatting alone.
     const Cost list = costOf(filledList);
-    const Cost table = costOf([] { return filledTable(field); });
+    const Cost table = costOf([] { return filledTable(bench::gridCell); });
     const auto [grid, formatting] =
-        medianCostsOf([] { return filledGrid(rowText); }, formattedRows);
-    report("grid 100,000 x 8 beside QTableWidget, memory", grid.megabytes, table.megabytes, "MB",
-           "at most 0.20");
-    report("grid 100,000 x 8 beside a list of strings, memory", grid.megabytes, list.megabytes,
-           "MB", "no aim");
-    report("grid, formatted and filled, beside formatting alone", 1000 * grid.seconds,
-           1000 * formatting.seconds, "ms", "about 1");
+        medianCostsOf([] { return filledGrid(bench::gridRow); }, formattedRows);
+    bench::report("grid 100,000 x 8 beside QTableWidget, memory", grid.megabytes, table.megabytes,
+                  "MB", bench::Aim::ratioAtMost(0.2));
+    bench::report("grid 100,000 x 8 beside a list of strings, memory", grid.megabytes,
+                  list.megabytes, "MB", bench::Aim::none());
+    bench::report("grid, formatted and filled, beside formatting alone", 1000 * grid.seconds,
+                  1000 * formatting.seconds, "ms", bench::Aim::none());
 
     // With the texts of some rows at hand, so that only the filling costs time. Each cell of the
     // table gets a string of its own, as it does from a record set.
     QStringList rows;
     QStringList fields;
     for (int row = 1; row <= kRowsAtHand; ++row) {
-        rows << rowText(row);
-        for (int col = 1; col <= kCols; ++col)
-            fields << field(row, col);
+        rows << bench::gridRow(row);
+        for (int col = 1; col <= bench::kGridCols; ++col)
+            fields << bench::gridCell(row, col);
     }
     const auto rowAtHand = [&](int row) { return rows[row % kRowsAtHand]; };
     const auto fieldAtHand = [&](int row, int col) {
-        const QString &text = fields[row % kRowsAtHand * kCols + col - 1];
+        const QString &text = fields[row % kRowsAtHand * bench::kGridCols + col - 1];
         return QString(text.constData(), text.size());
     };
     const auto [gridFill, tableFill] = medianCostsOf([&] { return filledGrid(rowAtHand); },
                                                      [&] { return filledTable(fieldAtHand); });
     const auto [withRedraw, withoutRedraw] = medianCostsOf(
         [&] { return filledGrid(rowAtHand, true); }, [&] { return filledGrid(rowAtHand); });
-    report("grid 100,000 x 8 filled beside QTableWidget, time", 1000 * gridFill.seconds,
-           1000 * tableFill.seconds, "ms", "at most 0.20");
-    report("grid filled with redraw on, beside redraw off", 1000 * withRedraw.seconds,
-           1000 * withoutRedraw.seconds, "ms", "no aim");
+    bench::report("grid 100,000 x 8 filled beside QTableWidget, time", 1000 * gridFill.seconds,
+                  1000 * tableFill.seconds, "ms", bench::Aim::ratioAtMost(0.2));
+    bench::report("grid filled with redraw on, beside redraw off", 1000 * withRedraw.seconds,
+                  1000 * withoutRedraw.seconds, "ms", bench::Aim::none());
 
-    // By the amounts as text, which come in another order than their numbers.
-    const auto sortedGrid = filledGrid(rowText);
-    const auto amounts = [] {
-        std::vector<QString> texts;
-        for (int row = 1; row <= kRows; ++row)
-            texts.push_back(field(row, 6));
-        return texts;
-    };
-    std::vector<QString> sortedAmounts = amounts();
-    QCollator norwegian(QLocale(QLocale::NorwegianBokmal, QLocale::Norway));
-    norwegian.setCaseSensitivity(Qt::CaseInsensitive);
-    const double gridSort = bench::secondsOf([&] { SpreadSort(*sortedGrid, 6, true); });
-    const double plainSort = bench::secondsOf(
-        [&] { std::stable_sort(sortedAmounts.begin(), sortedAmounts.end(), norwegian); });
-    report("grid 100,000 rows sorted, beside sorting the texts alone", 1000 * gridSort,
-           1000 * plainSort, "ms", "no aim");
+    measureSorting();
 
     TrivialModel model;
     QTableView plain;
@@ -243,7 +214,7 @@ int main(int argc, char *argv[])
     const auto scrolled = filledGrid(rowAtHand);
     const double plainStep = scrollStep(plain);
     const double gridStep = scrollStep(*scrolled);
-    report("grid scrolled by a page, beside a plain QTableView", gridStep, plainStep, "ms",
-           "no aim");
+    bench::report("grid scrolled by a page, beside a plain QTableView", gridStep, plainStep, "ms",
+                  bench::Aim::none());
     return 0;
 }

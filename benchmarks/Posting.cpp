@@ -1,16 +1,17 @@
 // A posting run over 1,000 invoices of three lines, beside a plain loop that sends the very
 // statements that reached SQLite on a kept connection, with the same transactions and the same wait
 // for the disk. The loop stands on a copy of the same file and takes its turn whenever the run has
-// posted another few invoices, so both meet the disk in the same moods.
+// posted another few invoices, so both meet the disk in the same moods. Then shorter runs in a
+// ledger with many vouchers, beside those in an empty one.
 
-#include "benchmarks/ModuleDatabase.h"
-#include "benchmarks/Report.h"
-#include "platform/ado/sqlite/NorwegianCollation.h"
-#include "platform/ado/sqlite/SqliteFunctions.h"
-#include "posting/run/Bokforing.h"
+#include "benchmarks/works/Posting.h"
+#include "benchmarks/support/Company.h"
+#include "benchmarks/support/FileDatabase.h"
+#include "benchmarks/support/ModuleDatabase.h"
 
-#include <QTemporaryDir>
+#include <QCoreApplication>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,92 +20,46 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kInvoices = 1000;
+constexpr int kLines = 3;
 constexpr int kTurn = 20; // invoices
+constexpr int kFewInvoices = 20;
+constexpr int kVouchers = 100'000;
+constexpr int kRounds = 5;
 
 /// What reached SQLite, a list of statements for each turn.
 using Turns = std::vector<std::vector<std::string>>;
 
-/// All invoices of the database, marked.
-class AlleMerket : public BokforSkjerm
+/// All invoices of the database, posted in turns.
+class AllInTurns : public bench::MarkedInvoices
 {
 public:
-    int antallRader() const override { return kInvoices; }
-    bool erMerket(int) const override { return true; }
-    QString celle(int col, int row) const override
-    {
-        switch (col) {
-        case bokforkolonne::kFakNr:
-        case bokforkolonne::kOrdreId:
-            return QString::number(row);
-        case bokforkolonne::kKundeNr:
-            return u"10001"_s;
-        case bokforkolonne::kKundeNavn:
-            return u"Åsgård Pukk & Grus AS"_s;
-        case bokforkolonne::kFakDato:
-            return u"09.03.2014"_s;
-        case bokforkolonne::kForfall:
-            return u"23.03.2014"_s;
-        default:
-            return {};
-        }
-    }
-    QString konto() const override { return u"3000"_s; }
-    QString loyve() const override { return u"<nei>"_s; }
+    AllInTurns() : MarkedInvoices(kInvoices) {}
+
     void framdrift(int behandlet, int) override
     {
         if (behandlet > 0 && behandlet % kTurn == 0)
             turnEnds();
     }
-    void melding(const QString &text, int) override
-    {
-        if (text != u" %1 fakturaer er bokført."_s.arg(kInvoices))
-            qFatal("the run told: %s", qPrintable(text));
-    }
-    void lesFakturaer() override {}
-    void skrivRapport(const QString &, qint16, const QString &, const QString &,
-                      const QString &) override
-    {
-    }
-    void slippHendelser() override {}
 
 protected:
     virtual void turnEnds() = 0;
 };
 
-/// A file with the invoices, which nobody has open any more.
-void makeInvoices(const QString &path)
-{
-    const bench::ModuleDatabase module(path);
-    gConn->beginTrans();
-    for (int id = 1; id <= kInvoices; ++id) {
-        gConn->execute(u"INSERT INTO Ordre (KlientNr,OrdreNr,OrdreStatus,KundeNr,KundeNavn,FakDato,"
-                       u"ForfallDato,SumBrutto,Avrunding) VALUES (5,%1,'Fakturert',10001,"
-                       u"'Åsgård Pukk & Grus AS',#03/09/2014#,#03/23/2014#,350,0)"_s.arg(id));
-        for (const int rate : {10, 15, 25})
-            gConn->execute(u"INSERT INTO OrdreLinjer (OrdreID,PosNr,ProduktNavn,Antall,Pris,MvaPst,"
-                           u"SumNetto,SumBrutto) VALUES (%1,%2,'Kjøring på Østlandet',1,100,%2,100,"
-                           u"%3)"_s.arg(id)
-                               .arg(rate)
-                               .arg(100 + rate));
-    }
-    gConn->commitTrans();
-}
-
-void startModule(const QString &path)
+void startModule(const QString &connectionString)
 {
     Main();
     gKlient = gKlientInn = 5;
     gAar = 2014;
-    gDB->setConnectionString(u"dsn="_s + path);
+    gDB->setConnectionString(connectionString);
 }
 
 /// A run of which every statement is noted on its way into SQLite.
-class Recording final : public AlleMerket
+class Recording final : public AllInTurns
 {
 public:
     static Turns of(const QString &path)
     {
-        startModule(path);
+        startModule(u"dsn="_s + path);
         Recording run;
         s_turns = &run.m_turns;
         sqlite3_auto_extension(reinterpret_cast<void (*)()>(watch));
@@ -137,14 +92,14 @@ private:
 };
 
 /// The measured run; the plain loop gets its turn after each of the run's.
-class Measured final : public AlleMerket
+class Measured final : public AllInTurns
 {
 public:
     Measured(const QString &plainPath, const Turns &turns) : m_turns(turns), m_plain(plainPath)
     {
-        ado::addNorwegianCollation(m_plain.handle());
-        ado::addFunctions(m_plain.handle());
+        bench::teachModuleWords(m_plain);
         m_plain.send("PRAGMA foreign_keys=ON");
+        m_plain.send("PRAGMA journal_mode=WAL");
         m_plain.send("PRAGMA synchronous=FULL");
     }
 
@@ -194,31 +149,75 @@ double sum(const std::vector<double> &values)
     return total;
 }
 
-} // namespace
-
-int main()
+void measureRun()
 {
-    const QTemporaryDir folder;
-    const QString paths[] = {folder.filePath(u"opptak.db"_s), folder.filePath(u"modul.db"_s),
-                             folder.filePath(u"grense.db"_s)};
-    makeInvoices(paths[0]);
-    for (const QString &copy : {paths[1], paths[2]}) {
-        if (!QFile::copy(paths[0], copy))
-            qFatal("cannot copy the database");
+    bench::FileDatabase origin;
+    {
+        const bench::ModuleDatabase module(origin);
+        bench::Company company(origin, kLines);
+        company.growOrders(kInvoices);
+        company.setStatus("Fakturert", kInvoices);
     }
-    const Turns turns = Recording::of(paths[0]);
+    const Turns turns = Recording::of(origin.copyTo(u"opptak.db"_s));
 
-    startModule(paths[1]);
-    Measured measured(paths[2], turns);
+    startModule(u"dsn="_s + origin.copyTo(u"modul.db"_s));
+    Measured measured(origin.copyTo(u"grense.db"_s), turns);
     measured.run();
     const double module = sum(measured.module);
     const double plain = sum(measured.plain);
     const double ratio = bench::median(measured.ratios);
     const int statements = countOfStatements(turns);
-    bench::report("Posting 1,000 invoices of 3 lines, beside a plain loop",
-                  bench::amount(module, "s"), bench::amount(plain, "s"), ratio, "time <= 1.3 x");
-    bench::report("The same as statements", bench::amount(statements / module, "/s"),
-                  bench::amount(statements / plain, "/s"), ratio, "time <= 1.3 x");
+    bench::report("posting invoices of 3 lines, beside a plain loop", kInvoices / module,
+                  kInvoices / plain, "/s", ratio, bench::Aim::ratioAtMost(1.3));
+    bench::report("the same as statements", statements / module, statements / plain, "/s", ratio,
+                  bench::Aim::ratioAtMost(1.3));
     Unload();
+}
+
+/// Invoices to post in a ledger, with the module not started.
+class Ledger
+{
+public:
+    explicit Ledger(void (bench::Company::*grow)(int) = nullptr)
+    {
+        const bench::ModuleDatabase module(m_database);
+        m_company.emplace(m_database, kLines);
+        if (grow)
+            (*m_company.*grow)(kVouchers);
+    }
+
+    /// Seconds for an invoice.
+    double post()
+    {
+        startModule(m_database.connectionString());
+        const double seconds = bench::posting(*m_company, kFewInvoices).seconds();
+        Unload();
+        return seconds;
+    }
+
+private:
+    bench::FileDatabase m_database;
+    std::optional<bench::Company> m_company;
+};
+
+void measureFullLedger(const char *what, Ledger &empty, Ledger &&full)
+{
+    const bench::Pair seconds =
+        bench::inTurn(kRounds, [&] { return full.post(); }, [&] { return empty.post(); });
+    bench::report(what, 1 / seconds.ours, 1 / seconds.plain, "/s", seconds.ratio,
+                  bench::Aim::ratioAtMost(1.2));
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv); // the module starts without its screens
+    measureRun();
+    Ledger empty;
+    measureFullLedger("posting beside 100,000 vouchers of other years, beside none", empty,
+                      Ledger(&bench::Company::growOldVouchers));
+    measureFullLedger("posting beside 100,000 vouchers of the year, beside none", empty,
+                      Ledger(&bench::Company::growVouchers));
     return 0;
 }

@@ -1,8 +1,8 @@
 // How fast and how small 100,000 orders are read into a detached record set, beside a plain loop on
 // the database's own interface that copies the same values into plain structs.
 
-#include "benchmarks/PlainDatabase.h"
-#include "benchmarks/Report.h"
+#include "benchmarks/support/PlainDatabase.h"
+#include "benchmarks/support/Report.h"
 #include "platform/ado/Connection.h"
 #include "platform/ado/Recordset.h"
 
@@ -168,46 +168,32 @@ int main()
     const QByteArray plainSql = statement.toUtf8();
     const bench::PlainDatabase database(path, SQLITE_OPEN_NOMUTEX);
 
-    std::vector<double> ours, plain, ratios;
     double ourBytes = 0;
     double plainBytes = 0;
-    for (int round = 0; round < kRounds; ++round) {
-        std::optional<ado::Recordset> rows;
-        std::vector<PlainOrder> orders;
-        const auto readOurs = [&] {
+    const bench::Pair seconds = bench::inTurn(
+        kRounds,
+        [&] {
+            std::optional<ado::Recordset> rows;
             const double before = bench::bytesInUse();
-            ours.push_back(
-                bench::secondsOf([&] { rows = readRecordset(u"dsn="_s + path, statement); }));
+            const double time =
+                bench::secondsOf([&] { rows = readRecordset(u"dsn="_s + path, statement); });
             ourBytes = bench::bytesInUse() - before;
             if (rows->recordCount() != kOrders)
                 qFatal("the record set is not whole");
-            rows.reset();
-        };
-        const auto readStructs = [&] {
+            return time;
+        },
+        [&] {
+            std::vector<PlainOrder> orders;
             const double before = bench::bytesInUse();
-            plain.push_back(bench::secondsOf([&] { orders = readPlain(database, plainSql); }));
+            const double time = bench::secondsOf([&] { orders = readPlain(database, plainSql); });
             plainBytes = bench::bytesInUse() - before;
             if (orders.size() != kOrders)
                 qFatal("the plain loop did not find its rows");
-            orders = {};
-        };
-        // Each goes first in every other round.
-        if (round % 2 == 0) {
-            readOurs();
-            readStructs();
-        } else {
-            readStructs();
-            readOurs();
-        }
-        ratios.push_back(ours.back() / plain.back());
-    }
-
-    bench::report("100,000 orders into a record set, time",
-                  bench::amount(bench::median(ours) * 1000, "ms"),
-                  bench::amount(bench::median(plain) * 1000, "ms"), bench::median(ratios),
-                  "at most 1.3 times the plain loop");
-    bench::report(
-        "100,000 orders in a record set, memory", bench::amount(ourBytes / kMegabyte, "MB"),
-        bench::amount(plainBytes / kMegabyte, "MB"), ourBytes / plainBytes, "at most 60 MB");
+            return time;
+        });
+    bench::report("100,000 orders into a record set, time", 1000 * seconds.ours,
+                  1000 * seconds.plain, "ms", seconds.ratio, bench::Aim::ratioAtMost(1.3));
+    bench::report("100,000 orders in a record set, memory", ourBytes / kMegabyte,
+                  plainBytes / kMegabyte, "MB", bench::Aim::valueAtMost(60));
     return 0;
 }
