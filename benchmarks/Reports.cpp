@@ -102,8 +102,8 @@ void measureInvoices(const QString &folder)
     const QString html = htmlOf(bench::invoicePages(1));
     const bench::Work invoices = bench::invoicesToPdf(folder, kInvoices);
     const bench::Pair seconds = bench::inTurn(
-        kRounds, [&] { return invoices.seconds(); },
-        [&] { return bench::secondsOf([&] { writeTextDocuments(folder, html); }) / kInvoices; });
+        kRounds, [&] { return invoices.cpuSeconds(); },
+        [&] { return bench::cpuSecondsOf([&] { writeTextDocuments(folder, html); }) / kInvoices; });
     bench::report("one-page invoice to PDF, with its database read", 1 / seconds.ours,
                   1 / seconds.plain, "pages/s", 1 / seconds.ratio, bench::Aim::ratioAtLeast(2));
 }
@@ -112,13 +112,13 @@ void measureList(const QString &folder)
 {
     forgetPeak();
     const double before = peakMemory();
-    const double seconds = bench::listToPdf(folder).seconds();
+    const double seconds = bench::listToPdf(folder).cpuSeconds();
     const double peak = peakMemory();
 
     const report::Document list = bench::listPages();
     if (list.pages.size() < 1000)
         qFatal("the list has %zu pages", list.pages.size());
-    const double plain = bench::secondsOf([&] { paintTexts(list, folder + u"/tekster.pdf"_s); });
+    const double plain = bench::cpuSecondsOf([&] { paintTexts(list, folder + u"/tekster.pdf"_s); });
     bench::report("order list of " + std::to_string(list.pages.size()) + " pages to PDF", seconds,
                   plain, "s", bench::Aim::ratioAtMost(2));
     bench::report("peak memory of it, beside the program without it", peak, before, "MB",
