@@ -5,6 +5,8 @@
 #include "runtime/MachineLocale.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <optional>
 
 namespace {
@@ -20,6 +22,7 @@ struct NumberPattern
 
 enum class DatePattern { DayMonthYear, MonthDayYear, MonthDayYearInHashes, Short };
 
+constexpr int kDecimalsOfAmounts = 4;
 constexpr QStringView kPlacesPattern = u"@@@\\ @@@\\ @@@";
 
 std::optional<NumberPattern> numberPattern(QStringView pattern)
@@ -61,26 +64,53 @@ Kind known(const std::optional<Kind> &pattern)
     return *pattern;
 }
 
-QString formatted(Decimal number, const NumberPattern &pattern)
+/// The text of the number ± 0.`digits` times ten to the power `exponent`, which has no more
+/// decimals than the pattern shows.
+QString laidOut(bool negative, QByteArrayView digits, int exponent, const NumberPattern &pattern)
 {
-    number.roundTo(pattern.decimals);
-    const int wholeDigits = std::max(number.exponent, pattern.minimumDigits);
-    QVarLengthArray<QChar, 64> out;
-    if (number.negative)
-        out.append(u'-');
+    const int wholeDigits = std::max(exponent, pattern.minimumDigits);
+    const int marks = int(negative) + int(pattern.decimals > 0) + int(pattern.blankBeforeThousand) +
+                      int(pattern.blankBehind);
+    QString text(wholeDigits + pattern.decimals + marks, Qt::Uninitialized);
+    QChar *out = text.data();
+    if (negative)
+        *out++ = u'-';
     // `place` counts whole digits from the point, the units being 1, and decimals from 0 downwards.
     for (int place = wholeDigits; place > -pattern.decimals; --place) {
         if (place == 0)
-            out.append(MachineLocale::current().decimalPoint);
-        if (pattern.blankBeforeThousand && (place == 3 || (place == wholeDigits && place < 3)))
-            out.append(u' ');
-        const int index = number.exponent - place;
-        const bool shown = index >= 0 && index < number.digits.size();
-        out.append(shown ? QLatin1Char(number.digits[index]) : QLatin1Char('0'));
+            *out++ = MachineLocale::current().decimalPoint;
+        if (pattern.blankBeforeThousand && place == std::min(3, wholeDigits))
+            *out++ = u' ';
+        const int index = exponent - place;
+        const bool shown = index >= 0 && index < digits.size();
+        *out++ = shown ? QLatin1Char(digits[index]) : QLatin1Char('0');
     }
     if (pattern.blankBehind)
-        out.append(u' ');
-    return QString(out.data(), out.size());
+        *out = u' ';
+    return text;
+}
+
+QString formatted(Decimal number, const NumberPattern &pattern)
+{
+    number.roundTo(pattern.decimals);
+    return laidOut(number.negative, {number.digits.data(), number.digits.size()}, number.exponent,
+                   pattern);
+}
+
+/// `count` is the number by ten to the power `scale`. Amounts and whole numbers are nearly all that
+/// is written, and rounding the count takes half the time of rounding a Decimal's digits.
+QString formatted(qint64 count, int scale, const NumberPattern &pattern)
+{
+    quint64 unit = 1;
+    for (int place = pattern.decimals; place < scale; ++place)
+        unit *= 10;
+    const quint64 magnitude = count < 0 ? quint64{0} - quint64(count) : quint64(count);
+    const quint64 rounded = (magnitude + unit / 2) / unit;
+    std::array<char, 20> digits{};
+    const char *end = std::to_chars(digits.data(), digits.data() + digits.size(), rounded).ptr;
+    const auto size = int(end - digits.data());
+    return laidOut(count < 0 && rounded != 0, {digits.data(), size},
+                   size - std::min(scale, pattern.decimals), pattern);
 }
 
 void appendDigits(QVarLengthArray<QChar, 16> &out, int number, int width)
@@ -134,7 +164,7 @@ QString inPlaces(QStringView text)
 
 QString Format(Currency amount, QStringView pattern)
 {
-    return formatted(Decimal::fromCurrency(amount), known(numberPattern(pattern)));
+    return formatted(amount.tenThousandths(), kDecimalsOfAmounts, known(numberPattern(pattern)));
 }
 
 QString Format(double number, QStringView pattern)
@@ -150,7 +180,7 @@ QString Format(float number, QStringView pattern)
 
 QString Format(qint64 number, QStringView pattern)
 {
-    return formatted(Decimal::fromInteger(number), known(numberPattern(pattern)));
+    return formatted(number, 0, known(numberPattern(pattern)));
 }
 
 QString Format(const QDate &date, QStringView pattern)

@@ -26,6 +26,15 @@ qint64 roundedCount(qint64 count, int decimals)
     return count < 0 ? -magnitude : magnitude;
 }
 
+/// All digits of an amount, by the comma.
+QString amountText(qint64 count)
+{
+    const bool negative = count < 0;
+    QString text = QString::number(count).sliced(negative ? 1 : 0).rightJustified(5, u'0');
+    text.insert(text.size() - 4, u',');
+    return negative ? u'-' + text : text;
+}
+
 class FormatTest : public testing::Test
 {
     ScopedLocale m_comma{commaLocale()};
@@ -171,6 +180,35 @@ TEST_F(FormatTest, WritesAsciiOnlyAndIsReadBack)
                 ASSERT_EQ(toCurrency(text), tenThousandths(roundedCount(count, decimals)))
                     << count << " by " << pattern.toStdString();
             }
+        }
+    }
+}
+
+TEST_F(FormatTest, NumbersAndTheTextOfTheirDigitsAgree)
+{
+    std::mt19937_64 generator(101); // a fixed start value
+    std::vector<qint64> counts{0,
+                               1,
+                               -1,
+                               49,
+                               -49,
+                               50,
+                               -50,
+                               4999,
+                               5000,
+                               -5000,
+                               99499,
+                               99'999'995,
+                               kLargestCount,
+                               kSmallestCount};
+    for (int i = 0; i < 10'000; ++i)
+        counts.push_back(qint64(generator()) >> (i % 64));
+    for (const qint64 count : counts) {
+        for (const QString &pattern : kNumberPatterns) {
+            ASSERT_EQ(Format(tenThousandths(count), pattern), Format(amountText(count), pattern))
+                << count << " by " << pattern.toStdString();
+            ASSERT_EQ(Format(count, pattern), Format(QString::number(count), pattern))
+                << count << " by " << pattern.toStdString();
         }
     }
 }
