@@ -1,9 +1,12 @@
 #include "output/ehf/mEHF.h"
 
+#include "runtime/Format.h"
 #include "runtime/MachineLocale.h"
 #include "support/ModuleTest.h"
+#include "support/Rounds.h"
 
 #include <limits>
+#include <random>
 
 using namespace Qt::StringLiterals;
 
@@ -28,6 +31,19 @@ TEST(EhfBelop, IsAbsoluteWithTwoDecimalsAndAPoint)
         EXPECT_EQ(belop(std::numeric_limits<qint64>::max()), u"922337203685477.58"_s);
     }
     EXPECT_EQ(raised([] { (void)belop(std::numeric_limits<qint64>::min()); }), errors::kOverflow);
+}
+
+TEST(EhfBelop, IsTheTextOfItsDigits)
+{
+    const ScopedLocale locale(MachineLocale::norwegian());
+    std::mt19937_64 chance(startValue(4));
+    for (int round = 0; round < 20'000; ++round) {
+        const auto count = qint64(chance() >> (1 + round % 63));
+        const QString digits = u"%1,%2"_s.arg(count / 10000).arg(count % 10000, 4, 10, QChar(u'0'));
+        const QString expected = Format(digits, u"#0.00").replace(u',', u'.');
+        ASSERT_EQ(belop(count), expected) << count;
+        ASSERT_EQ(belop(-count), expected) << count;
+    }
 }
 
 TEST(EhfProsent, IsSignedWithOneDecimalAndAPoint)
@@ -74,6 +90,21 @@ TEST(EhfTegn, EscapesAtEveryPlaceOfALongText)
             << i;
     }
     EXPECT_EQ(EhfTegn(QString(kLength, u'å')), QByteArray("&#x00E5;").repeated(kLength));
+}
+
+TEST(EhfTegn, IsTheSameCharacterByCharacter)
+{
+    std::mt19937 chance(startValue(3));
+    for (int round = 0; round < 2'000; ++round) {
+        QString text(qsizetype(chance() % 200), Qt::Uninitialized);
+        const auto rarity = 1 + chance() % 60;
+        for (QChar &c : text)
+            c = QChar(char16_t(chance() % rarity == 0 ? chance() % 0x10000 : chance() % 0x7b));
+        QByteArray expected;
+        for (const QChar c : text)
+            expected += EhfTegn(QStringView(&c, 1));
+        ASSERT_EQ(EhfTegn(text), expected) << "round " << round;
+    }
 }
 
 TEST(EhfTegn, LeavesTagsQuotesAndControlCharacters)
