@@ -2,6 +2,12 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr qsizetype kUsualPlace = 24; // characters of a column's name and its literal
+
+} // namespace
+
 QString insertStatement(const QString &table, const QString &columns, const QString &values)
 {
     return u"INSERT INTO "_s + table + u" ("_s + columns + u") VALUES ("_s + values + u')';
@@ -9,29 +15,42 @@ QString insertStatement(const QString &table, const QString &columns, const QStr
 
 RowValues &RowValues::add(QStringView column, QStringView literal)
 {
-    if (!m_columns.isEmpty()) {
-        for (QString *list : {&m_columns, &m_literals, &m_assignments})
-            *list += u',';
-    }
-    m_columns += column;
-    m_literals += literal;
-    m_assignments += column;
-    m_assignments += u'=';
-    m_assignments += literal;
+    m_values.push_back({column, literal.toString()});
     return *this;
 }
 
 RowValues &RowValues::addText(QStringView column, const QString &text)
 {
-    return add(column, u'\'' + text + u'\'');
+    m_values.push_back({column, u'\'' + text + u'\''});
+    return *this;
+}
+
+template<class Part>
+QString RowValues::joined(Part part) const
+{
+    QString text;
+    text.reserve(qsizetype(m_values.size()) * kUsualPlace);
+    for (const RowValue &value : m_values) {
+        if (&value != &m_values.front())
+            text += u',';
+        part(text, value);
+    }
+    return text;
 }
 
 QString RowValues::insertInto(const QString &table) const
 {
-    return insertStatement(table, m_columns, m_literals);
+    return insertStatement(
+        table, joined([](QString &text, const RowValue &value) { text += value.column; }),
+        joined([](QString &text, const RowValue &value) { text += value.literal; }));
 }
 
 QString RowValues::update(const QString &table, const QString &where) const
 {
-    return u"UPDATE "_s + table + u" SET "_s + m_assignments + u" WHERE "_s + where;
+    return u"UPDATE "_s + table + u" SET "_s + joined([](QString &text, const RowValue &value) {
+               text += value.column;
+               text += u'=';
+               text += value.literal;
+           }) +
+           u" WHERE "_s + where;
 }

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <vector>
+
 /// "INSERT INTO table (columns) VALUES (values)"; columns and literals are joined with "," already.
 [[nodiscard]] QString insertStatement(const QString &table, const QString &columns,
                                       const QString &values);
@@ -11,7 +13,8 @@
 class RowValues
 {
 public:
-    /// The literal goes into the statement as it stands.
+    /// The literal goes into the statement as it stands. The column's name must outlive this
+    /// object.
     RowValues &add(QStringView column, QStringView literal);
     /// Between apostrophes. One in the text itself is not doubled, and makes the statement fail.
     RowValues &addText(QStringView column, const QString &text);
@@ -21,7 +24,14 @@ public:
     [[nodiscard]] QString update(const QString &table, const QString &where) const;
 
 private:
-    QString m_columns;
-    QString m_literals;
-    QString m_assignments;
+    struct RowValue
+    {
+        QStringView column;
+        QString literal;
+    };
+    /// What `part` appends of each value, joined with ",".
+    template<class Part>
+    [[nodiscard]] QString joined(Part part) const;
+
+    std::vector<RowValue> m_values;
 };

@@ -21,4 +21,12 @@ TEST(RowValues, LeaveAnApostropheAsItStands)
     EXPECT_EQ(row.insertInto(u"T"_s), u"INSERT INTO T (Navn) VALUES ('O'Brien')"_s);
 }
 
+TEST(RowValues, KeepThePlaceOfAnEmptyLiteral)
+{
+    RowValues row;
+    row.add(u"Nr", u"").add(u"Navn", u"");
+    EXPECT_EQ(row.insertInto(u"T"_s), u"INSERT INTO T (Nr,Navn) VALUES (,)"_s);
+    EXPECT_EQ(row.update(u"T"_s, u"ID=7"_s), u"UPDATE T SET Nr=,Navn= WHERE ID=7"_s);
+}
+
 } // namespace
