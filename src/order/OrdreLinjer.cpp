@@ -134,15 +134,7 @@ QString OrdreLinjer::ProduktListe() const
     const Ref<ado::Recordset> rs =
         gDB->GetRS(u"SELECT * FROM Produkt WHERE "_s + klientVilkar(), true);
     QString liste;
-    passOver([&] {
-        const int produktNr = rs->fieldIndex(u"ProduktNr");
-        for (; !rs->eof(); rs->moveNext()) {
-            if (rs->absolutePosition() > 1)
-                liste += u'\t';
-            if (!rs->isNull(produktNr))
-                liste += rs->text(produktNr);
-        }
-    });
+    passOver([&] { liste = rs->joined(rs->fieldIndex(u"ProduktNr"), '\t'); });
     return liste;
 }
 

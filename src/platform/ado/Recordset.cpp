@@ -288,6 +288,24 @@ float Recordset::single(int index) const
     return value(index).toSingle();
 }
 
+QString Recordset::joined(int index, char mark) const
+{
+    const int column = checkedIndex(index);
+    QByteArray utf8; // as it lies in memory: converted once, and no text object for a row
+    for (int row = 0; row < m_rows->rowCount(); ++row) {
+        if (row > 0)
+            utf8 += mark;
+        if (m_rows->isNull(row, column))
+            continue;
+        const ColumnStore *store = m_rows->unchanged(row, column);
+        if (store && store->type() == DataType::VarWChar)
+            utf8 += store->bytes(size_t(row));
+        else
+            utf8 += m_rows->value(row, column).toText().toUtf8();
+    }
+    return QString::fromUtf8(utf8);
+}
+
 // --- Changes
 
 void Recordset::checkWritable() const

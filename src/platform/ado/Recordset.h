@@ -90,6 +90,8 @@ public:
     [[nodiscard]] qint32 integer(QStringView name) const { return integer(fieldIndex(name)); }
     [[nodiscard]] float single(int index) const;
     [[nodiscard]] float single(QStringView name) const { return single(fieldIndex(name)); }
+    /// The texts of that field in all rows, one after the other, parted by `mark`; a Null is empty.
+    [[nodiscard]] QString joined(int index, char mark) const;
 
     /// Changes the current row in memory; 3251 on a read-only set.
     void setValue(int index, const Value &value);

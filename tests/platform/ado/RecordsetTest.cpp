@@ -208,6 +208,29 @@ TEST_F(RecordsetTest, TypedReadingIsTheSameAsByValue)
     EXPECT_EQ(errorOf([&] { (void)rows.currency(u"Saldo"); }), ::errors::kInvalidUseOfNull);
 }
 
+TEST_F(RecordsetTest, JoinsTheTextsOfAField)
+{
+    Recordset rows = opened();
+    EXPECT_EQ(rows.joined(1, '\t'), u"Bjørnåsen Transport\tÅs Grus\t"_s) << "a Null is empty";
+    EXPECT_EQ(rows.joined(0, ' '), u"1 2 3"_s);
+    EXPECT_EQ(rows.joined(2, ';'), u"1234,5;-7;"_s);
+    EXPECT_EQ(rows.absolutePosition(), 1) << "the set stays where it stands";
+    EXPECT_EQ(opened(u"SELECT * FROM Kunde WHERE KundeNr>9"_s).joined(1, '\t'), QString());
+    EXPECT_EQ(errorOf([&] { (void)rows.joined(4, '\t'); }), errors::kNoSuchItem);
+    EXPECT_EQ(errorOf([] { (void)Recordset().joined(0, '\t'); }), errors::kObjectClosed);
+}
+
+TEST_F(RecordsetTest, JoinsWhatHasBeenChangedInMemory)
+{
+    Opened connection(m_file);
+    Recordset rows =
+        connection.rows(u"SELECT * FROM Kunde ORDER BY KundeNr"_s, LockType::Optimistic);
+    rows.setValue(u"Navn", Value(u"Ny"_s));
+    rows.addNew();
+    rows.setValue(u"Navn", Value(u"Til"_s));
+    EXPECT_EQ(rows.joined(1, ','), u"Ny,Ås Grus,,Til"_s);
+}
+
 TEST_F(RecordsetTest, CursorPlaceMakesNoDifferenceToTheRows)
 {
     Opened connection(m_file);
