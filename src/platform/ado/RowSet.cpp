@@ -57,11 +57,12 @@ Value fitted(const Value &value, const dialect::ResultColumn &column)
 }
 
 RowSet::RowSet(std::vector<dialect::ResultColumn> columns, QString baseTable)
-    : m_columns(std::move(columns)), m_baseTable(std::move(baseTable))
+    : m_columns(std::move(columns)), m_baseTable(std::move(baseTable)),
+      m_stores(std::make_shared<std::vector<ColumnStore>>())
 {
-    m_stores.reserve(m_columns.size());
+    m_stores->reserve(m_columns.size());
     for (const dialect::ResultColumn &column : m_columns)
-        m_stores.emplace_back(column.type);
+        m_stores->emplace_back(column.type);
 }
 
 void RowSet::closeRow()
@@ -73,7 +74,7 @@ void RowSet::closeRow()
 
 void RowSet::shrink()
 {
-    for (ColumnStore &store : m_stores)
+    for (ColumnStore &store : *m_stores)
         store.shrink();
 }
 
@@ -90,14 +91,14 @@ const ColumnStore *RowSet::unchangedBesideChanges(int row, int column) const
 {
     if (row >= m_readRows || cell(row, column))
         return nullptr;
-    return &m_stores[size_t(column)];
+    return &(*m_stores)[size_t(column)];
 }
 
 Value RowSet::readValue(int row, int column) const
 {
     if (row >= m_readRows)
         return {};
-    return m_stores[size_t(column)].value(size_t(row));
+    return (*m_stores)[size_t(column)].value(size_t(row));
 }
 
 bool RowSet::isNull(int row, int column) const

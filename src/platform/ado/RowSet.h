@@ -4,6 +4,7 @@
 #include "platform/ado/dialect/Translator.h"
 
 #include <map>
+#include <memory>
 #include <vector>
 
 namespace ado {
@@ -24,7 +25,8 @@ using RowChanges = std::map<int, RowChange>;
 
 /// The rows of one query: the values as they were read, column by column, and over them the changes
 /// that have been made in memory since. Rows are numbered from 0; rows added in memory stand behind
-/// the read ones. Row and column numbers are the caller's to keep within range.
+/// the read ones. Row and column numbers are the caller's to keep within range. Copies share the
+/// values that were read, so a set is copied when all its rows are in.
 class RowSet
 {
 public:
@@ -40,7 +42,7 @@ public:
 
     /// For the provider that fills the set: one value is appended to each column, then the row is
     /// closed. An exception in between leaves a set that can only be thrown away.
-    [[nodiscard]] ColumnStore &store(int column) { return m_stores[size_t(column)]; }
+    [[nodiscard]] ColumnStore &store(int column) { return (*m_stores)[size_t(column)]; }
     void closeRow();
     /// All rows are in.
     void shrink();
@@ -51,7 +53,8 @@ public:
     /// belongs to an added row. The way to typed reading without a Value.
     [[nodiscard]] const ColumnStore *unchanged(int row, int column) const
     {
-        return m_changes.empty() ? &m_stores[size_t(column)] : unchangedBesideChanges(row, column);
+        return m_changes.empty() ? &(*m_stores)[size_t(column)]
+                                 : unchangedBesideChanges(row, column);
     }
 
     /// Sets a value in memory; it takes the column's type, and text is cut to the column's width.
@@ -82,7 +85,7 @@ private:
 
     std::vector<dialect::ResultColumn> m_columns;
     QString m_baseTable;
-    std::vector<ColumnStore> m_stores;
+    std::shared_ptr<std::vector<ColumnStore>> m_stores; // none without columns
     int m_readRows = 0;
     int m_addedRows = 0;
     RowChanges m_changes; // by row; every added row has one

@@ -104,6 +104,7 @@ void PostgresSession::requireRunning() const
 void PostgresSession::reopen()
 {
     forgetSchema();
+    m_kept.forget();
     m_commit.forgetLife();
     m_turn.lose();
     m_link.reopen();
@@ -271,7 +272,12 @@ RowSet PostgresSession::query(QStringView statement)
 void PostgresSession::run(QStringView text, RowSet *rows)
 {
     const dialect::Lexed lexed = dialect::lex(text);
+    const bool mayKeep = rows && isQuery(lexed) && m_transaction == Transaction::None;
     const auto attempt = [&] {
+        if (const RowSet *kept = mayKeep ? m_kept.answerTo(text) : nullptr) {
+            *rows = *kept;
+            return;
+        }
         const bool remembered = m_catalog.has_value();
         try {
             perform(lexed, rows);
@@ -281,11 +287,25 @@ void PostgresSession::run(QStringView text, RowSet *rows)
             forgetSchema();
             perform(lexed, rows);
         }
+        if (mayKeep)
+            m_kept.take(text, *rows);
     };
     if (isQuery(lexed))
         reading(attempt);
     else
         attempt();
+}
+
+/// Whose changes a statement that begins now sees: every change belongs to a transaction, and one
+/// that has ended does not begin again.
+QByteArray PostgresSession::moment()
+{
+    QByteArray seen; // empty on a server before 13
+    passOver([&] {
+        const PostgresResult snapshot = m_link.run("SELECT pg_current_snapshot()");
+        seen = PQgetvalue(snapshot.get(), 0, 0);
+    });
+    return seen;
 }
 
 void PostgresSession::perform(const dialect::Lexed &lexed, RowSet *rows)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ado/KeptRows.h"
 #include "platform/ado/Session.h"
 #include "platform/ado/postgres/PostgresCommit.h"
 #include "platform/ado/postgres/PostgresLink.h"
@@ -86,6 +87,7 @@ private:
 
     void run(QStringView text, RowSet *rows); // no `rows`: they are dropped
     void perform(const dialect::Lexed &lexed, RowSet *rows);
+    QByteArray moment();
     void answerIdentity(const dialect::Translation &query, RowSet *rows) const;
     void noteNumber(const PostgresResult &result);
     void changeSchema(const dialect::Translation &translation);
@@ -105,6 +107,7 @@ private:
     std::optional<dialect::Catalog> m_catalog;
     bool m_hasCollation = false;
     QCache<QString, Prepared> m_statements; // by shape
+    KeptRows m_kept{[this] { return moment(); }};
 };
 
 } // namespace ado

@@ -122,6 +122,7 @@ const dialect::Catalog &SqliteSession::catalogOfThisMoment()
 
 void SqliteSession::forgetSchema()
 {
+    m_kept.forget();
     m_catalog.reset();
     m_statements.clear();
     m_lookups.distrust();
@@ -167,6 +168,11 @@ void SqliteSession::run(QStringView text, RowSet *rows)
     }
 
     const dialect::Translation &translation = prepared->translation;
+    const bool mayKeep = rows && translation.returnsRows() && m_transaction == Transaction::None;
+    if (const RowSet *kept = mayKeep ? m_kept.answerTo(text) : nullptr) {
+        *rows = *kept;
+        return;
+    }
     const std::vector<Value> values = dialect::parameterValues(translation, lexed);
     joinTransaction(!translation.returnsRows());
     const ScopedRun run(prepared->statement);
@@ -174,9 +180,21 @@ void SqliteSession::run(QStringView text, RowSet *rows)
     if (rows && translation.returnsRows()) {
         *rows = RowSet(translation.columns, translation.baseTable);
         readRows(prepared->statement, *rows);
+        if (mayKeep)
+            m_kept.take(text, *rows);
     } else {
         prepared->statement.step();
     }
+}
+
+/// The file counts the commits of other connections; the rows that this one has changed it counts
+/// itself, those of a change of the schema apart, which forgets what is kept.
+QByteArray SqliteSession::moment()
+{
+    const ScopedRun run(m_dataVersion);
+    m_dataVersion.step();
+    return QByteArray::number(m_dataVersion.integer(0)) + ' ' +
+           QByteArray::number(qint64(sqlite3_total_changes64(m_database.handle())));
 }
 
 void SqliteSession::changeSchema(const dialect::Translation &translation)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ado/KeptRows.h"
 #include "platform/ado/Session.h"
 #include "platform/ado/WriteBack.h"
 #include "platform/ado/sqlite/SqliteDatabase.h"
@@ -59,6 +60,7 @@ private:
     template<class Change>
     void allOrNothing(Change change);
     void run(QStringView text, RowSet *rows); // no `rows`: they are dropped
+    QByteArray moment();
     void changeSchema(const dialect::Translation &translation);
     void forgetSchema();
     bool keepsCounters() const;
@@ -77,6 +79,8 @@ private:
     qint64 m_catalogVersion = 0;
     std::optional<dialect::Catalog> m_catalog;
     QCache<QString, Prepared> m_statements; // by shape
+    SqliteStatement m_dataVersion{m_database.handle(), "PRAGMA data_version"};
+    KeptRows m_kept{[this] { return moment(); }};
 };
 
 } // namespace ado
