@@ -64,15 +64,26 @@ Kind known(const std::optional<Kind> &pattern)
     return *pattern;
 }
 
-/// The text of the number ± 0.`digits` times ten to the power `exponent`, which has no more
-/// decimals than the pattern shows.
-QString laidOut(bool negative, QByteArrayView digits, int exponent, const NumberPattern &pattern)
+/// Makes room for `count` characters at the end of `out` and tells where they go.
+QChar *grow(QString &out, qsizetype count)
+{
+    const qsizetype before = out.size();
+    if (out.isNull())
+        out = QString(count, Qt::Uninitialized); // which takes no more memory than it needs
+    else
+        out.resize(before + count);
+    return out.data() + before;
+}
+
+/// Appends the number ± 0.`digits` times ten to the power `exponent`, which has no more decimals
+/// than the pattern shows.
+void layOut(QString &text, bool negative, QByteArrayView digits, int exponent,
+            const NumberPattern &pattern)
 {
     const int wholeDigits = std::max(exponent, pattern.minimumDigits);
     const int marks = int(negative) + int(pattern.decimals > 0) + int(pattern.blankBeforeThousand) +
                       int(pattern.blankBehind);
-    QString text(wholeDigits + pattern.decimals + marks, Qt::Uninitialized);
-    QChar *out = text.data();
+    QChar *out = grow(text, wholeDigits + pattern.decimals + marks);
     if (negative)
         *out++ = u'-';
     // `place` counts whole digits from the point, the units being 1, and decimals from 0 downwards.
@@ -87,19 +98,20 @@ QString laidOut(bool negative, QByteArrayView digits, int exponent, const Number
     }
     if (pattern.blankBehind)
         *out = u' ';
-    return text;
 }
 
 QString formatted(Decimal number, const NumberPattern &pattern)
 {
     number.roundTo(pattern.decimals);
-    return laidOut(number.negative, {number.digits.data(), number.digits.size()}, number.exponent,
-                   pattern);
+    QString text;
+    layOut(text, number.negative, {number.digits.data(), number.digits.size()}, number.exponent,
+           pattern);
+    return text;
 }
 
 /// `count` is the number by ten to the power `scale`. Amounts and whole numbers are nearly all that
 /// is written, and rounding the count takes half the time of rounding a Decimal's digits.
-QString formatted(qint64 count, int scale, const NumberPattern &pattern)
+void append(QString &text, qint64 count, int scale, const NumberPattern &pattern)
 {
     quint64 unit = 1;
     for (int place = pattern.decimals; place < scale; ++place)
@@ -109,22 +121,25 @@ QString formatted(qint64 count, int scale, const NumberPattern &pattern)
     std::array<char, 20> digits{};
     const char *end = std::to_chars(digits.data(), digits.data() + digits.size(), rounded).ptr;
     const auto size = int(end - digits.data());
-    return laidOut(count < 0 && rounded != 0, {digits.data(), size},
-                   size - std::min(scale, pattern.decimals), pattern);
+    layOut(text, count < 0 && rounded != 0, {digits.data(), size},
+           size - std::min(scale, pattern.decimals), pattern);
 }
 
-void appendDigits(QVarLengthArray<QChar, 16> &out, int number, int width)
+/// Writes `number` in two digits, or a year in four, to `out`, which is moved behind them.
+void writeDigits(QChar *&out, int number, int width)
 {
     for (int unit = width == 4 ? 1000 : 10; unit > 0; unit /= 10)
-        out.append(QLatin1Char(char('0' + number / unit % 10)));
+        *out++ = QLatin1Char(char('0' + number / unit % 10));
 }
 
-QString formatted(const QDate &date, DatePattern pattern)
+void append(QString &text, const QDate &date, DatePattern pattern)
 {
     if (!date.isValid())
         throw RunTimeError(errors::kTypeMismatch);
-    if (pattern == DatePattern::Short)
-        return date.toString(MachineLocale::current().shortDate);
+    if (pattern == DatePattern::Short) {
+        text += date.toString(MachineLocale::current().shortDate);
+        return;
+    }
     int year = 0;
     int month = 0;
     int day = 0;
@@ -133,17 +148,16 @@ QString formatted(const QDate &date, DatePattern pattern)
     const bool hashes = pattern == DatePattern::MonthDayYearInHashes;
     const QChar mark = dayFirst ? u'.' : u'/';
 
-    QVarLengthArray<QChar, 16> out;
+    QChar *out = grow(text, hashes ? 12 : 10);
     if (hashes)
-        out.append(u'#');
-    appendDigits(out, dayFirst ? day : month, 2);
-    out.append(mark);
-    appendDigits(out, dayFirst ? month : day, 2);
-    out.append(mark);
-    appendDigits(out, year, 4);
+        *out++ = u'#';
+    writeDigits(out, dayFirst ? day : month, 2);
+    *out++ = mark;
+    writeDigits(out, dayFirst ? month : day, 2);
+    *out++ = mark;
+    writeDigits(out, year, 4);
     if (hashes)
-        out.append(u'#');
-    return QString(out.data(), out.size());
+        *out = u'#';
 }
 
 QString inPlaces(QStringView text)
@@ -162,9 +176,26 @@ QString inPlaces(QStringView text)
 
 } // namespace
 
+void appendFormat(QString &text, Currency amount, QStringView pattern)
+{
+    append(text, amount.tenThousandths(), kDecimalsOfAmounts, known(numberPattern(pattern)));
+}
+
+void appendFormat(QString &text, qint64 number, QStringView pattern)
+{
+    append(text, number, 0, known(numberPattern(pattern)));
+}
+
+void appendFormat(QString &text, const QDate &date, QStringView pattern)
+{
+    append(text, date, known(datePattern(pattern)));
+}
+
 QString Format(Currency amount, QStringView pattern)
 {
-    return formatted(amount.tenThousandths(), kDecimalsOfAmounts, known(numberPattern(pattern)));
+    QString text;
+    appendFormat(text, amount, pattern);
+    return text;
 }
 
 QString Format(double number, QStringView pattern)
@@ -180,12 +211,16 @@ QString Format(float number, QStringView pattern)
 
 QString Format(qint64 number, QStringView pattern)
 {
-    return formatted(number, 0, known(numberPattern(pattern)));
+    QString text;
+    appendFormat(text, number, pattern);
+    return text;
 }
 
 QString Format(const QDate &date, QStringView pattern)
 {
-    return formatted(date, known(datePattern(pattern)));
+    QString text;
+    appendFormat(text, date, pattern);
+    return text;
 }
 
 QString Format(const QString &text, QStringView pattern)
@@ -199,6 +234,6 @@ QString Format(const QString &text, QStringView pattern)
         // The check keeps "1E99999" from being written out.
         return number && number->fitsDouble() ? formatted(*number, *numbers) : text;
     }
-    const DatePattern dates = known(datePattern(pattern));
-    return isDate(text) ? formatted(toDate(text).date(), dates) : text;
+    (void)known(datePattern(pattern));
+    return isDate(text) ? Format(toDate(text), pattern) : text;
 }

@@ -33,6 +33,11 @@
     return Format(date.date(), pattern);
 }
 
+/// The same at the end of `text`, for rows that are made of many short texts.
+void appendFormat(QString &text, Currency amount, QStringView pattern);
+void appendFormat(QString &text, qint64 number, QStringView pattern);
+void appendFormat(QString &text, const QDate &date, QStringView pattern);
+
 /// Text: with "@@@\ @@@\ @@@" the characters fill the places from the right, places without a
 /// character show a blank, and characters beyond the places stand in front. With a number or date
 /// pattern, text that reads as a number (or date) by the machine's locale is formatted as one, and

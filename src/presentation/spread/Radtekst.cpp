@@ -15,27 +15,28 @@ QStringView Radtekst::rad()
     m_rad.resize(0); // keeps its memory
     for (const Celle &celle : m_celler) {
         if (!m_rs.isNull(celle.felt))
-            m_rad += tekst(celle);
+            legg(celle);
         m_rad += u'\t';
     }
     return QStringView(m_rad).chopped(1);
 }
 
-QString Radtekst::tekst(const Celle &celle) const
+void Radtekst::legg(const Celle &celle)
 {
     switch (celle.form) {
     case Form::Tekst:
-        break;
+        m_rad += m_rs.text(celle.felt);
+        return;
     case Form::Heltall:
-        return Format(m_rs.integer(celle.felt), u"#0");
+        return appendFormat(m_rad, qint64{m_rs.integer(celle.felt)}, u"#0");
     case Form::EnDesimal:
-        return Format(m_rs.single(celle.felt), u"#0.0");
+        m_rad += Format(m_rs.single(celle.felt), u"#0.0");
+        return;
     case Form::Belop:
-        return Format(m_rs.currency(celle.felt), u"# ##0.00");
+        return appendFormat(m_rad, m_rs.currency(celle.felt), u"# ##0.00");
     case Form::TettBelop:
-        return Format(m_rs.currency(celle.felt), u"#0.00");
+        return appendFormat(m_rad, m_rs.currency(celle.felt), u"#0.00");
     case Form::Dato:
-        return Format(m_rs.value(celle.felt).toDate(), u"dd.mm.yyyy");
+        return appendFormat(m_rad, m_rs.value(celle.felt).toDate().date(), u"dd.mm.yyyy");
     }
-    return m_rs.text(celle.felt);
 }

@@ -41,7 +41,7 @@ private:
         int felt;
         Form form;
     };
-    [[nodiscard]] QString tekst(const Celle &celle) const;
+    void legg(const Celle &celle);
 
     const ado::Recordset &m_rs;
     std::vector<Celle> m_celler;
