@@ -187,14 +187,14 @@ void BandSetter::setText(const Item &item, const QRectF &rect, const QString &te
     for (QString &line : lines) {
         if (mayBeShortened(item))
             line = m_setter.shortened(style, line, rect.width());
-        const double width = m_setter.width(style, line);
+        const auto [kept, width] = m_setter.measured(style, line);
         double left = rect.left();
         if (item.alignment & Qt::AlignRight)
             left = rect.right() - width;
         else if (item.alignment & Qt::AlignHCenter)
             left += (rect.width() - width) / 2;
-        if (!line.isEmpty())
-            page.texts.push_back({{left, baseline}, width, style, line});
+        if (!kept.isEmpty())
+            page.texts.push_back({{left, baseline}, width, style, kept});
         baseline += lineHeight;
     }
 }

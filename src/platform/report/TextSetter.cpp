@@ -14,6 +14,7 @@ constexpr double kTolerance = 1e-6; // mm
 /// Texts up to so many characters are measured whole. The width of a much longer one does not fit
 /// into the numbers that fonts are measured in.
 constexpr qsizetype kMeasuredWhole = 1000;
+constexpr qsizetype kMostKept = 4000; // widths, of each style
 
 } // namespace
 
@@ -24,22 +25,32 @@ TextSetter::TextSetter(const std::vector<TextStyle> &styles)
         const QFont scaled = fontInUnits(style.font);
         const QFontMetricsF metrics(scaled);
         m_fonts.push_back(
-            {metrics, metrics.ascent() / kUnitsPerMm, lineHeightInUnits(scaled) / kUnitsPerMm});
+            {metrics, metrics.ascent() / kUnitsPerMm, lineHeightInUnits(scaled) / kUnitsPerMm, {}});
     }
 }
 
-double TextSetter::width(int style, const QString &text) const
+double TextSetter::advance(const Font &font, const QString &text)
 {
-    if (m_measured.style != style || m_measured.text != text)
-        m_measured = {style, text, font(style).metrics.horizontalAdvance(text) / kUnitsPerMm};
-    return m_measured.width;
+    return font.metrics.horizontalAdvance(text) / kUnitsPerMm;
+}
+
+TextSetter::Measured TextSetter::measured(int style, const QString &text) const
+{
+    const Font &font = this->font(style);
+    auto known = font.widths.constFind(text);
+    if (known == font.widths.constEnd()) {
+        if (font.widths.size() == kMostKept)
+            font.widths.clear();
+        known = font.widths.insert(text, advance(font, text));
+    }
+    return {known.key(), *known};
 }
 
 /// How many characters from the start are no wider than `width`; at least one.
 qsizetype TextSetter::fitting(int style, QStringView text, double width) const
 {
     const auto fit = [&](qsizetype count) {
-        return this->width(style, text.first(count).toString()) <= width + kTolerance;
+        return advance(font(style), text.first(count).toString()) <= width + kTolerance;
     };
     // However long the text is, no more than twice of what fits is measured.
     qsizetype fits = 1;

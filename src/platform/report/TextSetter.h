@@ -3,6 +3,7 @@
 #include "platform/report/Document.h"
 
 #include <QFontMetricsF>
+#include <QHash>
 
 #include <vector>
 
@@ -14,7 +15,19 @@ class TextSetter
 public:
     explicit TextSetter(const std::vector<TextStyle> &styles);
 
-    [[nodiscard]] double width(int style, const QString &text) const;
+    struct Measured
+    {
+        QString text;
+        double width;
+    };
+
+    /// The width of a text, and the text itself as it is kept here: texts that are equal have their
+    /// letters in memory once.
+    [[nodiscard]] Measured measured(int style, const QString &text) const;
+    [[nodiscard]] double width(int style, const QString &text) const
+    {
+        return measured(style, text).width;
+    }
     /// From the upper edge of a line to its base line.
     [[nodiscard]] double ascent(int style) const { return font(style).ascent; }
     /// From one base line to the next.
@@ -32,22 +45,18 @@ private:
         QFontMetricsF metrics;
         double ascent;
         double lineHeight;
+        /// Of the texts so far. Breaking, shortening and placing a text ask one after the other,
+        /// and lists say the same again and again: dates, names, headings.
+        mutable QHash<QString, double> widths;
     };
 
     [[nodiscard]] const Font &font(int style) const { return m_fonts[size_t(style)]; }
+    [[nodiscard]] static double advance(const Font &font, const QString &text);
     [[nodiscard]] bool fits(int style, const QString &text, double width) const;
     void wrapLine(int style, QStringView line, double width, QStringList &lines) const;
     [[nodiscard]] qsizetype fitting(int style, QStringView text, double width) const;
 
     std::vector<Font> m_fonts;
-    /// The text measured last: breaking, shortening and placing it ask one after the other.
-    struct Measured
-    {
-        int style = -1;
-        QString text;
-        double width = 0;
-    };
-    mutable Measured m_measured;
 };
 
 } // namespace report
