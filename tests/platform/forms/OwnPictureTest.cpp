@@ -53,6 +53,30 @@ TEST_F(OwnPictures, AreDrawnForTheResolutionOfTheScreen)
     EXPECT_EQ(ownPicture(file, {32, 32}).availableSizes().size(), 3);
 }
 
+TEST_F(OwnPictures, AreDrawnOnceWhenTheyAreShown)
+{
+    const QString file = folder.filePath(u"16x16.svg"_s);
+    const QIcon icon = ownPicture(file, {32, 32});
+    ASSERT_EQ(svg(16, 16), file);
+    EXPECT_EQ(colourAt(icon.pixmap(32, 32), 16, 16), QColor(Qt::red)) << "it was not drawn before";
+    ASSERT_TRUE(QFile::remove(file));
+    EXPECT_EQ(colourAt(icon.pixmap(32, 32), 16, 16), QColor(Qt::red)) << "it is not drawn again";
+    EXPECT_EQ(colourAt(ownPicture(file, {32, 32}).pixmap(32, 32), 16, 16), QColor(Qt::red));
+}
+
+TEST_F(OwnPictures, HaveTheScreensOwnPixelsAtAnyScale)
+{
+    EXPECT_EQ(pictureOf(svg(16, 16), 1.25).size(), QSize(40, 40));
+    EXPECT_EQ(pictureOf(svg(16, 16), 4).size(), QSize(96, 96)) << "no more than threefold";
+}
+
+TEST_F(OwnPictures, OfADisabledButtonAreGrey)
+{
+    const QIcon icon = ownPicture(svg(16, 16), {32, 32});
+    const QColor colour = colourAt(icon.pixmap({32, 32}, QIcon::Disabled), 16, 16);
+    EXPECT_LT(colour.saturation(), 60) << colour.name().toStdString();
+}
+
 TEST_F(OwnPictures, OfOtherProportionsAreCentred)
 {
     const QPixmap picture = pictureOf(svg(32, 16));
