@@ -36,9 +36,11 @@ void closeCollator(void *collator)
 void addNorwegianCollation(sqlite3 *database)
 {
     UErrorCode status = U_ZERO_ERROR;
-    UCollator *collator = ucol_open("nb-u-ks-level2", &status);
+    // With the strength in the name ("nb-u-ks-level2") ICU takes 4 ms instead of 0.2.
+    UCollator *collator = ucol_open("nb", &status);
     if (U_FAILURE(status))
         throw RunTimeError(errors::kUnspecified, u"Norsk sorteringsrekkefølge mangler."_s);
+    ucol_setStrength(collator, UCOL_SECONDARY);
     const int code = sqlite3_create_collation_v2(database, SqliteWriter::kCollation, SQLITE_UTF8,
                                                  collator, compareNorwegian, closeCollator);
     if (code != SQLITE_OK) {
