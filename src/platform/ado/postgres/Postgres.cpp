@@ -1,11 +1,10 @@
 #include "platform/ado/postgres/Postgres.h"
 
 #include "platform/ado/AdoTypes.h"
+#include "platform/ado/postgres/Libpq.h"
 #include "platform/ado/postgres/PostgresSession.h"
 
 #include <QRegularExpression>
-
-#include <libpq-fe.h>
 
 using namespace Qt::StringLiterals;
 

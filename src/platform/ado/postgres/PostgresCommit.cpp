@@ -1,10 +1,9 @@
 #include "platform/ado/postgres/PostgresCommit.h"
 
 #include "platform/ado/AdoTypes.h"
+#include "platform/ado/postgres/Libpq.h"
 #include "platform/ado/postgres/PostgresLink.h"
 #include "runtime/Clock.h"
-
-#include <libpq-fe.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,14 +1,13 @@
 #include "platform/ado/postgres/PostgresConnect.h"
 
 #include "platform/ado/AdoTypes.h"
+#include "platform/ado/postgres/Libpq.h"
 #include "platform/ado/postgres/PostgresError.h"
 #include "runtime/Clock.h"
 
 #include <QDeadlineTimer>
 #include <QRegularExpression>
 #include <QTimeZone>
-
-#include <libpq-fe.h>
 
 #include <algorithm>
 #include <memory>

@@ -2,8 +2,7 @@
 
 #include "platform/ado/AdoTypes.h"
 #include "platform/ado/dialect/Overflow.h"
-
-#include <libpq-fe.h>
+#include "platform/ado/postgres/Libpq.h"
 
 using namespace Qt::StringLiterals;
 

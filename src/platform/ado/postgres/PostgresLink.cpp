@@ -1,9 +1,8 @@
 #include "platform/ado/postgres/PostgresLink.h"
 
+#include "platform/ado/postgres/Libpq.h"
 #include "platform/ado/postgres/PostgresConnect.h"
 #include "platform/ado/postgres/PostgresError.h"
-
-#include <libpq-fe.h>
 
 #include <poll.h>
 #include <utility>

@@ -3,10 +3,9 @@
 #include "platform/ado/AdoTypes.h"
 #include "platform/ado/RowSet.h"
 #include "platform/ado/dialect/Overflow.h"
+#include "platform/ado/postgres/Libpq.h"
 
 #include <QtEndian>
-
-#include <libpq-fe.h>
 
 #include <bit>
 #include <cmath>

@@ -3,12 +3,11 @@
 #include "platform/ado/AdoTypes.h"
 #include "platform/ado/WriteBack.h"
 #include "platform/ado/dialect/IndexTranslator.h"
+#include "platform/ado/postgres/Libpq.h"
 #include "platform/ado/postgres/PostgresCatalog.h"
 #include "platform/ado/postgres/PostgresCopy.h"
 #include "platform/ado/postgres/PostgresError.h"
 #include "platform/ado/postgres/PostgresRows.h"
-
-#include <libpq-fe.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,8 +1,7 @@
 #include "platform/ado/postgres/PostgresTurn.h"
 
+#include "platform/ado/postgres/Libpq.h"
 #include "platform/ado/postgres/PostgresLink.h"
-
-#include <libpq-fe.h>
 
 #include <utility>
 
