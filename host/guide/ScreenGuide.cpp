@@ -146,12 +146,6 @@ void Guide::click(QWidget &control)
     perform([&] { hands::click(control); });
 }
 
-void Guide::doubleClick(QWidget &control)
-{
-    bringToFront(control);
-    perform([&] { QTest::mouseDClick(&control, Qt::LeftButton); });
-}
-
 void Guide::key(QWidget &control, QKeyCombination key)
 {
     bringToFront(control);

@@ -67,7 +67,6 @@ public:
     /// Clicks in the middle of a control, or on the mark of a check box or option, and brings its
     /// window to the front. A control that is disabled ends the tour, here and below.
     void click(QWidget &control);
-    void doubleClick(QWidget &control);
     /// Presses and releases a key in a control, as Qt::Key_F1 or Qt::CTRL | Qt::Key_S.
     void key(QWidget &control, QKeyCombination key);
     /// Clicks in a field, marks what stands there and types over it. Another field gets the focus,

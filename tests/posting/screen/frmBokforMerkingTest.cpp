@@ -44,7 +44,7 @@ TEST_F(FrmBokforTest, MarkAllMarksTheInvoicesAndLeavesTheButton)
 {
     enterMany(2);
     open();
-    const auto &check = control<QCheckBox>(u"Check1"_s);
+    auto &check = control<QCheckBox>(u"Check1"_s);
     press(u"Check1"_s);
     EXPECT_EQ(captionOf(check), u"Fjern merking"_s);
     EXPECT_EQ(check.visibleRegion().boundingRect(), check.rect());
