@@ -110,7 +110,7 @@ QString formatted(Decimal number, const NumberPattern &pattern)
 }
 
 /// `count` is the number by ten to the power `scale`. Amounts and whole numbers are nearly all that
-/// is written, and rounding the count takes half the time of rounding a Decimal's digits.
+/// is written, and a count is rounded without being taken apart into its digits first.
 void append(QString &text, qint64 count, int scale, const NumberPattern &pattern)
 {
     quint64 unit = 1;
