@@ -9,10 +9,14 @@ pictures=$root/help/html/bilder
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
-# take SCALE ENDING: goes on a tour at that scale and copies the pictures that the pages ask for.
+# take SCALE ENDING: goes on a tour at that scale and copies the pictures that the pages ask for. The
+# display is as much larger, or the screens would not fit on it.
 take() {
     local name found
-    QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=$1 XDG_CONFIG_HOME=$scratch/settings$1 \
+    printf '{"screens": [{"name": "display", "x": 0, "y": 0, "width": %d, "height": %d,
+        "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]}' $((1024 * $1)) $((768 * $1)) \
+        >"$scratch/display$1.json"
+    QT_QPA_PLATFORM=offscreen:configfile=$scratch/display$1.json QT_SCALE_FACTOR=$1 XDG_CONFIG_HOME=$scratch/settings$1 \
         "$root/build/release/bin/strekkbok-vert" --tur "$scratch/tur$1" >&2
     for name in "${names[@]}"; do
         found=$(find "$scratch/tur$1" -name "[0-9][0-9]-$name.png")
