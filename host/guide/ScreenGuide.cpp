@@ -97,6 +97,27 @@ QString contentOf(const QWidget &window)
     return box ? box->text().simplified() : window.objectName();
 }
 
+/// Sees a window come, however short it stands.
+class Arrival : public QObject
+{
+public:
+    explicit Arrival(const QString &name) : m_name(name) { qApp->installEventFilter(this); }
+
+    [[nodiscard]] bool seen() const { return m_seen; }
+
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show && object->isWidgetType() &&
+            object->objectName() == m_name)
+            m_seen = true;
+        return false;
+    }
+
+private:
+    const QString m_name;
+    bool m_seen = false;
+};
+
 void pick(QComboBox &combo, const QString &text)
 {
     const int wanted = combo.findText(text);
@@ -241,6 +262,16 @@ void Guide::expectClosed(const QString &name)
 {
     if (!QTest::qWaitFor([&] { return visible(name) == nullptr; }, kPatience))
         stop(u"skjermbildet %1 lukket seg ikke"_s.arg(name));
+}
+
+void Guide::note(const QString &name, const Action &shows)
+{
+    const Arrival arrival(name);
+    perform(shows);
+    if (!QTest::qWaitFor([&] { return arrival.seen(); }, kPatience))
+        stop(u"skjermbildet %1 kom ikke fram"_s.arg(name));
+    if (QWidget *standing = visible(name))
+        standing->close();
 }
 
 void Guide::modal(const QString &name, const Action &opens,

@@ -88,6 +88,10 @@ public:
     /// Waits for a window to be gone.
     static void expectClosed(const QString &name);
 
+    /// Does what shows a note that goes by itself, maybe before this comes back, and takes it down
+    /// when it still stands.
+    void note(const QString &name, const Action &shows);
+
     // --- Windows that must be answered first
 
     /// Does what brings up a window that the module waits for (a picker, a dialog), and has

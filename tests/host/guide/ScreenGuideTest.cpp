@@ -242,6 +242,28 @@ TEST_F(ScreenGuideTest, DealsWithABoxInsideAModalWindow)
     EXPECT_EQ(chosen, u"nei"_s);
 }
 
+TEST_F(ScreenGuideTest, ANoteMayBeGoneBeforeTheClickComesBack)
+{
+    QWidget note;
+    note.setObjectName(u"frmTMsgBox"_s);
+    bool stands = false;
+    onClick([&] {
+        note.show();
+        note.setVisible(stands);
+    });
+    const auto click = [&] { guide.click(button); };
+    EXPECT_EQ(refusal([&] { guide.note(u"frmTMsgBox"_s, click); }), QString());
+    stands = true;
+    EXPECT_EQ(refusal([&] { guide.note(u"frmTMsgBox"_s, click); }), QString());
+    EXPECT_FALSE(note.isVisible());
+}
+
+TEST_F(ScreenGuideTest, ANoteThatDoesNotComeEndsTheTour)
+{
+    EXPECT_EQ(refusal([&] { guide.note(u"frmTMsgBox"_s, [] {}); }),
+              u"skjermbildet frmTMsgBox kom ikke fram"_s);
+}
+
 TEST_F(ScreenGuideTest, PicturesAreNumberedAndTold)
 {
     guide.picture(screen, u"skjerm"_s, u"Skjermen"_s);
