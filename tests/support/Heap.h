@@ -4,7 +4,8 @@
 
 #include <malloc.h>
 
-/// What this program holds of the heap, in bytes. A sanitizer's own allocator tells 0.
+/// What this program holds of the heap, in bytes. A sanitizer's own allocator tells 0. Exact only
+/// in a test with the environment `exact_heap`.
 inline qint64 heapInUse()
 {
     const struct mallinfo2 info = mallinfo2();
