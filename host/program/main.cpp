@@ -128,6 +128,10 @@ void perform(const Options &options)
         print(helpText().toUtf8());
         return;
     }
+    if (options.task == Options::Task::Version) {
+        printLine(u"strekkbok-vert %1"_s.arg(QStringLiteral(FAKTURA_VERSION)));
+        return;
+    }
     if (options.task == Options::Task::Copy) {
         copyDatabase(database::locate(options.fra), database::locate(options.til), printLine);
         return;

@@ -81,6 +81,13 @@ struct Option
 
 void takeNothing(Options &, QLatin1StringView, const QStringList &) {}
 
+/// A task that goes before all others.
+template<Task task>
+void takeTelling(Options &options, QLatin1StringView, const QStringList &)
+{
+    options.task = task;
+}
+
 template<QString Options::*field>
 void takeText(Options &options, QLatin1StringView, const QStringList &values)
 {
@@ -180,7 +187,16 @@ constexpr std::array kOptions{
         u"finnes",
         std::nullopt,
         [](Options &options, QLatin1StringView, const QStringList &) { options.erstatt = true; }},
-    Option{"--help"_L1, {}, u"vis denne teksten", std::nullopt, takeNothing},
+    Option{"--version"_L1,
+           {},
+           u"vis versjonen, som menyen viser siste del av",
+           std::nullopt,
+           takeTelling<Task::Version>},
+    Option{"--help"_L1,
+           {},
+           u"vis denne teksten; -h gjør det samme",
+           std::nullopt,
+           takeTelling<Task::Help>},
 };
 
 /// The arguments, read from the first to the last.
@@ -194,7 +210,8 @@ public:
     /// The option that stands next; its first value may stand behind "=".
     const Option &takeOption()
     {
-        const QString &argument = m_arguments[m_next++];
+        const QString argument = m_arguments[m_next] == "-h"_L1 ? u"--help"_s : m_arguments[m_next];
+        ++m_next;
         const qsizetype equals = argument.indexOf(u'=');
         m_hasValue = argument.startsWith("--"_L1) && equals > 0;
         const QString name = m_hasValue ? argument.left(equals) : argument;
@@ -292,16 +309,14 @@ Options parseOptions(const QStringList &arguments, int thisYear)
     while (!given.atEnd()) {
         const Option &option = given.takeOption();
         const QStringList values = given.takeValues(option);
-        if (option.name == "--help"_L1) {
-            options.task = Task::Help;
-            return options;
-        }
         if (option.task) {
             if (std::exchange(hasTask, true))
                 refuseSecondTask();
             options.task = *option.task;
         }
         option.take(options, option.name, values);
+        if (options.task == Task::Help || options.task == Task::Version)
+            return options;
     }
 
     if (!hasTask && given.has("--dsn"_L1))

@@ -18,6 +18,7 @@ struct Options
         Copy,    ///< --kopier
         Check,   ///< --kontroll
         Screens, ///< --tur
+        Version, ///< --version
         Help,    ///< --help
     };
 

@@ -6,11 +6,18 @@
 #include <QFileInfo>
 
 #include <dlfcn.h>
+#include <link.h>
 
 QString componentFolder()
 {
     Dl_info file{};
-    if (dladdr(reinterpret_cast<const void *>(&componentFolder), &file) == 0)
+    link_map *loaded = nullptr;
+    if (dladdr1(reinterpret_cast<const void *>(&componentFolder), &file,
+                reinterpret_cast<void **>(&loaded), RTLD_DL_LINKMAP) == 0)
         return {};
-    return paths::toModule(QFileInfo(QFile::decodeName(file.dli_fname)).absolutePath());
+    // Of a program the linker knows only how it was called: by a link, or by its name alone.
+    const QString name = *loaded->l_name
+                             ? QFile::decodeName(loaded->l_name)
+                             : QFileInfo(QStringLiteral("/proc/self/exe")).canonicalFilePath();
+    return paths::toModule(QFileInfo(name).absolutePath());
 }

@@ -7,7 +7,7 @@
 class Klassefabrikk : public QObject
 {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID "Faktura.clsFaktura")
+    Q_PLUGIN_METADATA(IID "Faktura.clsFaktura" FILE "Klassefabrikk.json")
 
 public:
     Klassefabrikk();

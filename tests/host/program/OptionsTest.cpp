@@ -16,7 +16,7 @@ TEST_F(OptionsTest, HelpNamesEachOption)
          {u"--dsn KILDE"_s, u"--kopier FRA TIL"_s, u"--klient NR"_s, u"--aar ÅR"_s, u"--demo"_s,
           u"--sql SETNING"_s, u"--ehf NUMMER"_s, u"--ut FIL"_s, u"--tur MAPPE"_s, u"--erstatt"_s,
           u"--help"_s, u"--pdf NUMMER"_s, u"--pdf-alle MAPPE"_s, u"--fra DATO"_s, u"--til DATO"_s,
-          u"--status STATUS"_s, u"--kontroll"_s}) {
+          u"--status STATUS"_s, u"--kontroll"_s, u"--version"_s}) {
         EXPECT_TRUE(text.contains(u"\n  "_s + option + u' ')) << option.toStdString();
     }
     for (const QString &status : {u"0 når"_s, u"1 når"_s, u"2 når"_s, u"3 når"_s})
@@ -27,6 +27,19 @@ TEST_F(OptionsTest, HelpNamesEachOption)
 TEST_F(OptionsTest, HelpWinsOverWhatStandsBeforeIt)
 {
     EXPECT_EQ(host({u"--demo"_s, u"--help"_s}).out, host({u"--help"_s}).out);
+    EXPECT_TRUE(files().isEmpty());
+}
+
+TEST_F(OptionsTest, HelpHasAShortName)
+{
+    EXPECT_EQ(host({u"-h"_s}).out, host({u"--help"_s}).out);
+}
+
+TEST_F(OptionsTest, TellsItsVersion)
+{
+    const Outcome outcome = host({u"--version"_s});
+    EXPECT_EQ(outcome.status, 0) << ::testing::PrintToString(outcome);
+    EXPECT_EQ(outcome.out, "strekkbok-vert " FAKTURA_VERSION "\n");
     EXPECT_TRUE(files().isEmpty());
 }
 

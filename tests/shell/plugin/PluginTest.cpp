@@ -55,6 +55,14 @@ TEST_F(PluginTest, TheLibraryTellsItsName)
     EXPECT_EQ(loader.metaData().value(u"IID").toString(), u"Faktura.clsFaktura"_s);
 }
 
+TEST_F(PluginTest, TheLibraryTellsItsVersionWithoutBeingLoaded)
+{
+    const QPluginLoader loader(QStringLiteral(FAKTURA_FILE));
+    EXPECT_EQ(loader.metaData().value(u"MetaData").toObject().value(u"version").toString(),
+              QStringLiteral(FAKTURA_VERSION));
+    EXPECT_FALSE(loader.isLoaded());
+}
+
 TEST_F(PluginTest, AnInstanceIsReadyWithEmptyValues)
 {
     const auto module = createInstance();
