@@ -137,8 +137,7 @@ TEST_F(LostWorkTest, EnterAfterASaveOpensThePrintDialog)
 {
     QWidget &orders = openOrders(u"btnCopy"_s);
     // The note goes by itself as well, so that a slow desk may find it gone.
-    inModal(
-        u"frmTMsgBox"_s, [&] { click(control(orders, u"btnSave"_s)); }, [](QWidget &) {});
+    inModal(u"frmTMsgBox"_s, [&] { click(control(orders, u"btnSave"_s)); }, [](QWidget &) {});
     EXPECT_TRUE(comes([&] { return control(orders, u"btnPrint"_s).isEnabled(); }));
     EXPECT_TRUE(hasFocus(orders, u"btnPrint"_s));
     key(u"Return"_s);
