@@ -163,6 +163,13 @@ bool SqliteDatabase::inTransaction() const
     return sqlite3_get_autocommit(handle()) == 0;
 }
 
+quint32 SqliteDatabase::version() const
+{
+    quint32 version = 0;
+    sqlite3_file_control(handle(), "main", SQLITE_FCNTL_DATA_VERSION, &version);
+    return version;
+}
+
 void SqliteDatabase::run(const char *sql)
 {
     if (sqlite3_exec(handle(), sql, nullptr, nullptr, nullptr) != SQLITE_OK)

@@ -24,6 +24,10 @@ public:
     [[nodiscard]] sqlite3 *handle() const { return m_handle.get(); }
     [[nodiscard]] bool inTransaction() const;
 
+    /// Another number after each change of the file, by this connection or any other; to be asked
+    /// while a statement stands on the snapshot that it tells of.
+    [[nodiscard]] quint32 version() const;
+
     /// Runs one statement of our own that returns no rows.
     void run(const char *sql);
 

@@ -8,30 +8,38 @@
 
 namespace ado {
 
-SqliteLookups::SqliteLookups(sqlite3 *database)
-    : m_database(database), m_dataVersion(database, "PRAGMA data_version")
+SqliteLookups::SqliteLookups(const SqliteDatabase &database)
+    : m_database(database), m_othersVersion(database.handle(), "PRAGMA data_version")
 {
-    sqlite3_update_hook(database, noteChange, this);
+    sqlite3_update_hook(database.handle(), noteChange, this);
 }
 
 void SqliteLookups::update(const std::vector<dialect::Lookup> &wanted)
 {
     if (wanted.empty())
         return;
-    {
-        const ScopedRun look(m_dataVersion);
-        m_dataVersion.step();
-        const qint64 version = m_dataVersion.integer(0);
-        if (version != m_knownVersion)
-            distrust();
-        m_knownVersion = version;
-    }
+    noteOthersChanges();
     for (const dialect::Lookup &lookup : wanted) {
         if (Kept &known = kept(lookup); !known.upToDate) {
             fill(lookup);
             known.upToDate = true;
         }
     }
+}
+
+// Between two changes the file's version answers at once; who has changed it a statement tells.
+void SqliteLookups::noteOthersChanges()
+{
+    const quint32 version = m_database.version();
+    if (version == m_knownVersion)
+        return;
+    m_knownVersion = version;
+    const ScopedRun look(m_othersVersion);
+    m_othersVersion.step();
+    const qint64 othersVersion = m_othersVersion.integer(0);
+    if (othersVersion != m_knownOthersVersion)
+        distrust();
+    m_knownOthersVersion = othersVersion;
 }
 
 // SQLite tells of every row that is written, but not of all that are removed; those do no harm.
@@ -65,7 +73,7 @@ void SqliteLookups::fill(const dialect::Lookup &lookup)
 
 void SqliteLookups::run(const QByteArray &sql)
 {
-    SqliteStatement(m_database, sql).step();
+    SqliteStatement(m_database.handle(), sql).step();
 }
 
 } // namespace ado

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "platform/ado/dialect/Translator.h"
+#include "platform/ado/sqlite/SqliteDatabase.h"
 #include "platform/ado/sqlite/SqliteStatement.h"
 
 #include <vector>
-
-struct sqlite3;
 
 namespace ado {
 
@@ -20,7 +19,7 @@ class SqliteLookups
 {
 public:
     /// Watches what the connection changes; nobody else may have its update hook.
-    explicit SqliteLookups(sqlite3 *database);
+    explicit SqliteLookups(const SqliteDatabase &database);
     SqliteLookups(const SqliteLookups &) = delete;
     SqliteLookups &operator=(const SqliteLookups &) = delete;
 
@@ -37,15 +36,17 @@ private:
         dialect::Lookup lookup;
         bool upToDate = false;
     };
+    void noteOthersChanges();
     static void noteChange(void *self, int change, const char *database, const char *table,
                            long long row);
     Kept &kept(const dialect::Lookup &lookup);
     void fill(const dialect::Lookup &lookup);
     void run(const QByteArray &sql);
 
-    sqlite3 *m_database;
-    SqliteStatement m_dataVersion; // changes with each change by another connection
-    qint64 m_knownVersion = 0;
+    const SqliteDatabase &m_database;
+    SqliteStatement m_othersVersion; // another one after each change by another connection
+    quint32 m_knownVersion = 0;
+    qint64 m_knownOthersVersion = 0;
     std::vector<Kept> m_kept;
 };
 

@@ -23,7 +23,7 @@ constexpr int kCachedStatements = 64;
 SqliteSession::SqliteSession(const QString &path)
     : m_database(path), m_beginWriting(m_database.handle(), "BEGIN IMMEDIATE"),
       m_commit(m_database.handle(), "COMMIT"),
-      m_schemaVersion(m_database.handle(), "PRAGMA schema_version"), m_lookups(m_database.handle()),
+      m_schemaVersion(m_database.handle(), "PRAGMA schema_version"), m_lookups(m_database),
       m_turn(path), m_statements(kCachedStatements)
 {
 }
@@ -149,6 +149,11 @@ void SqliteSession::run(QStringView text, RowSet *rows)
     // Outside a transaction a query reads under the lock that the look has taken already.
     const ScopedRun look(m_schemaVersion);
     const dialect::Catalog &tables = catalogOfThisMoment();
+    const bool mayKeep = rows && m_transaction == Transaction::None;
+    if (const RowSet *kept = mayKeep ? m_kept.answerTo(text) : nullptr) {
+        *rows = *kept;
+        return;
+    }
     Prepared *prepared = m_statements.object(lexed.shape);
     if (!prepared) {
         dialect::Translation translation = dialect::translate(lexed, tables, m_writer);
@@ -168,11 +173,6 @@ void SqliteSession::run(QStringView text, RowSet *rows)
     }
 
     const dialect::Translation &translation = prepared->translation;
-    const bool mayKeep = rows && translation.returnsRows() && m_transaction == Transaction::None;
-    if (const RowSet *kept = mayKeep ? m_kept.answerTo(text) : nullptr) {
-        *rows = *kept;
-        return;
-    }
     const std::vector<Value> values = dialect::parameterValues(translation, lexed);
     joinTransaction(!translation.returnsRows());
     const ScopedRun run(prepared->statement);
@@ -185,16 +185,6 @@ void SqliteSession::run(QStringView text, RowSet *rows)
     } else {
         prepared->statement.step();
     }
-}
-
-/// The file counts the commits of other connections; the rows that this one has changed it counts
-/// itself, those of a change of the schema apart, which forgets what is kept.
-QByteArray SqliteSession::moment()
-{
-    const ScopedRun run(m_dataVersion);
-    m_dataVersion.step();
-    return QByteArray::number(m_dataVersion.integer(0)) + ' ' +
-           QByteArray::number(qint64(sqlite3_total_changes64(m_database.handle())));
 }
 
 void SqliteSession::changeSchema(const dialect::Translation &translation)

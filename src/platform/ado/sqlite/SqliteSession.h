@@ -60,7 +60,6 @@ private:
     template<class Change>
     void allOrNothing(Change change);
     void run(QStringView text, RowSet *rows); // no `rows`: they are dropped
-    QByteArray moment();
     void changeSchema(const dialect::Translation &translation);
     void forgetSchema();
     bool keepsCounters() const;
@@ -79,8 +78,7 @@ private:
     qint64 m_catalogVersion = 0;
     std::optional<dialect::Catalog> m_catalog;
     QCache<QString, Prepared> m_statements; // by shape
-    SqliteStatement m_dataVersion{m_database.handle(), "PRAGMA data_version"};
-    KeptRows m_kept{[this] { return moment(); }};
+    KeptRows m_kept{[this] { return QByteArray::number(m_database.version()); }};
 };
 
 } // namespace ado

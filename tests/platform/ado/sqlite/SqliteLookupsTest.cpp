@@ -70,6 +70,19 @@ TEST_F(SqliteLookupsTest, ReadingAllCustomersReadsThePlacesOnce)
     EXPECT_LE(ScanCounter::steps(), 2); // the customers
 }
 
+TEST_F(SqliteLookupsTest, OwnChangesOfOtherTablesLeaveTheLookup)
+{
+    expectPlaces(u"Oslo Hamar"_s);
+    m_connection.run(u"UPDATE Kunde SET PostNr='2317' WHERE Nr=1"_s);
+    EXPECT_EQ(places(), u"Hamar Hamar"_s); // the lookup's own change may not count either
+    ScanCounter::steps();
+    EXPECT_EQ(places(), u"Hamar Hamar"_s);
+    m_connection.run(u"UPDATE Kunde SET PostNr='0010' WHERE Nr=2"_s);
+    ScanCounter::steps();
+    EXPECT_EQ(places(), u"Hamar Oslo"_s);
+    EXPECT_LE(ScanCounter::steps(), 2); // the customers
+}
+
 // --- What changes the table
 
 TEST_F(SqliteLookupsTest, OwnChangesAreSeen)
