@@ -15,6 +15,16 @@
 #endif
 }
 
+/// The day of utcMoment(millisecondsSince1970), without making the moment.
+[[nodiscard]] inline QDate utcDay(qint64 millisecondsSince1970)
+{
+    constexpr qint64 kMillisecondsOfDay = 86'400'000;
+    const bool before1970 = millisecondsSince1970 < 0;
+    const qint64 days =
+        (millisecondsSince1970 + (before1970 ? 1 : 0)) / kMillisecondsOfDay - (before1970 ? 1 : 0);
+    return QDate(1970, 1, 1).addDays(days);
+}
+
 /// The moment so many milliseconds behind 1 January 1970.
 [[nodiscard]] inline QDateTime utcMoment(qint64 millisecondsSince1970)
 {

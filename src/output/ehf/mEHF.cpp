@@ -145,9 +145,9 @@ Ordrehode lesOrdre(const QString &ordreNr)
         ordre.leveringsadresse = {rs->text(LevAdresse1), rs->text(LevAdresse2), rs->text(LevPostNr),
                                   rs->text(LevPoststed)};
         ordre.betBet = rs->value(BetBet).toInteger();
-        ordre.fakDato = rs->value(FakDato).toDate().date();
-        ordre.forfallDato = rs->value(ForfallDato).toDate().date();
-        ordre.levDato = rs->value(LevDato).toDate().date();
+        ordre.fakDato = rs->date(FakDato);
+        ordre.forfallDato = rs->date(ForfallDato);
+        ordre.levDato = rs->date(LevDato);
         ordre.sumNetto = rs->currency(SumNetto);
         ordre.mvaKr = rs->currency(MvaKr);
         ordre.sumBrutto = rs->currency(SumBrutto);

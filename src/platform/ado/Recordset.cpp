@@ -3,6 +3,7 @@
 #include "platform/ado/Connection.h"
 #include "platform/ado/Session.h"
 #include "platform/ado/SessionPool.h"
+#include "runtime/Moment.h"
 
 using namespace Qt::StringLiterals;
 
@@ -286,6 +287,13 @@ float Recordset::single(int index) const
     if (const ColumnStore *store = stored(index, DataType::Single))
         return store->number<float>(size_t(m_position));
     return value(index).toSingle();
+}
+
+QDate Recordset::date(int index) const
+{
+    if (const ColumnStore *store = stored(index, DataType::Date))
+        return utcDay(store->number<qint64>(size_t(m_position)));
+    return value(index).toDate().date();
 }
 
 QString Recordset::joined(int index, char mark) const

@@ -3,6 +3,7 @@
 #include "platform/ado/AdoTypes.h"
 #include "platform/ado/RowSet.h"
 
+#include <QDate>
 #include <QString>
 #include <QStringView>
 
@@ -90,6 +91,8 @@ public:
     [[nodiscard]] qint32 integer(QStringView name) const { return integer(fieldIndex(name)); }
     [[nodiscard]] float single(int index) const;
     [[nodiscard]] float single(QStringView name) const { return single(fieldIndex(name)); }
+    /// As value(index).toDate().date().
+    [[nodiscard]] QDate date(int index) const;
     /// The texts of that field in all rows, one after the other, parted by `mark`; a Null is empty.
     [[nodiscard]] QString joined(int index, char mark) const;
 

@@ -37,6 +37,6 @@ void Radtekst::legg(const Celle &celle)
     case Form::TettBelop:
         return appendFormat(m_rad, m_rs.currency(celle.felt), u"#0.00");
     case Form::Dato:
-        return appendFormat(m_rad, m_rs.value(celle.felt).toDate().date(), u"dd.mm.yyyy");
+        return appendFormat(m_rad, m_rs.date(celle.felt), u"dd.mm.yyyy");
     }
 }

@@ -193,6 +193,7 @@ TEST_F(RecordsetTest, TypedReadingIsTheSameAsByValue)
                       errorOf([&] { (void)value.toLong(); }));
             EXPECT_EQ(errorOf([&] { (void)rows.single(i); }),
                       errorOf([&] { (void)value.toSingle(); }));
+            EXPECT_EQ(errorOf([&] { (void)rows.date(i); }), errorOf([&] { (void)value.toDate(); }));
             if (!value.isNull()) {
                 EXPECT_EQ(rows.text(i), value.toText());
             }
@@ -206,6 +207,25 @@ TEST_F(RecordsetTest, TypedReadingIsTheSameAsByValue)
     rows.moveLast();
     EXPECT_EQ(errorOf([&] { (void)rows.text(u"Navn"); }), ::errors::kInvalidUseOfNull);
     EXPECT_EQ(errorOf([&] { (void)rows.currency(u"Saldo"); }), ::errors::kInvalidUseOfNull);
+}
+
+TEST_F(RecordsetTest, TheDayOfADateIsThatOfItsValue)
+{
+    Opened connection(m_file);
+    connection.run(u"CREATE TABLE Dag (Nr LONG CONSTRAINT D PRIMARY KEY, Dato DATE)"_s);
+    const QStringList dates{u"0100-01-01"_s, u"1899-12-30"_s,       u"1969-12-31"_s,
+                            u"1970-01-01"_s, u"1969-12-31 23:59"_s, u"1969-12-31 00:00:01"_s,
+                            u"1900-02-28"_s, u"2014-03-09 18:30"_s, u"9999-12-31 23:59:59"_s};
+    for (int nr = 0; nr < dates.size(); ++nr)
+        connection.run(u"INSERT INTO Dag VALUES (%1,#%2#)"_s.arg(nr).arg(dates[nr]));
+    Recordset rows = opened(u"SELECT Nr,Dato FROM Dag ORDER BY Nr"_s);
+    for (; !rows.eof(); rows.moveNext()) {
+        const QString date = dates[rows.integer(0)];
+        EXPECT_EQ(rows.date(1), QDate::fromString(date.first(10), Qt::ISODate))
+            << date.toStdString();
+        EXPECT_EQ(rows.date(1), rows.value(1).toDate().date()) << date.toStdString();
+        EXPECT_EQ(rows.date(0), rows.value(0).toDate().date()) << "a number counts days";
+    }
 }
 
 TEST_F(RecordsetTest, JoinsTheTextsOfAField)
