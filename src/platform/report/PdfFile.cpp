@@ -1,6 +1,7 @@
 #include "platform/report/PdfFile.h"
 
 #include "platform/report/Painter.h"
+#include "platform/report/Qpdf.h"
 #include "platform/report/ReportError.h"
 #include "runtime/WholeFile.h"
 
@@ -9,8 +10,6 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
-
-#include <qpdf/qpdf-c.h>
 
 #include <memory>
 

@@ -67,6 +67,14 @@ Outcome HostTest::host(const QStringList &arguments, const QString &locale) cons
     return start(programFile(), arguments, locale);
 }
 
+void HostTest::hideLibrary(const QString &name)
+{
+    // An empty file stands in its way.
+    ASSERT_TRUE(QDir(path(QString())).mkpath(u"bibliotek"_s));
+    write(u"bibliotek/"_s + name, {});
+    environment.insert(u"LD_LIBRARY_PATH"_s, path(u"bibliotek"_s));
+}
+
 QString HostTest::makeDemo()
 {
     const QString database = path(u"demo.db"_s);

@@ -47,6 +47,9 @@ protected:
     /// where the tests run, and their settings are not those of who runs the tests.
     QProcessEnvironment environment;
 
+    /// Lets the programs that the test starts find no library of that file name.
+    void hideLibrary(const QString &name);
+
     /// Gives a process that the test starts itself the test's folder and environment.
     void prepare(QProcess &process) const;
     /// Runs a program with the test's folder as its current one; `locale` becomes its LC_ALL.

@@ -1,7 +1,5 @@
 #include "host/program/HostTest.h"
 
-#include <QDir>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -10,13 +8,7 @@ namespace {
 class NoLibpqTest : public HostTest
 {
 protected:
-    void SetUp() override
-    {
-        // An empty file stands in its way.
-        ASSERT_TRUE(QDir(path(QString())).mkdir(u"bibliotek"_s));
-        write(u"bibliotek/libpq.so.5"_s, {});
-        environment.insert(u"LD_LIBRARY_PATH"_s, path(u"bibliotek"_s));
-    }
+    void SetUp() override { hideLibrary(u"libpq.so.5"_s); }
 };
 
 } // namespace

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QtGlobal>
+#include "runtime/LateFunction.h"
 
-#include <atomic>
 #include <libpq-fe.h>
 
 namespace ado {
@@ -10,33 +9,11 @@ namespace ado {
 /// The address of a function of libpq. Raises kUnspecified when the library is not on this machine.
 [[nodiscard]] QFunctionPointer libpqFunction(const char *name);
 
-/// A function of libpq, looked up when it is called first.
-template<class Function>
-class LibpqFunction
-{
-public:
-    constexpr explicit LibpqFunction(const char *name) : m_name(name) {}
-    LibpqFunction(const LibpqFunction &) = delete;
-    LibpqFunction &operator=(const LibpqFunction &) = delete;
-
-    /// For calls as well.
-    operator Function *() const
-    {
-        Function *function = m_function;
-        if (!function)
-            m_function = function = reinterpret_cast<Function *>(libpqFunction(m_name));
-        return function;
-    }
-
-private:
-    const char *m_name;
-    mutable std::atomic<Function *> m_function = nullptr;
-};
-
 // In this namespace the names below hide libpq's own. So the library, which brings some twenty
 // others along, is loaded when the first server is named, and a start on a file is spared some 6 ms
 // and 5 MB.
-#define LIBPQ_FUNCTION(name) inline constinit const LibpqFunction<decltype(::name)> name(#name)
+#define LIBPQ_FUNCTION(name)                                                                       \
+    inline constinit const LateFunction<decltype(::name), libpqFunction> name(#name)
 LIBPQ_FUNCTION(PQclear);
 LIBPQ_FUNCTION(PQcmdStatus);
 LIBPQ_FUNCTION(PQcmdTuples);
