@@ -1,0 +1,99 @@
+#include "output/ehf3/Dokument.h"
+
+#include "output/ehf3/Belop.h"
+
+#include <algorithm>
+#include <map>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace ehf3;
+
+constexpr Currency kEttOere = Currency::fromTenThousandths(Currency::kScale / 100);
+/// Receivers show so much of a name.
+constexpr qsizetype kNavnelengde = 40;
+
+bool erProduktet(Currency antall, Currency pris, Currency netto)
+{
+    return (antall * pris - netto).abs() <= kEttOere;
+}
+
+/// The order screen takes a quantity of two decimals, computes the line with it and stores it with
+/// one. So where the stored one does not make up the line's net, it is worked back from that, if it
+/// is a quantity that would have been stored so.
+Currency antallI(const Ordrelinje &linje)
+{
+    const Currency antall = fraSingle(linje.antall);
+    if (linje.pris.isZero() || erProduktet(antall, linje.pris, linje.netto))
+        return antall;
+    const Currency regnet = tilHundredel(forhold(linje.netto, linje.pris));
+    const bool forklarer =
+        erProduktet(regnet, linje.pris, linje.netto) && tilSingle(regnet) == linje.antall;
+    return forklarer ? regnet : antall;
+}
+
+/// At most so much of the text as a name has room for, up to a blank where there is one.
+QString navnAv(const QString &tekst)
+{
+    if (tekst.size() <= kNavnelengde)
+        return tekst;
+    const qsizetype blank = tekst.lastIndexOf(u' ', kNavnelengde);
+    qsizetype lengde = blank > 0 ? blank : kNavnelengde;
+    if (tekst[lengde - 1].isHighSurrogate())
+        --lengde;
+    return tekst.first(lengde).trimmed();
+}
+
+Dokumentlinje lagLinje(const Ordrelinje &linje, int nr, bool snu)
+{
+    const QString tekst = linje.tekst.isEmpty() ? linje.varenr : linje.tekst;
+    const QString navn = navnAv(tekst);
+    const Currency antall = antallI(linje);
+    return {.nr = nr,
+            .navn = navn,
+            .beskrivelse = navn == tekst ? QString() : tekst,
+            .varenr = linje.varenr,
+            .enhet = linje.enhet,
+            .antall = linje.pris.isNegative() != snu ? -antall : antall,
+            .pris = linje.pris.abs(),
+            .sats = linje.sats,
+            .netto = snu ? -linje.netto : linje.netto};
+}
+
+} // namespace
+
+Dokument ehf3::lagDokument(const Grunnlag &ordre)
+{
+    Dokument dokument(ordre);
+    dokument.aBetale = tilHundredel(ordre.aBetale.abs());
+
+    std::map<Currency, Currency> grunnlag;
+    for (const Ordrelinje &linje : ordre.linjer) {
+        const int nr = int(dokument.linjer.size()) + 1;
+        dokument.linjer.push_back(lagLinje(linje, nr, dokument.erKreditnota));
+        const Currency netto = dokument.linjer.back().netto;
+        grunnlag[linje.sats] += netto;
+        dokument.netto += netto;
+    }
+    for (const auto &[sats, sum] : grunnlag) {
+        dokument.mvagrupper.push_back({sats, sum, prosentAv(sum, sats)});
+        dokument.mva += dokument.mvagrupper.back().mva;
+    }
+    dokument.brutto = dokument.netto + dokument.mva;
+    dokument.avrunding = dokument.aBetale - dokument.brutto;
+    return dokument;
+}
+
+bool ehf3::gaarOpp(const Dokumentlinje &linje)
+{
+    return erProduktet(linje.antall, linje.pris, linje.netto);
+}
+
+bool ehf3::gaarOpp(const Dokument &dokument)
+{
+    // A line's net and its VAT are each rounded once more than in the order's sums.
+    const qint64 oere = 100 + 2 * qint64(dokument.linjer.size());
+    return dokument.avrunding.abs() <= kEttOere * Currency::fromInteger(oere);
+}

@@ -1,0 +1,39 @@
+#include "output/ehf3/Ehf3.h"
+
+#include "output/ehf3/Dokument.h"
+#include "output/ehf3/Mangler.h"
+#include "output/ehf3/Oversettelse.h"
+#include "runtime/WholeFile.h"
+
+#include <QSaveFile>
+
+using namespace Qt::StringLiterals;
+
+Ehf3 LagEhf3(qint16 klient, qint32 ordreNr)
+{
+    try {
+        const std::optional<ehf3::Grunnlag> ordre = ehf3::lesGrunnlag(klient, ordreNr);
+        if (!ordre)
+            return {{}, u"Ordre %1 finnes ikke for klient %2"_s.arg(ordreNr).arg(klient)};
+        const ehf3::Dokument dokument = ehf3::lagDokument(*ordre);
+        const QStringList mangler = ehf3::manglerI(dokument);
+        if (!mangler.isEmpty())
+            return {{}, mangler.join(u'\n')};
+        return {ehf3::skrivXml(dokument), {}};
+    } catch (const RunTimeError &error) {
+        return {
+            {},
+            u"Ordre %1 lot seg ikke lese: %2"_s.arg(ordreNr).arg(error.description().simplified())};
+    }
+}
+
+QString SkrivEhf3(qint16 klient, qint32 ordreNr, const QString &fil)
+{
+    const Ehf3 ehf = LagEhf3(klient, ordreNr);
+    if (!ehf.mangler.isEmpty())
+        return ehf.mangler;
+    QSaveFile ut(fil);
+    if (!ut.open(QIODevice::WriteOnly) || !writeWhole(ut, ehf.dokument))
+        return u"Filen %1 lot seg ikke skrive"_s.arg(fil);
+    return {};
+}

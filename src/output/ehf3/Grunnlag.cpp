@@ -1,0 +1,164 @@
+#include "output/ehf3/Grunnlag.h"
+
+#include "data/clsAdoUtils.h"
+#include "output/ehf3/Belop.h"
+#include "output/ehf3/XmlTekst.h"
+#include "runtime/Conversions.h"
+#include "state/SharedState.h"
+
+#include <QStringBuilder>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace ehf3;
+
+/// The rows of a query, one after the other.
+class Rader
+{
+public:
+    explicit Rader(const QString &setning) : m_rs(gDB->GetRS(setning, true))
+    {
+        if (!m_rs) // the text is ours, and is not to be left behind for whoever asks next
+            throw RunTimeError(errors::kInvalidCall, gDB->LastError());
+    }
+
+    [[nodiscard]] bool erSlutt() const { return m_rs->eof(); }
+    void neste() { m_rs->moveNext(); }
+
+    [[nodiscard]] QString tekst(int kol) const
+    {
+        return m_rs->isNull(kol) ? QString() : lovligTekst(m_rs->text(kol)).trimmed();
+    }
+    [[nodiscard]] qint32 heltall(int kol) const
+    {
+        return m_rs->isNull(kol) ? 0 : m_rs->integer(kol);
+    }
+    [[nodiscard]] bool mangler(int kol) const { return m_rs->isNull(kol); }
+    [[nodiscard]] float single(int kol) const { return m_rs->isNull(kol) ? 0 : m_rs->single(kol); }
+    [[nodiscard]] Currency belop(int kol) const
+    {
+        return m_rs->isNull(kol) ? Currency() : m_rs->currency(kol);
+    }
+    [[nodiscard]] QDate dato(int kol) const
+    {
+        return m_rs->value(kol).isNull() ? QDate() : m_rs->value(kol).toDate().date();
+    }
+    /// Four columns, from `kol` on.
+    [[nodiscard]] Adresse adresse(int kol) const
+    {
+        return {tekst(kol), tekst(kol + 1), tekst(kol + 2), tekst(kol + 3)};
+    }
+    /// What is left of a number that is written with blanks and points, and "NO" and "MVA" around.
+    [[nodiscard]] QString nummer(int kol) const
+    {
+        QString tekst = m_rs->isNull(kol) ? QString() : m_rs->text(kol).toUpper();
+        return tekst.remove(u"NO"_s).remove(u"MVA"_s).remove(u' ').remove(u'.');
+    }
+
+private:
+    Ref<ado::Recordset> m_rs;
+};
+
+Selger lesSelger(qint16 klient)
+{
+    enum { Navn, Adr1, OrganisasjonsNr = Adr1 + 4, Giro1, TlfArbeid };
+    const Rader rader(u"SELECT K.Navn,K.Adr1,K.Adr2,K.PostNr,P.PostSted,K.OrganisasjonsNr,K.Giro1,"
+                      u"K.TlfArbeid FROM Klient K LEFT JOIN Poststed P ON K.PostNr=P.PostNr "
+                      u"WHERE K.KlientNr="_s %
+                      numberToText(klient));
+    if (rader.erSlutt())
+        return {};
+    return {.navn = rader.tekst(Navn),
+            .adresse = rader.adresse(Adr1),
+            .telefon = rader.tekst(TlfArbeid),
+            .orgNr = rader.nummer(OrganisasjonsNr),
+            .konto = rader.nummer(Giro1)};
+}
+
+/// All but the seller and the lines.
+std::optional<Grunnlag> lesHode(qint16 klient, qint32 ordreNr)
+{
+    enum {
+        KundeNr,
+        KundeNavn,
+        FakAdresse1,
+        OrganisasjonsNr = FakAdresse1 + 4,
+        LevAdresse1,
+        EgenRef = LevAdresse1 + 4,
+        DeresRef,
+        KID,
+        BetBet,
+        FakDato,
+        ForfallDato,
+        LevDato,
+        SumBrutto
+    };
+    const Rader rader(
+        u"SELECT O.KundeNr,O.KundeNavn,O.FakAdresse1,O.FakAdresse2,O.FakPostNr,O.FakPoststed,"
+        u"K.OrganisasjonsNr,O.LevAdresse1,O.LevAdresse2,O.LevPostNr,O.LevPoststed,O.EgenRef,"
+        u"O.DeresRef,O.KID,O.BetBet,O.FakDato,O.ForfallDato,O.LevDato,O.SumBrutto "
+        u"FROM Ordre O LEFT JOIN KundeLev K ON O.KlientNr=K.KlientNr AND O.KundeNr=K.KundeNr "
+        u"WHERE O.KlientNr="_s %
+        numberToText(klient) % u" AND O.OrdreNr="_s % numberToText(ordreNr));
+    if (rader.erSlutt())
+        return {};
+    Grunnlag hode;
+    hode.ordreNr = ordreNr;
+    hode.kunde = {.nummer = rader.heltall(KundeNr),
+                  .navn = rader.tekst(KundeNavn),
+                  .adresse = rader.adresse(FakAdresse1),
+                  .orgNr = rader.nummer(OrganisasjonsNr)};
+    hode.levering = rader.adresse(LevAdresse1);
+    hode.varRef = rader.tekst(EgenRef);
+    hode.deresRef = rader.tekst(DeresRef);
+    hode.kid = rader.tekst(KID);
+    hode.fakturert = rader.dato(FakDato);
+    hode.forfall = rader.dato(ForfallDato);
+    hode.levert = rader.dato(LevDato);
+    hode.aBetale = rader.belop(SumBrutto);
+    if (!rader.mangler(BetBet))
+        hode.betalingsfrist = rader.heltall(BetBet);
+    return hode;
+}
+
+/// Product numbers need not be unique: of several products the first one made has the unit.
+std::vector<Ordrelinje> lesLinjer(qint16 klient, qint32 ordreNr)
+{
+    enum { ID, ProduktNr, ProduktNavn, Antall, Pris, MvaPst, SumNetto, Enhet };
+    Rader rader(
+        u"SELECT L.ID,L.ProduktNr,L.ProduktNavn,L.Antall,L.Pris,L.MvaPst,L.SumNetto,P.Enhet "
+        u"FROM (Ordre O INNER JOIN OrdreLinjer L ON O.ID=L.OrdreID) "
+        u"LEFT JOIN Produkt P ON L.ProduktNr=P.ProduktNr AND O.KlientNr=P.KlientNr "
+        u"WHERE O.KlientNr="_s %
+        numberToText(klient) % u" AND O.OrdreNr="_s % numberToText(ordreNr) %
+        u" ORDER BY L.PosNr,L.ID,P.ID"_s);
+    std::vector<Ordrelinje> linjer;
+    for (qint32 forrige = 0; !rader.erSlutt(); rader.neste()) {
+        const qint32 id = rader.heltall(ID);
+        if (id == forrige)
+            continue;
+        forrige = id;
+        linjer.push_back({.varenr = rader.tekst(ProduktNr),
+                          .tekst = rader.tekst(ProduktNavn),
+                          .enhet = rader.tekst(Enhet),
+                          .antall = rader.single(Antall),
+                          .pris = rader.belop(Pris),
+                          .sats = fraSingle(rader.single(MvaPst)),
+                          .netto = tilHundredel(rader.belop(SumNetto))});
+    }
+    return linjer;
+}
+
+} // namespace
+
+std::optional<Grunnlag> ehf3::lesGrunnlag(qint16 klient, qint32 ordreNr)
+{
+    std::optional<Grunnlag> grunnlag = lesHode(klient, ordreNr);
+    if (grunnlag) {
+        grunnlag->selger = lesSelger(klient);
+        grunnlag->linjer = lesLinjer(klient, ordreNr);
+    }
+    return grunnlag;
+}

@@ -1,0 +1,138 @@
+#include "output/ehf3/Mangler.h"
+
+#include "output/ehf3/Belop.h"
+#include "output/ehf3/Dokument.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace ehf3;
+
+/// So many digits, the last one of which is the check digit by modulus 11 of the others, with the
+/// weights 2 to 7 from the right; not nought alone.
+bool erGyldigNummer(const QString &nummer, qsizetype lengde)
+{
+    const auto erSiffer = [](QChar c) { return c >= u'0' && c <= u'9'; };
+    const auto erNull = [](QChar c) { return c == u'0'; };
+    if (nummer.size() != lengde || !std::all_of(nummer.begin(), nummer.end(), erSiffer) ||
+        std::all_of(nummer.begin(), nummer.end(), erNull))
+        return false;
+    int sum = 0;
+    for (qsizetype fraHoyre = 0; fraHoyre < lengde; ++fraHoyre) {
+        const int vekt = fraHoyre == 0 ? 1 : int((fraHoyre - 1) % 6) + 2;
+        sum += vekt * nummer[lengde - 1 - fraHoyre].digitValue();
+    }
+    return sum % 11 == 0;
+}
+
+/// As a user writes it.
+QString vist(Currency tallet, int desimaler)
+{
+    return tall(tallet, desimaler).replace(u'.', u',');
+}
+
+/// Collects the reasons.
+class Gransker
+{
+public:
+    explicit Gransker(const Dokument &dokument) : m_dokument(dokument), m_ordre(dokument.ordre) {}
+
+    QStringList grunner()
+    {
+        granskSelger();
+        granskKunde();
+        granskOrdre();
+        for (const Dokumentlinje &linje : m_dokument.linjer)
+            granskLinje(linje);
+        for (const Mvagruppe &gruppe : m_dokument.mvagrupper)
+            granskSats(gruppe);
+        if (!m_dokument.linjer.empty() && !gaarOpp(m_dokument)) {
+            iOrdrebildet(u"%1 har %2 å betale, mens linjene med mva blir %3"_s.arg(
+                m_navn, vist(m_dokument.aBetale, 2), vist(m_dokument.brutto, 2)));
+        }
+        return m_grunner;
+    }
+
+private:
+    void iKlientkortet(const QString &grunn) { m_grunner += grunn + u"; rettes i klientkortet"_s; }
+    void iKundekortet(const QString &grunn) { m_grunner += grunn + u"; rettes i kundekortet"_s; }
+    void iOrdrebildet(const QString &grunn) { m_grunner += grunn + u"; rettes i ordrebildet"_s; }
+
+    void granskSelger()
+    {
+        constexpr qsizetype kKontosifre = 11;
+        const Selger &selger = m_ordre.selger;
+        const QString navn = (u"Klienten "_s + selger.navn).trimmed();
+        if (selger.navn.isEmpty())
+            iKlientkortet(navn + u" mangler navn"_s);
+        if (!erGyldigNummer(selger.orgNr, kOrgNrSifre))
+            iKlientkortet(navn + u" mangler gyldig organisasjonsnummer"_s);
+        if (!erGyldigNummer(selger.konto, kKontosifre))
+            iKlientkortet(navn + u" mangler gyldig bankkonto"_s);
+    }
+
+    void granskKunde()
+    {
+        const Kunde &kunde = m_ordre.kunde;
+        const QString navn =
+            u"Kunden "_s + (kunde.navn.isEmpty() ? QString::number(kunde.nummer) : kunde.navn);
+        if (kunde.navn.isEmpty())
+            iOrdrebildet(m_navn + u" mangler kundenavn"_s);
+        if (!erGyldigNummer(kunde.orgNr, kOrgNrSifre))
+            iKundekortet(navn + u" mangler gyldig organisasjonsnummer"_s);
+    }
+
+    void granskOrdre()
+    {
+        const auto granskDato = [&](QDate dato, const QString &felt) {
+            if (!dato.isValid())
+                iOrdrebildet(m_navn + u" mangler "_s + felt);
+        };
+        granskDato(m_ordre.fakturert, u"fakturadato"_s);
+        granskDato(m_ordre.forfall, u"forfallsdato"_s);
+        granskDato(m_ordre.levert, u"leveringsdato"_s);
+        if (m_dokument.aBetale.isZero())
+            iOrdrebildet(m_navn + u" har ingenting å betale"_s);
+        if (m_dokument.linjer.empty())
+            iOrdrebildet(m_navn + u" har ingen linjer"_s);
+    }
+
+    void granskLinje(const Dokumentlinje &linje)
+    {
+        const QString navn = u"Linje %1"_s.arg(linje.nr);
+        if (linje.navn.isEmpty())
+            iOrdrebildet(navn + u" mangler produktnavn"_s);
+        if (!gaarOpp(linje)) {
+            iOrdrebildet(navn +
+                         u" har sum netto %1, som ikke er antall %2 ganger pris %3"_s.arg(
+                             vist(linje.netto, 2), vist(linje.antall, 0), vist(linje.pris, 2)));
+        }
+    }
+
+    /// By the rules a rate that rounds to nought has no VAT.
+    void granskSats(const Mvagruppe &gruppe)
+    {
+        const Currency halv = Currency::fromTenThousandths(Currency::kScale / 2);
+        if (gruppe.sats.isNegative() || (gruppe.sats < halv && gruppe.mva.abs() >= halv)) {
+            iOrdrebildet(u"%1 har mva-satsen %2 %, som formatet ikke tar"_s.arg(
+                m_navn, vist(gruppe.sats, 0)));
+        }
+    }
+
+    static constexpr qsizetype kOrgNrSifre = 9;
+
+    const Dokument &m_dokument;
+    const Grunnlag &m_ordre;
+    const QString m_navn = u"Ordre %1"_s.arg(m_ordre.ordreNr);
+    QStringList m_grunner;
+};
+
+} // namespace
+
+QStringList ehf3::manglerI(const Dokument &dokument)
+{
+    return Gransker(dokument).grunner();
+}
