@@ -1,6 +1,7 @@
 #include "shell/plugin/Klassefabrikk.h"
 
 #include "shell/component/Main.h"
+#include "shell/component/clsEhf3.h"
 #include "shell/component/clsFaktura.h"
 
 namespace {
@@ -31,4 +32,13 @@ Klassefabrikk::~Klassefabrikk()
 QObject *Klassefabrikk::CreateInstance()
 {
     return new clsFaktura;
+}
+
+QObject *Klassefabrikk::CreateInstance(const QString &klasse)
+{
+    if (klasse == u"Faktura.clsFaktura")
+        return new clsFaktura;
+    if (klasse == u"Faktura.clsEhf3")
+        return new clsEhf3;
+    return nullptr;
 }

@@ -16,4 +16,7 @@ public:
     /// A new instance of clsFaktura. The caller owns it and destroys it before the library is
     /// unloaded.
     Q_INVOKABLE QObject *CreateInstance();
+    /// Likewise of the class of that external name, "Faktura.clsFaktura" or "Faktura.clsEhf3";
+    /// nothing for any other name.
+    Q_INVOKABLE QObject *CreateInstance(const QString &klasse);
 };

@@ -96,6 +96,22 @@ TEST_F(PluginTest, AStartBringsTheDatabaseUp)
     EXPECT_EQ(number("SELECT Aar FROM Hovedbok WHERE KlientNr=5"), 2014);
 }
 
+TEST_F(PluginTest, ClassesAreMadeByTheirExternalNames)
+{
+    const auto made = [&](const QString &name) {
+        QObject *instance = nullptr;
+        EXPECT_TRUE(QMetaObject::invokeMethod(m_component.factory(), "CreateInstance",
+                                              Q_RETURN_ARG(QObject *, instance),
+                                              Q_ARG(QString, name)));
+        return std::unique_ptr<QObject>(instance);
+    };
+    EXPECT_EQ(made(u"Faktura.clsFaktura"_s)->property("ModuleInit").toInt(), 1);
+    EXPECT_GE(
+        made(u"Faktura.clsEhf3"_s)->metaObject()->indexOfMethod("SkrivEhf3(short,int,QString)"), 0);
+    for (const QString &name : {QString(), u"clsEhf3"_s, u"Faktura.clsehf3"_s, u"Faktura."_s})
+        EXPECT_EQ(made(name), nullptr) << name.toStdString();
+}
+
 TEST_F(PluginTest, AFailedStartTellsByModuleInitAlone)
 {
     const auto module = createInstance();

@@ -1,0 +1,8 @@
+#include "shell/component/clsEhf3.h"
+
+#include "output/ehf3/Ehf3.h"
+
+QString clsEhf3::SkrivEhf3(qint16 klient, qint32 ordreNr, const QString &fil)
+{
+    return ::SkrivEhf3(klient, ordreNr, fil);
+}
