@@ -2,6 +2,7 @@
 #include "host/tasks/Component.h"
 #include "host/tasks/CopyTask.h"
 #include "host/tasks/Database.h"
+#include "host/tasks/Ehf3Task.h"
 #include "host/tasks/EhfTask.h"
 #include "host/tasks/HostError.h"
 #include "host/tasks/Options.h"
@@ -81,17 +82,19 @@ void checkBooks(const Options &options)
     printLine(u"Bøkene til klient %1 i %2 er i orden"_s.arg(options.klient).arg(options.aar));
 }
 
-void writePdfs(const Options &options)
+/// All invoices that are chosen, each by `write` to a file of its own.
+void writeAll(const Options &options, const QString &ending,
+              void (*write)(const Invoice &invoice, const QString &target, bool replace))
 {
     const QDir folder(options.mappe);
     if (!folder.exists())
         throw HostError(u"mappen %1 finnes ikke"_s.arg(options.mappe));
-    const auto write = [&](const Invoice &invoice) {
-        const QString name = invoicePdfName(invoice);
-        writeInvoicePdf(invoice, folder.filePath(name), options.erstatt);
+    const auto writeOne = [&](const Invoice &invoice) {
+        const QString name = invoiceFileName(invoice, ending);
+        write(invoice, folder.filePath(name), options.erstatt);
         return name;
     };
-    writeEach(findInvoices({options.fraDato, options.tilDato, options.status}), write,
+    writeEach(findInvoices({options.fraDato, options.tilDato, options.status}), writeOne,
               [](const QString &line) { printLine(inOneLine(line)); });
 }
 
@@ -107,12 +110,19 @@ void performOnDatabase(const database::Place &place, const Options &options)
         writeEhf(options.ordreNr, options.ut, options.erstatt);
         printLine(u"EHF skrevet: "_s + options.ut);
         break;
+    case Options::Task::Ehf3:
+        writeEhf3(findInvoice(options.ordreNr), options.ut, options.erstatt);
+        printLine(u"EHF 3.0 skrevet: "_s + options.ut);
+        break;
+    case Options::Task::AllEhf3:
+        writeAll(options, u".xml"_s, writeEhf3);
+        break;
     case Options::Task::Pdf:
         writeInvoicePdf(findInvoice(options.ordreNr), options.ut, options.erstatt);
         printLine(u"PDF skrevet: "_s + options.ut);
         break;
     case Options::Task::AllPdf:
-        writePdfs(options);
+        writeAll(options, u".pdf"_s, writeInvoicePdf);
         break;
     case Options::Task::Check:
         checkBooks(options);

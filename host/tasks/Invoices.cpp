@@ -3,6 +3,7 @@
 #include "data/clsAdoUtils.h"
 #include "data/mFaktura.h"
 #include "host/tasks/HostError.h"
+#include "output/printout/Fakturautskrift.h"
 #include "rules/Ordre.h"
 #include "runtime/Conversions.h"
 #include "state/SharedState.h"
@@ -55,6 +56,11 @@ QList<Invoice> findInvoices(const InvoiceSelection &selection)
     if (selection.to.isValid())
         condition += u" AND FakDato<"_s + dateLiteral(selection.to.addDays(1));
     return read(condition);
+}
+
+QString invoiceFileName(const Invoice &invoice, const QString &ending)
+{
+    return fakturafilnavn(invoice.isCreditNote, QString::number(invoice.number)) + ending;
 }
 
 void writeEach(const QList<Invoice> &invoices,

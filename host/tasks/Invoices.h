@@ -28,6 +28,9 @@ struct InvoiceSelection
 /// By number. Raises HostError when they cannot be read.
 [[nodiscard]] QList<Invoice> findInvoices(const InvoiceSelection &selection);
 
+/// The name that its file gets where many are written, as in "Faktura-1062.pdf".
+[[nodiscard]] QString invoiceFileName(const Invoice &invoice, const QString &ending);
+
 /// Hands each invoice to `write`, which gives the name of its file, and tells of each through
 /// `say`; what `write` refuses by a HostError is told and passed over. Raises HostError at the end
 /// when there was a refusal, or when there is no invoice.

@@ -137,6 +137,15 @@ constexpr std::array kOptions{
            u"skriv EHF-dokumentet til ordren med dette nummeret, som faktura eller, når\n"
            u"summen er negativ, som kreditnota. Ordren får ikke ny status.",
            Task::Ehf, takeOrderNumber},
+    Option{"--ehf3"_L1, u"NUMMER",
+           u"skriv ordren med dette nummeret som EHF 3.0, den elektroniske fakturaen som\n"
+           u"norske mottakere tar i dag. Mangler noe, blir det fortalt, og ingen fil\n"
+           u"skrevet. Ordren får ikke ny status.",
+           Task::Ehf3, takeOrderNumber},
+    Option{"--ehf3-alle"_L1, u"MAPPE",
+           u"skriv alle fakturaer og kreditnotaer som EHF 3.0 i denne mappen, hver til\n"
+           u"sin fil. Velg blant dem med --fra, --til og --status.",
+           Task::AllEhf3, takeText<&Options::mappe>},
     Option{"--pdf"_L1, u"NUMMER",
            u"skriv ordren med dette nummeret som PDF, på blanketten fra innstillingene:\n"
            u"original når den ikke er fakturert, ellers kopi. Ordren får ikke ny status.",
@@ -145,18 +154,18 @@ constexpr std::array kOptions{
            u"skriv alle fakturaer og kreditnotaer som PDF i denne mappen, hver til sin\n"
            u"fil. Velg blant dem med --fra, --til og --status.",
            Task::AllPdf, takeText<&Options::mappe>},
-    Option{"--fra"_L1, u"DATO", u"første fakturadato for --pdf-alle, åååå-mm-dd", std::nullopt,
-           takeDay<&Options::fraDato>},
-    Option{"--til"_L1, u"DATO", u"siste fakturadato for --pdf-alle, åååå-mm-dd", std::nullopt,
-           takeDay<&Options::tilDato>},
+    Option{"--fra"_L1, u"DATO", u"første fakturadato for --pdf-alle og --ehf3-alle, åååå-mm-dd",
+           std::nullopt, takeDay<&Options::fraDato>},
+    Option{"--til"_L1, u"DATO", u"siste fakturadato for --pdf-alle og --ehf3-alle, åååå-mm-dd",
+           std::nullopt, takeDay<&Options::tilDato>},
     Option{"--status"_L1, u"STATUS",
-           u"bare denne statusen for --pdf-alle: Ordre, Fakturert, Bokført eller Betalt\n"
-           u"(uten dette valget: alle unntatt Ordre)",
+           u"bare denne statusen for --pdf-alle og --ehf3-alle: Ordre, Fakturert, Bokført\n"
+           u"eller Betalt (uten dette valget: alle unntatt Ordre)",
            std::nullopt,
            [](Options &options, QLatin1StringView, const QStringList &values) {
                options.status = status(values[0]);
            }},
-    Option{"--ut"_L1, u"FIL", u"filen som --ehf eller --pdf skriver", std::nullopt,
+    Option{"--ut"_L1, u"FIL", u"filen som --ehf, --ehf3 eller --pdf skriver", std::nullopt,
            takeText<&Options::ut>},
     Option{"--kopier"_L1, u"FRA TIL",
            u"kopier alle tabeller fra en database til en annen, begge navngitt som for\n"
@@ -183,8 +192,8 @@ constexpr std::array kOptions{
     Option{
         "--erstatt"_L1,
         {},
-        u"la --ehf, --pdf, --pdf-alle eller et kall uten oppgave skrive over filer som\n"
-        u"finnes",
+        u"la --ehf, --ehf3, --ehf3-alle, --pdf, --pdf-alle eller et kall uten oppgave\n"
+        u"skrive over filer som finnes",
         std::nullopt,
         [](Options &options, QLatin1StringView, const QStringList &) { options.erstatt = true; }},
     Option{"--version"_L1,
@@ -276,6 +285,13 @@ private:
     usage(u"bare ett av valgene %1 og %2 kan gis"_s.arg(tasks.join(u", "_s), last));
 }
 
+QLatin1StringView nameOf(Task task)
+{
+    const auto *option = std::find_if(kOptions.begin(), kOptions.end(),
+                                      [&](const Option &o) { return o.task == task; });
+    return option->name;
+}
+
 /// What does not go together.
 void refuseMisfits(const Options &options, const Arguments &given)
 {
@@ -286,13 +302,16 @@ void refuseMisfits(const Options &options, const Arguments &given)
         usage(u"--kopier navngir selv databasene, uten --dsn"_s);
     if (isTask({Task::Screens}) && given.has("--dsn"_L1))
         usage(u"--tur har sin egen database, uten --dsn"_s);
-    if (isTask({Task::Ehf, Task::Pdf}) != given.has("--ut"_L1))
-        usage(u"%1 og --ut må gis sammen"_s.arg(isTask({Task::Pdf}) ? "--pdf"_L1 : "--ehf"_L1));
-    if (options.erstatt && !isTask({Task::Ehf, Task::Pdf, Task::AllPdf, Task::Tour}))
-        usage(u"--erstatt gjelder bare --ehf, --pdf, --pdf-alle og kall uten oppgave"_s);
+    const bool writesFile = isTask({Task::Ehf, Task::Ehf3, Task::Pdf});
+    const bool writesAll = isTask({Task::AllEhf3, Task::AllPdf});
+    if (writesFile != given.has("--ut"_L1))
+        usage(u"%1 og --ut må gis sammen"_s.arg(writesFile ? nameOf(options.task) : "--ehf"_L1));
+    if (options.erstatt && !writesFile && !writesAll && !isTask({Task::Tour}))
+        usage(u"--erstatt gjelder bare --ehf, --ehf3, --ehf3-alle, --pdf, --pdf-alle og kall uten "
+              u"oppgave"_s);
     for (const QLatin1StringView limit : {"--fra"_L1, "--til"_L1, "--status"_L1}) {
-        if (given.has(limit) && !isTask({Task::AllPdf}))
-            usage(u"%1 gjelder bare --pdf-alle"_s.arg(limit));
+        if (given.has(limit) && !writesAll)
+            usage(u"%1 gjelder bare --pdf-alle og --ehf3-alle"_s.arg(limit));
     }
     if (options.fraDato.isValid() && options.tilDato.isValid() && options.fraDato > options.tilDato)
         usage(u"--fra er senere enn --til"_s);

@@ -8,11 +8,13 @@
 struct Options
 {
     enum class Task {
-        Tour,    ///< no task given: demo company, start, two EHF files
+        Tour,    ///< no task given: demo company, start, an invoice and a credit note
         Start,   ///< --dsn alone: start the module on that database
         Demo,    ///< --demo
         Sql,     ///< --sql
         Ehf,     ///< --ehf
+        Ehf3,    ///< --ehf3
+        AllEhf3, ///< --ehf3-alle
         Pdf,     ///< --pdf
         AllPdf,  ///< --pdf-alle
         Copy,    ///< --kopier
@@ -27,14 +29,15 @@ struct Options
     qint16 klient = 1;  ///< client number
     qint16 aar = 0;     ///< accounting year, 1900 to 9999
     QString statement;  ///< of --sql
-    qint32 ordreNr = 0; ///< of --ehf and --pdf, above 0
-    QString ut;         ///< target file of --ehf and --pdf
+    qint32 ordreNr = 0; ///< of --ehf, --ehf3 and --pdf, above 0
+    QString ut;         ///< target file of --ehf, --ehf3 and --pdf
     QString fra;        ///< database that --kopier copies, as given
     QString til;        ///< where to
-    QString mappe;      ///< folder of --tur and --pdf-alle
-    QDate fraDato;      ///< of --pdf-alle: first and last invoice date; invalid for no limit
+    QString mappe;      ///< folder of --tur, --pdf-alle and --ehf3-alle
+    QDate fraDato; ///< of --pdf-alle and --ehf3-alle: first and last invoice date; invalid for no
+                   ///< limit
     QDate tilDato;
-    QString status; ///< of --pdf-alle: the only one; empty for all that are issued
+    QString status; ///< of these: the only one; empty for all that are issued
     bool erstatt = false;
 };
 

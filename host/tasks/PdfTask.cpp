@@ -31,8 +31,3 @@ void writeInvoicePdf(const Invoice &invoice, const QString &target, bool replace
                             .arg(error.description()));
     }
 }
-
-QString invoicePdfName(const Invoice &invoice)
-{
-    return fakturafilnavn(invoice.isCreditNote, QString::number(invoice.number)) + u".pdf"_s;
-}

@@ -9,6 +9,3 @@
 /// whole or not at all, and nothing of the order changes. Raises HostError when the pages cannot be
 /// made, when `target` must not be written (see checkTarget), or when it cannot be.
 void writeInvoicePdf(const Invoice &invoice, const QString &target, bool replace);
-
-/// The name that such a file gets where many are written, as in "Faktura-1062.pdf".
-[[nodiscard]] QString invoicePdfName(const Invoice &invoice);

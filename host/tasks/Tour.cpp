@@ -7,6 +7,7 @@
 #include "host/parent/ParentTables.h"
 #include "host/tasks/Component.h"
 #include "host/tasks/Database.h"
+#include "host/tasks/Ehf3Task.h"
 #include "host/tasks/EhfTask.h"
 #include "host/tasks/HostError.h"
 #include "platform/ado/Connection.h"
@@ -82,27 +83,52 @@ int newestInvoiced(QStringView clause)
     return found->isNull(0) ? 0 : found->integer(0);
 }
 
+/// One of the two formats.
+struct Format
+{
+    QString name;
+    QString ending; ///< of a file's name, behind the number
+    QByteArray (*document)(int orderNumber);
+    void (*write)(int orderNumber, const QString &target, bool replace);
+};
+
 /// A file of the same content is left alone, another one is replaced only when that was asked for.
-void writeBeside(const QString &path, QLatin1StringView kind, int orderNumber, bool replace,
-                 const tour::Say &say)
+void writeBeside(const QString &path, QLatin1StringView kind, int orderNumber, const Format &format,
+                 bool replace, const tour::Say &say)
+{
+    const QString target = QFileInfo(path).absoluteDir().filePath(
+        kind + u'-' + QString::number(orderNumber) + format.ending);
+    QFile existing(target);
+    if (!existing.exists() || replace) {
+        format.write(orderNumber, target, replace);
+        say(u"%1 skrevet: %2"_s.arg(format.name, target));
+        return;
+    }
+    const bool same =
+        existing.open(QIODevice::ReadOnly) && existing.readAll() == format.document(orderNumber);
+    say((same ? u"%1 finnes fra før, uendret: %2"_s
+              : u"%1 finnes fra før med annet innhold (--erstatt skriver på nytt): %2"_s)
+            .arg(format.name, target));
+}
+
+void writeBothBeside(const QString &path, QLatin1StringView kind, int orderNumber, bool replace,
+                     const tour::Say &say)
 {
     if (orderNumber == 0) {
         say(u"Ingen fakturert %1 å skrive"_s.arg(QString(kind).toLower()));
         return;
     }
-    const QString target = QFileInfo(path).absoluteDir().filePath(
-        kind + u'-' + QString::number(orderNumber) + u".xml"_s);
-    QFile existing(target);
-    if (!existing.exists() || replace) {
-        writeEhf(orderNumber, target, replace);
-        say(u"EHF skrevet: %1"_s.arg(target));
-        return;
+    writeBeside(path, kind, orderNumber, {u"EHF"_s, u".xml"_s, ehfDocument, writeEhf}, replace,
+                say);
+    const auto write = [](int number, const QString &target, bool mayReplace) {
+        writeEhf3(findInvoice(number), target, mayReplace);
+    };
+    try {
+        writeBeside(path, kind, orderNumber, {u"EHF 3.0"_s, u"-EHF3.xml"_s, ehf3Document, write},
+                    replace, say);
+    } catch (const HostError &error) { // which is no reason to stop
+        say(u"EHF 3.0: "_s + error.line());
     }
-    const bool same =
-        existing.open(QIODevice::ReadOnly) && existing.readAll() == ehfDocument(orderNumber);
-    say((same ? u"EHF finnes fra før, uendret: %1"_s
-              : u"EHF finnes fra før med annet innhold (--erstatt skriver på nytt): %1"_s)
-            .arg(target));
 }
 
 } // namespace
@@ -164,8 +190,8 @@ void tour::run(Component &component, const database::Place &place, const Options
     }
     useDatabase(place, options);
     const int invoice = newestInvoiced(u"SumBrutto>0");
-    writeBeside(path, "Faktura"_L1, invoice, options.erstatt, say);
-    writeBeside(path, "Kreditnota"_L1, newestInvoiced(u"SumBrutto<0"), options.erstatt, say);
+    writeBothBeside(path, "Faktura"_L1, invoice, options.erstatt, say);
+    writeBothBeside(path, "Kreditnota"_L1, newestInvoiced(u"SumBrutto<0"), options.erstatt, say);
     say(u"Prøv videre med disse valgene til ./run eller strekkbok-vert:"_s);
     say(u"  --sql \"SELECT OrdreNr,KundeNavn,OrdreStatus,SumBrutto FROM Ordre ORDER BY OrdreNr\""_s);
     if (invoice != 0)

@@ -25,7 +25,8 @@ void makeDemo(Component &component, const database::Place &place, const Options 
               const Say &say);
 
 /// What is done without any task: makeDemo, or startModule when the database is there from before,
-/// then the newest invoiced invoice and credit note as EHF files beside the database, a file.
+/// then the newest invoiced invoice and credit note beside the database, a file, each as EHF and as
+/// EHF 3.0.
 void run(Component &component, const database::Place &place, const Options &options,
          const Say &say);
 

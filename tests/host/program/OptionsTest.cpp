@@ -16,7 +16,8 @@ TEST_F(OptionsTest, HelpNamesEachOption)
          {u"--dsn KILDE"_s, u"--kopier FRA TIL"_s, u"--klient NR"_s, u"--aar ÅR"_s, u"--demo"_s,
           u"--sql SETNING"_s, u"--ehf NUMMER"_s, u"--ut FIL"_s, u"--tur MAPPE"_s, u"--erstatt"_s,
           u"--help"_s, u"--pdf NUMMER"_s, u"--pdf-alle MAPPE"_s, u"--fra DATO"_s, u"--til DATO"_s,
-          u"--status STATUS"_s, u"--kontroll"_s, u"--version"_s}) {
+          u"--status STATUS"_s, u"--kontroll"_s, u"--ehf3 NUMMER"_s, u"--ehf3-alle MAPPE"_s,
+          u"--version"_s}) {
         EXPECT_TRUE(text.contains(u"\n  "_s + option + u' ')) << option.toStdString();
     }
     for (const QString &status : {u"0 når"_s, u"1 når"_s, u"2 når"_s, u"3 når"_s})
@@ -129,6 +130,16 @@ INSTANTIATE_TEST_SUITE_P(
                u"--fra er senere enn --til"_s},
         Misuse{{u"--pdf-alle"_s, u"x"_s, u"--status"_s, u"bokført"_s}, u"--status må være Ordre"_s},
         Misuse{{u"--demo"_s, u"--fra"_s, u"2014-02-02"_s}, u"--fra gjelder bare --pdf-alle"_s},
-        Misuse{{u"--demo"_s, u"--status"_s, u"Ordre"_s}, u"--status gjelder bare --pdf-alle"_s}));
+        Misuse{{u"--demo"_s, u"--status"_s, u"Ordre"_s}, u"--status gjelder bare --pdf-alle"_s},
+        Misuse{{u"--ehf3"_s, u"0"_s, u"--ut"_s, u"x.xml"_s}, u"--ehf3 må være et heltall fra 1"_s},
+        Misuse{{u"--ehf3"_s, u"1001"_s}, u"--ehf3 og --ut må gis sammen"_s},
+        Misuse{{u"--ehf3"_s, u"1"_s, u"--ehf"_s, u"1"_s, u"--ut"_s, u"x"_s}, u"bare ett av"_s},
+        Misuse{{u"--ehf3-alle"_s}, u"--ehf3-alle mangler verdien MAPPE"_s},
+        Misuse{{u"--ehf3-alle"_s, u"x"_s, u"--ut"_s, u"x.xml"_s}, u"--ut må gis sammen"_s},
+        Misuse{{u"--ehf3-alle"_s, u"x"_s, u"--status"_s, u"Sendt"_s}, u"--status må være Ordre"_s},
+        Misuse{{u"--ehf3-alle"_s, u"x"_s, u"--fra"_s, u"2014-02-02"_s, u"--til"_s, u"2014-02-01"_s},
+               u"--fra er senere enn --til"_s},
+        Misuse{{u"--ehf3"_s, u"1"_s, u"--ut"_s, u"x.xml"_s, u"--fra"_s, u"2014-02-02"_s},
+               u"--fra gjelder bare --pdf-alle og --ehf3-alle"_s}));
 
 } // namespace

@@ -37,10 +37,13 @@ TEST_F(TourTest, MakesStartsAndWrites)
     EXPECT_TRUE(hasLine(lines, u"Modulen er startet for klient 1, år 2014"_s, u"ModuleInit 1"_s));
     EXPECT_TRUE(hasLine(lines, u"EHF skrevet: "_s, u"Faktura-1052.xml"_s));
     EXPECT_TRUE(hasLine(lines, u"EHF skrevet: "_s, u"Kreditnota-1045.xml"_s));
+    EXPECT_TRUE(hasLine(lines, u"EHF 3.0 skrevet: "_s, u"Faktura-1052-EHF3.xml"_s));
+    EXPECT_TRUE(hasLine(lines, u"EHF 3.0 skrevet: "_s, u"Kreditnota-1045-EHF3.xml"_s));
     EXPECT_TRUE(hasLine(lines, u"Prøv videre"_s, QString()));
     EXPECT_TRUE(hasLine(lines, u"  --ehf 1052 --ut"_s, u"faktura.xml"_s)); // what was just written
-    EXPECT_EQ(demoFiles(),
-              (QStringList{u"Faktura-1052.xml"_s, u"Kreditnota-1045.xml"_s, u"strekkbok.db"_s}));
+    EXPECT_EQ(demoFiles(), (QStringList{u"Faktura-1052-EHF3.xml"_s, u"Faktura-1052.xml"_s,
+                                        u"Kreditnota-1045-EHF3.xml"_s, u"Kreditnota-1045.xml"_s,
+                                        u"strekkbok.db"_s}));
     EXPECT_TRUE(content(demoFile(u"Faktura-1052.xml"_s)).endsWith("</Invoice>\r\n"));
     EXPECT_TRUE(content(demoFile(u"Kreditnota-1045.xml"_s)).endsWith("</CreditNote>\r\n"));
 }
@@ -55,6 +58,18 @@ TEST_F(TourTest, SecondRunUsesWhatIsThere)
     EXPECT_TRUE(hasLine(lines, u"EHF finnes fra før, uendret: "_s, u"Faktura-1052.xml"_s));
     EXPECT_TRUE(hasLine(lines, u"EHF finnes fra før, uendret: "_s, u"Kreditnota-1045.xml"_s));
     EXPECT_EQ(content(demoFile(u"Faktura-1052.xml"_s)), invoice);
+    EXPECT_TRUE(hasLine(lines, u"EHF 3.0 finnes fra før, uendret: "_s, u"Faktura-1052-EHF3.xml"_s));
+}
+
+TEST_F(TourTest, WhatIsMissingForEhf3IsToldAndStopsNothing)
+{
+    tour({u"--aar"_s, u"2014"_s});
+    EXPECT_EQ(host({u"--sql"_s, u"UPDATE KundeLev SET OrganisasjonsNr=''"_s}).status, 0);
+    QFile::remove(path(demoFile(u"Faktura-1052-EHF3.xml"_s)));
+    const QStringList lines = tour();
+    EXPECT_TRUE(hasLine(lines, u"EHF 3.0: ordre 1052 ble ikke skrevet: Kunden "_s, QString()));
+    EXPECT_TRUE(hasLine(lines, u"Prøv videre"_s, QString()));
+    EXPECT_FALSE(demoFiles().contains(u"Faktura-1052-EHF3.xml"_s));
 }
 
 TEST_F(TourTest, ChangedFileIsReplacedOnlyWhenAskedFor)
