@@ -81,7 +81,7 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         Misuse{{u"--ukjent"_s}, u"ukjent valg --ukjent"_s},
         Misuse{{u"--ukjent=1"_s}, u"ukjent valg --ukjent"_s},
-        Misuse{{u"fil.db"_s}, u"ukjent valg fil.db"_s}, Misuse{{u"-h"_s}, u"ukjent valg -h"_s},
+        Misuse{{u"fil.db"_s}, u"ukjent valg fil.db"_s}, Misuse{{u"-x"_s}, u"ukjent valg -x"_s},
         Misuse{{u"--to\nlinjer"_s}, u"ukjent valg --to linjer"_s},
         Misuse{{u"--klient"_s, u"1\n2"_s}, u"«1 2»"_s},
         Misuse{{u"--DEMO"_s}, u"ukjent valg --DEMO"_s}, Misuse{{u""_s}, u"ukjent valg"_s},
