@@ -38,6 +38,14 @@ enum class ExprKind {
 enum class DatePart { Year, Month, Day };
 enum class Aggregate { Count, Sum, Max, Min, Avg };
 
+/// Of a comparison: whether it finds the rows of a joined table by a lookup (Translator.h), and
+/// how.
+enum class LookupUse {
+    None,
+    Asked, ///< for the rows that it holds
+    Joined ///< as a table of its own, in front of the one that is looked up
+};
+
 struct Expr;
 using ExprPtr = std::unique_ptr<Expr>;
 
@@ -59,8 +67,8 @@ struct Expr
     DataType type = DataType::Empty;        ///< Empty for Null alone
     DataType operandType = DataType::Empty; ///< what the operands of a comparison are turned into
     const ColumnInfo *column = nullptr;
-    int source = -1;     ///< the table of `column` within the statement's scope
-    bool lookup = false; ///< of Compare: finds rows by the second argument (Translator.h)
+    int source = -1;                    ///< the table of `column` within the statement's scope
+    LookupUse lookup = LookupUse::None; ///< of Compare: by the second argument
 };
 
 struct TableRef

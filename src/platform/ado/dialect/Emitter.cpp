@@ -149,11 +149,13 @@ QByteArray Emitter::chain(const Expr &expr, const char *sign)
 QByteArray Emitter::compared(const Expr &expr)
 {
     const DataType type = expr.operandType;
-    if (expr.lookup) {
+    if (expr.lookup != LookupUse::None) {
         const Expr &found = *expr.arguments[1];
         const Source &joined = m_sources[size_t(found.source)];
-        return m_writer.lookup(operand(*expr.arguments[0]), joined.alias, joined.table->name,
-                               found.column->name);
+        const QByteArray text = operand(*expr.arguments[0]);
+        return expr.lookup == LookupUse::Joined
+                   ? m_writer.joinedLookup(text, joined.alias, found.column->name)
+                   : m_writer.lookup(text, joined.alias, joined.table->name, found.column->name);
     }
     QByteArray sql = comparand(*expr.arguments[0], type);
     if (expr.kind == ExprKind::Compare)

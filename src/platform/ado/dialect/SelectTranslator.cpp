@@ -27,6 +27,19 @@ QStringView resultName(const SelectItem &item)
     raiseSyntax(at, u"det trengs GROUP BY eller en sumfunksjon i resultatet"_s);
 }
 
+/// Whether the condition is never true where the columns of the table known as `alias` are Null: a
+/// part of it compares one of them with a literal.
+bool excludesNulls(const Expr &condition, QStringView alias)
+{
+    const auto &arguments = condition.arguments;
+    if (condition.kind == ExprKind::And)
+        return std::any_of(arguments.begin(), arguments.end(),
+                           [alias](const ExprPtr &part) { return excludesNulls(*part, alias); });
+    return condition.kind == ExprKind::Compare && arguments[0]->kind == ExprKind::Column &&
+           arguments[0]->qualifier.compare(alias, Qt::CaseInsensitive) == 0 &&
+           arguments[1]->kind == ExprKind::Literal;
+}
+
 } // namespace
 
 SelectTranslator::SelectTranslator(const std::vector<Token> &tokens, const Catalog &catalog,
@@ -40,6 +53,7 @@ SelectTranslator::SelectTranslator(const std::vector<Token> &tokens, const Catal
 Translation SelectTranslator::translate(Select &query)
 {
     m_translation.kind = StatementKind::Select;
+    m_where = query.where.get();
     QByteArray tables;
     for (const std::unique_ptr<FromItem> &item : query.from)
         tables += (tables.isEmpty() ? "" : ", ") + from(*item, !tables.isEmpty());
@@ -81,30 +95,45 @@ QByteArray SelectTranslator::from(FromItem &item, bool grouped)
     if (!item.left)
         return tableSource(item);
     const size_t first = m_sources.size();
-    QByteArray sql = from(*item.left, false);
-    sql += item.join == JoinKind::Inner  ? " INNER JOIN "
-           : item.join == JoinKind::Left ? " LEFT JOIN "
-                                         : " RIGHT JOIN ";
-    sql += from(*item.right, true);
+    const QByteArray left = from(*item.left, false);
+    const QByteArray right = from(*item.right, true);
     m_firstMayBeNull = m_firstMayBeNull || item.join == JoinKind::Right;
     m_binder.bindCondition(*item.on, first);
-    if (item.join != JoinKind::Right && !item.right->left)
-        findLookups(*item.on);
-    sql += " ON " + m_emitter.condition(*item.on);
+    const QByteArray join = this->join(item);
+    const QByteArray sql = left + join + right + " ON " + m_emitter.condition(*item.on);
     return grouped ? '(' + sql + ')' : sql;
 }
 
+/// What stands between the two sides, which are bound. Marks what is looked up.
+QByteArray SelectTranslator::join(const FromItem &item)
+{
+    if (item.join == JoinKind::Right)
+        return " RIGHT JOIN ";
+    if (Expr *lookup = item.right->left ? nullptr : findLookups(*item.on)) {
+        const Source &joined = m_sources.back();
+        if (item.join == JoinKind::Inner || (m_where && excludesNulls(*m_where, joined.alias))) {
+            lookup->lookup = LookupUse::Joined;
+            return m_writer.lookupJoin(joined.alias, joined.table->name,
+                                       lookup->arguments[1]->column->name);
+        }
+    }
+    return item.join == JoinKind::Inner ? " INNER JOIN " : " LEFT JOIN ";
+}
+
 /// Marks what in the condition of a join, of which the table named last is the right side, asks for
-/// that table's rows with a certain text.
-void SelectTranslator::findLookups(Expr &condition)
+/// that table's rows with a certain text. The first such part, or nullptr.
+Expr *SelectTranslator::findLookups(Expr &condition)
 {
     if (condition.kind == ExprKind::And) {
-        for (const ExprPtr &part : condition.arguments)
-            findLookups(*part);
-        return;
+        Expr *first = nullptr;
+        for (const ExprPtr &part : condition.arguments) {
+            Expr *lookup = findLookups(*part);
+            first = first ? first : lookup;
+        }
+        return first;
     }
     if (condition.kind != ExprKind::Compare || m_binder.tokenOf(condition).kind != TokenKind::Equal)
-        return;
+        return nullptr;
     const int joined = int(m_sources.size()) - 1;
     const TableInfo &table = *m_sources.back().table;
     ExprPtr &left = condition.arguments[0];
@@ -112,11 +141,12 @@ void SelectTranslator::findLookups(Expr &condition)
     const auto isText = [](const Expr &expr) { return expr.column && expr.column->textOnly; };
     if (!table.hasLookups || !isText(*left) || !isText(*right) ||
         (left->source == joined) == (right->source == joined))
-        return;
+        return nullptr;
     if (left->source == joined)
         left.swap(right);
-    condition.lookup = true;
+    condition.lookup = LookupUse::Asked;
     m_translation.lookups.push_back({table.name, right->column->name});
+    return &condition;
 }
 
 QByteArray SelectTranslator::tableSource(const FromItem &item)

@@ -19,7 +19,8 @@ public:
 private:
     QByteArray from(FromItem &item, bool grouped);
     QByteArray tableSource(const FromItem &item);
-    void findLookups(Expr &condition);
+    QByteArray join(const FromItem &item);
+    Expr *findLookups(Expr &condition);
     void expandStars(Select &query) const;
     void appendColumnsOf(std::vector<SelectItem> &items, size_t source, int token) const;
     void bindAll(Select &query);
@@ -38,6 +39,7 @@ private:
     const Catalog &m_catalog;
     const Writer &m_writer;
     std::vector<Source> m_sources;
+    const Expr *m_where = nullptr; // not bound yet where tables are joined
     bool m_firstMayBeNull = false; // a RIGHT JOIN has rows without the table before it
     Translation m_translation;
     Binder m_binder;

@@ -77,6 +77,18 @@ public:
     {
         return collated(text) + " = " + this->column(alias, column, DataType::VarWChar);
     }
+    /// The same where rows without a match are left out: what joins the table, and the condition
+    /// then. Not operands.
+    [[nodiscard]] virtual QByteArray lookupJoin(QStringView /*alias*/, QStringView /*table*/,
+                                                QStringView /*column*/) const
+    {
+        return " INNER JOIN ";
+    }
+    [[nodiscard]] virtual QByteArray joinedLookup(const QByteArray &text, QStringView alias,
+                                                  QStringView column) const
+    {
+        return lookup(text, alias, {}, column);
+    }
 
     // --- Statements
     /// What an INSERT says for a counter that is to get the next number.

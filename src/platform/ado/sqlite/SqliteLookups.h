@@ -11,7 +11,7 @@ namespace ado {
 /// The lookups of a session with a SQLite file, by which a join on text finds its rows. The file
 /// can have no index for that: text compares under a collation of ours, which other tools lack. So
 /// each lookup is a temporary table of the session, with the rows' numbers by their text, and
-/// SqliteWriter::lookup tells how statements go through it.
+/// SqliteWriter::lookup and joinedLookup tell how statements go through it.
 ///
 /// A lookup that is up to date holds every row that has a text. It may hold rows that are gone or
 /// have another text by now, which statements find out for themselves.

@@ -42,12 +42,18 @@ QByteArray nearestEven(const QByteArray &real)
            " END)";
 }
 
+/// Both names are quoted within the name, so that no two columns share one.
+QByteArray lookupName(QStringView tableOrAlias, QStringView column)
+{
+    using dialect::Writer;
+    return Writer::name(QString::fromUtf8(Writer::name(tableOrAlias) + '.' + Writer::name(column)));
+}
+
 } // namespace
 
-// Both names are quoted within the name, so that no two columns share one.
 QByteArray SqliteWriter::lookupTable(QStringView table, QStringView column)
 {
-    return "temp." + name(QString::fromUtf8(name(table) + '.' + name(column)));
+    return "temp." + lookupName(table, column);
 }
 
 QByteArray SqliteWriter::placeHolder(int number, DataType) const
@@ -151,6 +157,24 @@ QByteArray SqliteWriter::lookup(const QByteArray &text, QStringView alias, QStri
     return collated(text) + " = +" + joined + name(column) + " AND " + joined +
            "_rowid_ IN (SELECT number FROM " + lookupTable(table, column) +
            " WHERE text = " + text + ')';
+}
+
+// SQLite makes a table of its own of what is asked for in the way above, anew for each row; a
+// joined table it reads in place. A cross join is an inner one whose tables it takes in the written
+// order.
+QByteArray SqliteWriter::lookupJoin(QStringView alias, QStringView table, QStringView column) const
+{
+    return " CROSS JOIN " + lookupTable(table, column) + " AS " + lookupName(alias, column) +
+           " CROSS JOIN ";
+}
+
+QByteArray SqliteWriter::joinedLookup(const QByteArray &text, QStringView alias,
+                                      QStringView column) const
+{
+    const QByteArray joined = name(alias) + '.';
+    const QByteArray lookup = lookupName(alias, column) + '.';
+    return lookup + "text = " + text + " AND " + joined + "_rowid_ = " + lookup + "number AND " +
+           collated(text) + " = +" + joined + name(column);
 }
 
 QByteArray SqliteWriter::identityQuery() const

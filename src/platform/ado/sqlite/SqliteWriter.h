@@ -34,6 +34,10 @@ public:
     [[nodiscard]] QByteArray resultItem(const QByteArray &operand, DataType type) const override;
     [[nodiscard]] QByteArray lookup(const QByteArray &text, QStringView alias, QStringView table,
                                     QStringView column) const override;
+    [[nodiscard]] QByteArray lookupJoin(QStringView alias, QStringView table,
+                                        QStringView column) const override;
+    [[nodiscard]] QByteArray joinedLookup(const QByteArray &text, QStringView alias,
+                                          QStringView column) const override;
     [[nodiscard]] QByteArray identityQuery() const override;
     [[nodiscard]] QByteArray columnType(QStringView column, DataType type,
                                         int width) const override;

@@ -1,6 +1,9 @@
 #include "platform/ado/sqlite/ScanCounter.h"
 #include "support/Child.h"
 
+#include <array>
+#include <random>
+
 namespace ado::test {
 
 /// Joins on text, which go through lookups of the session. A lookup that missed a change would lose
@@ -51,8 +54,9 @@ TEST_F(SqliteLookupsTest, TheJoinedTableIsNotReadThrough)
         u"SELECT S.Navn,L.Navn FROM (Kunde K LEFT JOIN Sted S ON K.PostNr=S.PostNr) "
         u"LEFT JOIN Sted L ON L.PostNr=K.PostNr"_s;
     const QString inner = u"SELECT S.Navn FROM Kunde K INNER JOIN Sted S ON K.PostNr=S.PostNr"_s;
+    const QString both = inner + u" INNER JOIN Sted L ON L.PostNr=S.PostNr AND K.PostNr=L.PostNr"_s;
     const QString narrowed = kPlaces + u" AND S.Navn<>'Oslo'"_s;
-    for (const QString &statement : {kPlaces, two, inner, narrowed}) {
+    for (const QString &statement : {kPlaces, two, inner, both, narrowed}) {
         EXPECT_EQ(m_connection.column(statement + one), u"Hamar"_s);
         ScanCounter::steps();
         EXPECT_EQ(m_connection.column(statement + one), u"Hamar"_s);
@@ -326,6 +330,44 @@ TEST_F(SqliteLookupsTest, EqualRowsComeInTheTablesOrder)
     m_connection.run(u"UPDATE Vare SET Nr='p1' WHERE ID=3"_s);
     const QString all = u"SELECT V.Navn FROM Kunde K INNER JOIN Vare V ON K.PostNr=V.Nr"_s;
     EXPECT_EQ(m_connection.column(all), u"z y x a m z y x a m"_s);
+}
+
+TEST_F(SqliteLookupsTest, WhereRowsWithoutAMatchAreLeftOutTheOthersAreTheSame)
+{
+    const auto read = [this](const QString &column, const QString &joined) {
+        return m_connection.column(u"SELECT "_s + column + u" FROM Kunde K "_s + joined)
+            .toStdString();
+    };
+    const QString on = u"JOIN Sted S ON K.PostNr=S.PostNr"_s;
+    const std::array joins{std::pair{u"INNER "_s + on, QString()},
+                           std::pair{u"LEFT "_s + on, u" WHERE S.Navn<>'Oslo'"_s},
+                           std::pair{u"LEFT "_s + on, u" WHERE K.Nr>1 AND S.Navn>='a'"_s}};
+    std::mt19937 chance(11); // a fixed start value
+    const auto text = [&] { return QString(QStringView(u"aAåbBxyz")[chance() % 8]); };
+    m_connection.run(u"DROP TABLE Sted"_s);
+    m_connection.run(u"CREATE TABLE Sted (PostNr TEXT(10), Navn TEXT(20))"_s); // equal ones too
+    const std::array<std::function<void()>, 6> changes{
+        [&] { m_connection.run(u"INSERT INTO Sted VALUES ('%1','%2')"_s.arg(text(), text())); },
+        [&] {
+            m_connection.run(
+                u"UPDATE Sted SET PostNr='%1' WHERE PostNr='%2'"_s.arg(text(), text()));
+        },
+        [&] { m_connection.run(u"UPDATE Sted SET PostNr=Null WHERE Navn='%1'"_s.arg(text())); },
+        [&] { m_connection.run(u"DELETE FROM Sted WHERE Navn='%1'"_s.arg(text())); },
+        [&] { m_tool.run("DELETE FROM Sted WHERE rowid % 3 = 1"); },
+        [&] {
+            m_connection.run(
+                u"UPDATE Kunde SET PostNr='%1' WHERE Nr=%2"_s.arg(text()).arg(1 + chance() % 2));
+        },
+    };
+    for (int step = 0; step < 200; ++step) {
+        changes[chance() % 9 % changes.size()]();
+        for (const auto &[join, where] : joins) {
+            for (const QString &column : {u"K.Nr"_s, u"S.Navn"_s, u"S.PostNr"_s})
+                ASSERT_EQ(read(column, join + where), read(column, join + u" OR K.Nr<0"_s + where))
+                    << step;
+        }
+    }
 }
 
 TEST_F(SqliteLookupsTest, NullMeetsNothing)
