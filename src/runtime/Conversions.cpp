@@ -9,6 +9,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace {
 
@@ -161,6 +162,8 @@ QString numberToText(qint64 number)
 
 QString numberToText(float number)
 {
+    if (const std::optional<qint64> whole = Decimal::smallWhole(double{number}))
+        return numberToText(*whole);
     const Decimal decimal = Decimal::fromDouble(double{number}, kSingleDigits);
     return QChar(decimal.negative ? u'-' : u' ') % decimal.toText(kSingleDigits, u'.', false);
 }

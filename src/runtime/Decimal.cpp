@@ -95,6 +95,13 @@ void Decimal::normalise()
     }
 }
 
+std::optional<qint64> Decimal::smallWhole(double number)
+{
+    constexpr double kLimit = 1e6; // no more digits than a single shows
+    const bool isSmallWhole = std::fabs(number) < kLimit && std::trunc(number) == number;
+    return isSmallWhole ? std::optional(qint64(number)) : std::nullopt;
+}
+
 Decimal Decimal::fromInteger(qint64 number)
 {
     Decimal decimal;
@@ -120,10 +127,8 @@ Decimal Decimal::fromDouble(double number, int significant)
 {
     if (!std::isfinite(number))
         throw RunTimeError(errors::kOverflow);
-    // Most quantities and rates are whole, and one of no more digits than a single has is exact.
-    constexpr double kFewDigits = 1e6;
-    if (std::fabs(number) < kFewDigits && std::trunc(number) == number)
-        return fromInteger(qint64(number));
+    if (const std::optional<qint64> whole = smallWhole(number))
+        return fromInteger(*whole);
     // "d.ddde±xx"
     std::array<char, 40> buffer{};
     const char *end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(number),

@@ -12,6 +12,10 @@
 /// text: ± 0.d1d2d3… times ten to the power `exponent`. Exact, so nothing is rounded twice.
 struct Decimal
 {
+    /// The number itself when it is whole and small, as most quantities and rates are. What can be
+    /// done with it then need not take it apart into digits.
+    [[nodiscard]] static std::optional<qint64> smallWhole(double number);
+
     using Digits = QVarLengthArray<char, 32>;
 
     bool negative = false; ///< never set for zero

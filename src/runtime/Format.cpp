@@ -125,6 +125,13 @@ void append(QString &text, qint64 count, int scale, const NumberPattern &pattern
            size - std::min(scale, pattern.decimals), pattern);
 }
 
+QString formatted(double number, int significant, QStringView pattern)
+{
+    if (const std::optional<qint64> whole = Decimal::smallWhole(number))
+        return Format(*whole, pattern);
+    return formatted(Decimal::fromDouble(number, significant), known(numberPattern(pattern)));
+}
+
 /// Writes `number` in two digits, or a year in four, to `out`, which is moved behind them.
 void writeDigits(QChar *&out, int number, int width)
 {
@@ -200,13 +207,12 @@ QString Format(Currency amount, QStringView pattern)
 
 QString Format(double number, QStringView pattern)
 {
-    return formatted(Decimal::fromDouble(number, kDoubleDigits), known(numberPattern(pattern)));
+    return formatted(number, kDoubleDigits, pattern);
 }
 
 QString Format(float number, QStringView pattern)
 {
-    return formatted(Decimal::fromDouble(double{number}, kSingleDigits),
-                     known(numberPattern(pattern)));
+    return formatted(double{number}, kSingleDigits, pattern);
 }
 
 QString Format(qint64 number, QStringView pattern)

@@ -68,6 +68,16 @@ TEST(NumberToText, WholeNumbersAreExact)
     EXPECT_EQ(numberToText(1000000), u" 1000000"_s);
 }
 
+TEST(NumberToText, AWholeSingleIsShownAsTheWholeNumber)
+{
+    EXPECT_EQ(numberToText(-0.0F), u" 0"_s);
+    for (const int number : {0, 1, -1, 10, 100, -2500, 65536, 999'999, -999'999, 1'000'000,
+                             -1'000'000, 1'000'001, 9'999'999}) {
+        EXPECT_EQ(numberToText(float(number)), numberToText(number));
+    }
+    EXPECT_EQ(numberToText(100.5F), u" 100.5"_s);
+}
+
 TEST(NumberToText, IsReadBackByTheLeadingNumber)
 {
     std::mt19937_64 generator(31); // a fixed start value
