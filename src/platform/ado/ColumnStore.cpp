@@ -7,6 +7,12 @@
 
 namespace ado {
 
+namespace {
+
+constexpr std::size_t kUsualText = 8; // bytes
+
+} // namespace
+
 ColumnStore::Cells ColumnStore::cellsFor(DataType type)
 {
     switch (type) {
@@ -31,7 +37,20 @@ ColumnStore::Cells ColumnStore::cellsFor(DataType type)
     return Blocks();
 }
 
-ColumnStore::ColumnStore(DataType type) : m_type(type), m_cells(cellsFor(type)) {}
+// Room for the lines of an order, so that a column of them does not grow step by step.
+ColumnStore::ColumnStore(DataType type) : m_type(type), m_cells(cellsFor(type))
+{
+    std::visit(
+        [](auto &cells) {
+            if constexpr (std::is_same_v<std::decay_t<decltype(cells)>, Blocks>) {
+                cells.bytes.reserve(kFirstRows * kUsualText);
+                cells.ends.reserve(kFirstRows);
+            } else {
+                cells.reserve(kFirstRows);
+            }
+        },
+        m_cells);
+}
 
 std::size_t ColumnStore::size() const
 {

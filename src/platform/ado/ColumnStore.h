@@ -16,6 +16,9 @@ namespace ado {
 class ColumnStore
 {
 public:
+    /// So many rows have their room from the beginning, and it is not worth giving back.
+    static constexpr std::size_t kFirstRows = 16;
+
     explicit ColumnStore(DataType type);
 
     [[nodiscard]] DataType type() const { return m_type; }

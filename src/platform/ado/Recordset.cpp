@@ -94,6 +94,7 @@ void Recordset::describeFields()
     m_fields.clear();
     if (!m_rows)
         return;
+    m_fields.reserve(m_rows->columns().size());
     for (const dialect::ResultColumn &column : m_rows->columns()) {
         Field field{column.name, column.type, column.width};
         switch (column.type) {

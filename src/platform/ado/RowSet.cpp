@@ -74,6 +74,8 @@ void RowSet::closeRow()
 
 void RowSet::shrink()
 {
+    if (m_readRows <= int(ColumnStore::kFirstRows))
+        return;
     for (ColumnStore &store : *m_stores)
         store.shrink();
 }
