@@ -1,28 +1,35 @@
 #include "data/RowValues.h"
 
+#include <QStringBuilder>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr std::size_t kUsualColumns = 32;
 constexpr qsizetype kUsualPlace = 24; // characters of a column's name and its literal
 
 } // namespace
 
 QString insertStatement(const QString &table, const QString &columns, const QString &values)
 {
-    return u"INSERT INTO "_s + table + u" ("_s + columns + u") VALUES ("_s + values + u')';
+    return u"INSERT INTO " % table % u" (" % columns % u") VALUES (" % values % u')';
 }
 
-RowValues &RowValues::add(QStringView column, QStringView literal)
+RowValues::RowValues()
 {
-    m_values.push_back({column, literal.toString()});
+    m_values.reserve(kUsualColumns);
+}
+
+RowValues &RowValues::add(QStringView column, QString literal)
+{
+    m_values.push_back({column, std::move(literal)});
     return *this;
 }
 
 RowValues &RowValues::addText(QStringView column, const QString &text)
 {
-    m_values.push_back({column, u'\'' + text + u'\''});
-    return *this;
+    return add(column, u'\'' % text % u'\'');
 }
 
 template<class Part>
@@ -47,10 +54,10 @@ QString RowValues::insertInto(const QString &table) const
 
 QString RowValues::update(const QString &table, const QString &where) const
 {
-    return u"UPDATE "_s + table + u" SET "_s + joined([](QString &text, const RowValue &value) {
+    return u"UPDATE " % table % u" SET " % joined([](QString &text, const RowValue &value) {
                text += value.column;
                text += u'=';
                text += value.literal;
-           }) +
-           u" WHERE "_s + where;
+           }) %
+           u" WHERE " % where;
 }

@@ -13,9 +13,11 @@
 class RowValues
 {
 public:
+    RowValues();
+
     /// The literal goes into the statement as it stands. The column's name must outlive this
     /// object.
-    RowValues &add(QStringView column, QStringView literal);
+    RowValues &add(QStringView column, QString literal);
     /// Between apostrophes. One in the text itself is not doubled, and makes the statement fail.
     RowValues &addText(QStringView column, const QString &text);
 

@@ -177,7 +177,7 @@ RowValues OrdreLagring::hode(OrdreModus modus) const
     dato(u"FakDato", kFakDato);
     dato(u"ForfallDato", kForfallDato);
     dato(u"LevDato", kLevDato);
-    rad.add(u"RabattPst", u"0");
+    rad.add(u"RabattPst", u"0"_s);
     belop(u"MvaKr", kMvaKr);
     belop(u"SumNetto", kSumNetto);
     belop(u"SumBrutto", kSumBrutto);
@@ -230,7 +230,7 @@ bool OrdreLagring::LagreLinjer(qint32 ordreId) const
         linje.addText(u"ProduktNr", produktNr).addText(u"ProduktNavn", produktNavn);
         linje.add(u"Antall", TallTilSql(celle(linjekolonne::kAntall), u"#0.0"));
         linje.add(u"Pris", TallTilSql(celle(linjekolonne::kPris), u"#0.00"));
-        linje.add(u"RabattPst", u"0").add(u"RabattKr", u"0");
+        linje.add(u"RabattPst", u"0"_s).add(u"RabattKr", u"0"_s);
         linje.add(u"MvaPst", TallTilSql(celle(linjekolonne::kMvaPst), u"#0.0"));
         linje.add(u"SumNetto", TallTilSql(celle(linjekolonne::kSumNetto), u"#0.00"));
         linje.add(u"SumBrutto", TallTilSql(celle(linjekolonne::kSumBrutto), u"#0.00"));

@@ -7,7 +7,7 @@ namespace {
 TEST(RowValues, StandInTheOrderInWhichTheyWereAdded)
 {
     RowValues row;
-    row.add(u"Nr", u" 5").addText(u"Navn", u"Ås"_s).add(u"Dato", u"#03/09/2014#");
+    row.add(u"Nr", u" 5"_s).addText(u"Navn", u"Ås"_s).add(u"Dato", u"#03/09/2014#"_s);
     EXPECT_EQ(row.insertInto(u"T"_s),
               u"INSERT INTO T (Nr,Navn,Dato) VALUES ( 5,'Ås',#03/09/2014#)"_s);
     EXPECT_EQ(row.update(u"T"_s, u"ID= 7"_s),
@@ -24,7 +24,7 @@ TEST(RowValues, LeaveAnApostropheAsItStands)
 TEST(RowValues, KeepThePlaceOfAnEmptyLiteral)
 {
     RowValues row;
-    row.add(u"Nr", u"").add(u"Navn", u"");
+    row.add(u"Nr", QString()).add(u"Navn", QString());
     EXPECT_EQ(row.insertInto(u"T"_s), u"INSERT INTO T (Nr,Navn) VALUES (,)"_s);
     EXPECT_EQ(row.update(u"T"_s, u"ID=7"_s), u"UPDATE T SET Nr=,Navn= WHERE ID=7"_s);
 }
