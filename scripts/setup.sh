@@ -47,6 +47,8 @@ check_packages=(
     git             # lists the files
     valgrind        # sees values that nobody set
     gcovr           # counts what the tests reach
+    libsaxonhe-java # runs the official rules of EHF 3.0, where these lie beside the repository
+    default-jre-headless # what that runs on
 )
 
 say() {

@@ -40,12 +40,6 @@ Currency ehf3::fraSingle(float tall)
     return Decimal::fromDouble(double{tall}, kSingleDigits).toCurrency();
 }
 
-float ehf3::tilSingle(Currency antall)
-{
-    constexpr qint64 kTidel = Currency::kScale / 10;
-    return float(double(avrundet(antall.tenThousandths(), 1, kTidel)) / 10);
-}
-
 Currency ehf3::tilHundredel(Currency belop)
 {
     return fraOere(avrundet(belop.tenThousandths(), 1, kOere));

@@ -10,8 +10,6 @@ namespace ehf3 {
 
 /// A quantity or a rate as the decimal number that its single shows.
 [[nodiscard]] Currency fraSingle(float tall);
-/// A quantity as the order screen stores it: with one decimal, a half away from nought.
-[[nodiscard]] float tilSingle(Currency antall);
 
 /// To two decimals, so an amount to the øre, a half away from nought.
 [[nodiscard]] Currency tilHundredel(Currency belop);

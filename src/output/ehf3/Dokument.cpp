@@ -15,23 +15,24 @@ constexpr Currency kEttOere = Currency::fromTenThousandths(Currency::kScale / 10
 /// Receivers show so much of a name.
 constexpr qsizetype kNavnelengde = 40;
 
+/// By the rules two øre may part them.
 bool erProduktet(Currency antall, Currency pris, Currency netto)
 {
-    return (antall * pris - netto).abs() <= kEttOere;
+    return (antall * pris - netto).abs() < kEttOere + kEttOere;
 }
 
 /// The order screen takes a quantity of two decimals, computes the line with it and stores it with
-/// one. So where the stored one does not make up the line's net, it is worked back from that, if it
-/// is a quantity that would have been stored so.
+/// one. So where the stored one does not make up the line's net, it is worked back from that, among
+/// those that would have been stored so.
 Currency antallI(const Ordrelinje &linje)
 {
     const Currency antall = fraSingle(linje.antall);
     if (linje.pris.isZero() || erProduktet(antall, linje.pris, linje.netto))
         return antall;
-    const Currency regnet = tilHundredel(forhold(linje.netto, linje.pris));
-    const bool forklarer =
-        erProduktet(regnet, linje.pris, linje.netto) && tilSingle(regnet) == linje.antall;
-    return forklarer ? regnet : antall;
+    const Currency halvTidel = Currency::fromTenThousandths(Currency::kScale / 20);
+    const Currency regnet = std::clamp(tilHundredel(forhold(linje.netto, linje.pris)),
+                                       antall - halvTidel, antall + halvTidel);
+    return erProduktet(regnet, linje.pris, linje.netto) ? regnet : antall;
 }
 
 /// At most so much of the text as a name has room for, up to a blank where there is one.

@@ -23,13 +23,6 @@ TEST(Ehf3Belop, ASingleIsTheNumberThatItShows)
     EXPECT_EQ(fraSingle(11.1F), amount(111000));
 }
 
-TEST(Ehf3Belop, AQuantityIsStoredWithOneDecimal)
-{
-    EXPECT_EQ(tilSingle(amount(12500)), 1.3F);
-    EXPECT_EQ(tilSingle(amount(-12500)), -1.3F);
-    EXPECT_EQ(tilSingle(amount(12499)), 1.2F);
-}
-
 TEST(Ehf3Belop, RoundsToTheOereOnceAndAHalfAwayFromNought)
 {
     EXPECT_EQ(tilHundredel(amount(50)), amount(100));

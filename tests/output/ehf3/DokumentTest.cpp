@@ -139,7 +139,8 @@ TEST_F(Ehf3DokumentTest, AQuantityOfTwoDecimalsIsTheOneThatTheLineWasComputedWit
     EXPECT_EQ(quantity(u"1.2"_s, u"1000"_s, u"1240"_s), u"1.24"_s);
     EXPECT_EQ(quantity(u"0.1"_s, u"1000"_s, u"50"_s), u"0.05"_s);
     EXPECT_EQ(quantity(u"2"_s, u"1000"_s, u"2000"_s), u"2"_s);
-    EXPECT_EQ(quantity(u"1234567.8"_s, u"10"_s, u"12345678"_s), u"1234567.8"_s);
+    // 827.30 by 0.48 is 1723.54, which would have been stored as 1723.5.
+    EXPECT_EQ(quantity(u"1723.6"_s, u"0.48"_s, u"827.30"_s), u"1723.55"_s);
 }
 
 TEST_F(Ehf3DokumentTest, LinesStandInTheOrderOfTheScreenAndAreNumberedAnew)

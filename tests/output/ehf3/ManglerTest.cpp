@@ -113,7 +113,7 @@ TEST_F(Ehf3ManglerTest, ALineThatItsQuantityAndPriceDoNotMakeUp)
     changeLine(u"SumNetto=104,Antall=1,Pris=100"_s);
     change(1, u"SumBrutto=130"_s);
     EXPECT_EQ(missing(1), QStringList());
-    changeLine(u"SumNetto=106"_s);
+    changeLine(u"SumNetto=106"_s); // of a quantity that is stored as 1.1
     change(1, u"SumBrutto=132.50"_s);
     EXPECT_EQ(missing(1).size(), 1);
     // Nothing makes up a line without a price.
