@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the pictures of the help pages anew from a tour of the screens. A page asks for a picture by
+# Makes the pictures of the help pages, and of README, anew from a tour of the screens. A page asks for a picture by
 # its name on the tour, as in <img src="bilder/hovedmeny.png">; for screens with more pixels there
 # is one of twice the size beside it.
 set -euo pipefail
@@ -32,4 +32,6 @@ mapfile -t names < <(grep -oh 'src="bilder/[^"]*\.png"' "$root"/help/html/*.htm 
 mkdir -p "$pictures"
 take 1 ''
 take 2 @2x
+# README shows the printed invoice besides.
+pdftoppm -r 72 -png -singlefile "$scratch/tur1/Faktura.pdf" "$root/docs/bilder/faktura"
 say "Pictures of the help pages: ${names[*]}"
