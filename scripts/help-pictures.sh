@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Makes the pictures of the help pages, and of README, anew from a tour of the screens. A page asks for a picture by
-# its name on the tour, as in <img src="bilder/hovedmeny.png">; for screens with more pixels there
-# is one of twice the size beside it.
+# Makes the pictures of the help pages, and of README, anew from a tour of the screens. A page asks
+# for a picture by its name on the tour, as in <img src="bilder/hovedmeny.png">; for screens with more
+# pixels there is one of twice the size beside it.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
