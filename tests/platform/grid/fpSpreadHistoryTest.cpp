@@ -261,6 +261,15 @@ TEST_F(fpSpreadHistory, ALoadEndsIt)
     EXPECT_EQ(at(1, 2), u"b");
 }
 
+TEST_F(fpSpreadHistory, WhatWasUndoneEndsWithItToo)
+{
+    enter(1, 1, u"a"_s);
+    undo();
+    grid.forgetEdits();
+    redo();
+    EXPECT_EQ(at(1, 1), QString());
+}
+
 TEST_F(fpSpreadHistory, AScreenThatLoadsInAnswerLeavesNothingToUndo)
 {
     QObject::connect(&grid, &fpSpread::LeaveCell, &grid, [this] {

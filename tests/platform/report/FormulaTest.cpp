@@ -284,6 +284,12 @@ TEST_F(FormulaTest, AFaultTellsItsPlace)
     EXPECT_EQ(place(u"Kari's"), 1);
 }
 
+TEST_F(FormulaTest, AFunctionThatGivesItsArgumentGivesItsTypeToo)
+{
+    EXPECT_EQ(error(u"Trim(Round(1.5))"), "6: «Trim» tar ikke imot tall her");
+    EXPECT_EQ(error(u"Trim(Abs({Sum}))"), "6: «Trim» tar ikke imot beløp her");
+}
+
 TEST_F(FormulaTest, WhatGoesWrongInReckoningTellsItsPlace)
 {
     EXPECT_EQ(error(u"1/0"),
