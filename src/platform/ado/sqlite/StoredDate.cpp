@@ -1,11 +1,10 @@
 #include "platform/ado/sqlite/StoredDate.h"
 
+#include <chrono>
+
 namespace ado {
 
 namespace {
-
-constexpr qint64 kJulianDayOf1970 = 2440588;
-constexpr qint64 kMillisecondsOfDay = 86'400'000;
 
 /// The number of `count` digits from `begin` on, or -1.
 int digits(std::string_view text, std::size_t begin, std::size_t count)
@@ -50,10 +49,13 @@ std::optional<qint64> millisecondsOf(std::string_view text)
     if ((text.size() != 10 && text.size() != 19) || text[4] != '-' || text[7] != '-')
         return {};
     const int year = digits(text, 0, 4);
-    const QDate day(year, digits(text, 5, 2), digits(text, 8, 2));
-    if (year < 0 || !day.isValid()) // the calendar has a year -1
+    const std::chrono::year_month_day day{std::chrono::year(year),
+                                          std::chrono::month(unsigned(digits(text, 5, 2))),
+                                          std::chrono::day(unsigned(digits(text, 8, 2)))};
+    if (year < 1 || !day.ok()) // the standard's calendar has a year 0, Qt's none
         return {};
-    const qint64 start = (day.toJulianDay() - kJulianDayOf1970) * kMillisecondsOfDay;
+    const std::chrono::sys_days midnight = day;
+    const qint64 start = std::chrono::milliseconds(midnight.time_since_epoch()).count();
     if (text.size() == 10)
         return start;
     if ((text[10] != ' ' && text[10] != 'T') || text[13] != ':' || text[16] != ':')

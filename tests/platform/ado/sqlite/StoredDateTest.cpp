@@ -21,6 +21,28 @@ TEST(StoredDate, ReadsWhatItWrites)
         EXPECT_EQ(millisecondsOf(storedDate(date).toStdString()), date.toMSecsSinceEpoch());
 }
 
+TEST(StoredDate, ReadsEveryDayOfTheCalendarAndNoOther)
+{
+    const auto text = [](int year, int month, int day) {
+        const auto digits = [](int number, int count) {
+            return QByteArray::number(number).rightJustified(count, '0');
+        };
+        return (digits(year, 4) + '-' + digits(month, 2) + '-' + digits(day, 2)).toStdString();
+    };
+    for (const int year : {0, 1, 4, 99, 100, 400, 1583, 1899, 1900, 1969, 1970, 2000, 2014, 9999}) {
+        for (int month = 0; month <= 13; ++month) {
+            for (int day = 0; day <= 32; ++day) {
+                const QDate date(year, month, day);
+                const std::optional<qint64> read = millisecondsOf(text(year, month, day));
+                ASSERT_EQ(read.has_value(), date.isValid()) << text(year, month, day);
+                if (read) {
+                    ASSERT_EQ(*read, utcMoment(date).toMSecsSinceEpoch()) << text(year, month, day);
+                }
+            }
+        }
+    }
+}
+
 TEST(StoredDate, TimeMayBePartedByT)
 {
     EXPECT_EQ(millisecondsOf("1970-01-02T00:00:01"), 86'401'000);
