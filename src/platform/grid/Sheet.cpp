@@ -129,12 +129,16 @@ void Sheet::sortRows(int firstRow, int lastRow, int keyCol, bool rising)
         order.begin(), order.end(), [&](int row) { return !m_texts.isEmptyRow(row - 1); });
     std::vector<int> filled(order.begin(), firstEmpty);
 
+    std::vector<QStringView> texts; // found once, not at each comparison
+    texts.reserve(order.size());
+    for (int row = firstRow; row <= lastRow; ++row)
+        texts.push_back(cell(keyCol, row));
     const CellType &type = m_types.atColumn(keyCol);
     if (type.isNumber() || type.kind == CellKind::Date) {
         std::vector<qint64> keys;
         keys.reserve(order.size());
-        for (int row = firstRow; row <= lastRow; ++row)
-            keys.push_back(valueOf(type, cell(keyCol, row)));
+        for (const QStringView text : texts)
+            keys.push_back(valueOf(type, text));
         sortNumbers(filled, rising, [&](int a, int b) {
             return keys[size_t(a - firstRow)] < keys[size_t(b - firstRow)];
         });
@@ -143,7 +147,7 @@ void Sheet::sortRows(int firstRow, int lastRow, int keyCol, bool rising)
         norwegian.setCaseSensitivity(Qt::CaseInsensitive);
         // Comparing costs less than making a key of each text first.
         sortNumbers(filled, rising, [&](int a, int b) {
-            return norwegian.compare(cell(keyCol, a), cell(keyCol, b)) < 0;
+            return norwegian.compare(texts[size_t(a - firstRow)], texts[size_t(b - firstRow)]) < 0;
         });
     }
     std::copy(filled.begin(), filled.end(), order.begin());
