@@ -57,6 +57,16 @@ DataType byAffinity(QStringView declaration)
     return declaration.isEmpty() ? DataType::VarWChar : DataType::Double;
 }
 
+// By its name first: that of nearly every column is the dialect's own.
+DataType typeOf(QStringView declaration)
+{
+    for (const TypeName &known : kTypeNames) {
+        if (declaration.compare(known.name, Qt::CaseInsensitive) == 0)
+            return known.type;
+    }
+    return byAffinity(declaration);
+}
+
 /// A single key declared exactly as INTEGER is the row number itself, which SQLite hands out; one
 /// of several is not.
 dialect::TableInfo withCounter(dialect::TableInfo table)
@@ -75,11 +85,7 @@ DeclaredType declaredType(QStringView declaration)
     const qsizetype bracket = declaration.indexOf(u'(');
     const QStringView name =
         declaration.first(bracket < 0 ? declaration.size() : bracket).trimmed();
-    DeclaredType result{byAffinity(name), 0};
-    for (const TypeName &known : kTypeNames) {
-        if (name.compare(known.name, Qt::CaseInsensitive) == 0)
-            result.type = known.type;
-    }
+    DeclaredType result{typeOf(name), 0};
     if (result.type == DataType::VarWChar && bracket >= 0) {
         const QStringView inside = declaration.sliced(bracket + 1);
         const qsizetype end = inside.indexOf(u')');
