@@ -83,15 +83,20 @@ void measureBoth()
     };
     measure("orders", kOrders, &Company::growOrders, [](Company &) {
         return Works{{ehfDocuments(kDocuments), Reads::ItsOwn},
+                     {ehf3Documents(kDocuments), Reads::ItsOwn},
                      {savedOrder(), Reads::ItsOwn},
                      {customerList(), Reads::ItsOwn}};
     });
     measure("orders", kOrders, &Company::growOrders, postingAlone);
     measure("products", kRegister, &Company::growProducts, [](Company &) {
-        return Works{{ehfDocuments(kDocuments), Reads::ItsOwn}, {savedOrder(), Reads::ItsOwn}};
+        return Works{{ehfDocuments(kDocuments), Reads::ItsOwn},
+                     {ehf3Documents(kDocuments), Reads::ItsOwn},
+                     {savedOrder(), Reads::ItsOwn}};
     });
     measure("customers", kRegister, &Company::growCustomers, [](Company &) {
-        return Works{{customerList(), Reads::Everything}, {savedOrder(), Reads::ItsOwn}};
+        return Works{{customerList(), Reads::Everything},
+                     {ehf3Documents(kDocuments), Reads::ItsOwn},
+                     {savedOrder(), Reads::ItsOwn}};
     });
     measure("postal codes", kPostalCodes, &Company::growPostalCodes, [](Company &) {
         return Works{{ehfDocuments(kDocuments), Reads::ItsOwn}, {customerList(), Reads::ItsOwn}};
@@ -99,7 +104,9 @@ void measureBoth()
     measure("vouchers of the year", kVouchers, &Company::growVouchers, postingAlone);
     measure("vouchers of other years", kVouchers, &Company::growOldVouchers, postingAlone);
     measure("lines", kLines, &Company::growLines, [](Company &) {
-        return Works{{ehfDocuments(1), Reads::Everything}, {savedOrder(), Reads::Everything}};
+        return Works{{ehfDocuments(1), Reads::Everything},
+                     {ehf3Documents(1), Reads::Everything},
+                     {savedOrder(), Reads::Everything}};
     });
 }
 

@@ -35,6 +35,7 @@ std::vector<bench::Work> worksOn(bench::Company &company, const QString &folder)
 {
     using namespace bench;
     return {ehfDocuments(kDocuments),
+            ehf3Documents(kDocuments),
             posting(company, kInvoices),
             customerList(),
             nextOrder(),

@@ -1,5 +1,6 @@
 #include "benchmarks/support/Company.h"
 
+#include <cmath>
 #include <utility>
 
 namespace bench {
@@ -9,8 +10,8 @@ Company::Company(Database &database, int linesOfAnOrder)
 {
     m_database.send(R"(INSERT INTO "Klient"
         ("KlientNr","Navn","Adr1","Adr2","PostNr","TlfArbeid","OrganisasjonsNr","Giro1")
-        VALUES (5,'Fjell Frakt AS','Postboks 1','Åsveien 2','1001','62510000','912345678',
-                '15034012345'))");
+        VALUES (5,'Fjell Frakt AS','Postboks 1','Åsveien 2','1001','62510000','717171721',
+                '99991234566'))");
     growPostalCodes(kFewPostalCodes);
     growCustomers(kFewCustomers);
     growProducts(kFewProducts);
@@ -44,7 +45,7 @@ void Company::growCustomers(int count)
            "5,10000+i,'Ærlig Øl ' || i || ' AS','Postboks 7','Åsveien 3',"
            "CAST(1001+i%" +
                codes +
-               " AS TEXT),14,'987654321','Terminal 2','Lagerveien 9',"
+               " AS TEXT),14,'411223345','Terminal 2','Lagerveien 9',"
                "CAST(1001+(7*i)%" +
                codes + " AS TEXT),FALSE,'EHF' FROM n");
 }
@@ -58,6 +59,20 @@ void Company::growProducts(int count)
            "400*{kr},500*{kr},25,FALSE FROM n");
 }
 
+QByteArray Company::sumsOf(int lines) const
+{
+    // VAT as insertLines gives it in turn: 15, 25 and 10 percent.
+    constexpr qint64 kNet = 1235;
+    const qint64 net = kNet * lines;
+    const qint64 percents =
+        15 * qint64((lines + 2) / 3) + 25 * ((lines + 1) / 3) + 10 * (lines / 3);
+    const qint64 vat = qint64(std::llround(double(kNet * percents) / 100));
+    QByteArray sums;
+    for (const qint64 sum : {vat, net, net + vat})
+        sums += (sums.isEmpty() ? "" : ",") + QByteArray::number(sum * m_database.krone());
+    return sums;
+}
+
 void Company::growOrders(int count)
 {
     const int first = std::exchange(m_orders, count) + 1;
@@ -69,14 +84,16 @@ void Company::growOrders(int count)
               "Avrunding","Kontrollsiffer"))",
            "5,i,'Ordre',FALSE,'Kåre','Innkjøp',10001+i%25,'Ærlig Øl AS','Postboks 7',"
            "'Åsveien 3','0010','Oslo','Terminal 2','Lagerveien 9','2317','Hamar','2001000100018',"
-           "14,'2014-03-09','2014-03-09','2014-03-23','2014-03-07',0,0,3086*{kr},12346*{kr},"
-           "15432*{kr},0,7 FROM n");
+           "14,'2014-03-09','2014-03-09','2014-03-23','2014-03-07',0,0," +
+               sumsOf(m_linesOfAnOrder) + ",0,7 FROM n");
     insertLines(R"("OrdreNr">=)" + QByteArray::number(first), 1, m_linesOfAnOrder);
 }
 
 void Company::growLines(int count)
 {
     insertLines(R"("OrdreNr"=1)", std::exchange(m_lines, count) + 1, count);
+    m_database.send(R"(UPDATE "Ordre" SET ("MvaKr","SumNetto","SumBrutto")=()" + sumsOf(count) +
+                    R"() WHERE "OrdreNr"=1)");
 }
 
 void Company::insertLines(const QByteArray &orders, int first, int last)

@@ -40,6 +40,8 @@ private:
     /// Inserts what `select` makes of the numbers n.i from `first` to `last`.
     void insert(int first, int last, const QByteArray &into, const QByteArray &select);
     void insertLines(const QByteArray &orders, int first, int last);
+    /// VAT, net and what is to be paid of an order of so many lines, rounded to whole kroner.
+    [[nodiscard]] QByteArray sumsOf(int lines) const;
     void insertVouchers(int first, int last, const QByteArray &year);
 
     Database &m_database;

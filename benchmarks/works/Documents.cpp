@@ -2,6 +2,7 @@
 
 #include "data/clsAdoUtils.h"
 #include "output/ehf/EhfFil.h"
+#include "output/ehf3/Ehf3.h"
 #include "platform/report/PdfFile.h"
 #include "platform/report/Report.h"
 #include "state/SharedState.h"
@@ -13,6 +14,8 @@ using namespace Qt::StringLiterals;
 namespace bench {
 
 namespace {
+
+constexpr int kReadAtOnce = 100;
 
 report::Document pages(const QString &file, const QString &selection)
 {
@@ -41,6 +44,38 @@ Work ehfDocuments(int orders)
                 QByteArray bytes;
                 for (int order = 1; order <= orders; ++order)
                     writeEhf(bytes, order);
+            }};
+}
+
+Work ehf3Documents(int orders)
+{
+    return {.name = "ehf3", .unit = "document", .units = orders, .run = [orders] {
+                for (int order = 1; order <= orders; ++order) {
+                    if (!Ehf3Skriver(gKlient).lag(order).mangler.isEmpty())
+                        qFatal("a document is refused");
+                }
+            }};
+}
+
+Work ehf3Files(const QString &folder, int orders)
+{
+    return {.name = "ehf3 files", .unit = "file", .units = orders, .run = [=] {
+                Ehf3Skriver writer(gKlient, kReadAtOnce);
+                for (int order = 1; order <= orders; ++order) {
+                    const QString file = folder + u"/Faktura-%1.xml"_s.arg(order);
+                    if (!writer.skriv(order, file).isEmpty())
+                        qFatal("a file is not written");
+                }
+            }};
+}
+
+Work ehf3Reads(int orders)
+{
+    return {.name = "ehf3 reads", .unit = "order", .units = orders, .run = [orders] {
+                for (int order = 1; order <= orders; ++order) {
+                    if (!ehf3::Grunnlagsleser(gKlient).les(order))
+                        qFatal("an order is not there");
+                }
             }};
 }
 

@@ -23,6 +23,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <type_traits>
 
@@ -84,18 +85,27 @@ void checkBooks(const Options &options)
 
 /// All invoices that are chosen, each by `write` to a file of its own.
 void writeAll(const Options &options, const QString &ending,
-              void (*write)(const Invoice &invoice, const QString &target, bool replace))
+              const std::function<void(const Invoice &invoice, const QString &target)> &write)
 {
     const QDir folder(options.mappe);
     if (!folder.exists())
         throw HostError(u"mappen %1 finnes ikke"_s.arg(options.mappe));
     const auto writeOne = [&](const Invoice &invoice) {
         const QString name = invoiceFileName(invoice, ending);
-        write(invoice, folder.filePath(name), options.erstatt);
+        write(invoice, folder.filePath(name));
         return name;
     };
     writeEach(findInvoices({options.fraDato, options.tilDato, options.status}), writeOne,
               [](const QString &line) { printLine(inOneLine(line)); });
+}
+
+void writeEhf3s(const Options &options)
+{
+    constexpr int kReadAtOnce = 100;
+    Ehf3Skriver writer(gKlient, kReadAtOnce);
+    writeAll(options, u".xml"_s, [&](const Invoice &invoice, const QString &target) {
+        writeEhf3(writer, invoice.number, target, options.erstatt);
+    });
 }
 
 /// What needs no module, only the database.
@@ -111,18 +121,20 @@ void performOnDatabase(const database::Place &place, const Options &options)
         printLine(u"EHF skrevet: "_s + options.ut);
         break;
     case Options::Task::Ehf3:
-        writeEhf3(findInvoice(options.ordreNr), options.ut, options.erstatt);
+        writeEhf3(options.ordreNr, options.ut, options.erstatt);
         printLine(u"EHF 3.0 skrevet: "_s + options.ut);
         break;
     case Options::Task::AllEhf3:
-        writeAll(options, u".xml"_s, writeEhf3);
+        writeEhf3s(options);
         break;
     case Options::Task::Pdf:
         writeInvoicePdf(findInvoice(options.ordreNr), options.ut, options.erstatt);
         printLine(u"PDF skrevet: "_s + options.ut);
         break;
     case Options::Task::AllPdf:
-        writeAll(options, u".pdf"_s, writeInvoicePdf);
+        writeAll(options, u".pdf"_s, [&](const Invoice &invoice, const QString &target) {
+            writeInvoicePdf(invoice, target, options.erstatt);
+        });
         break;
     case Options::Task::Check:
         checkBooks(options);

@@ -1,8 +1,8 @@
 #include "host/tasks/Ehf3Task.h"
 
 #include "host/tasks/HostError.h"
+#include "host/tasks/Invoices.h"
 #include "host/tasks/OutputFile.h"
-#include "output/ehf3/Ehf3.h"
 #include "state/SharedState.h"
 
 using namespace Qt::StringLiterals;
@@ -19,15 +19,21 @@ void refuseGaps(int orderNumber, QString missing)
 
 } // namespace
 
-void writeEhf3(const Invoice &invoice, const QString &target, bool replace)
+void writeEhf3(Ehf3Skriver &writer, int orderNumber, const QString &target, bool replace)
 {
     checkTarget(target, replace);
-    refuseGaps(invoice.number, SkrivEhf3(gKlient, invoice.number, target));
+    refuseGaps(orderNumber, writer.skriv(orderNumber, target));
+}
+
+void writeEhf3(int orderNumber, const QString &target, bool replace)
+{
+    Ehf3Skriver writer(gKlient);
+    writeEhf3(writer, findInvoice(orderNumber).number, target, replace);
 }
 
 QByteArray ehf3Document(int orderNumber)
 {
-    const Ehf3 made = LagEhf3(gKlient, orderNumber);
+    const Ehf3 made = Ehf3Skriver(gKlient).lag(orderNumber);
     refuseGaps(orderNumber, made.mangler);
     return made.dokument;
 }

@@ -120,12 +120,9 @@ void writeBothBeside(const QString &path, QLatin1StringView kind, int orderNumbe
     }
     writeBeside(path, kind, orderNumber, {u"EHF"_s, u".xml"_s, ehfDocument, writeEhf}, replace,
                 say);
-    const auto write = [](int number, const QString &target, bool mayReplace) {
-        writeEhf3(findInvoice(number), target, mayReplace);
-    };
     try {
-        writeBeside(path, kind, orderNumber, {u"EHF 3.0"_s, u"-EHF3.xml"_s, ehf3Document, write},
-                    replace, say);
+        writeBeside(path, kind, orderNumber,
+                    {u"EHF 3.0"_s, u"-EHF3.xml"_s, ehf3Document, writeEhf3}, replace, say);
     } catch (const HostError &error) { // which is no reason to stop
         say(u"EHF 3.0: "_s + error.line());
     }

@@ -2,7 +2,7 @@
 
 #include "runtime/Decimal.h"
 
-#include <cstdlib>
+#include <array>
 #include <limits>
 
 namespace {
@@ -59,14 +59,20 @@ Currency ehf3::forhold(Currency teller, Currency nevner)
 
 QString ehf3::tall(Currency verdi, int desimaler)
 {
+    std::array<QChar, 24> tegn; // from the last one on
+    auto ut = tegn.end();
     const qint64 antall = verdi.tenThousandths();
-    const quint64 storrelse = antall < 0 ? quint64{0} - quint64(antall) : quint64(antall);
-    QString tekst = QString::number(storrelse).rightJustified(kDesimaler + 1, u'0');
-    tekst.insert(tekst.size() - kDesimaler, u'.');
-    qsizetype flere = kDesimaler - desimaler;
-    for (; flere > 0 && tekst.endsWith(u'0'); --flere)
-        tekst.chop(1);
-    if (tekst.endsWith(u'.'))
-        tekst.chop(1);
-    return antall < 0 ? u'-' + tekst : tekst;
+    quint64 rest = antall < 0 ? quint64{0} - quint64(antall) : quint64(antall);
+    for (int sted = kDesimaler; sted > -1 || rest > 0; --sted, rest /= 10) {
+        const auto siffer = char16_t(u'0' + rest % 10);
+        const bool erDesimal = sted > 0;
+        if (erDesimal && sted > desimaler && siffer == u'0' && ut == tegn.end())
+            continue; // a decimal that nobody needs
+        if (!erDesimal && sted == 0 && ut != tegn.end())
+            *--ut = u'.';
+        *--ut = siffer;
+    }
+    if (antall < 0)
+        *--ut = u'-';
+    return QString(ut, tegn.end() - ut);
 }

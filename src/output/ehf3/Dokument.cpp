@@ -24,15 +24,15 @@ bool erProduktet(Currency antall, Currency pris, Currency netto)
 /// The order screen takes a quantity of two decimals, computes the line with it and stores it with
 /// one. So where the stored one does not make up the line's net, it is worked back from that, among
 /// those that would have been stored so.
-Currency antallI(const Ordrelinje &linje)
+Currency antallI(const Ordrelinje &linje, Currency netto)
 {
     const Currency antall = fraSingle(linje.antall);
-    if (linje.pris.isZero() || erProduktet(antall, linje.pris, linje.netto))
+    if (linje.pris.isZero() || erProduktet(antall, linje.pris, netto))
         return antall;
     const Currency halvTidel = Currency::fromTenThousandths(Currency::kScale / 20);
-    const Currency regnet = std::clamp(tilHundredel(forhold(linje.netto, linje.pris)),
-                                       antall - halvTidel, antall + halvTidel);
-    return erProduktet(regnet, linje.pris, linje.netto) ? regnet : antall;
+    const Currency regnet = std::clamp(tilHundredel(forhold(netto, linje.pris)), antall - halvTidel,
+                                       antall + halvTidel);
+    return erProduktet(regnet, linje.pris, netto) ? regnet : antall;
 }
 
 /// At most so much of the text as a name has room for, up to a blank where there is one.
@@ -51,7 +51,8 @@ Dokumentlinje lagLinje(const Ordrelinje &linje, int nr, bool snu)
 {
     const QString tekst = linje.tekst.isEmpty() ? linje.varenr : linje.tekst;
     const QString navn = navnAv(tekst);
-    const Currency antall = antallI(linje);
+    const Currency netto = tilHundredel(linje.netto);
+    const Currency antall = antallI(linje, netto);
     return {.nr = nr,
             .navn = navn,
             .beskrivelse = navn == tekst ? QString() : tekst,
@@ -59,8 +60,8 @@ Dokumentlinje lagLinje(const Ordrelinje &linje, int nr, bool snu)
             .enhet = linje.enhet,
             .antall = linje.pris.isNegative() != snu ? -antall : antall,
             .pris = linje.pris.abs(),
-            .sats = linje.sats,
-            .netto = snu ? -linje.netto : linje.netto};
+            .sats = fraSingle(linje.sats),
+            .netto = snu ? -netto : netto};
 }
 
 } // namespace
@@ -74,9 +75,9 @@ Dokument ehf3::lagDokument(const Grunnlag &ordre)
     for (const Ordrelinje &linje : ordre.linjer) {
         const int nr = int(dokument.linjer.size()) + 1;
         dokument.linjer.push_back(lagLinje(linje, nr, dokument.erKreditnota));
-        const Currency netto = dokument.linjer.back().netto;
-        grunnlag[linje.sats] += netto;
-        dokument.netto += netto;
+        const Dokumentlinje &ny = dokument.linjer.back();
+        grunnlag[ny.sats] += ny.netto;
+        dokument.netto += ny.netto;
     }
     for (const auto &[sats, sum] : grunnlag) {
         dokument.mvagrupper.push_back({sats, sum, prosentAv(sum, sats)});

@@ -9,12 +9,12 @@
 
 using namespace Qt::StringLiterals;
 
-Ehf3 LagEhf3(qint16 klient, qint32 ordreNr)
+Ehf3 Ehf3Skriver::lag(qint32 ordreNr)
 {
     try {
-        const std::optional<ehf3::Grunnlag> ordre = ehf3::lesGrunnlag(klient, ordreNr);
+        const ehf3::Grunnlag *ordre = m_leser.les(ordreNr);
         if (!ordre)
-            return {{}, u"Ordre %1 finnes ikke for klient %2"_s.arg(ordreNr).arg(klient)};
+            return {{}, u"Ordre %1 finnes ikke for klient %2"_s.arg(ordreNr).arg(m_klient)};
         const ehf3::Dokument dokument = ehf3::lagDokument(*ordre);
         const QStringList mangler = ehf3::manglerI(dokument);
         if (!mangler.isEmpty())
@@ -27,9 +27,9 @@ Ehf3 LagEhf3(qint16 klient, qint32 ordreNr)
     }
 }
 
-QString SkrivEhf3(qint16 klient, qint32 ordreNr, const QString &fil)
+QString Ehf3Skriver::skriv(qint32 ordreNr, const QString &fil)
 {
-    const Ehf3 ehf = LagEhf3(klient, ordreNr);
+    const Ehf3 ehf = lag(ordreNr);
     if (!ehf.mangler.isEmpty())
         return ehf.mangler;
     QSaveFile ut(fil);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "output/ehf3/Grunnlag.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -13,11 +15,24 @@ struct Ehf3
     QString mangler;     ///< all that is missing, in Norwegian, a line each; empty for none
 };
 
-/// The document of order `ordreNr` of client `klient`: a credit note when what is to be paid is
-/// negative, else an invoice. Reads through gDB; the active client does not matter. Raises nothing.
-[[nodiscard]] Ehf3 LagEhf3(qint16 klient, qint32 ordreNr);
+/// Makes the documents of a client's orders: a credit note where what is to be paid is negative,
+/// else an invoice. Reads through gDB, and the active client does not matter. Who wants many asks
+/// for them by rising number, and has them read a block at a time. Nothing of an order changes.
+class Ehf3Skriver
+{
+public:
+    explicit Ehf3Skriver(qint16 klient, qint32 blokk = 1) : m_klient(klient), m_leser(klient, blokk)
+    {
+    }
 
-/// Writes it to `fil` and returns what is missing, as above, or why the file could not be written;
-/// empty when it is. The file comes to be whole or not at all, and replaces one that is there.
-/// Nothing of the order changes.
-[[nodiscard]] QString SkrivEhf3(qint16 klient, qint32 ordreNr, const QString &fil);
+    /// Raises nothing.
+    [[nodiscard]] Ehf3 lag(qint32 ordreNr);
+    /// Writes it to `fil` and returns what is missing, as above, or why the file could not be
+    /// written; empty when it is. The file comes to be whole or not at all, and replaces one that
+    /// is there.
+    [[nodiscard]] QString skriv(qint32 ordreNr, const QString &fil);
+
+private:
+    qint16 m_klient;
+    ehf3::Grunnlagsleser m_leser;
+};

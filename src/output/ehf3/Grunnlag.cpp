@@ -1,12 +1,14 @@
 #include "output/ehf3/Grunnlag.h"
 
 #include "data/clsAdoUtils.h"
-#include "output/ehf3/Belop.h"
 #include "output/ehf3/XmlTekst.h"
 #include "runtime/Conversions.h"
 #include "state/SharedState.h"
 
 #include <QStringBuilder>
+
+#include <algorithm>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -43,7 +45,7 @@ public:
     }
     [[nodiscard]] QDate dato(int kol) const
     {
-        return m_rs->value(kol).isNull() ? QDate() : m_rs->value(kol).toDate().date();
+        return m_rs->isNull(kol) ? QDate() : m_rs->value(kol).toDate().date();
     }
     /// Four columns, from `kol` on.
     [[nodiscard]] Adresse adresse(int kol) const
@@ -61,26 +63,56 @@ private:
     Ref<ado::Recordset> m_rs;
 };
 
-Selger lesSelger(qint16 klient)
+} // namespace
+
+const Grunnlag *ehf3::Grunnlagsleser::les(qint32 ordreNr)
 {
+    if (ordreNr < m_fra || ordreNr >= m_til) {
+        m_fra = ordreNr;
+        m_til = m_fra; // until it is read
+        lesBlokk();
+        m_til = m_fra + m_blokk;
+    }
+    const auto funnet = m_ordrer.find(ordreNr);
+    return funnet == m_ordrer.end() ? nullptr : &funnet->second;
+}
+
+void ehf3::Grunnlagsleser::lesBlokk()
+{
+    m_ordrer.clear();
+    const qint64 siste = std::min<qint64>(m_fra + m_blokk - 1, std::numeric_limits<qint32>::max());
+    const QString utvalg = u" WHERE O.KlientNr="_s % numberToText(m_klient) %
+                           u" AND O.OrdreNr>="_s % numberToText(m_fra) % u" AND O.OrdreNr<="_s %
+                           numberToText(siste);
+    lesSelger();
+    lesHoder(utvalg);
+    if (!m_ordrer.empty())
+        lesLinjer(utvalg);
+}
+
+void ehf3::Grunnlagsleser::lesSelger()
+{
+    if (m_selger)
+        return;
     enum { Navn, Adr1, OrganisasjonsNr = Adr1 + 4, Giro1, TlfArbeid };
     const Rader rader(u"SELECT K.Navn,K.Adr1,K.Adr2,K.PostNr,P.PostSted,K.OrganisasjonsNr,K.Giro1,"
                       u"K.TlfArbeid FROM Klient K LEFT JOIN Poststed P ON K.PostNr=P.PostNr "
                       u"WHERE K.KlientNr="_s %
-                      numberToText(klient));
+                      numberToText(m_klient));
+    m_selger.emplace();
     if (rader.erSlutt())
-        return {};
-    return {.navn = rader.tekst(Navn),
-            .adresse = rader.adresse(Adr1),
-            .telefon = rader.tekst(TlfArbeid),
-            .orgNr = rader.nummer(OrganisasjonsNr),
-            .konto = rader.nummer(Giro1)};
+        return;
+    *m_selger = {.navn = rader.tekst(Navn),
+                 .adresse = rader.adresse(Adr1),
+                 .telefon = rader.tekst(TlfArbeid),
+                 .orgNr = rader.nummer(OrganisasjonsNr),
+                 .konto = rader.nummer(Giro1)};
 }
 
-/// All but the seller and the lines.
-std::optional<Grunnlag> lesHode(qint16 klient, qint32 ordreNr)
+void ehf3::Grunnlagsleser::lesHoder(const QString &utvalg)
 {
     enum {
+        OrdreNr,
         KundeNr,
         KundeNavn,
         FakAdresse1,
@@ -95,70 +127,52 @@ std::optional<Grunnlag> lesHode(qint16 klient, qint32 ordreNr)
         LevDato,
         SumBrutto
     };
-    const Rader rader(
-        u"SELECT O.KundeNr,O.KundeNavn,O.FakAdresse1,O.FakAdresse2,O.FakPostNr,O.FakPoststed,"
-        u"K.OrganisasjonsNr,O.LevAdresse1,O.LevAdresse2,O.LevPostNr,O.LevPoststed,O.EgenRef,"
-        u"O.DeresRef,O.KID,O.BetBet,O.FakDato,O.ForfallDato,O.LevDato,O.SumBrutto "
-        u"FROM Ordre O LEFT JOIN KundeLev K ON O.KlientNr=K.KlientNr AND O.KundeNr=K.KundeNr "
-        u"WHERE O.KlientNr="_s %
-        numberToText(klient) % u" AND O.OrdreNr="_s % numberToText(ordreNr));
-    if (rader.erSlutt())
-        return {};
-    Grunnlag hode;
-    hode.ordreNr = ordreNr;
-    hode.kunde = {.nummer = rader.heltall(KundeNr),
-                  .navn = rader.tekst(KundeNavn),
-                  .adresse = rader.adresse(FakAdresse1),
-                  .orgNr = rader.nummer(OrganisasjonsNr)};
-    hode.levering = rader.adresse(LevAdresse1);
-    hode.varRef = rader.tekst(EgenRef);
-    hode.deresRef = rader.tekst(DeresRef);
-    hode.kid = rader.tekst(KID);
-    hode.fakturert = rader.dato(FakDato);
-    hode.forfall = rader.dato(ForfallDato);
-    hode.levert = rader.dato(LevDato);
-    hode.aBetale = rader.belop(SumBrutto);
-    if (!rader.mangler(BetBet))
-        hode.betalingsfrist = rader.heltall(BetBet);
-    return hode;
+    Rader rader(
+        u"SELECT O.OrdreNr,O.KundeNr,O.KundeNavn,O.FakAdresse1,O.FakAdresse2,O.FakPostNr,"
+        u"O.FakPoststed,K.OrganisasjonsNr,O.LevAdresse1,O.LevAdresse2,O.LevPostNr,O.LevPoststed,"
+        u"O.EgenRef,O.DeresRef,O.KID,O.BetBet,O.FakDato,O.ForfallDato,O.LevDato,O.SumBrutto "
+        u"FROM Ordre O LEFT JOIN KundeLev K ON O.KlientNr=K.KlientNr AND O.KundeNr=K.KundeNr"_s %
+        utvalg);
+    for (; !rader.erSlutt(); rader.neste()) {
+        Grunnlag &hode = m_ordrer[rader.heltall(OrdreNr)];
+        hode.ordreNr = rader.heltall(OrdreNr);
+        hode.selger = *m_selger;
+        hode.kunde = {.nummer = rader.heltall(KundeNr),
+                      .navn = rader.tekst(KundeNavn),
+                      .adresse = rader.adresse(FakAdresse1),
+                      .orgNr = rader.nummer(OrganisasjonsNr)};
+        hode.levering = rader.adresse(LevAdresse1);
+        hode.varRef = rader.tekst(EgenRef);
+        hode.deresRef = rader.tekst(DeresRef);
+        hode.kid = rader.tekst(KID);
+        hode.fakturert = rader.dato(FakDato);
+        hode.forfall = rader.dato(ForfallDato);
+        hode.levert = rader.dato(LevDato);
+        hode.aBetale = rader.belop(SumBrutto);
+        if (!rader.mangler(BetBet))
+            hode.betalingsfrist = rader.heltall(BetBet);
+    }
 }
 
 /// Product numbers need not be unique: of several products the first one made has the unit.
-std::vector<Ordrelinje> lesLinjer(qint16 klient, qint32 ordreNr)
+void ehf3::Grunnlagsleser::lesLinjer(const QString &utvalg)
 {
-    enum { ID, ProduktNr, ProduktNavn, Antall, Pris, MvaPst, SumNetto, Enhet };
-    Rader rader(
-        u"SELECT L.ID,L.ProduktNr,L.ProduktNavn,L.Antall,L.Pris,L.MvaPst,L.SumNetto,P.Enhet "
-        u"FROM (Ordre O INNER JOIN OrdreLinjer L ON O.ID=L.OrdreID) "
-        u"LEFT JOIN Produkt P ON L.ProduktNr=P.ProduktNr AND O.KlientNr=P.KlientNr "
-        u"WHERE O.KlientNr="_s %
-        numberToText(klient) % u" AND O.OrdreNr="_s % numberToText(ordreNr) %
-        u" ORDER BY L.PosNr,L.ID,P.ID"_s);
-    std::vector<Ordrelinje> linjer;
+    enum { OrdreNr, ID, ProduktNr, ProduktNavn, Antall, Pris, MvaPst, SumNetto, Enhet };
+    Rader rader(u"SELECT O.OrdreNr,L.ID,L.ProduktNr,L.ProduktNavn,L.Antall,L.Pris,L.MvaPst,"
+                u"L.SumNetto,P.Enhet FROM (Ordre O INNER JOIN OrdreLinjer L ON O.ID=L.OrdreID) "
+                u"LEFT JOIN Produkt P ON L.ProduktNr=P.ProduktNr AND O.KlientNr=P.KlientNr"_s %
+                utvalg % u" ORDER BY O.OrdreNr,L.PosNr,L.ID,P.ID"_s);
     for (qint32 forrige = 0; !rader.erSlutt(); rader.neste()) {
         const qint32 id = rader.heltall(ID);
         if (id == forrige)
             continue;
         forrige = id;
-        linjer.push_back({.varenr = rader.tekst(ProduktNr),
-                          .tekst = rader.tekst(ProduktNavn),
-                          .enhet = rader.tekst(Enhet),
-                          .antall = rader.single(Antall),
-                          .pris = rader.belop(Pris),
-                          .sats = fraSingle(rader.single(MvaPst)),
-                          .netto = tilHundredel(rader.belop(SumNetto))});
+        m_ordrer[rader.heltall(OrdreNr)].linjer.push_back({.varenr = rader.tekst(ProduktNr),
+                                                           .tekst = rader.tekst(ProduktNavn),
+                                                           .enhet = rader.tekst(Enhet),
+                                                           .antall = rader.single(Antall),
+                                                           .sats = rader.single(MvaPst),
+                                                           .pris = rader.belop(Pris),
+                                                           .netto = rader.belop(SumNetto)});
     }
-    return linjer;
-}
-
-} // namespace
-
-std::optional<Grunnlag> ehf3::lesGrunnlag(qint16 klient, qint32 ordreNr)
-{
-    std::optional<Grunnlag> grunnlag = lesHode(klient, ordreNr);
-    if (grunnlag) {
-        grunnlag->selger = lesSelger(klient);
-        grunnlag->linjer = lesLinjer(klient, ordreNr);
-    }
-    return grunnlag;
 }

@@ -5,6 +5,7 @@
 #include <QDate>
 #include <QString>
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -44,7 +45,8 @@ struct Ordrelinje
 {
     QString varenr, tekst, enhet;
     float antall = 0;
-    Currency pris, sats, netto;
+    float sats = 0;
+    Currency pris, netto;
 };
 
 struct Grunnlag
@@ -60,8 +62,30 @@ struct Grunnlag
     std::vector<Ordrelinje> linjer; ///< in the order of the screen
 };
 
-/// Reads order `ordreNr` of client `klient` through gDB; nothing when there is none. The active
-/// client does not matter. Raises what the database refuses.
-[[nodiscard]] std::optional<Grunnlag> lesGrunnlag(qint16 klient, qint32 ordreNr);
+/// Reads orders of a client through gDB, a block of numbers that follow each other at a time: the
+/// one that is asked for and those behind it, so that many are best asked for by rising number. The
+/// client is read with the first block. The active client does not matter.
+class Grunnlagsleser
+{
+public:
+    explicit Grunnlagsleser(qint16 klient, qint32 blokk = 1) : m_klient(klient), m_blokk(blokk) {}
+
+    /// Lives until the next one is asked for; nothing when there is no such order. Raises what the
+    /// database refuses.
+    [[nodiscard]] const Grunnlag *les(qint32 ordreNr);
+
+private:
+    void lesBlokk();
+    void lesSelger();
+    void lesHoder(const QString &utvalg);
+    void lesLinjer(const QString &utvalg);
+
+    qint16 m_klient;
+    qint32 m_blokk;
+    std::optional<Selger> m_selger;
+    qint64 m_fra = 0; ///< the block in hand: the first number, and the one behind the last
+    qint64 m_til = 0;
+    std::map<qint32, Grunnlag> m_ordrer;
+};
 
 } // namespace ehf3

@@ -17,38 +17,41 @@ using namespace ehf3;
 struct Merke
 {
     constexpr Merke(const char *begge) : faktura(begge), kreditnota(begge) {}
-    constexpr Merke(const char *iFaktura, const char *iKreditnota)
+    constexpr Merke(std::string_view iFaktura, std::string_view iKreditnota)
         : faktura(iFaktura), kreditnota(iKreditnota)
     {
     }
 
-    const char *faktura;
-    const char *kreditnota;
+    std::string_view faktura;
+    std::string_view kreditnota;
 };
-constexpr const char *kIngen = nullptr;
+constexpr std::string_view kIngen;
 
 /// One row: an element on its level, or the group that the deeper ones behind it stand in.
 template<class Kilde>
 struct Rad
 {
-    using Tekst = QString (*)(const Kilde &);
-
     int niva;
     Merke merke;
-    Tekst verdi = nullptr; ///< none for a group
-    Tekst attributt = nullptr;
+    QString (*verdi)(const Kilde &) = nullptr; ///< none for a group
+    XmlTekst::Attributt (*attributt)(const Kilde &) = nullptr;
 };
 
 template<class Kilde>
-QString orgNr(const Kilde &)
+XmlTekst::Attributt orgNr(const Kilde &)
 {
-    return u" schemeID=\"0192\""_s;
+    return {"schemeID", "0192"};
 }
 
 template<class Kilde>
-QString kroner(const Kilde &)
+XmlTekst::Attributt kroner(const Kilde &)
 {
-    return u" currencyID=\"NOK\""_s;
+    return {"currencyID", "NOK"};
+}
+
+XmlTekst::Attributt enhet(const Dokumentlinje &linje)
+{
+    return {"unitCode", enhetskode(linje.enhet)};
 }
 
 template<class Kilde>
@@ -221,7 +224,7 @@ constexpr Rad<Dokument> kSummer[] = {
 constexpr Rad<Dokumentlinje> kLinje[] = {
     {1, {"cac:InvoiceLine", "cac:CreditNoteLine"}},
     {2,   "cbc:ID", [](const L &l) { return QString::number(l.nr); }},
-    {2,   {"cbc:InvoicedQuantity", "cbc:CreditedQuantity"}, [](const L &l) { return tall(l.antall, 0); }, [](const L &l) { return u" unitCode=\"%1\""_s.arg(enhetskode(l.enhet)); }},
+    {2,   {"cbc:InvoicedQuantity", "cbc:CreditedQuantity"}, [](const L &l) { return tall(l.antall, 0); }, enhet},
     {2,   "cbc:LineExtensionAmount", [](const L &l) { return belop(l.netto); }, kroner},
     {2,   "cac:Item"},
     {3,     "cbc:Description", [](const L &l) { return l.beskrivelse; }},
@@ -241,11 +244,11 @@ constexpr Rad<Dokumentlinje> kLinje[] = {
 
 // --- From the table to the text
 
-constexpr const char *kFaktura =
+constexpr std::string_view kFaktura =
     "Invoice xmlns=\"urn:oasis:names:specification:ubl:schema:xsd:Invoice-2\""
     " xmlns:cac=\"urn:oasis:names:specification:ubl:schema:xsd:CommonAggregateComponents-2\""
     " xmlns:cbc=\"urn:oasis:names:specification:ubl:schema:xsd:CommonBasicComponents-2\"";
-constexpr const char *kKreditnota =
+constexpr std::string_view kKreditnota =
     "CreditNote xmlns=\"urn:oasis:names:specification:ubl:schema:xsd:CreditNote-2\""
     " xmlns:cac=\"urn:oasis:names:specification:ubl:schema:xsd:CommonAggregateComponents-2\""
     " xmlns:cbc=\"urn:oasis:names:specification:ubl:schema:xsd:CommonBasicComponents-2\"";
@@ -255,15 +258,15 @@ void skrivRader(XmlTekst &ut, const Rad<Kilde> (&rader)[antall], const Kilde &ki
                 bool kreditnota)
 {
     for (const Rad<Kilde> &rad : rader) {
-        const char *merke = kreditnota ? rad.merke.kreditnota : rad.merke.faktura;
-        if (!merke)
+        const std::string_view merke = kreditnota ? rad.merke.kreditnota : rad.merke.faktura;
+        if (merke.empty())
             continue;
         if (!rad.verdi) {
             ut.gruppe(rad.niva, merke);
             continue;
         }
         ut.element(rad.niva, merke, rad.verdi(kilde),
-                   rad.attributt ? rad.attributt(kilde) : QString());
+                   rad.attributt ? rad.attributt(kilde) : XmlTekst::Attributt{});
     }
 }
 

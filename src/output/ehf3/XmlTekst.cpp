@@ -1,11 +1,13 @@
 #include "output/ehf3/XmlTekst.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
 /// What a document of some lines takes, in bytes.
 constexpr qsizetype kVanligLengde = 16 * 1024;
+constexpr std::size_t kVanligDybde = 8;
 
 /// How many UTF-16 units at the front of `tekst` make one lawful character, or 0.
 qsizetype lovligTegn(QStringView tekst)
@@ -18,40 +20,75 @@ qsizetype lovligTegn(QStringView tekst)
     return c >= u' ' || c == u'\t' || c == u'\n' || c == u'\r' ? 1 : 0;
 }
 
-bool trengerOmskriving(QChar c)
+char *legg(char *ut, std::string_view bit)
 {
-    return c == u'&' || c == u'<' || c == u'>' || c == u'"' || c == u'\r';
+    return std::copy(bit.begin(), bit.end(), ut);
 }
 
+/// At most six bytes for each UTF-16 unit.
+constexpr qsizetype kMestForEttTegn = 6;
+
 /// A carriage return would come out of a parser as a line feed, were it not for its reference.
-void leggTekst(QByteArray &ut, QStringView tekst)
+std::string_view omskriving(char16_t tegn)
 {
-    if (std::none_of(tekst.begin(), tekst.end(), trengerOmskriving)) {
-        ut += tekst.toUtf8();
-        return;
+    switch (tegn) {
+    case u'&':
+        return "&amp;";
+    case u'<':
+        return "&lt;";
+    case u'>':
+        return "&gt;";
+    case u'"':
+        return "&quot;";
+    case u'\r':
+        return "&#13;";
+    default:
+        return {};
     }
-    QString omskrevet;
-    for (const QChar c : tekst) {
-        if (c == u'&')
-            omskrevet += u"&amp;";
-        else if (c == u'<')
-            omskrevet += u"&lt;";
-        else if (c == u'>')
-            omskrevet += u"&gt;";
-        else if (c == u'"')
-            omskrevet += u"&quot;";
-        else if (c == u'\r')
-            omskrevet += u"&#13;";
+}
+
+/// One code point beyond ASCII in UTF-8.
+char *leggUtf8(char *ut, char32_t kode)
+{
+    const auto legg6 = [&](int skift) { *ut++ = char(0x80 | ((kode >> skift) & 0x3f)); };
+    if (kode < 0x800) {
+        *ut++ = char(0xc0 | (kode >> 6));
+    } else if (kode < 0x10000) {
+        *ut++ = char(0xe0 | (kode >> 12));
+        legg6(6);
+    } else {
+        *ut++ = char(0xf0 | (kode >> 18));
+        legg6(12);
+        legg6(6);
+    }
+    legg6(0);
+    return ut;
+}
+
+char *leggTekst(char *ut, QStringView tekst)
+{
+    const char16_t *inn = tekst.utf16();
+    for (qsizetype i = 0; i < tekst.size(); ++i) {
+        const char16_t tegn = inn[i];
+        if (QChar::isHighSurrogate(tegn) && i + 1 < tekst.size())
+            ut = leggUtf8(ut, QChar::surrogateToUcs4(tegn, inn[++i]));
+        else if (tegn >= 0x80)
+            ut = leggUtf8(ut, tegn);
+        else if (const std::string_view omskrevet = omskriving(tegn); !omskrevet.empty())
+            ut = legg(ut, omskrevet);
         else
-            omskrevet += c;
+            *ut++ = char(tegn);
     }
-    ut += omskrevet.toUtf8();
+    return ut;
 }
 
 } // namespace
 
 QString ehf3::lovligTekst(const QString &tekst)
 {
+    const auto erVanlig = [](QChar c) { return c >= u' ' && c < QChar(0xd800); };
+    if (std::all_of(tekst.begin(), tekst.end(), erVanlig)) // as nearly all are
+        return tekst;
     QString lovlig;
     lovlig.reserve(tekst.size());
     for (QStringView rest(tekst); !rest.isEmpty();) {
@@ -62,68 +99,81 @@ QString ehf3::lovligTekst(const QString &tekst)
     return lovlig;
 }
 
-ehf3::XmlTekst::XmlTekst(const char *rot) : m_rotmerke(QByteArray(rot).split(' ').first())
+ehf3::XmlTekst::XmlTekst(std::string_view rot)
+    : m_tekst(kVanligLengde, Qt::Uninitialized), m_rot(rot.substr(0, rot.find(' ')))
 {
-    m_tekst.reserve(kVanligLengde);
-    m_tekst += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<";
-    m_tekst += rot;
-    m_tekst += ">\n";
+    m_grupper.reserve(kVanligDybde);
+    constexpr std::string_view kProlog = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+    ferdigTil(legg(plassTil(qsizetype(kProlog.size())), kProlog));
+    skrivRad(0, "<", rot);
 }
 
-void ehf3::XmlTekst::gruppe(int niva, const char *merke)
+void ehf3::XmlTekst::gruppe(int niva, std::string_view merke)
 {
     lukk(niva);
     m_grupper.push_back({niva, merke, false});
 }
 
-void ehf3::XmlTekst::element(int niva, const char *merke, QStringView verdi,
-                             QStringView attributter)
+void ehf3::XmlTekst::element(int niva, std::string_view merke, QStringView verdi,
+                             Attributt attributt)
 {
     lukk(niva);
     if (verdi.isEmpty())
         return;
     apneVentende();
-    innrykk(niva);
-    m_tekst += '<';
-    m_tekst += merke;
-    m_tekst += attributter.toUtf8();
-    m_tekst += '>';
-    leggTekst(m_tekst, verdi);
-    m_tekst += "</";
-    m_tekst += merke;
-    m_tekst += ">\n";
+    constexpr qsizetype kSkilletegn = 10; // brackets, a blank, "=", two quotes, the line feed
+    char *ut =
+        plassTil(2 * niva + 2 * qsizetype(merke.size()) + qsizetype(attributt.navn.size()) +
+                 qsizetype(attributt.verdi.size()) + kMestForEttTegn * verdi.size() + kSkilletegn);
+    ut = std::fill_n(ut, 2 * niva, ' ');
+    *ut++ = '<';
+    ut = legg(ut, merke);
+    if (!attributt.navn.empty()) {
+        *ut++ = ' ';
+        ut = legg(legg(ut, attributt.navn), "=\"");
+        ut = legg(legg(ut, attributt.verdi), "\"");
+    }
+    *ut++ = '>';
+    ut = leggTekst(ut, verdi);
+    ut = legg(legg(legg(ut, "</"), merke), ">\n");
+    ferdigTil(ut);
 }
 
 QByteArray ehf3::XmlTekst::ferdig() &&
 {
     lukk(1);
-    m_tekst += "</";
-    m_tekst += m_rotmerke;
-    m_tekst += ">\n";
+    skrivRad(0, "</", m_rot);
+    m_tekst.truncate(m_lengde);
     return std::move(m_tekst);
 }
 
 void ehf3::XmlTekst::lukk(int niva)
 {
     for (; !m_grupper.empty() && m_grupper.back().niva >= niva; m_grupper.pop_back()) {
-        const Gruppe &gruppe = m_grupper.back();
-        if (!gruppe.erApnet)
-            continue;
-        innrykk(gruppe.niva);
-        m_tekst += "</";
-        m_tekst += gruppe.merke;
-        m_tekst += ">\n";
+        if (m_grupper.back().erApnet)
+            skrivRad(m_grupper.back().niva, "</", m_grupper.back().merke);
     }
 }
 
 void ehf3::XmlTekst::apneVentende()
 {
     for (Gruppe &gruppe : m_grupper) {
-        if (std::exchange(gruppe.erApnet, true))
-            continue;
-        innrykk(gruppe.niva);
-        m_tekst += '<';
-        m_tekst += gruppe.merke;
-        m_tekst += ">\n";
+        if (!std::exchange(gruppe.erApnet, true))
+            skrivRad(gruppe.niva, "<", gruppe.merke);
     }
+}
+
+void ehf3::XmlTekst::skrivRad(int niva, std::string_view apning, std::string_view merke)
+{
+    constexpr std::string_view kSlutt = ">\n";
+    char *ut = plassTil(2 * niva + qsizetype(apning.size() + merke.size() + kSlutt.size()));
+    ut = std::fill_n(ut, 2 * niva, ' ');
+    ferdigTil(legg(legg(legg(ut, apning), merke), kSlutt));
+}
+
+char *ehf3::XmlTekst::plassTil(qsizetype lengde)
+{
+    if (lengde > m_tekst.size() - m_lengde)
+        m_tekst.resize(std::max(2 * m_tekst.size(), m_lengde + lengde));
+    return m_tekst.data() + m_lengde;
 }

@@ -4,5 +4,5 @@
 
 QString clsEhf3::SkrivEhf3(qint16 klient, qint32 ordreNr, const QString &fil)
 {
-    return ::SkrivEhf3(klient, ordreNr, fil);
+    return Ehf3Skriver(klient).skriv(ordreNr, fil);
 }

@@ -3,6 +3,7 @@
 #include "data/clsAdoUtils.h"
 #include "runtime/MachineLocale.h"
 #include "state/SharedState.h"
+#include "support/SessionTap.h"
 
 using namespace Qt::StringLiterals;
 
@@ -162,6 +163,30 @@ TEST_F(Ehf3DokumentTest, TheActiveClientDoesNotMatter)
     gKlient = 6;
     EXPECT_EQ(document(1), bytes);
     EXPECT_EQ(gKlient, 6);
+}
+
+TEST_F(Ehf3DokumentTest, ManyOrdersReadABlockAtATimeAreTheSameAsOneByOne)
+{
+    constexpr int kLast = 2147483647;
+    const QList<int> numbers{1, 2, 3, 5, 6, 9, 10, kLast - 1, kLast};
+    for (const int number : numbers) {
+        enterOrder(number, u"%1*1.25"_s.arg(100 * (number % 7 + 1)),
+                   {{u"'S1'"_s, u"'Pall'"_s, u"%1"_s.arg(number % 7 + 1), u"100"_s, u"25"_s,
+                     u"%1"_s.arg(100 * (number % 7 + 1))},
+                    {u"''"_s, u"'Ordre %1'"_s.arg(number), u"0"_s, u"0"_s, u"0"_s, u"0"_s}});
+    }
+    change(5, u"LevDato=Null"_s);
+    SessionTap tap;
+    Ehf3Skriver many(5, 3);
+    for (const int number : numbers) {
+        const Ehf3 inBlock = many.lag(number);
+        const Ehf3 alone = Ehf3Skriver(5).lag(number);
+        EXPECT_EQ(inBlock.dokument, alone.dokument) << number;
+        EXPECT_EQ(inBlock.mangler, alone.mangler) << number;
+    }
+    EXPECT_EQ(many.lag(4).mangler, u"Ordre 4 finnes ikke for klient 5"_s);
+    // The client once, and orders and lines of the blocks from 1, 5, 9, the last but one, and 4.
+    EXPECT_EQ(tap.statements().size() - 3 * numbers.size(), 1 + 2 * 5);
 }
 
 } // namespace

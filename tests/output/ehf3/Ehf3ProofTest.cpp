@@ -229,7 +229,7 @@ TEST_F(Ehf3ProofTest, EveryDocumentFollowsFromItsLinesAndAsksForWhatTheOrderAsks
     const int count = rounds(2000);
     int creditNotes = 0;
     const int seen = forEachOrder(count, startValue(20140309), [&](int order) {
-        const Ehf3 ehf = LagEhf3(1, order);
+        const Ehf3 ehf = Ehf3Skriver(1).lag(order);
         ASSERT_EQ(ehf.mangler, QString());
         const Element document = readDocument(ehf.dokument);
         EXPECT_EQ(faultsOf(document), QStringList());
@@ -256,8 +256,9 @@ TEST_F(Ehf3ProofTest, TheOfficialRulesFindNoFaultAndNoWarning)
     if (!QFileInfo::exists(checker))
         GTEST_SKIP() << "The rules of EHF 3.0 are not beside the repository; random documents are "
                         "not checked by them.";
-    const int seen = forEachOrder(310, startValue(4711),
-                                  [&](int order) { write(order, LagEhf3(1, order).dokument); });
+    const int seen = forEachOrder(310, startValue(4711), [&](int order) {
+        write(order, Ehf3Skriver(1).lag(order).dokument);
+    });
     constexpr int kToolIsMissing = 3;
     const Answer answer = ask(checker, {folder() + u"/ut"_s});
     if (answer.status == kToolIsMissing)

@@ -54,7 +54,7 @@ void Ehf3Test::change(int nr, const QString &assignments)
 
 QByteArray Ehf3Test::document(int nr)
 {
-    const Ehf3 ehf = LagEhf3(5, nr);
+    const Ehf3 ehf = Ehf3Skriver(5).lag(nr);
     EXPECT_EQ(ehf.mangler, QString());
     return ehf.dokument;
 }
@@ -71,7 +71,7 @@ QString Ehf3Test::value(int nr, const QByteArray &element)
 
 QStringList Ehf3Test::missing(int nr)
 {
-    const Ehf3 ehf = LagEhf3(5, nr);
+    const Ehf3 ehf = Ehf3Skriver(5).lag(nr);
     EXPECT_EQ(ehf.dokument.isEmpty(), !ehf.mangler.isEmpty());
     return ehf.mangler.split(u'\n', Qt::SkipEmptyParts);
 }

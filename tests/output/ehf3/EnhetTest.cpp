@@ -17,7 +17,7 @@ TEST(Ehf3Enhet, HasACodeForTheUnitsOfTransport)
         {u"pall"_s, u"XPX"_s}, {u" paller "_s, u"XPX"_s}, {QString(), u"C62"_s},
         {u"tur"_s, u"C62"_s},  {u"."_s, u"C62"_s},        {u"\"><x"_s, u"C62"_s}};
     for (const auto &[unit, code] : units)
-        EXPECT_EQ(QString(ehf3::enhetskode(unit)), code) << unit.toStdString();
+        EXPECT_EQ(QString::fromLatin1(ehf3::enhetskode(unit)), code) << unit.toStdString();
 }
 
 } // namespace

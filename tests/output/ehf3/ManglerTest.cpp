@@ -167,7 +167,7 @@ TEST_F(Ehf3ManglerTest, AllGapsAreToldAtOnce)
 TEST_F(Ehf3ManglerTest, AnOrderThatIsNotThere)
 {
     EXPECT_EQ(missing(99), QStringList{u"Ordre 99 finnes ikke for klient 5"_s});
-    EXPECT_EQ(LagEhf3(6, 1).mangler, u"Ordre 1 finnes ikke for klient 6"_s);
+    EXPECT_EQ(Ehf3Skriver(6).lag(1).mangler, u"Ordre 1 finnes ikke for klient 6"_s);
 }
 
 TEST_F(Ehf3ManglerTest, AmountsBeyondTheRange)

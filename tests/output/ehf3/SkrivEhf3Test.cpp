@@ -33,7 +33,7 @@ TEST_F(SkrivEhf3Test, TheFileIsTheDocumentAndNothingOfTheOrderChanges)
 {
     const QStringList before =
         rows(u"SELECT * FROM Ordre"_s) + rows(u"SELECT * FROM OrdreLinjer"_s);
-    EXPECT_EQ(SkrivEhf3(5, 1, target()), QString());
+    EXPECT_EQ(Ehf3Skriver(5).skriv(1, target()), QString());
     EXPECT_EQ(content(), document(1));
     EXPECT_EQ(files(), QStringList{u"faktura.xml"_s});
     EXPECT_EQ(rows(u"SELECT * FROM Ordre"_s) + rows(u"SELECT * FROM OrdreLinjer"_s), before);
@@ -41,10 +41,11 @@ TEST_F(SkrivEhf3Test, TheFileIsTheDocumentAndNothingOfTheOrderChanges)
 
 TEST_F(SkrivEhf3Test, WhereSomethingIsMissingTheFormerFileStays)
 {
-    EXPECT_EQ(SkrivEhf3(5, 1, target()), QString());
+    EXPECT_EQ(Ehf3Skriver(5).skriv(1, target()), QString());
     const QByteArray before = content();
     change(1, u"LevDato=Null"_s);
-    EXPECT_EQ(SkrivEhf3(5, 1, target()), u"Ordre 1 mangler leveringsdato; rettes i ordrebildet"_s);
+    EXPECT_EQ(Ehf3Skriver(5).skriv(1, target()),
+              u"Ordre 1 mangler leveringsdato; rettes i ordrebildet"_s);
     EXPECT_EQ(content(), before);
     EXPECT_EQ(files(), QStringList{u"faktura.xml"_s});
 }
@@ -52,8 +53,8 @@ TEST_F(SkrivEhf3Test, WhereSomethingIsMissingTheFormerFileStays)
 TEST_F(SkrivEhf3Test, AFileThatCannotBeWrittenIsTold)
 {
     const QString nowhere = folder() + u"/borte/faktura.xml"_s;
-    EXPECT_EQ(SkrivEhf3(5, 1, nowhere), u"Filen %1 lot seg ikke skrive"_s.arg(nowhere));
-    EXPECT_EQ(SkrivEhf3(5, 1, folder()), u"Filen %1 lot seg ikke skrive"_s.arg(folder()));
+    EXPECT_EQ(Ehf3Skriver(5).skriv(1, nowhere), u"Filen %1 lot seg ikke skrive"_s.arg(nowhere));
+    EXPECT_EQ(Ehf3Skriver(5).skriv(1, folder()), u"Filen %1 lot seg ikke skrive"_s.arg(folder()));
 }
 
 } // namespace

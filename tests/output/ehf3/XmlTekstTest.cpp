@@ -43,7 +43,7 @@ TEST(Ehf3XmlTekst, NothingIsEmpty)
     ut.gruppe(1, "g");
     ut.element(2, "tomt", {});
     ut.gruppe(2, "h");
-    ut.element(3, "e", u"1", u" y=\"2\"");
+    ut.element(3, "e", u"1", {"y", "2"});
     ut.element(1, "f", u"2");
     EXPECT_EQ(std::move(ut).ferdig(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                                       "<r x=\"1\">\n"
