@@ -1,5 +1,6 @@
 #include "platform/report/Painter.h"
 
+#include "platform/report/PdfTexts.h"
 #include "platform/report/Typesetting.h"
 
 #include <QPainter>
@@ -73,7 +74,8 @@ private:
 
 } // namespace
 
-void paintPage(QPainter &painter, const Document &document, int page, double unitsPerMm)
+void paintPage(QPainter &painter, const Document &document, int page, double unitsPerMm,
+               PdfTexts *texts)
 {
     const Page &commands = document.pages.at(size_t(page));
     painter.save();
@@ -89,7 +91,10 @@ void paintPage(QPainter &painter, const Document &document, int page, double uni
     drawAll(commands.boxes);
     drawAll(commands.pictures);
     drawAll(commands.lines);
-    drawAll(commands.texts);
+    if (texts)
+        texts->draw(painter, commands.texts);
+    else
+        drawAll(commands.texts);
     painter.restore();
 }
 

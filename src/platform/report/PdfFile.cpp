@@ -1,8 +1,10 @@
 #include "platform/report/PdfFile.h"
 
 #include "platform/report/Painter.h"
+#include "platform/report/PdfTexts.h"
 #include "platform/report/Qpdf.h"
 #include "platform/report/ReportError.h"
+#include "platform/report/Typesetting.h"
 #include "runtime/WholeFile.h"
 
 #include <QBuffer>
@@ -19,7 +21,8 @@ namespace report {
 
 namespace {
 
-constexpr int kResolution = 1200; // dots per inch
+/// Dots per inch, of which each is one of the units that text is set in.
+constexpr int kResolution = int(72 * kUnitsPerPoint);
 
 QString reasonFor(const QString &path)
 {
@@ -51,6 +54,7 @@ QByteArray pagesOf(const Document &document, const Checkpoint &checkpoint)
     writer.setResolution(kResolution);
     writer.setPageSize(QPageSize(document.paper, QPageSize::Millimeter, {}, QPageSize::ExactMatch));
     writer.setPageMargins({});
+    PdfTexts texts(document.styles);
     QPainter painter;
     if (!painter.begin(&writer))
         return {};
@@ -59,7 +63,7 @@ QByteArray pagesOf(const Document &document, const Checkpoint &checkpoint)
             checkpoint();
         if (page > 0)
             writer.newPage();
-        paintPage(painter, document, int(page), kResolution / 25.4);
+        paintPage(painter, document, int(page), kUnitsPerMm, &texts);
     }
     return painter.end() ? bytes.data() : QByteArray();
 }

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/report/Document.h"
+
+#include <QGlyphRun>
+#include <QHash>
+
+class QPainter;
+
+namespace report {
+
+/// Draws the texts of a document into a PDF file, where they look and are read as if the painter
+/// had drawn them. It is for speed alone: a list says the same again and again, so a text is set
+/// once and its glyphs kept; they are of faces that are quick to embed (PdfFaces.h); and they stand
+/// on whole numbers, of which the file has thousands a page. Texts for which that does not serve
+/// are left to the painter: underlined ones, very large ones, and those that need more than one
+/// face.
+class PdfTexts
+{
+public:
+    explicit PdfTexts(const std::vector<TextStyle> &styles);
+
+    /// The texts of a page, on a painter whose units are those of a font in units. The painter is
+    /// left with others.
+    void draw(QPainter &painter, const std::vector<TextCommand> &texts);
+
+private:
+    struct Style
+    {
+        QFont font;
+        QColor color;
+        QHash<QString, QGlyphRun> runs; ///< of the texts so far
+    };
+
+    [[nodiscard]] static const QGlyphRun &runOf(Style &style, const QString &text);
+    /// Empty for a text that is left to the painter itself.
+    [[nodiscard]] static QGlyphRun set(const QFont &font, const QString &text);
+
+    std::vector<Style> m_styles;
+};
+
+} // namespace report
