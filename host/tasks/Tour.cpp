@@ -71,33 +71,20 @@ void fillDatabase(Component &component, const database::Place &place, const Opti
     });
 }
 
-/// The number of the client's newest invoiced order that `clause` limits, or 0.
-int newestInvoiced(QStringView clause)
-{
-    const Ref<ado::Recordset> found =
-        gDB->GetRS(u"SELECT Max(OrdreNr) AS Nr FROM Ordre WHERE "_s + klientVilkar() +
-                       u" AND OrdreStatus='Fakturert' AND "_s + clause.toString(),
-                   true);
-    if (!found)
-        throw HostError(gDB->LastError().simplified());
-    return found->isNull(0) ? 0 : found->integer(0);
-}
-
 /// One of the two formats.
 struct Format
 {
     QString name;
-    QString ending; ///< of a file's name, behind the number
+    QString ending; ///< of a file's name
     QByteArray (*document)(int orderNumber);
     void (*write)(int orderNumber, const QString &target, bool replace);
 };
 
 /// A file of the same content is left alone, another one is replaced only when that was asked for.
-void writeBeside(const QString &path, QLatin1StringView kind, int orderNumber, const Format &format,
-                 bool replace, const tour::Say &say)
+void writeIn(const Format &format, const QString &file, int orderNumber, bool replace,
+             const tour::Say &say)
 {
-    const QString target = QFileInfo(path).absoluteDir().filePath(
-        kind + u'-' + QString::number(orderNumber) + format.ending);
+    const QString target = file + format.ending;
     QFile existing(target);
     if (!existing.exists() || replace) {
         format.write(orderNumber, target, replace);
@@ -111,21 +98,10 @@ void writeBeside(const QString &path, QLatin1StringView kind, int orderNumber, c
             .arg(format.name, target));
 }
 
-void writeBothBeside(const QString &path, QLatin1StringView kind, int orderNumber, bool replace,
-                     const tour::Say &say)
+/// The file beside the database that gets the order's number, without its ending.
+QString fileBeside(const QString &path, QLatin1StringView kind, int orderNumber)
 {
-    if (orderNumber == 0) {
-        say(u"Ingen fakturert %1 å skrive"_s.arg(QString(kind).toLower()));
-        return;
-    }
-    writeBeside(path, kind, orderNumber, {u"EHF"_s, u".xml"_s, ehfDocument, writeEhf}, replace,
-                say);
-    try {
-        writeBeside(path, kind, orderNumber,
-                    {u"EHF 3.0"_s, u"-EHF3.xml"_s, ehf3Document, writeEhf3}, replace, say);
-    } catch (const HostError &error) { // which is no reason to stop
-        say(u"EHF 3.0: "_s + error.line());
-    }
+    return QFileInfo(path).absoluteDir().filePath(kind + u'-' + QString::number(orderNumber));
 }
 
 } // namespace
@@ -186,9 +162,10 @@ void tour::run(Component &component, const database::Place &place, const Options
         makeDemo(component, place, options, say);
     }
     useDatabase(place, options);
-    const int invoice = newestInvoiced(u"SumBrutto>0");
-    writeBothBeside(path, "Faktura"_L1, invoice, options.erstatt, say);
-    writeBothBeside(path, "Kreditnota"_L1, newestInvoiced(u"SumBrutto<0"), options.erstatt, say);
+    const int invoice = newestOrder(u"OrdreStatus='Fakturert' AND SumBrutto>0");
+    const int creditNote = newestOrder(u"OrdreStatus='Fakturert' AND SumBrutto<0");
+    writeEhfs(fileBeside(path, "Faktura"_L1, invoice), invoice, options.erstatt, say);
+    writeEhfs(fileBeside(path, "Kreditnota"_L1, creditNote), creditNote, options.erstatt, say);
     say(u"Prøv videre med disse valgene til ./run eller strekkbok-vert:"_s);
     say(u"  --sql \"SELECT OrdreNr,KundeNavn,OrdreStatus,SumBrutto FROM Ordre ORDER BY OrdreNr\""_s);
     if (invoice != 0)
@@ -201,4 +178,31 @@ void tour::useDatabase(const database::Place &place, const Options &options)
     gDB->setConnectionString(place.connectionString);
     gKlient = options.klient;
     gAar = options.aar;
+}
+
+int tour::newestOrder(QStringView clause)
+{
+    const Ref<ado::Recordset> found =
+        gDB->GetRS(u"SELECT Max(OrdreNr) AS Nr FROM Ordre WHERE "_s + klientVilkar() + u" AND "_s +
+                       clause.toString(),
+                   true);
+    if (!found)
+        throw HostError(gDB->LastError().simplified());
+    return found->isNull(0) ? 0 : found->integer(0);
+}
+
+void tour::writeEhfs(const QString &file, int orderNumber, bool replace, const Say &say)
+{
+    if (orderNumber == 0) {
+        say(u"Ingen fakturert %1 å skrive"_s.arg(
+            QFileInfo(file).fileName().section(u'-', 0, 0).toLower()));
+        return;
+    }
+    writeIn({u"EHF"_s, u".xml"_s, ehfDocument, writeEhf}, file, orderNumber, replace, say);
+    try {
+        writeIn({u"EHF 3.0"_s, u"-EHF3.xml"_s, ehf3Document, writeEhf3}, file, orderNumber, replace,
+                say);
+    } catch (const HostError &error) { // which is no reason to stop
+        say(u"EHF 3.0: "_s + error.line());
+    }
 }

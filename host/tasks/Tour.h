@@ -30,6 +30,14 @@ void makeDemo(Component &component, const database::Place &place, const Options 
 void run(Component &component, const database::Place &place, const Options &options,
          const Say &say);
 
+/// The highest number of the client's orders that `clause` limits, or 0.
+[[nodiscard]] int newestOrder(QStringView clause);
+
+/// Writes an order in both electronic formats to files of that name, to which the endings are
+/// added, and tells of each. What EHF 3.0 lacks is told and passed over, as is number 0 for no
+/// order.
+void writeEhfs(const QString &file, int orderNumber, bool replace, const Say &say);
+
 /// Lets the module's own code in this process work on the database.
 void useDatabase(const database::Place &place, const Options &options);
 

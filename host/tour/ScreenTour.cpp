@@ -69,5 +69,10 @@ void screentour::run(Component &component, const Options &options, const tour::S
     } catch (const ScreenError &error) {
         throw HostError(u"turen stoppet: "_s + error.line());
     }
+    for (const auto &[name, sums] : {std::pair(u"Faktura"_s, u"SumBrutto>0"_s),
+                                     std::pair(u"Kreditnota"_s, u"SumBrutto<0"_s)}) {
+        const int newest = tour::newestOrder(u"OrdreStatus<>'Ordre' AND "_s + sums);
+        tour::writeEhfs(folder + u'/' + name, newest, true, say);
+    }
     say(u"Turen er ferdig. Bildene ligger i %1"_s.arg(folder));
 }

@@ -33,7 +33,8 @@ QString Ehf3Skriver::skriv(qint32 ordreNr, const QString &fil)
     if (!ehf.mangler.isEmpty())
         return ehf.mangler;
     QSaveFile ut(fil);
-    if (!ut.open(QIODevice::WriteOnly) || !writeWhole(ut, ehf.dokument))
+    // The document is whole already, so a buffer would only be a copy of it.
+    if (!ut.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !writeWhole(ut, ehf.dokument))
         return u"Filen %1 lot seg ikke skrive"_s.arg(fil);
     return {};
 }

@@ -45,7 +45,7 @@ public:
     }
     [[nodiscard]] QDate dato(int kol) const
     {
-        return m_rs->isNull(kol) ? QDate() : m_rs->value(kol).toDate().date();
+        return m_rs->isNull(kol) ? QDate() : m_rs->date(kol);
     }
     /// Four columns, from `kol` on.
     [[nodiscard]] Adresse adresse(int kol) const

@@ -51,64 +51,68 @@ public:
             granskSats(gruppe);
         if (!m_dokument.linjer.empty() && !gaarOpp(m_dokument)) {
             iOrdrebildet(u"%1 har %2 å betale, mens linjene med mva blir %3"_s.arg(
-                m_navn, vist(m_dokument.aBetale, 2), vist(m_dokument.brutto, 2)));
+                ordre(), vist(m_dokument.aBetale, 2), vist(m_dokument.brutto, 2)));
         }
         return m_grunner;
     }
 
 private:
-    void iKlientkortet(const QString &grunn) { m_grunner += grunn + u"; rettes i klientkortet"_s; }
-    void iKundekortet(const QString &grunn) { m_grunner += grunn + u"; rettes i kundekortet"_s; }
+    void iKlientkortet(const QString &felt)
+    {
+        m_grunner += (u"Klienten "_s + m_ordre.selger.navn).trimmed() + u" mangler "_s + felt +
+                     u"; rettes i klientkortet"_s;
+    }
     void iOrdrebildet(const QString &grunn) { m_grunner += grunn + u"; rettes i ordrebildet"_s; }
+
+    [[nodiscard]] QString ordre() const { return u"Ordre %1"_s.arg(m_ordre.ordreNr); }
 
     void granskSelger()
     {
         constexpr qsizetype kKontosifre = 11;
         const Selger &selger = m_ordre.selger;
-        const QString navn = (u"Klienten "_s + selger.navn).trimmed();
         if (selger.navn.isEmpty())
-            iKlientkortet(navn + u" mangler navn"_s);
+            iKlientkortet(u"navn"_s);
         if (!erGyldigNummer(selger.orgNr, kOrgNrSifre))
-            iKlientkortet(navn + u" mangler gyldig organisasjonsnummer"_s);
+            iKlientkortet(u"gyldig organisasjonsnummer"_s);
         if (!erGyldigNummer(selger.konto, kKontosifre))
-            iKlientkortet(navn + u" mangler gyldig bankkonto"_s);
+            iKlientkortet(u"gyldig bankkonto"_s);
     }
 
     void granskKunde()
     {
         const Kunde &kunde = m_ordre.kunde;
-        const QString navn =
-            u"Kunden "_s + (kunde.navn.isEmpty() ? QString::number(kunde.nummer) : kunde.navn);
         if (kunde.navn.isEmpty())
-            iOrdrebildet(m_navn + u" mangler kundenavn"_s);
-        if (!erGyldigNummer(kunde.orgNr, kOrgNrSifre))
-            iKundekortet(navn + u" mangler gyldig organisasjonsnummer"_s);
+            iOrdrebildet(ordre() + u" mangler kundenavn"_s);
+        if (!erGyldigNummer(kunde.orgNr, kOrgNrSifre)) {
+            m_grunner +=
+                u"Kunden %1 mangler gyldig organisasjonsnummer; rettes i kundekortet"_s.arg(
+                    kunde.navn.isEmpty() ? QString::number(kunde.nummer) : kunde.navn);
+        }
     }
 
     void granskOrdre()
     {
         const auto granskDato = [&](QDate dato, const QString &felt) {
             if (!dato.isValid())
-                iOrdrebildet(m_navn + u" mangler "_s + felt);
+                iOrdrebildet(ordre() + u" mangler "_s + felt);
         };
         granskDato(m_ordre.fakturert, u"fakturadato"_s);
         granskDato(m_ordre.forfall, u"forfallsdato"_s);
         granskDato(m_ordre.levert, u"leveringsdato"_s);
         if (m_dokument.aBetale.isZero())
-            iOrdrebildet(m_navn + u" har ingenting å betale"_s);
+            iOrdrebildet(ordre() + u" har ingenting å betale"_s);
         if (m_dokument.linjer.empty())
-            iOrdrebildet(m_navn + u" har ingen linjer"_s);
+            iOrdrebildet(ordre() + u" har ingen linjer"_s);
     }
 
     void granskLinje(const Dokumentlinje &linje)
     {
-        const QString navn = u"Linje %1"_s.arg(linje.nr);
         if (linje.navn.isEmpty())
-            iOrdrebildet(navn + u" mangler produktnavn"_s);
+            iOrdrebildet(u"Linje %1 mangler produktnavn"_s.arg(linje.nr));
         if (!gaarOpp(linje)) {
-            iOrdrebildet(navn +
-                         u" har sum netto %1, som ikke er antall %2 ganger pris %3"_s.arg(
-                             vist(linje.netto, 2), vist(linje.antall, 0), vist(linje.pris, 2)));
+            iOrdrebildet(u"Linje %1 har sum netto %2, som ikke er antall %3 ganger pris %4"_s.arg(
+                QString::number(linje.nr), vist(linje.netto, 2), vist(linje.antall, 0),
+                vist(linje.pris, 2)));
         }
     }
 
@@ -118,7 +122,7 @@ private:
         const Currency halv = Currency::fromTenThousandths(Currency::kScale / 2);
         if (gruppe.sats.isNegative() || (gruppe.sats < halv && gruppe.mva.abs() >= halv)) {
             iOrdrebildet(u"%1 har mva-satsen %2 %, som formatet ikke tar"_s.arg(
-                m_navn, vist(gruppe.sats, 0)));
+                ordre(), vist(gruppe.sats, 0)));
         }
     }
 
@@ -126,7 +130,6 @@ private:
 
     const Dokument &m_dokument;
     const Grunnlag &m_ordre;
-    const QString m_navn = u"Ordre %1"_s.arg(m_ordre.ordreNr);
     QStringList m_grunner;
 };
 

@@ -79,7 +79,10 @@ QString belop(Currency verdi)
 
 QString dato(QDate dag)
 {
-    return dag.toString(Qt::ISODate);
+    return QString::number(10000 * dag.year() + 100 * dag.month() + dag.day())
+        .rightJustified(8, u'0')
+        .insert(6, u'-')
+        .insert(4, u'-');
 }
 
 /// The first line of an address that has one, and the second of one that has both.

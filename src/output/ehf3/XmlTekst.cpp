@@ -6,7 +6,7 @@
 namespace {
 
 /// What a document of some lines takes, in bytes.
-constexpr qsizetype kVanligLengde = 16 * 1024;
+constexpr qsizetype kVanligLengde = qsizetype{16} * 1024;
 constexpr std::size_t kVanligDybde = 8;
 
 /// How many UTF-16 units at the front of `tekst` make one lawful character, or 0.
@@ -18,6 +18,12 @@ qsizetype lovligTegn(QStringView tekst)
     if (c.isLowSurrogate() || c.unicode() >= 0xfffe)
         return 0;
     return c >= u' ' || c == u'\t' || c == u'\n' || c == u'\r' ? 1 : 0;
+}
+
+/// How far a row of that level stands from the left.
+constexpr qsizetype innrykk(int niva)
+{
+    return qsizetype{2} * niva;
 }
 
 char *legg(char *ut, std::string_view bit)
@@ -123,9 +129,9 @@ void ehf3::XmlTekst::element(int niva, std::string_view merke, QStringView verdi
     apneVentende();
     constexpr qsizetype kSkilletegn = 10; // brackets, a blank, "=", two quotes, the line feed
     char *ut =
-        plassTil(2 * niva + 2 * qsizetype(merke.size()) + qsizetype(attributt.navn.size()) +
+        plassTil(innrykk(niva) + 2 * qsizetype(merke.size()) + qsizetype(attributt.navn.size()) +
                  qsizetype(attributt.verdi.size()) + kMestForEttTegn * verdi.size() + kSkilletegn);
-    ut = std::fill_n(ut, 2 * niva, ' ');
+    ut = std::fill_n(ut, innrykk(niva), ' ');
     *ut++ = '<';
     ut = legg(ut, merke);
     if (!attributt.navn.empty()) {
@@ -166,8 +172,8 @@ void ehf3::XmlTekst::apneVentende()
 void ehf3::XmlTekst::skrivRad(int niva, std::string_view apning, std::string_view merke)
 {
     constexpr std::string_view kSlutt = ">\n";
-    char *ut = plassTil(2 * niva + qsizetype(apning.size() + merke.size() + kSlutt.size()));
-    ut = std::fill_n(ut, 2 * niva, ' ');
+    char *ut = plassTil(innrykk(niva) + qsizetype(apning.size() + merke.size() + kSlutt.size()));
+    ut = std::fill_n(ut, innrykk(niva), ' ');
     ferdigTil(legg(legg(legg(ut, apning), merke), kSlutt));
 }
 

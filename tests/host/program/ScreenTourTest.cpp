@@ -73,7 +73,10 @@ TEST_F(ScreenTourTest, LeavesNumberedPicturesAndTheDatabase)
     for (const QString &name :
          {u"Faktura"_s, u"Ordreliste"_s, u"Purreliste"_s, u"Fakturajournal"_s, u"Salgsjournal"_s})
         EXPECT_TRUE(content(u"tur/%1.pdf"_s.arg(name)).startsWith("%PDF")) << name.toStdString();
-    EXPECT_TRUE(content(u"tur/Faktura.xml"_s).contains("<cbc:ID>1061</cbc:ID>"));
+    for (const QString &name : {u"Faktura"_s, u"Faktura-EHF3"_s})
+        EXPECT_TRUE(content(u"tur/%1.xml"_s.arg(name)).contains("<cbc:ID>1061</cbc:ID>"));
+    for (const QString &name : {u"Kreditnota"_s, u"Kreditnota-EHF3"_s})
+        EXPECT_TRUE(content(u"tur/%1.xml"_s.arg(name)).contains("<cbc:ID>1045</cbc:ID>"));
     // The customer's number is a part of the KID, so it was made after the pick.
     const Outcome invoice = host({u"--dsn"_s, path(u"tur/demo.db"_s), u"--sql"_s,
                                   u"SELECT KID FROM Ordre WHERE KlientNr=1 AND OrdreNr=1061"_s});
