@@ -49,7 +49,12 @@ public:
             granskLinje(linje);
         for (const Mvagruppe &gruppe : m_dokument.mvagrupper)
             granskSats(gruppe);
-        if (!m_dokument.linjer.empty() && !gaarOpp(m_dokument)) {
+        // What is said of a line, or of nothing to be paid, tells why the sums do not agree.
+        const bool linjeneGaarOpp =
+            !m_dokument.linjer.empty() &&
+            std::ranges::all_of(m_dokument.linjer,
+                                [](const Dokumentlinje &linje) { return gaarOpp(linje); });
+        if (linjeneGaarOpp && !m_dokument.aBetale.isZero() && !gaarOpp(m_dokument)) {
             iOrdrebildet(u"%1 har %2 å betale, mens linjene med mva blir %3"_s.arg(
                 ordre(), vist(m_dokument.aBetale, 2), vist(m_dokument.brutto, 2)));
         }

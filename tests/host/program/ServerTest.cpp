@@ -65,15 +65,25 @@ TEST_F(ServerTest, AnswersAndDocumentsAreTheSameAsFromAFile)
         EXPECT_EQ(answer(uri(), query), answer(file, query)) << query.toStdString();
     const Outcome refused = host({u"--dsn"_s, uri(), u"--sql"_s, u"SELECT Finnes FROM Ordre"_s});
     expectRefusal(refused, 1, u"Finnes"_s);
-    for (const QString &number : {u"1052"_s, u"1045"_s}) {
-        ASSERT_EQ(host({u"--dsn"_s, file, u"--ehf"_s, number, u"--ut"_s, u"fil.xml"_s}).status, 0);
-        ASSERT_EQ(host({u"--dsn"_s, uri(), u"--ehf"_s, number, u"--ut"_s, u"tjener.xml"_s}).status,
-                  0);
-        EXPECT_GT(content(u"fil.xml"_s).size(), 1000);
-        EXPECT_EQ(content(u"tjener.xml"_s), content(u"fil.xml"_s));
-        QFile::remove(path(u"fil.xml"_s));
-        QFile::remove(path(u"tjener.xml"_s));
+    for (const QString &format : {u"--ehf"_s, u"--ehf3"_s}) {
+        for (const QString &number : {u"1052"_s, u"1045"_s}) {
+            ASSERT_EQ(host({u"--dsn"_s, file, format, number, u"--ut"_s, u"fil.xml"_s}).status, 0);
+            ASSERT_EQ(host({u"--dsn"_s, uri(), format, number, u"--ut"_s, u"tjener.xml"_s}).status,
+                      0);
+            EXPECT_GT(content(u"fil.xml"_s).size(), 1000);
+            EXPECT_EQ(content(u"tjener.xml"_s), content(u"fil.xml"_s));
+            QFile::remove(path(u"fil.xml"_s));
+            QFile::remove(path(u"tjener.xml"_s));
+        }
     }
+    for (const auto &[dsn, folder] : {std::pair(file, u"fil"_s), std::pair(uri(), u"tjener"_s)}) {
+        QDir(path(QString())).mkdir(folder);
+        ASSERT_EQ(host({u"--dsn"_s, dsn, u"--ehf3-alle"_s, folder}).status, 0);
+    }
+    const QStringList documents = QDir(path(u"fil"_s)).entryList(QDir::Files);
+    EXPECT_GT(documents.size(), 50);
+    for (const QString &name : documents)
+        EXPECT_EQ(content(u"tjener/"_s + name), content(u"fil/"_s + name)) << name.toStdString();
 }
 
 TEST_F(ServerTest, ModuleStartsByUriNameAndConnectionString)
