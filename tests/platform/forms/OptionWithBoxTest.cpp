@@ -79,6 +79,18 @@ TEST_F(OptionsWithBoxes, ABoxOnALaterLineHasItsRoomThere)
     EXPECT_GT(option.heightForWidth(width), 2 * first->height());
 }
 
+TEST_F(OptionsWithBoxes, AFirstLineWithoutABoxIsAsHighAsOneWithIt)
+{
+    OptionWithBox late;
+    late.setText(u"Fakturanummer og kundenummer (      siffer)"_s);
+    const auto *box = new QLineEdit(&late);
+    const int width = late.sizeHint().width() - 1;
+    late.resize(width, late.heightForWidth(width));
+    late.grab(); // lays it out
+    ASSERT_GT(box->y(), 0);
+    EXPECT_EQ(box->y(), box->height());
+}
+
 TEST_F(OptionsWithBoxes, ABoxWithoutAGapStaysWhereItIs)
 {
     auto *third = new QLineEdit(&option);

@@ -395,6 +395,19 @@ TEST_F(fpSpreadHistory, ARefusedNumberIsShownForAMoment)
     EXPECT_TRUE(QTest::qWaitFor([&] { return !shown; }));
 }
 
+TEST_F(fpSpreadHistory, ARefusedDateIsToldAsOne)
+{
+    setType(3, kAll, CellType::ofNumber(0));
+    fill(3, 2, u"24.12.2026"_s);
+    activate(3, 2);
+    key(Qt::Key_F2);
+    type(u"x"_s);
+    key(Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([] { return QToolTip::isVisible(); }));
+    EXPECT_TRUE(QToolTip::text().endsWith(u" er ikke en dato som kan stå her. Cellen er som før."))
+        << QToolTip::text().toStdString();
+}
+
 TEST_F(fpSpreadHistory, WhatIsTakenIsNotMarked)
 {
     setType(3, kAll, CellType::ofNumber(2));
