@@ -19,10 +19,11 @@
 [[nodiscard]] inline QDate utcDay(qint64 millisecondsSince1970)
 {
     constexpr qint64 kMillisecondsOfDay = 86'400'000;
+    constexpr qint64 kJulianDayOf1970 = 2'440'588;
     const bool before1970 = millisecondsSince1970 < 0;
     const qint64 days =
         (millisecondsSince1970 + (before1970 ? 1 : 0)) / kMillisecondsOfDay - (before1970 ? 1 : 0);
-    return QDate(1970, 1, 1).addDays(days);
+    return QDate::fromJulianDay(kJulianDayOf1970 + days);
 }
 
 /// The moment so many milliseconds behind 1 January 1970.
