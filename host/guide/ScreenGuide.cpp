@@ -355,11 +355,13 @@ void Guide::saveAs(QWidget &button, const QString &name)
 void Guide::picture(QWidget &window, const QString &name, const QString &told)
 {
     QCoreApplication::processEvents();
-    const QString number = u"%1"_s.arg(++m_pictures, 2, 10, QChar(u'0'));
-    const QString file = m_folder + u'/' + number + u'-' + name + u".png"_s;
-    if (!window.grab().save(file))
-        stop(u"bildet %1 lot seg ikke skrive"_s.arg(file));
-    m_say(u"%1. %2: %3"_s.arg(m_pictures).arg(told, file));
+    const auto number = m_pictures.size() + 1;
+    const QString file = u"%1-%2.png"_s.arg(number, 2, 10, QChar(u'0')).arg(name);
+    const QString path = m_folder + u'/' + file;
+    if (!window.grab().save(path))
+        stop(u"bildet %1 lot seg ikke skrive"_s.arg(path));
+    m_pictures.push_back({file, told});
+    m_say(u"%1. %2: %3"_s.arg(number).arg(told, path));
 }
 
 /// Does what a user does. A window that the module waits for and no stop expects would hold the

@@ -7,6 +7,7 @@
 #include <exception>
 #include <functional>
 #include <utility>
+#include <vector>
 
 namespace screentour {
 
@@ -108,8 +109,16 @@ public:
 
     // --- What is left of it
 
+    struct Picture
+    {
+        QString file; ///< its name in the folder
+        QString told;
+    };
+
     /// Saves what the window shows now as the next numbered PNG file, "NN-name.png", and tells it.
     void picture(QWidget &window, const QString &name, const QString &told);
+    /// All of them, in their order.
+    [[nodiscard]] const std::vector<Picture> &pictures() const { return m_pictures; }
 
 private:
     void perform(const Action &action);
@@ -117,7 +126,7 @@ private:
 
     const QString m_folder;
     const Say &m_say;
-    int m_pictures = 0;
+    std::vector<Picture> m_pictures;
     QStringList m_expected; ///< the windows that modal() waits for or deals with
 };
 

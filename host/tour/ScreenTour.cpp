@@ -4,6 +4,8 @@
 #include "host/tasks/Component.h"
 #include "host/tasks/Database.h"
 #include "host/tasks/HostError.h"
+#include "host/tasks/PdfTask.h"
+#include "host/tour/TourPage.h"
 #include "host/tour/stops/Stops.h"
 #include "shell/settings/clsRegSettings.h"
 #include "state/SharedState.h"
@@ -41,6 +43,21 @@ void makeSettings()
         gReg->SaveSetting(u"Regningsdel"_s, name, value);
 }
 
+/// The newest invoice and the newest credit note in both electronic formats, and the credit note,
+/// which no stop prints, on paper.
+void writeDocuments(const QString &folder, const tour::Say &say)
+{
+    const auto newest = [](const QString &sums) {
+        return tour::newestOrder(u"OrdreStatus<>'Ordre' AND "_s + sums);
+    };
+    const QString creditNote = folder + u"/Kreditnota"_s;
+    const int credit = newest(u"SumBrutto<0"_s);
+    tour::writeEhfs(folder + u"/Faktura"_s, newest(u"SumBrutto>0"_s), true, say);
+    tour::writeEhfs(creditNote, credit, true, say);
+    if (credit != 0)
+        writeInvoicePdf(findInvoice(credit), creditNote + u".pdf"_s, true);
+}
+
 } // namespace
 
 void screentour::run(Component &component, const Options &options, const tour::Say &say)
@@ -61,18 +78,15 @@ void screentour::run(Component &component, const Options &options, const tour::S
 
     tour::useDatabase(place, options);
     makeSettings();
+    Guide guide(folder, say);
     try {
-        Guide guide(folder, say);
         for (const auto visit : kStops)
             visit(guide);
         guide.close(guide.window(u"frmRegningsdel"_s));
     } catch (const ScreenError &error) {
         throw HostError(u"turen stoppet: "_s + error.line());
     }
-    for (const auto &[name, sums] : {std::pair(u"Faktura"_s, u"SumBrutto>0"_s),
-                                     std::pair(u"Kreditnota"_s, u"SumBrutto<0"_s)}) {
-        const int newest = tour::newestOrder(u"OrdreStatus<>'Ordre' AND "_s + sums);
-        tour::writeEhfs(folder + u'/' + name, newest, true, say);
-    }
+    writeDocuments(folder, say);
+    writeTourPage(folder, guide.pictures());
     say(u"Turen er ferdig. Bildene ligger i %1"_s.arg(folder));
 }

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -70,8 +71,8 @@ TEST_F(ScreenTourTest, LeavesNumberedPicturesAndTheDatabase)
         EXPECT_TRUE(told.contains(path(u"tur/"_s + expected[i]))) << told.toStdString();
         EXPECT_TRUE(told.contains(u"\n%1. "_s.arg(i + 1))) << told.toStdString();
     }
-    for (const QString &name :
-         {u"Faktura"_s, u"Ordreliste"_s, u"Purreliste"_s, u"Fakturajournal"_s, u"Salgsjournal"_s})
+    for (const QString &name : {u"Faktura"_s, u"Kreditnota"_s, u"Ordreliste"_s, u"Purreliste"_s,
+                                u"Fakturajournal"_s, u"Salgsjournal"_s})
         EXPECT_TRUE(content(u"tur/%1.pdf"_s.arg(name)).startsWith("%PDF")) << name.toStdString();
     for (const QString &name : {u"Faktura"_s, u"Faktura-EHF3"_s})
         EXPECT_TRUE(content(u"tur/%1.xml"_s.arg(name)).contains("<cbc:ID>1061</cbc:ID>"));
@@ -84,6 +85,31 @@ TEST_F(ScreenTourTest, LeavesNumberedPicturesAndTheDatabase)
     const Outcome count = host({u"--dsn"_s, path(u"tur/demo.db"_s), u"--sql"_s,
                                 u"SELECT COUNT (*) AS Antall FROM Ordre WHERE KlientNr=1"_s});
     EXPECT_EQ(count.out.split('\n').value(1).toInt(), 61);
+}
+
+TEST_F(ScreenTourTest, ItsPageLeadsToAllThatItLeaves)
+{
+    ASSERT_EQ(tour().status, 0);
+    const QString page = QString::fromUtf8(content(u"tur/index.html"_s));
+    static const QRegularExpression link(u"(?:src|href)=\"([^\"]+)\""_s);
+    QStringList linked;
+    for (const QRegularExpressionMatch &match : link.globalMatch(page))
+        linked += match.captured(1);
+    linked.sort();
+    EXPECT_EQ(linked,
+              QDir(path(u"tur"_s))
+                  .entryList({u"*.png"_s, u"*.pdf"_s, u"*.xml"_s}, QDir::Files, QDir::Name));
+    EXPECT_TRUE(page.contains(u"<figcaption>6. En ny ordre med kunde, KID og tre linjer<"_s));
+    // The tour's invoice in the ledger, from the database itself.
+    const QList<QByteArray> voucher =
+        host({u"--dsn"_s, path(u"tur/demo.db"_s), u"--sql"_s,
+              u"SELECT B.BilagNr,L.Konto FROM Bilag B INNER JOIN BilagLinjer L ON B.ID=L.BilagID "
+              u"ORDER BY B.ID DESC,L.ID"_s})
+            .out.split('\n')
+            .value(1)
+            .split('\t');
+    EXPECT_TRUE(page.contains(u"<tr><td>%1</td><td>%2</td>"_s.arg(
+        QString::fromLatin1(voucher.value(0)), QString::fromLatin1(voucher.value(1)))));
 }
 
 TEST_F(ScreenTourTest, ASecondTourUsesTheDatabase)
