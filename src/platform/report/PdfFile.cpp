@@ -100,8 +100,8 @@ void tagSubsets(qpdf_data pdf)
     }
 }
 
-/// The pages with what Qt's writer has no words for.
-QByteArray completed(const QByteArray &pages, const QString &author)
+/// Writes the pages with what Qt's writer has no words for; false when they find no room.
+bool writeCompleted(QSaveFile &file, const QByteArray &pages, const QString &author)
 {
     const Qpdf owner(qpdf_init());
     const qpdf_data pdf = owner.get();
@@ -118,8 +118,10 @@ QByteArray completed(const QByteArray &pages, const QString &author)
     tagSubsets(pdf);
     qpdf_init_write_memory(pdf);
     qpdf_write(pdf);
-    return {reinterpret_cast<const char *>(qpdf_get_buffer(pdf)),
-            qsizetype(qpdf_get_buffer_length(pdf))};
+    const auto whole = QByteArray::fromRawData( // which qpdf keeps until here
+        reinterpret_cast<const char *>(qpdf_get_buffer(pdf)),
+        qsizetype(qpdf_get_buffer_length(pdf)));
+    return !whole.isEmpty() && writeWhole(file, whole);
 }
 
 } // namespace
@@ -132,8 +134,7 @@ void writePdf(const Document &document, const QString &path, const Checkpoint &c
     const QByteArray pages = pagesOf(document, checkpoint);
     if (pages.isEmpty())
         raiseNotWritten(file);
-    const QByteArray whole = completed(pages, document.author);
-    if (whole.isEmpty() || !writeWhole(file, whole))
+    if (!writeCompleted(file, pages, document.author))
         raiseNotWritten(file);
 }
 
