@@ -66,6 +66,17 @@ TEST_F(CellPaint, ACheckCellShowsItsMarkAndNoText)
     EXPECT_NE(image(2, 4), image(3, 4));
 }
 
+TEST_F(CellPaint, ACheckCellHasOneMarkInItsMiddle)
+{
+    setType(2, kAll, CellType::ofNumber(10));
+    fill(2, 2, u"1"_s);
+    const QImage cell = image(2, 2);
+    const QImage left = cell.copy(0, 0, cell.width() / 4, cell.height());
+    QImage plain(left.size(), left.format());
+    plain.fill(base());
+    EXPECT_EQ(left, plain);
+}
+
 TEST_F(CellPaint, AMarkGoesWithTheGroundOfItsCell)
 {
     QPalette dark;
