@@ -80,6 +80,14 @@ constexpr QRgb kValgt = 0xffffb84d;
 
 } // namespace
 
+TEST_F(ForhandsvisningTest, WhatTakesTheFocusHasAName)
+{
+    vis(1);
+    EXPECT_EQ(visning().accessibleName(), u"Rapportens sider"_s);
+    for (const QString &navn : {u"txtSide"_s, u"cmbZoom"_s, u"txtSok"_s})
+        EXPECT_NE(i<QWidget>(navn)->accessibleName(), QString()) << navn.toStdString();
+}
+
 TEST_F(ForhandsvisningTest, ThePageAndTheirNumberAreTold)
 {
     vis(14);
