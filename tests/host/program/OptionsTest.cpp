@@ -12,12 +12,13 @@ TEST_F(OptionsTest, HelpNamesEachOption)
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, QString());
     const QString text = QString::fromUtf8(outcome.out);
-    for (const QString &option :
-         {u"--dsn KILDE"_s, u"--kopier FRA TIL"_s, u"--klient NR"_s, u"--aar ÅR"_s, u"--demo"_s,
-          u"--sql SETNING"_s, u"--ehf NUMMER"_s, u"--ut FIL"_s, u"--tur MAPPE"_s, u"--erstatt"_s,
-          u"--help"_s, u"--pdf NUMMER"_s, u"--pdf-alle MAPPE"_s, u"--fra DATO"_s, u"--til DATO"_s,
-          u"--status STATUS"_s, u"--kontroll"_s, u"--ehf3 NUMMER"_s, u"--ehf3-alle MAPPE"_s,
-          u"--version"_s}) {
+    for (const QString &option : {u"--dsn KILDE"_s,       u"--kopier FRA TIL"_s, u"--klient NR"_s,
+                                  u"--aar ÅR"_s,          u"--demo"_s,           u"--sql SETNING"_s,
+                                  u"--ehf NUMMER"_s,      u"--ut FIL"_s,         u"--tur MAPPE"_s,
+                                  u"--erstatt"_s,         u"--help"_s,           u"--pdf NUMMER"_s,
+                                  u"--pdf-alle MAPPE"_s,  u"--fra DATO"_s,       u"--til DATO"_s,
+                                  u"--status STATUS"_s,   u"--kontroll"_s,       u"--ehf3 NUMMER"_s,
+                                  u"--ehf3-alle MAPPE"_s, u"--version"_s}) {
         EXPECT_TRUE(text.contains(u"\n  "_s + option + u' ')) << option.toStdString();
     }
     for (const QString &status : {u"0 når"_s, u"1 når"_s, u"2 når"_s, u"3 når"_s})
