@@ -35,9 +35,9 @@ char *legg(char *ut, std::string_view bit)
 constexpr qsizetype kMestForEttTegn = 6;
 
 /// A carriage return would come out of a parser as a line feed, were it not for its reference.
-std::string_view omskriving(char16_t tegn)
+std::string_view omskriving(QChar tegn)
 {
-    switch (tegn) {
+    switch (tegn.unicode()) {
     case u'&':
         return "&amp;";
     case u'<':
@@ -53,37 +53,23 @@ std::string_view omskriving(char16_t tegn)
     }
 }
 
-/// One code point beyond ASCII in UTF-8.
-char *leggUtf8(char *ut, char32_t kode)
-{
-    const auto legg6 = [&](int skift) { *ut++ = char(0x80 | ((kode >> skift) & 0x3f)); };
-    if (kode < 0x800) {
-        *ut++ = char(0xc0 | (kode >> 6));
-    } else if (kode < 0x10000) {
-        *ut++ = char(0xe0 | (kode >> 12));
-        legg6(6);
-    } else {
-        *ut++ = char(0xf0 | (kode >> 18));
-        legg6(12);
-        legg6(6);
-    }
-    legg6(0);
-    return ut;
-}
-
 char *leggTekst(char *ut, QStringView tekst)
 {
-    const char16_t *inn = tekst.utf16();
-    for (qsizetype i = 0; i < tekst.size(); ++i) {
-        const char16_t tegn = inn[i];
-        if (QChar::isHighSurrogate(tegn) && i + 1 < tekst.size())
-            ut = leggUtf8(ut, QChar::surrogateToUcs4(tegn, inn[++i]));
-        else if (tegn >= 0x80)
-            ut = leggUtf8(ut, tegn);
-        else if (const std::string_view omskrevet = omskriving(tegn); !omskrevet.empty())
-            ut = legg(ut, omskrevet);
+    const auto erAscii = [](QChar c) { return c.unicode() < 0x80; };
+    for (auto fra = tekst.begin(); fra != tekst.end();) {
+        if (!erAscii(*fra)) {
+            const auto til = std::find_if(fra, tekst.end(), erAscii);
+            const QByteArray utf8 = QStringView(fra, til).toUtf8();
+            ut = std::copy(utf8.begin(), utf8.end(), ut);
+            fra = til;
+            continue;
+        }
+        const std::string_view omskrevet = omskriving(*fra);
+        if (omskrevet.empty())
+            *ut++ = char(fra->unicode());
         else
-            *ut++ = char(tegn);
+            ut = legg(ut, omskrevet);
+        ++fra;
     }
     return ut;
 }
