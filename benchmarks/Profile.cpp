@@ -65,7 +65,9 @@ int main(int argc, char *argv[])
         company.growCustomers(kCustomers);
         company.growOrders(kOrders);
         bench::closeScreens();
-        // What is done once for all is done before it is counted.
+        // What is done once for all is done before it is counted; the faces that the first PDF file
+        // adds to the fonts are taken up by the second.
+        static_cast<void>(work.seconds());
         static_cast<void>(work.seconds());
         work.prepare();
         bench::counted(work);
