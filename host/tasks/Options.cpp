@@ -52,7 +52,8 @@ int number(QStringView value, QLatin1StringView option, int lowest, int highest)
 QDate day(QStringView value, QLatin1StringView option)
 {
     const QDate date = QDate::fromString(value.toString(), Qt::ISODate);
-    if (!date.isValid() || value.size() != 10)
+    constexpr int kFirstYear = 100; // of the database's dates
+    if (!date.isValid() || value.size() != 10 || date.year() < kFirstYear)
         usage(u"%1 må være en dato som 2026-01-31, ikke «%2»"_s.arg(option, withoutSecrets(value)));
     return date;
 }
@@ -304,8 +305,10 @@ void refuseMisfits(const Options &options, const Arguments &given)
         usage(u"--tur har sin egen database, uten --dsn"_s);
     const bool writesFile = isTask({Task::Ehf, Task::Ehf3, Task::Pdf});
     const bool writesAll = isTask({Task::AllEhf3, Task::AllPdf});
-    if (writesFile != given.has("--ut"_L1))
-        usage(u"%1 og --ut må gis sammen"_s.arg(writesFile ? nameOf(options.task) : "--ehf"_L1));
+    if (writesFile && !given.has("--ut"_L1))
+        usage(u"%1 og --ut må gis sammen"_s.arg(nameOf(options.task)));
+    if (!writesFile && given.has("--ut"_L1))
+        usage(u"--ut gjelder bare --ehf, --ehf3 og --pdf"_s);
     if (options.erstatt && !writesFile && !writesAll && !isTask({Task::Tour}))
         usage(u"--erstatt gjelder bare --ehf, --ehf3, --ehf3-alle, --pdf, --pdf-alle og kall uten "
               u"oppgave"_s);

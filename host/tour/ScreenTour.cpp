@@ -4,7 +4,6 @@
 #include "host/tasks/Component.h"
 #include "host/tasks/Database.h"
 #include "host/tasks/HostError.h"
-#include "host/tasks/PdfTask.h"
 #include "host/tour/TourPage.h"
 #include "host/tour/stops/Stops.h"
 #include "shell/settings/clsRegSettings.h"
@@ -43,19 +42,14 @@ void makeSettings()
         gReg->SaveSetting(u"Regningsdel"_s, name, value);
 }
 
-/// The newest invoice and the newest credit note in both electronic formats, and the credit note,
-/// which no stop prints, on paper.
+/// The newest invoice and the newest credit note in both electronic formats.
 void writeDocuments(const QString &folder, const tour::Say &say)
 {
-    const auto newest = [](const QString &sums) {
-        return tour::newestOrder(u"OrdreStatus<>'Ordre' AND "_s + sums);
-    };
-    const QString creditNote = folder + u"/Kreditnota"_s;
-    const int credit = newest(u"SumBrutto<0"_s);
-    tour::writeEhfs(folder + u"/Faktura"_s, newest(u"SumBrutto>0"_s), true, say);
-    tour::writeEhfs(creditNote, credit, true, say);
-    if (credit != 0)
-        writeInvoicePdf(findInvoice(credit), creditNote + u".pdf"_s, true);
+    for (const auto &[name, sums] : {std::pair(u"Faktura"_s, u"SumBrutto>0"_s),
+                                     std::pair(u"Kreditnota"_s, u"SumBrutto<0"_s)}) {
+        const int newest = tour::newestOrder(u"OrdreStatus<>'Ordre' AND "_s + sums);
+        tour::writeEhfs(folder + u'/' + name, newest, true, say);
+    }
 }
 
 } // namespace

@@ -29,9 +29,13 @@ Currency antallI(const Ordrelinje &linje, Currency netto)
     const Currency antall = fraSingle(linje.antall);
     if (linje.pris.isZero() || erProduktet(antall, linje.pris, netto))
         return antall;
-    const Currency halvTidel = Currency::fromTenThousandths(Currency::kScale / 20);
-    const Currency regnet = std::clamp(tilHundredel(forhold(netto, linje.pris)), antall - halvTidel,
-                                       antall + halvTidel);
+    // A half tenth is stored as the one that is farther from nought.
+    const Currency fem = kEttOere * Currency::fromInteger(5);
+    const Currency fire = fem - kEttOere;
+    const bool erOver = !antall.isZero() && !antall.isNegative();
+    const Currency regnet =
+        std::clamp(tilHundredel(forhold(netto, linje.pris)), antall - (erOver ? fem : fire),
+                   antall + (antall.isNegative() ? fem : fire));
     return erProduktet(regnet, linje.pris, netto) ? regnet : antall;
 }
 
@@ -95,7 +99,9 @@ bool ehf3::gaarOpp(const Dokumentlinje &linje)
 
 bool ehf3::gaarOpp(const Dokument &dokument)
 {
+    const Currency tilKroner = dokument.ordre.avrunding.value_or(Currency());
+    const Currency resten = dokument.avrunding - (dokument.erKreditnota ? -tilKroner : tilKroner);
     // A line's net and its VAT are each rounded once more than in the order's sums.
-    const qint64 oere = 100 + 2 * qint64(dokument.linjer.size());
-    return dokument.avrunding.abs() <= kEttOere * Currency::fromInteger(oere);
+    const qint64 oere = 2 * qint64(dokument.linjer.size()) + (dokument.ordre.avrunding ? 0 : 100);
+    return resten.abs() <= kEttOere * Currency::fromInteger(oere);
 }

@@ -43,7 +43,8 @@ struct Dokument
 /// Whether quantity times price is what the line costs, but for rounding.
 [[nodiscard]] bool gaarOpp(const Dokumentlinje &linje);
 
-/// Whether what parts the sums from what is to be paid is rounding, of lines and to whole kroner.
+/// Whether what parts the sums from what is to be paid is rounding: that of lines, and that to
+/// whole kroner as the order tells it; for an order that does not tell, up to a krone.
 [[nodiscard]] bool gaarOpp(const Dokument &dokument);
 
 } // namespace ehf3

@@ -56,7 +56,8 @@ public:
     [[nodiscard]] QString nummer(int kol) const
     {
         QString tekst = m_rs->isNull(kol) ? QString() : m_rs->text(kol).toUpper();
-        return tekst.remove(u"NO"_s).remove(u"MVA"_s).remove(u' ').remove(u'.');
+        return tekst.remove(u"NO"_s).remove(u"MVA"_s).removeIf(
+            [](QChar c) { return c.isSpace() || c == u'.'; });
     }
 
 private:
@@ -68,19 +69,22 @@ private:
 const Grunnlag *ehf3::Grunnlagsleser::les(qint32 ordreNr)
 {
     if (ordreNr < m_fra || ordreNr >= m_til) {
-        m_fra = ordreNr;
-        m_til = m_fra; // until it is read
-        lesBlokk();
-        m_til = m_fra + m_blokk;
+        try {
+            lesBlokk(ordreNr, m_blokk);
+        } catch (const RunTimeError &) {
+            lesBlokk(ordreNr, 1); // which order cannot be read is told of that one alone
+        }
     }
     const auto funnet = m_ordrer.find(ordreNr);
     return funnet == m_ordrer.end() ? nullptr : &funnet->second;
 }
 
-void ehf3::Grunnlagsleser::lesBlokk()
+void ehf3::Grunnlagsleser::lesBlokk(qint32 fra, qint32 antall)
 {
     m_ordrer.clear();
-    const qint64 siste = std::min<qint64>(m_fra + m_blokk - 1, std::numeric_limits<qint32>::max());
+    m_fra = fra;
+    m_til = fra; // until it is read
+    const qint64 siste = std::min<qint64>(m_fra + antall - 1, std::numeric_limits<qint32>::max());
     const QString utvalg = u" WHERE O.KlientNr="_s % numberToText(m_klient) %
                            u" AND O.OrdreNr>="_s % numberToText(m_fra) % u" AND O.OrdreNr<="_s %
                            numberToText(siste);
@@ -88,6 +92,7 @@ void ehf3::Grunnlagsleser::lesBlokk()
     lesHoder(utvalg);
     if (!m_ordrer.empty())
         lesLinjer(utvalg);
+    m_til = m_fra + antall;
 }
 
 void ehf3::Grunnlagsleser::lesSelger()
@@ -99,14 +104,16 @@ void ehf3::Grunnlagsleser::lesSelger()
                       u"K.TlfArbeid FROM Klient K LEFT JOIN Poststed P ON K.PostNr=P.PostNr "
                       u"WHERE K.KlientNr="_s %
                       numberToText(m_klient));
-    m_selger.emplace();
-    if (rader.erSlutt())
+    if (rader.erSlutt()) {
+        m_selger.emplace();
         return;
-    *m_selger = {.navn = rader.tekst(Navn),
-                 .adresse = rader.adresse(Adr1),
-                 .telefon = rader.tekst(TlfArbeid),
-                 .orgNr = rader.nummer(OrganisasjonsNr),
-                 .konto = rader.nummer(Giro1)};
+    }
+    m_selger = Selger{.finnes = true,
+                      .navn = rader.tekst(Navn),
+                      .adresse = rader.adresse(Adr1),
+                      .telefon = rader.tekst(TlfArbeid),
+                      .orgNr = rader.nummer(OrganisasjonsNr),
+                      .konto = rader.nummer(Giro1)};
 }
 
 void ehf3::Grunnlagsleser::lesHoder(const QString &utvalg)
@@ -125,19 +132,25 @@ void ehf3::Grunnlagsleser::lesHoder(const QString &utvalg)
         FakDato,
         ForfallDato,
         LevDato,
-        SumBrutto
+        SumBrutto,
+        Avrunding,
+        OrdreStatus,
+        KundensNr
     };
     Rader rader(
         u"SELECT O.OrdreNr,O.KundeNr,O.KundeNavn,O.FakAdresse1,O.FakAdresse2,O.FakPostNr,"
         u"O.FakPoststed,K.OrganisasjonsNr,O.LevAdresse1,O.LevAdresse2,O.LevPostNr,O.LevPoststed,"
-        u"O.EgenRef,O.DeresRef,O.KID,O.BetBet,O.FakDato,O.ForfallDato,O.LevDato,O.SumBrutto "
+        u"O.EgenRef,O.DeresRef,O.KID,O.BetBet,O.FakDato,O.ForfallDato,O.LevDato,O.SumBrutto,"
+        u"O.Avrunding,O.OrdreStatus,K.KundeNr "
         u"FROM Ordre O LEFT JOIN KundeLev K ON O.KlientNr=K.KlientNr AND O.KundeNr=K.KundeNr"_s %
         utvalg);
     for (; !rader.erSlutt(); rader.neste()) {
         Grunnlag &hode = m_ordrer[rader.heltall(OrdreNr)];
         hode.ordreNr = rader.heltall(OrdreNr);
+        hode.status = rader.tekst(OrdreStatus);
         hode.selger = *m_selger;
         hode.kunde = {.nummer = rader.heltall(KundeNr),
+                      .finnes = !rader.mangler(KundensNr),
                       .navn = rader.tekst(KundeNavn),
                       .adresse = rader.adresse(FakAdresse1),
                       .orgNr = rader.nummer(OrganisasjonsNr)};
@@ -149,6 +162,8 @@ void ehf3::Grunnlagsleser::lesHoder(const QString &utvalg)
         hode.forfall = rader.dato(ForfallDato);
         hode.levert = rader.dato(LevDato);
         hode.aBetale = rader.belop(SumBrutto);
+        if (!rader.mangler(Avrunding))
+            hode.avrunding = rader.belop(Avrunding);
         if (!rader.mangler(BetBet))
             hode.betalingsfrist = rader.heltall(BetBet);
     }

@@ -26,6 +26,7 @@ struct Adresse
 
 struct Selger
 {
+    bool finnes = false; ///< in the register
     QString navn;
     Adresse adresse;
     QString telefon;
@@ -36,6 +37,7 @@ struct Selger
 struct Kunde
 {
     qint32 nummer = 0;
+    bool finnes = false; ///< in the register
     QString navn;
     Adresse adresse;
     QString orgNr;
@@ -52,6 +54,7 @@ struct Ordrelinje
 struct Grunnlag
 {
     qint32 ordreNr = 0;
+    QString status;
     Selger selger;
     Kunde kunde;
     Adresse levering;
@@ -59,7 +62,8 @@ struct Grunnlag
     std::optional<qint32> betalingsfrist; ///< in days
     QDate fakturert, forfall, levert;
     Currency aBetale;
-    std::vector<Ordrelinje> linjer; ///< in the order of the screen
+    std::optional<Currency> avrunding; ///< in `aBetale`; orders of earlier versions do not tell
+    std::vector<Ordrelinje> linjer;    ///< in the order of the screen
 };
 
 /// Reads orders of a client through gDB, a block of numbers that follow each other at a time: the
@@ -75,7 +79,7 @@ public:
     [[nodiscard]] const Grunnlag *les(qint32 ordreNr);
 
 private:
-    void lesBlokk();
+    void lesBlokk(qint32 fra, qint32 antall);
     void lesSelger();
     void lesHoder(const QString &utvalg);
     void lesLinjer(const QString &utvalg);

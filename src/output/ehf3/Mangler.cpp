@@ -2,6 +2,7 @@
 
 #include "output/ehf3/Belop.h"
 #include "output/ehf3/Dokument.h"
+#include "rules/Ordre.h"
 
 #include <algorithm>
 
@@ -67,7 +68,13 @@ private:
         m_grunner += (u"Klienten "_s + m_ordre.selger.navn).trimmed() + u" mangler "_s + felt +
                      u"; rettes i klientkortet"_s;
     }
-    void iOrdrebildet(const QString &grunn) { m_grunner += grunn + u"; rettes i ordrebildet"_s; }
+    /// An order that has been sent is changed no more.
+    void iOrdrebildet(const QString &grunn)
+    {
+        m_grunner += grunn + (m_ordre.status == ordrestatus::kOrdre
+                                  ? u"; rettes i ordrebildet"_s
+                                  : u"; ordren krediteres og skrives på nytt"_s);
+    }
 
     [[nodiscard]] QString ordre() const { return u"Ordre %1"_s.arg(m_ordre.ordreNr); }
 
@@ -75,6 +82,10 @@ private:
     {
         constexpr qsizetype kKontosifre = 11;
         const Selger &selger = m_ordre.selger;
+        if (!selger.finnes) {
+            m_grunner += u"Klienten finnes ikke i klientregisteret"_s;
+            return;
+        }
         if (selger.navn.isEmpty())
             iKlientkortet(u"navn"_s);
         if (!erGyldigNummer(selger.orgNr, kOrgNrSifre))
@@ -88,7 +99,10 @@ private:
         const Kunde &kunde = m_ordre.kunde;
         if (kunde.navn.isEmpty())
             iOrdrebildet(ordre() + u" mangler kundenavn"_s);
-        if (!erGyldigNummer(kunde.orgNr, kOrgNrSifre)) {
+        if (!kunde.finnes) {
+            iOrdrebildet(u"%1 har kunde %2, som ikke finnes i kunderegisteret"_s.arg(
+                ordre(), QString::number(kunde.nummer)));
+        } else if (!erGyldigNummer(kunde.orgNr, kOrgNrSifre)) {
             m_grunner +=
                 u"Kunden %1 mangler gyldig organisasjonsnummer; rettes i kundekortet"_s.arg(
                     kunde.navn.isEmpty() ? QString::number(kunde.nummer) : kunde.navn);

@@ -104,7 +104,7 @@ const Adresse &levering(const Dokument &d)
 /// A company's form is the last word of its name, rarely the first; as on paper.
 bool erForetak(const Dokument &d)
 {
-    const QString navn = u' ' + d.ordre.selger.navn;
+    const QString navn = u' ' + d.ordre.selger.navn.toUpper();
     return navn.endsWith(u" AS") || navn.endsWith(u" ASA") || navn.endsWith(u" NUF") ||
            navn.startsWith(u" AS ");
 }

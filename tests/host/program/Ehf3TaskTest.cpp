@@ -131,6 +131,21 @@ TEST_F(Ehf3TaskTest, AllAreWrittenButThoseThatAreRefused)
         << outcome.err.toStdString();
 }
 
+TEST_F(Ehf3TaskTest, AnOrderThatCannotBeReadLeavesTheOthers)
+{
+    // As another program may have left it. The order lies among those that are read with it.
+    runInFile(u"demo.db"_s, "UPDATE Ordre SET ForfallDato='' WHERE OrdreNr=1030");
+    QDir(path(QString())).mkdir(u"ut"_s);
+    const Outcome outcome = ehf3({u"--ehf3-alle"_s, u"ut"_s});
+    const qsizetype all = qsizetype(issued(true).size() + issued(false).size());
+    EXPECT_EQ(filesIn(u"ut"_s).size(), all - 1);
+    EXPECT_EQ(QString::fromUtf8(outcome.out).count(u"lot seg ikke lese"_s), 1)
+        << outcome.out.toStdString();
+    EXPECT_TRUE(outcome.out.contains(
+        QByteArray("ordre 1030 ble ikke skrevet: Ordre 1030 lot seg ikke lese: ")));
+    EXPECT_TRUE(outcome.err.contains(u"1 av %1 ble ikke skrevet"_s.arg(all)));
+}
+
 TEST_F(Ehf3TaskTest, APeriodAndAStatusChooseAmongThem)
 {
     QDir(path(QString())).mkdir(u"ut"_s);

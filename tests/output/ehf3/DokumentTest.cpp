@@ -91,9 +91,10 @@ TEST_F(Ehf3DokumentTest, TheRegisterOfCompaniesIsNamedForThoseThatStandThere)
 {
     enterOrder(1, u"125"_s, {{u"'S1'"_s, u"'Pall'"_s, u"1"_s, u"100"_s, u"25"_s, u"100"_s}});
     const std::initializer_list<std::pair<QString, bool>> names{
-        {u"Fjell AS"_s, true},    {u"Fjell ASA"_s, true}, {u"Fjell Ltd NUF "_s, true},
-        {u"AS Fjell"_s, true},    {u"Fjellas"_s, false},  {u"Fjell BAS"_s, false},
-        {u"Kåre Fjell"_s, false}, {u"ASA Fjell"_s, false}};
+        {u"Fjell AS"_s, true},    {u"Fjell ASA"_s, true},  {u"Fjell Ltd NUF "_s, true},
+        {u"AS Fjell"_s, true},    {u"Fjellas"_s, false},   {u"Fjell BAS"_s, false},
+        {u"Kåre Fjell"_s, false}, {u"ASA Fjell"_s, false}, {u"Fjell as"_s, true},
+        {u"Fjell Nuf"_s, true},   {u"as Fjell"_s, true}};
     for (const auto &[name, stands] : names) {
         run(u"UPDATE Klient SET Navn='%1' WHERE KlientNr=5"_s.arg(name));
         EXPECT_EQ(document(1).contains("Foretaksregisteret"), stands) << name.toStdString();
@@ -142,6 +143,9 @@ TEST_F(Ehf3DokumentTest, AQuantityOfTwoDecimalsIsTheOneThatTheLineWasComputedWit
     EXPECT_EQ(quantity(u"2"_s, u"1000"_s, u"2000"_s), u"2"_s);
     // 827.30 by 0.48 is 1723.54, which would have been stored as 1723.5.
     EXPECT_EQ(quantity(u"1723.6"_s, u"0.48"_s, u"827.30"_s), u"1723.55"_s);
+    // 36.92 by 0.41 is 90.05, which would have been stored as 90.1.
+    EXPECT_EQ(quantity(u"90"_s, u"0.41"_s, u"36.92"_s), u"90.04"_s);
+    EXPECT_EQ(quantity(u"-90"_s, u"-0.41"_s, u"36.92"_s), u"90.04"_s);
 }
 
 TEST_F(Ehf3DokumentTest, LinesStandInTheOrderOfTheScreenAndAreNumberedAnew)

@@ -37,8 +37,8 @@ protected:
 
 TEST_F(Ehf3ManglerTest, NumbersAreValidByModulus11)
 {
-    for (const QString &number :
-         {u"411223345"_s, u"411 223 345"_s, u"NO411223345MVA"_s, u"no 411.223.345 mva"_s}) {
+    for (const QString &number : {u"411223345"_s, u"411 223 345"_s, u"411\u00a0223\u00a0345"_s,
+                                  u"NO411223345MVA"_s, u"no 411.223.345 mva"_s}) {
         changeCustomer(u"OrganisasjonsNr='%1'"_s.arg(number));
         EXPECT_EQ(missing(1), QStringList()) << number.toStdString();
     }
@@ -61,7 +61,21 @@ TEST_F(Ehf3ManglerTest, TheSellersNumbers)
 TEST_F(Ehf3ManglerTest, ACustomerWhoIsNotInTheRegister)
 {
     run(u"DELETE FROM KundeLev"_s);
-    EXPECT_EQ(missing(1), QStringList{m_customersNumber});
+    EXPECT_EQ(missing(1), QStringList{u"Ordre 1 har kunde 10001, som ikke finnes i "
+                                      u"kunderegisteret; rettes i ordrebildet"_s});
+}
+
+TEST_F(Ehf3ManglerTest, AClientWhoIsNotInTheRegister)
+{
+    run(u"DELETE FROM Klient"_s);
+    EXPECT_EQ(missing(1), QStringList{u"Klienten finnes ikke i klientregisteret"_s});
+}
+
+TEST_F(Ehf3ManglerTest, AnOrderThatHasBeenSentIsNotChanged)
+{
+    change(1, u"LevDato=Null,OrdreStatus='Fakturert'"_s);
+    EXPECT_EQ(missing(1), QStringList{u"Ordre 1 mangler leveringsdato; ordren krediteres og "
+                                      u"skrives på nytt"_s});
 }
 
 TEST_F(Ehf3ManglerTest, NamesAreNotMadeUp)
@@ -70,7 +84,7 @@ TEST_F(Ehf3ManglerTest, NamesAreNotMadeUp)
     change(1, u"KundeNavn='\u0001'"_s);
     EXPECT_EQ(missing(1), (QStringList{u"Klienten mangler navn; rettes i klientkortet"_s,
                                        u"Ordre 1 mangler kundenavn; rettes i ordrebildet"_s}));
-    run(u"DELETE FROM KundeLev"_s);
+    changeCustomer(u"OrganisasjonsNr=''"_s);
     EXPECT_EQ(missing(1).last(),
               u"Kunden 10001 mangler gyldig organisasjonsnummer; rettes i kundekortet"_s);
     changeLine(u"ProduktNr='',ProduktNavn=Null"_s);
@@ -132,6 +146,23 @@ TEST_F(Ehf3ManglerTest, WhatIsToBePaidIsTheSumOfTheLinesButForRounding)
     change(1, u"SumBrutto=-125"_s);
     EXPECT_EQ(missing(1), QStringList{u"Ordre 1 har 125,00 å betale, mens linjene med mva blir "
                                       u"-125,00; rettes i ordrebildet"_s});
+}
+
+TEST_F(Ehf3ManglerTest, TheRoundingIsThatWhichTheOrderTells)
+{
+    change(1, u"SumBrutto=125.02,Avrunding=0"_s); // of one line
+    EXPECT_EQ(missing(1), QStringList());
+    change(1, u"SumBrutto=125.03"_s);
+    EXPECT_EQ(missing(1), QStringList{u"Ordre 1 har 125,03 å betale, mens linjene med mva blir "
+                                      u"125,00; rettes i ordrebildet"_s});
+    change(1, u"Avrunding=0.03"_s);
+    EXPECT_EQ(missing(1), QStringList());
+    change(1, u"Avrunding=-0.03"_s);
+    EXPECT_EQ(missing(1).size(), 1);
+    changeLine(u"Antall=-1,SumNetto=-100"_s);
+    change(1, u"SumBrutto=-124.97,Avrunding=0.03"_s);
+    EXPECT_EQ(missing(1), QStringList());
+    EXPECT_EQ(value(1, "cbc:PayableRoundingAmount"), u"-0.03"_s);
 }
 
 TEST_F(Ehf3ManglerTest, RatesThatTheRulesCannotHold)
