@@ -1,6 +1,5 @@
 #include "benchmarks/support/Company.h"
 
-#include <cmath>
 #include <utility>
 
 namespace bench {
@@ -62,11 +61,11 @@ void Company::growProducts(int count)
 QByteArray Company::sumsOf(int lines) const
 {
     // VAT as insertLines gives it in turn: 15, 25 and 10 percent.
-    constexpr qint64 kNet = 1235;
+    constexpr qint64 kNet = 1200; // of which each rate makes whole kroner
     const qint64 net = kNet * lines;
     const qint64 percents =
         15 * qint64((lines + 2) / 3) + 25 * ((lines + 1) / 3) + 10 * (lines / 3);
-    const qint64 vat = qint64(std::llround(double(kNet * percents) / 100));
+    const qint64 vat = kNet * percents / 100;
     QByteArray sums;
     for (const qint64 sum : {vat, net, net + vat})
         sums += (sums.isEmpty() ? "" : ",") + QByteArray::number(sum * m_database.krone());
@@ -101,8 +100,8 @@ void Company::insertLines(const QByteArray &orders, int first, int last)
     insert(first, last,
            R"("OrdreLinjer" ("OrdreID","PosNr","ProduktNr","ProduktNavn","Antall","Pris",
               "RabattPst","RabattKr","MvaPst","SumNetto","SumBrutto"))",
-           R"("ID",10*i,'P' || (100001+("OrdreNr"+i)%25),'Kjøring på Østlandet',2.5,494*{kr},0,0,
-              CASE i%3 WHEN 0 THEN 10 WHEN 1 THEN 15 ELSE 25 END,1235*{kr},1544*{kr}
+           R"("ID",10*i,'P' || (100001+("OrdreNr"+i)%25),'Kjøring på Østlandet',2.5,480*{kr},0,0,
+              CASE i%3 WHEN 0 THEN 10 WHEN 1 THEN 15 ELSE 25 END,1200*{kr},1500*{kr}
               FROM "Ordre",n WHERE )" +
                orders);
 }
