@@ -72,6 +72,8 @@ const Grunnlag *ehf3::Grunnlagsleser::les(qint32 ordreNr)
         try {
             lesBlokk(ordreNr, m_blokk);
         } catch (const RunTimeError &) {
+            if (m_blokk == 1)
+                throw;
             lesBlokk(ordreNr, 1); // which order cannot be read is told of that one alone
         }
     }
