@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -286,36 +287,44 @@ private:
     usage(u"bare ett av valgene %1 og %2 kan gis"_s.arg(tasks.join(u", "_s), last));
 }
 
-QLatin1StringView nameOf(Task task)
+QString nameOf(Task task)
 {
     const auto *option = std::find_if(kOptions.begin(), kOptions.end(),
                                       [&](const Option &o) { return o.task == task; });
-    return option->name;
+    return option == kOptions.end() ? u"kall uten oppgave"_s : QString(option->name);
+}
+
+bool isOneOf(Task task, std::initializer_list<Task> tasks)
+{
+    return std::find(tasks.begin(), tasks.end(), task) != tasks.end();
+}
+
+/// Refuses an option that stands beside a task other than those it is for.
+void refuseBeside(Task task, const Arguments &given, QLatin1StringView option,
+                  std::initializer_list<Task> tasks)
+{
+    if (!given.has(option) || isOneOf(task, tasks))
+        return;
+    QStringList names;
+    std::transform(tasks.begin(), tasks.end(), std::back_inserter(names), nameOf);
+    const QString last = names.takeLast();
+    usage(u"%1 gjelder bare %2 og %3"_s.arg(option, names.join(u", "_s), last));
 }
 
 /// What does not go together.
 void refuseMisfits(const Options &options, const Arguments &given)
 {
-    const auto isTask = [&](std::initializer_list<Task> tasks) {
-        return std::find(tasks.begin(), tasks.end(), options.task) != tasks.end();
-    };
-    if (isTask({Task::Copy}) && given.has("--dsn"_L1))
+    using enum Task;
+    if (options.task == Copy && given.has("--dsn"_L1))
         usage(u"--kopier navngir selv databasene, uten --dsn"_s);
-    if (isTask({Task::Screens}) && given.has("--dsn"_L1))
+    if (options.task == Screens && given.has("--dsn"_L1))
         usage(u"--tur har sin egen database, uten --dsn"_s);
-    const bool writesFile = isTask({Task::Ehf, Task::Ehf3, Task::Pdf});
-    const bool writesAll = isTask({Task::AllEhf3, Task::AllPdf});
-    if (writesFile && !given.has("--ut"_L1))
+    if (isOneOf(options.task, {Ehf, Ehf3, Pdf}) && !given.has("--ut"_L1))
         usage(u"%1 og --ut må gis sammen"_s.arg(nameOf(options.task)));
-    if (!writesFile && given.has("--ut"_L1))
-        usage(u"--ut gjelder bare --ehf, --ehf3 og --pdf"_s);
-    if (options.erstatt && !writesFile && !writesAll && !isTask({Task::Tour}))
-        usage(u"--erstatt gjelder bare --ehf, --ehf3, --ehf3-alle, --pdf, --pdf-alle og kall uten "
-              u"oppgave"_s);
-    for (const QLatin1StringView limit : {"--fra"_L1, "--til"_L1, "--status"_L1}) {
-        if (given.has(limit) && !writesAll)
-            usage(u"%1 gjelder bare --pdf-alle og --ehf3-alle"_s.arg(limit));
-    }
+    refuseBeside(options.task, given, "--ut"_L1, {Ehf, Ehf3, Pdf});
+    refuseBeside(options.task, given, "--erstatt"_L1, {Ehf, Ehf3, AllEhf3, Pdf, AllPdf, Tour});
+    for (const QLatin1StringView limit : {"--fra"_L1, "--til"_L1, "--status"_L1})
+        refuseBeside(options.task, given, limit, {AllPdf, AllEhf3});
     if (options.fraDato.isValid() && options.tilDato.isValid() && options.fraDato > options.tilDato)
         usage(u"--fra er senere enn --til"_s);
 }
