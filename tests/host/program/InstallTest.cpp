@@ -31,6 +31,14 @@ protected:
     {
         return start(tree(u"bin/strekkbok-vert"_s), arguments);
     }
+    /// The source of the host's page, without its backslashes.
+    [[nodiscard]] QString manPage() const
+    {
+        const QString page = tree(u"share/man/nb/man1/strekkbok-vert.1.gz"_s);
+        const Outcome unpacked = start(u"/bin/gzip"_s, {u"-dc"_s, page});
+        EXPECT_EQ(unpacked.status, 0) << ::testing::PrintToString(unpacked);
+        return QString::fromUtf8(unpacked.out).remove(u'\\');
+    }
     static QByteArray read(const QString &name)
     {
         QFile file(name);
@@ -76,10 +84,7 @@ TEST_F(InstallTest, OneVersionStandsEverywhere)
 
 TEST_F(InstallTest, TheManPageTellsTheHostsOptions)
 {
-    const QString page = tree(u"share/man/nb/man1/strekkbok-vert.1.gz"_s);
-    const Outcome unpacked = start(u"/bin/gzip"_s, {u"-dc"_s, page});
-    ASSERT_EQ(unpacked.status, 0) << ::testing::PrintToString(unpacked);
-    const QString text = QString::fromUtf8(unpacked.out).remove(u'\\');
+    const QString text = manPage();
     const QString help = QString::fromUtf8(installed({u"--help"_s}).out);
     const QRegularExpression option(u"^  --[a-z].*$"_s, QRegularExpression::MultilineOption);
     int options = 0;
@@ -88,6 +93,19 @@ TEST_F(InstallTest, TheManPageTellsTheHostsOptions)
         ++options;
     }
     EXPECT_GT(options, 15);
+}
+
+TEST_F(InstallTest, TheManPagesExamplesRunOneAfterTheOther)
+{
+    environment.insert(u"PATH"_s, tree(u"bin"_s) + u":/bin"_s);
+    const QStringList examples =
+        manPage().section(u"EKSEMPLER\n.nf\n"_s, 1).section(u"\n.fi"_s, 0, 0).split(u'\n');
+    EXPECT_GT(examples.size(), 2);
+    for (const QString &example : examples) {
+        const Outcome outcome = start(u"/bin/sh"_s, {u"-c"_s, example});
+        EXPECT_EQ(outcome.status, 0) << example.toStdString() << '\n'
+                                     << ::testing::PrintToString(outcome);
+    }
 }
 
 TEST_F(InstallTest, LibrariesAreNotLookedForInTheBuild)
