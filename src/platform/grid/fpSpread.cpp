@@ -63,10 +63,10 @@ void fpSpread::setMaxRows(int count)
 
 void fpSpread::setText(QStringView text)
 {
-    const QString before = m_answers ? this->text() : QString();
-    m_sheet.setText(col(), row(), text);
     if (m_answers)
-        EditHistory::note(*m_answers, {row(), col()}, before, this->text());
+        writeAnswer(text);
+    else
+        m_sheet.setText(col(), row(), text);
     m_model->cellChanged(col(), row());
     if (editMode() && m_active == Cell{col(), row()})
         m_delegate->reload(cellEditor(), currentIndex());

@@ -264,6 +264,7 @@ private:
     bool userWrites(Cell cell, const QVariant &value, int role, EditHistory::Step &step);
     bool tellOfChange(Cell cell, EditHistory::Step &answers);
     bool hearAnswers(EditHistory::Step &answers, const std::function<void()> &tell);
+    void writeAnswer(QStringView text);
     void showRefusal(Cell cell, const QString &typed);
     [[nodiscard]] CellRange selectedOrActive() const;
 

@@ -264,6 +264,14 @@ bool fpSpread::hearAnswers(EditHistory::Step &answers, const std::function<void(
     return self && std::exchange(m_answers, outer) == &answers;
 }
 
+/// What the screen writes while it is told, which is undone with what the user did.
+void fpSpread::writeAnswer(QStringView text)
+{
+    const QString before = this->text();
+    m_sheet.setText(col(), row(), text);
+    EditHistory::note(*m_answers, {row(), col()}, before, this->text());
+}
+
 void fpSpread::showRefusal(Cell cell, const QString &typed)
 {
     if (m_model->takesInput(cell.col, cell.row))
