@@ -71,7 +71,8 @@ public:
     }
     void provideIndex(QStringView table, QStringView index, const QStringList &items) override
     {
-        m_session->provideIndex(table, index, items);
+        noted(*m_log, u"provideIndex"_s, u"%1.%2"_s.arg(table, index),
+              [&] { m_session->provideIndex(table, index, items); });
     }
     const ado::dialect::Catalog &catalog() override { return m_session->catalog(); }
     QStringList damages() override { return m_session->damages(); }

@@ -18,7 +18,8 @@ public:
     SessionTap &operator=(const SessionTap &) = delete;
 
     /// The calls so far, in order: "open", "begin", "commit", "rollback", "writeBack", "release",
-    /// "append " with the table, and "execute " or "query " with the statement as it came.
+    /// "append " with the table, "provideIndex " with the table, a point and the index, and
+    /// "execute " or "query " with the statement as it came.
     [[nodiscard]] QStringList calls() const { return m_log->calls; }
     /// The statements among them.
     [[nodiscard]] QStringList statements() const;

@@ -55,8 +55,9 @@ public:
     void execute(const QString &statement, int options = options::kUnspecified);
 
     /// Makes an index over columns of a table unless it is there; an item is a column's name, or
-    /// "Year(column)" as statements ask for it. The module makes none by this; it is for a parent,
-    /// whose tables they are.
+    /// "Year(column)" as statements ask for it. One that begins with a text is made on a server
+    /// only: sessions with a file have lookups in its place. The module makes one for its own
+    /// products; a parent's tables are the parent's.
     void provideIndex(const QString &table, const QString &index, const QStringList &items);
 
     /// Takes the turn at what only one connection at a time, of any process, is to do with the

@@ -50,7 +50,8 @@ public:
     /// From now on the table's counter gives numbers behind that one; nothing for one that stands
     /// there already, and for a table without a counter.
     virtual void continueCounter(QStringView table, qint64 lastNumber) = 0;
-    /// Makes an index unless it is there; dialect/IndexTranslator.h tells the arguments and errors.
+    /// Makes an index unless it is there; dialect/IndexTranslator.h tells the arguments, the errors
+    /// and which is left out.
     virtual void provideIndex(QStringView table, QStringView index, const QStringList &items) = 0;
     /// The tables as they are now; valid until the next call on the session.
     virtual const dialect::Catalog &catalog() = 0;

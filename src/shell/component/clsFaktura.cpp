@@ -48,6 +48,10 @@ void clsFaktura::StartModul()
             m_moduleInit = 0;
     }
 
+    // Order lines name their product by its number. Without the index, as where the user may make
+    // none, all products are read for it.
+    passOver([] { gConn->provideIndex(u"Produkt"_s, u"ProduktNr"_s, {u"ProduktNr"_s}); });
+
     // A parent without windows, such as a command line, has the module without its screens.
     if (m_moduleInit == 1 && qobject_cast<QApplication *>(QCoreApplication::instance())) {
         passOver([] { SharedForm<frmRegningsdel>::get().show(); });

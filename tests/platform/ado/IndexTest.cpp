@@ -55,6 +55,20 @@ TEST_F(IndexTest, TakenBackItCanBeMadeAgain)
     EXPECT_EQ(largest(2014), u"2"_s);
 }
 
+TEST_F(IndexTest, OfATextChangesNoAnswer)
+{
+    m_connection.run(u"CREATE TABLE Vare (Nr TEXT(10), Rad LONG)"_s);
+    const auto insert = [this](const QString &text, int row) {
+        m_connection.run(u"INSERT INTO Vare (Nr,Rad) VALUES (%1,%2)"_s.arg(text).arg(row));
+    };
+    insert(u"'Ås'"_s, 1);
+    m_connection.provideIndex(u"Vare"_s, u"Nr"_s, {u"Nr"_s});
+    insert(u"'ås'"_s, 2); // no key
+    insert(u"Null"_s, 3);
+    insert(u"'as'"_s, 4);
+    EXPECT_EQ(m_connection.column(u"SELECT Rad FROM Vare WHERE Nr='åS' ORDER BY Rad"_s), u"1 2"_s);
+}
+
 TEST_F(IndexTest, UnknownNamesAreRefused)
 {
     EXPECT_EQ(errorOf([&] { m_connection.provideIndex(u"Finnes"_s, u"I"_s, kItems); }),

@@ -82,6 +82,19 @@ TEST_F(TabellerTest, ANewDatabaseGetsEveryStatementInOrder)
     EXPECT_EQ(boxes, QStringList());
 }
 
+TEST_F(TabellerTest, EveryStartAsksForTheIndexOfTheProducts)
+{
+    makeParentTables();
+    for (const bool refused : {false, true}) {
+        SessionTap tap;
+        if (refused)
+            tap.fail(u"provideIndex"_s);
+        EXPECT_EQ(startModule(), 1);
+        EXPECT_EQ(tap.calls().count(u"provideIndex Produkt.ProduktNr"_s), 1);
+        reload();
+    }
+}
+
 TEST_F(TabellerTest, AnUpToDateDatabaseIsOnlyCounted)
 {
     makeParentTables();

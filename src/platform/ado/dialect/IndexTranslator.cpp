@@ -8,7 +8,13 @@ namespace ado::dialect {
 
 namespace {
 
-QByteArray spelled(QStringView item, const TableInfo &table, const Writer &writer)
+struct Item
+{
+    QByteArray sql;
+    DataType type;
+};
+
+Item itemOf(QStringView item, const TableInfo &table, const Writer &writer)
 {
     const Lexed lexed = lex(item);
     TokenStream tokens(lexed.tokens);
@@ -20,25 +26,33 @@ QByteArray spelled(QStringView item, const TableInfo &table, const Writer &write
     const std::vector<Source> sources{{QStringView(), &table}};
     Binder(lexed.tokens, sources).bindPlain(*expr);
     std::vector<Parameter> none;
-    return Emitter(lexed.tokens, sources, writer, none).operand(*expr);
+    return {Emitter(lexed.tokens, sources, writer, none).operand(*expr), expr->type};
 }
 
 } // namespace
 
-Translation translateIndex(QStringView table, QStringView index, const QStringList &items,
-                           const Catalog &catalog, const Writer &writer)
+QByteArray indexName(const TableInfo &table, QStringView index)
+{
+    return Writer::name(table.name + u'.' + index.toString());
+}
+
+std::optional<Translation> translateIndex(QStringView table, QStringView index,
+                                          const QStringList &items, const Catalog &catalog,
+                                          const Writer &writer)
 {
     const TableInfo *info = catalog.table(table);
     if (!info)
         raiseNoSuchTable(table, {});
     QByteArrayList parts;
-    for (const QString &item : items)
-        parts += spelled(item, *info, writer);
+    for (const QString &item : items) {
+        const auto [sql, type] = itemOf(item, *info, writer);
+        if (parts.isEmpty() && type == DataType::VarWChar && info->hasLookups)
+            return std::nullopt;
+        parts += sql;
+    }
     Translation translation;
     translation.kind = StatementKind::AlterTable;
-    // The names of indexes are unique in the whole database.
-    translation.sql = "CREATE INDEX IF NOT EXISTS " +
-                      Writer::name(info->name + u'.' + index.toString()) + " ON " +
+    translation.sql = "CREATE INDEX IF NOT EXISTS " + indexName(*info, index) + " ON " +
                       Writer::name(info->name) + " (" + parts.join(", ") + ')';
     return translation;
 }

@@ -374,7 +374,13 @@ void PostgresSession::changeSchema(const dialect::Translation &translation)
 
 void PostgresSession::provideIndex(QStringView table, QStringView index, const QStringList &items)
 {
-    changeSchema(dialect::translateIndex(table, index, items, catalog(), m_writer));
+    const dialect::Catalog &tables = catalog();
+    const auto made = dialect::translateIndex(table, index, items, tables, m_writer);
+    // Of one that is there the server would find out with the table locked against writers.
+    const QByteArray known =
+        PostgresWriter::knowsRelation(dialect::indexName(*tables.table(table), index));
+    if (made && *PQgetvalue(m_link.run(known.constData()).get(), 0, 0) != 't')
+        changeSchema(*made);
 }
 
 // --- Writing back

@@ -207,6 +207,11 @@ QByteArray PostgresWriter::counterResult(QStringView table, QStringView counter,
            ", " + number + ") END";
 }
 
+QByteArray PostgresWriter::knowsRelation(const QByteArray &quotedName)
+{
+    return "SELECT to_regclass(" + literal(quotedName) + ") IS NOT NULL";
+}
+
 QByteArray PostgresWriter::counterBehindRows(QStringView table, QStringView counter)
 {
     const QByteArray sequence = sequenceOf(table, counter);

@@ -47,6 +47,8 @@ public:
     [[nodiscard]] QByteArray nextNumber() const override { return "DEFAULT"; }
     [[nodiscard]] QByteArray counterResult(QStringView table, QStringView counter,
                                            bool given) const override;
+    /// A query for whether there is a table or an index of that name.
+    [[nodiscard]] static QByteArray knowsRelation(const QByteArray &quotedName);
     /// A query that moves a counter on behind the largest number in its table.
     [[nodiscard]] static QByteArray counterBehindRows(QStringView table, QStringView counter);
     /// The same behind a number, and a query for the last number that it has given.

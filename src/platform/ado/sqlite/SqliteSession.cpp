@@ -202,7 +202,8 @@ void SqliteSession::changeSchema(const dialect::Translation &translation)
 
 void SqliteSession::provideIndex(QStringView table, QStringView index, const QStringList &items)
 {
-    changeSchema(dialect::translateIndex(table, index, items, catalog(), m_writer));
+    if (const auto made = dialect::translateIndex(table, index, items, catalog(), m_writer))
+        changeSchema(*made);
 }
 
 // --- Writing back

@@ -6,9 +6,12 @@ namespace ado::dialect::test {
 
 namespace {
 
-QString indexOf(const QStringList &items, const QString &table = u"ordre"_s)
+/// Empty for an index that is left out.
+QString indexOf(const QStringList &items, const QString &table = u"ordre"_s,
+                const Catalog &tables = catalog())
 {
-    return QString::fromUtf8(translateIndex(table, u"Ny"_s, items, catalog(), SqliteWriter()).sql);
+    const auto made = translateIndex(table, u"Ny"_s, items, tables, SqliteWriter());
+    return made ? QString::fromUtf8(made->sql) : QString();
 }
 
 int errorOf(const QStringList &items, const QString &table = u"Ordre"_s)
@@ -31,6 +34,19 @@ TEST(Index, SpellsAPartOfADateAsQueriesDo)
         sqlOf(u"SELECT Year(Ordre.OrdreDato) AS Aar FROM Ordre"_s).remove(u"\"Ordre\"."_s);
     const QString held = indexOf({u"Year(OrdreDato)"_s}).section(u" ("_s, 1).chopped(1);
     EXPECT_TRUE(asked.contains(held)) << asked.toStdString();
+}
+
+TEST(Index, ThatBeginsWithATextIsLeftOutWhereLookupsStandInItsPlace)
+{
+    Catalog tables;
+    for (const QString &name : {u"Med"_s, u"Uten"_s}) {
+        TableInfo table{name, {{u"Nr"_s, DataType::VarWChar, 20}, {u"Rad"_s, DataType::Integer}}};
+        table.hasLookups = name == u"Med"_s;
+        tables.add(table);
+    }
+    EXPECT_EQ(indexOf({u"Nr"_s, u"Rad"_s}, u"Med"_s, tables), QString());
+    EXPECT_NE(indexOf({u"Rad"_s, u"Nr"_s}, u"Med"_s, tables), QString());
+    EXPECT_NE(indexOf({u"Nr"_s}, u"Uten"_s, tables), QString());
 }
 
 // What a tool that knows no function of ours could not work out.

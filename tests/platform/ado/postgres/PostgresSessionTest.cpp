@@ -61,6 +61,42 @@ TEST_F(PostgresSessionTest, IndexOfAYearIsUsed)
     EXPECT_EQ(plan.count(u"Filter:"), 0) << plan.toStdString();
 }
 
+TEST_F(PostgresSessionTest, IndexOfATextIsUsedByJoins)
+{
+    Client client(m_database);
+    for (const QString &table : {u"Linje"_s, u"Vare"_s})
+        client.run(u"CREATE TABLE %1 (Rad LONG, Nr TEXT(20))"_s.arg(table));
+    client.provideIndex(u"Vare"_s, u"Nr"_s, {u"Nr"_s});
+    OtherUser planner(m_database);
+    planner.run(u"INSERT INTO \"Linje\" SELECT number, 'p' || number * 400 FROM "
+                u"generate_series(1, 10) AS number; ANALYZE \"Linje\""_s);
+    planner.run(u"INSERT INTO \"Vare\" SELECT number, 'P' || number FROM "
+                u"generate_series(1, 5000) AS number; ANALYZE \"Vare\""_s);
+    const QString join = u"SELECT L.Rad, V.Rad FROM Linje AS L LEFT JOIN Vare AS V ON L.Nr=V.Nr"_s;
+    const std::unique_ptr<Session> session =
+        openSession(resolve(ConnectionString(m_database.connectionString())));
+    const QByteArray sql =
+        dialect::translate(dialect::lex(join), session->catalog(), PostgresWriter()).sql;
+    const QString plan = planner.all(u"EXPLAIN "_s + QString::fromUtf8(sql));
+    EXPECT_TRUE(plan.contains(u"Index Scan using \"Vare.Nr\"")) << plan.toStdString();
+    EXPECT_EQ(client.value(u"SELECT Count(V.Rad) FROM Linje AS L LEFT JOIN Vare AS V "
+                           u"ON L.Nr=V.Nr"_s),
+              Value(qint32{10}));
+}
+
+// A start asks for its index each time, also while somebody writes.
+TEST_F(PostgresSessionTest, AnIndexThatIsThereWaitsForNobody)
+{
+    Client client(m_database.connectionString() + u"&options=-c%20lock_timeout%3D50"_s);
+    client.run(u"CREATE TABLE Vare (Nr TEXT(20))"_s);
+    client.provideIndex(u"vare"_s, u"Nr"_s, {u"Nr"_s});
+    OtherUser writer(m_database);
+    writer.run(u"BEGIN; INSERT INTO \"Vare\" VALUES ('P1')"_s);
+    client.provideIndex(u"vare"_s, u"Nr"_s, {u"Nr"_s});
+    EXPECT_EQ(errorOf([&] { client.provideIndex(u"Vare"_s, u"Annen"_s, {u"Nr"_s}); }),
+              errors::kTimeout);
+}
+
 // A moment that another program keeps with its zone is a day of this machine's calendar, not of the
 // server's; the tests run in Norway.
 TEST_F(PostgresSessionTest, AMomentWithAZoneIsSeenInTheMachinesOwn)

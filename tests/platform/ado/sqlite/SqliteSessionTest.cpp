@@ -137,6 +137,15 @@ TEST_F(SqliteSessionTest, IndexOfAYearIsUsedAndEveryToolCanWriteBesideIt)
     EXPECT_EQ(largest(), 70);
 }
 
+TEST_F(SqliteSessionTest, AnIndexThatBeginsWithATextIsNotMade)
+{
+    run(u"CREATE TABLE Vare (Nr TEXT(20), Gruppe LONG)"_s);
+    m_connection.provideIndex(u"Vare"_s, u"Nr"_s, {u"Nr"_s});
+    m_connection.provideIndex(u"Vare"_s, u"GruppeNr"_s, {u"Gruppe"_s, u"Nr"_s});
+    EXPECT_EQ(m_tool.text("SELECT group_concat(name) FROM sqlite_schema WHERE type = 'index'"),
+              "Vare.GruppeNr");
+}
+
 TEST_F(SqliteSessionTest, ProtectedFileIsReadAndRefusesWriting)
 {
     run(u"CREATE TABLE T (Nr LONG)"_s);
