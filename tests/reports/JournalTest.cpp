@@ -1,5 +1,7 @@
+#include "platform/ado/SessionPool.h"
 #include "reports/ListTest.h"
 #include "reports/PageReader.h"
+#include "support/SqliteSteps.h"
 
 using namespace Qt::StringLiterals;
 
@@ -301,6 +303,25 @@ TEST_F(JournalTest, ARunWithoutVouchersHasNoSales)
               (QStringList{u"Sum i alt"_s, u"0,00"_s, u"0,00"_s, u"0,00"_s}));
     EXPECT_FALSE(textsOf(page).contains(u"Debet"_s));
     EXPECT_FALSE(textsOf(page).contains(u"Mva-sats"_s));
+}
+
+TEST_F(JournalTest, OtherVouchersOfTheYearCostNothing)
+{
+    post(kRun);
+    const SqliteSteps steps(SQLITE_STMTSTATUS_VM_STEP);
+    const auto cost = [this] {
+        ado::SessionPool::shared().clear(); // only what is opened from now on is counted
+        SqliteSteps::taken();
+        sales();
+        return SqliteSteps::taken();
+    };
+    const int before = cost();
+    constexpr int kVouchers = 200;
+    for (int nr = 1; nr <= kVouchers; ++nr) {
+        run(u"INSERT INTO Bilag (KlientNr,BilagNr,BilagDato,BilagType,AntPost,Aar) VALUES "
+            u"(1,%1,#09/01/2014#,'Kasse',1,2014)"_s.arg(1000 + nr));
+    }
+    EXPECT_LT(cost(), before + kVouchers);
 }
 
 TEST_F(JournalTest, ManyPagesKeepAnInvoiceTogether)

@@ -1,5 +1,6 @@
-#include "platform/ado/sqlite/ScanCounter.h"
+#include "platform/ado/Support.h"
 #include "support/Child.h"
+#include "support/SqliteSteps.h"
 
 #include <array>
 #include <random>
@@ -35,7 +36,7 @@ protected:
         u"SELECT S.Navn FROM Kunde AS K LEFT JOIN Sted AS S ON K.PostNr=S.PostNr"_s;
     const QString kPlacesByScan = kPlaces + u" OR K.Nr<0"_s;
 
-    const ScanCounter m_scans;
+    const SqliteSteps m_scans;
     Database m_file;
     Opened m_connection{m_file};
     Tool m_tool{m_file.path()};
@@ -58,20 +59,20 @@ TEST_F(SqliteLookupsTest, TheJoinedTableIsNotReadThrough)
     const QString narrowed = kPlaces + u" AND S.Navn<>'Oslo'"_s;
     for (const QString &statement : {kPlaces, two, inner, both, narrowed}) {
         EXPECT_EQ(m_connection.column(statement + one), u"Hamar"_s);
-        ScanCounter::steps();
+        SqliteSteps::taken();
         EXPECT_EQ(m_connection.column(statement + one), u"Hamar"_s);
-        EXPECT_EQ(ScanCounter::steps(), 0) << statement.toStdString();
+        EXPECT_EQ(SqliteSteps::taken(), 0) << statement.toStdString();
     }
     static_cast<void>(m_connection.column(kPlacesByScan + one));
-    EXPECT_GE(ScanCounter::steps(), 501);
+    EXPECT_GE(SqliteSteps::taken(), 501);
 }
 
 TEST_F(SqliteLookupsTest, ReadingAllCustomersReadsThePlacesOnce)
 {
     EXPECT_EQ(places(), u"Oslo Hamar"_s);
-    ScanCounter::steps();
+    SqliteSteps::taken();
     EXPECT_EQ(places(), u"Oslo Hamar"_s);
-    EXPECT_LE(ScanCounter::steps(), 2); // the customers
+    EXPECT_LE(SqliteSteps::taken(), 2); // the customers
 }
 
 TEST_F(SqliteLookupsTest, OwnChangesOfOtherTablesLeaveTheLookup)
@@ -79,12 +80,12 @@ TEST_F(SqliteLookupsTest, OwnChangesOfOtherTablesLeaveTheLookup)
     expectPlaces(u"Oslo Hamar"_s);
     m_connection.run(u"UPDATE Kunde SET PostNr='2317' WHERE Nr=1"_s);
     EXPECT_EQ(places(), u"Hamar Hamar"_s); // the lookup's own change may not count either
-    ScanCounter::steps();
+    SqliteSteps::taken();
     EXPECT_EQ(places(), u"Hamar Hamar"_s);
     m_connection.run(u"UPDATE Kunde SET PostNr='0010' WHERE Nr=2"_s);
-    ScanCounter::steps();
+    SqliteSteps::taken();
     EXPECT_EQ(places(), u"Hamar Oslo"_s);
-    EXPECT_LE(ScanCounter::steps(), 2); // the customers
+    EXPECT_LE(SqliteSteps::taken(), 2); // the customers
 }
 
 // --- What changes the table

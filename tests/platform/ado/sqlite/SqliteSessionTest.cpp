@@ -1,4 +1,5 @@
-#include "platform/ado/sqlite/ScanCounter.h"
+#include "platform/ado/Support.h"
+#include "support/SqliteSteps.h"
 
 #include <QFileInfo>
 
@@ -26,7 +27,7 @@ protected:
         return set;
     }
 
-    const ScanCounter m_scans;
+    const SqliteSteps m_scans;
     Database m_file;
     Connection m_connection;
     Tool m_tool{m_file.path()};
@@ -121,17 +122,17 @@ TEST_F(SqliteSessionTest, IndexOfAYearIsUsedAndEveryToolCanWriteBesideIt)
     for (int number = 1; number <= 50; ++number)
         run(u"INSERT INTO Bilag VALUES (5,%1,#03/09/2014#)"_s.arg(number));
     const auto largest = [this] {
-        ScanCounter::steps();
+        SqliteSteps::taken();
         return rows(u"SELECT Max(BilagNr) AS MaxNr FROM Bilag WHERE KlientNr= 5 AND "
                     u"Year(Bilag.BilagDato)= 2014"_s)
             .integer(0);
     };
     EXPECT_EQ(largest(), 50);
-    EXPECT_GE(ScanCounter::steps(), 49);
+    EXPECT_GE(SqliteSteps::taken(), 49);
     m_connection.provideIndex(u"Bilag"_s, u"KlientAarNr"_s,
                               {u"KlientNr"_s, u"Year(BilagDato)"_s, u"BilagNr"_s});
     EXPECT_EQ(largest(), 50);
-    EXPECT_EQ(ScanCounter::steps(), 0);
+    EXPECT_EQ(SqliteSteps::taken(), 0);
     m_tool.run("INSERT INTO Bilag VALUES (5, 70, '2014-12-31'), (5, 80, 'i fjor'), (5, 90, NULL)");
     EXPECT_EQ(m_tool.text("PRAGMA integrity_check"), "ok");
     EXPECT_EQ(largest(), 70);
