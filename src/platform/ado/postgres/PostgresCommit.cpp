@@ -23,19 +23,30 @@ PostgresCommit::PostgresCommit(PostgresLink &link, std::function<void()> reopen)
 {
 }
 
+void PostgresCommit::begin(Purpose purpose)
+{
+    m_number.clear();
+    if (purpose == Purpose::Read)
+        m_link.run("BEGIN");
+    else
+        m_number = PQgetvalue(m_link.run("BEGIN; SELECT txid_current()").get(), 0, 0);
+}
+
 bool PostgresCommit::send()
 {
-    QByteArray number;
+    if (!m_link.isAlive())
+        return false; // it ended with the connection, before the commit
     PostgresResult result;
     try {
-        number = PQgetvalue(m_link.run("SELECT txid_current_if_assigned()").get(), 0, 0);
+        if (m_number.isEmpty())
+            m_number = PQgetvalue(m_link.run("SELECT txid_current_if_assigned()").get(), 0, 0);
         if (m_serverLife.isEmpty())
             m_serverLife = PQgetvalue(m_link.run(kAskLife).get(), 0, 0);
         result = m_link.run("COMMIT");
     } catch (const RunTimeError &) {
         if (!m_link.isLost())
             throw;
-        return !number.isEmpty() && wasStored(number);
+        return !m_number.isEmpty() && wasStored();
     }
     // An aborted transaction is rolled back by COMMIT, without an error.
     if (qstrcmp(PQcmdStatus(result.get()), "COMMIT") != 0)
@@ -46,9 +57,9 @@ bool PostgresCommit::send()
 
 /// What became of a transaction whose COMMIT was cut off. A server that has come back from a crash
 /// may have given the number to another transaction.
-bool PostgresCommit::wasStored(const QByteArray &number)
+bool PostgresCommit::wasStored() const
 {
-    const QByteArray question = kAskLife + QByteArray(", txid_status(") + number + ')';
+    const QByteArray question = kAskLife + QByteArray(", txid_status(") + m_number + ')';
     const QByteArray life = m_serverLife; // a new connection forgets it
     for (int waited = 0; waited < m_link.patience(); waited += kStatusPause) {
         if (m_link.isLost() && passOver(m_reopen) != 0)

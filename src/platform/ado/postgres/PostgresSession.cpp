@@ -118,7 +118,7 @@ bool PostgresSession::transactionLost() const noexcept
 
 /// Sends the BEGIN that is due, on a new connection if the old one has ended. Nothing is lost by
 /// trying BEGIN again.
-void PostgresSession::start()
+void PostgresSession::start(Purpose purpose)
 {
     requireRunning();
     if (m_transaction == Transaction::Started || m_transaction == Transaction::Running)
@@ -127,10 +127,14 @@ void PostgresSession::start()
         reopen();
     for (int left = kAttempts; m_transaction == Transaction::Begun; --left) {
         try {
-            m_link.run("BEGIN");
+            m_commit.begin(purpose);
             m_transaction = Transaction::Started;
         } catch (const RunTimeError &) {
-            if (left == 1 || !m_link.isLost())
+            if (!m_link.isLost()) {
+                takeBack(false); // a transaction has begun all the same
+                throw;
+            }
+            if (left == 1)
                 throw;
             reopen();
         }
@@ -143,7 +147,7 @@ template<class Read>
 void PostgresSession::reading(Read read)
 {
     for (int left = kAttempts;; --left) {
-        start();
+        start(Purpose::Read);
         try {
             read();
             return;
@@ -309,7 +313,7 @@ QByteArray PostgresSession::moment()
 
 void PostgresSession::perform(const dialect::Lexed &lexed, RowSet *rows)
 {
-    start();
+    start(Purpose::Change);
     const dialect::Catalog &tables = knownCatalog();
     Prepared *prepared = m_statements.object(lexed.shape);
     if (!prepared) {
@@ -360,7 +364,7 @@ void PostgresSession::changeSchema(const dialect::Translation &translation)
     for (const QByteArray &followUp : translation.followUps)
         PostgresWriter::requireShortNames(followUp);
     allOrNothing([&] {
-        start();
+        start(Purpose::Change);
         guarded([&] {
             provideCollation(translation.sql);
             m_link.run(translation.sql.constData());
@@ -389,7 +393,7 @@ void PostgresSession::writeBack(RowSet &rows, const std::vector<int> &changedRow
 {
     std::optional<WriteBack> writeBack;
     allOrNothing([&] {
-        start();
+        start(Purpose::Change);
         const dialect::TableInfo *table =
             rows.baseTable().isEmpty() ? nullptr : knownCatalog().table(rows.baseTable());
         writeBack.emplace(rows, table, m_writer, [this](const auto &sql, const auto &values) {
@@ -411,7 +415,7 @@ void PostgresSession::writeBack(RowSet &rows, const std::vector<int> &changedRow
 void PostgresSession::append(QStringView table, const RowSet &rows)
 {
     allOrNothing([&] {
-        start();
+        start(Purpose::Change);
         const dialect::TableInfo *target = knownCatalog().table(table);
         if (!target)
             throw RunTimeError(errors::kNoSuchTable, u"Tabellen «%1» finnes ikke."_s.arg(table));
@@ -442,7 +446,7 @@ qint64 PostgresSession::lastNumber(QStringView table)
 
 void PostgresSession::continueCounter(QStringView table, qint64 lastNumber)
 {
-    start();
+    start(Purpose::Change);
     const dialect::TableInfo *info = knownCatalog().table(table);
     if (const dialect::ColumnInfo *counter = info ? info->counter() : nullptr)
         guarded([&] {
@@ -455,7 +459,7 @@ void PostgresSession::continueCounter(QStringView table, qint64 lastNumber)
 
 bool PostgresSession::takeTurn()
 {
-    start();
+    start(Purpose::Read);
     return m_turn.take(m_link);
 }
 

@@ -45,10 +45,11 @@ public:
     bool usable() noexcept override;
 
 private:
+    using Purpose = PostgresCommit::Purpose;
     enum class Transaction {
         None,
         Begun,   // nothing asked of the server yet
-        Started, // BEGIN alone
+        Started, // BEGIN and nothing of the owner's
         Running,
         Lost, // the connection ended before the commit
         Over, // by a commit that failed
@@ -75,7 +76,7 @@ private:
     };
 
     void requireRunning() const;
-    void start();
+    void start(Purpose purpose);
     void reopen();
     template<class Read>
     void reading(Read read);

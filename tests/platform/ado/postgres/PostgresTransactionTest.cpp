@@ -31,6 +31,45 @@ TEST_F(PostgresTransaction, BegunTransactionWithoutStatementAsksNothingOfTheServ
     m_first.rollbackTrans();
 }
 
+// Another question before each commit would be a fourth of what a statement alone takes.
+TEST_F(PostgresTransaction, OneThatChangesKnowsItsNumberWithItsBegin)
+{
+    const QString functions[] = {u"txid_current()"_s, u"txid_current_if_assigned()"_s};
+    const auto mayAsk = [&](const QString &function, bool may) {
+        m_database.run((may ? u"GRANT EXECUTE ON FUNCTION %1 TO PUBLIC"_s
+                            : u"REVOKE EXECUTE ON FUNCTION %1 FROM PUBLIC"_s)
+                           .arg(function));
+    };
+    m_database.run(u"CREATE ROLE spoer LOGIN PASSWORD 'x'"_s);
+    m_database.run(u"GRANT ALL ON \"T\" TO spoer"_s);
+    {
+        Client client(m_database.connectionString() + u";uid=spoer"_s);
+        mayAsk(functions[1], false);
+        client.beginTrans();
+        client.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
+        client.commitTrans();
+        EXPECT_EQ(count(), "2");
+
+        mayAsk(functions[0], false);
+        client.beginTrans();
+        EXPECT_EQ(errorOf([&] { client.run(u"INSERT INTO T (Nr) VALUES (3)"_s); }),
+                  errors::kNoPermission);
+        mayAsk(functions[0], true);
+        client.run(u"INSERT INTO T (Nr) VALUES (3)"_s); // as if the one before had not been
+        client.commitTrans();
+        EXPECT_EQ(count(), "3");
+
+        // Only one that has begun by reading is asked.
+        client.beginTrans();
+        EXPECT_EQ(client.value(u"SELECT COUNT(*) FROM T"_s), Value(qint32{3}));
+        client.run(u"INSERT INTO T (Nr) VALUES (4)"_s);
+        EXPECT_EQ(errorOf([&] { client.commitTrans(); }), errors::kNoPermission);
+        client.rollbackTrans();
+    }
+    m_database.run(u"DROP OWNED BY spoer"_s);
+    m_database.run(u"DROP ROLE spoer"_s);
+}
+
 TEST_F(PostgresTransaction, ReadsWhatOthersHaveCommittedMeanwhile)
 {
     m_first.beginTrans();
