@@ -8,6 +8,7 @@
 #include "platform/forms/OuterRim.h"
 #include "platform/grid/fpSpread.h"
 #include "presentation/screens/Skjerm.h"
+#include "presentation/screens/Timeglass.h"
 #include "presentation/spread/Fakturaliste.h"
 #include "presentation/spread/Radtekst.h"
 #include "presentation/spread/mVASpread.h"
@@ -62,6 +63,7 @@ void frmOversikt::onLoad()
 
 void frmOversikt::LesOversikt()
 {
+    Timeglass timeglass;
     fpSpread &grid = *m_ui->fpSpread1;
     grid.setRedraw(false);
     passOver([&] { SpreadClear(grid); });
@@ -80,8 +82,10 @@ void frmOversikt::LesOversikt()
                                 {u"SumBrutto", Belop},
                                 {u"OrdreStatus"},
                                 {u"ID", Heltall}});
-        for (; !rs->eof(); rs->moveNext())
+        for (; !rs->eof(); rs->moveNext()) {
             passOver([&] { SpreadAddRow(grid, radtekst.rad()); });
+            timeglass.holdVinduene();
+        }
     });
     grid.setRedraw(true);
     m_sortering.glem();

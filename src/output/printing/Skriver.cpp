@@ -5,6 +5,7 @@
 #include "platform/report/Painter.h"
 #include "platform/report/PdfFile.h"
 #include "platform/report/ReportError.h"
+#include "presentation/screens/Timeglass.h"
 
 #include <QPageSize>
 #include <QPainter>
@@ -96,7 +97,10 @@ void skrivPaa(QPrinter &skriver, const report::Document &dokument, int eksemplar
         nektet(skriver);
     const int sider = int(dokument.pages.size());
     const int alle = gjentar ? sider : sider * eksemplarer;
+    // What has come to a printer comes out of it, so a note to cancel by would promise too much.
+    Timeglass timeglass;
     for (int nr = 0; nr < alle; ++nr) {
+        timeglass.holdVinduene();
         if (nr > 0 && !skriver.newPage())
             nektet(skriver);
         report::paintPage(maler, dokument, nr % sider, skriver.resolution() / kMmPerTomme);

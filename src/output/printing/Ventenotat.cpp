@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Milliseconds.
-constexpr qint64 kEtOyeblikk = 1000;
+constexpr qint64 kEtOyeblikk = 400; // a window that does nothing for longer seems dead
 constexpr qint64 kMellomHendelser = 100;
 
 } // namespace

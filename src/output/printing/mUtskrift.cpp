@@ -7,12 +7,13 @@
 #include "platform/forms/Forms.h"
 #include "platform/forms/MsgBox.h"
 #include "platform/report/ReportError.h"
+#include "presentation/screens/Timeglass.h"
 #include "presentation/screens/frmDummy.h"
 #include "presentation/screens/frmInvisible.h"
 #include "runtime/ComponentFolder.h"
 #include "state/SharedState.h"
 
-#include <QApplication>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -22,25 +23,6 @@ constexpr qint16 kTilSkriver = 1;
 constexpr int kForhandsvisningBredde = 900; // pixels
 constexpr int kForhandsvisningHoyde = 700;
 constexpr int kHelStorrelse = 100; // per cent
-
-/// The mouse pointer as an hourglass, until it is turned back.
-class Timeglass
-{
-public:
-    Timeglass() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Timeglass() { fjern(); }
-    Timeglass(const Timeglass &) = delete;
-    Timeglass &operator=(const Timeglass &) = delete;
-
-    void fjern()
-    {
-        if (std::exchange(m_staar, false))
-            QApplication::restoreOverrideCursor();
-    }
-
-private:
-    bool m_staar = true;
-};
 
 /// The data source as the report control takes it. Error 5 for a connection string without one.
 QString rapportforbindelse()

@@ -7,6 +7,7 @@
 #include "platform/grid/fpSpread.h"
 #include "posting/run/Bokkontroll.h"
 #include "presentation/screens/Skjerm.h"
+#include "presentation/screens/Timeglass.h"
 #include "presentation/spread/Fakturaliste.h"
 #include "presentation/spread/mVASpread.h"
 #include "rules/Ordre.h"
@@ -16,9 +17,11 @@
 #include "state/SharedState.h"
 #include "ui_frmBokfor.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QLineEdit>
 #include <QPointer>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace bokforkolonne;
@@ -81,8 +84,8 @@ public:
     void framdrift(int behandlet, int merket) override
     {
         const QDateTime naa = Clock::current().now();
-        if (!std::exchange(m_viserFramdrift, true)) {
-            QApplication::setOverrideCursor(Qt::WaitCursor);
+        if (!m_timeglass) {
+            m_timeglass.emplace();
             m_malt = naa;
             m_sagt = naa.addMSecs(-kSieintervall);
         }
@@ -126,9 +129,9 @@ private:
     }
     void sluttFramdrift()
     {
-        if (!std::exchange(m_viserFramdrift, false))
+        if (!m_timeglass)
             return;
-        QApplication::restoreOverrideCursor();
+        m_timeglass.reset();
         if (!m_skjerm)
             return;
         m_skjerm->m_ui->lblFramdrift->clear();
@@ -137,9 +140,9 @@ private:
 
     const QPointer<frmBokfor> m_skjerm;
     const Rapport m_rapport;
-    QDateTime m_malt; ///< when the whole window was painted last
-    QDateTime m_sagt; ///< when a screen reader was told last how far the run is
-    bool m_viserFramdrift = false;
+    QDateTime m_malt;                     ///< when the whole window was painted last
+    QDateTime m_sagt;                     ///< when a screen reader was told last how far the run is
+    std::optional<Timeglass> m_timeglass; ///< while it tells how far it is
 };
 
 frmBokfor::frmBokfor()

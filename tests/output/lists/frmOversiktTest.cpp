@@ -67,6 +67,23 @@ TEST_F(FrmOversiktTest, OneStatementReadsTheListWordForWord)
               QStringList(u"SELECT * FROM Ordre WHERE KlientNr= 5 ORDER BY ordreNr DESC"_s));
 }
 
+TEST_F(FrmOversiktTest, TheHourglassStandsWhileTheListIsRead)
+{
+    leggMange(3);
+    SessionTap tap;
+    int lest = 0;
+    tap.rewriteStatements([&](const QString &statement) {
+        ++lest;
+        EXPECT_NE(QApplication::overrideCursor(), nullptr);
+        return statement;
+    });
+    open();
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    press(u"btnRefresh"_s);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(lest, 2);
+}
+
 TEST_F(FrmOversiktTest, ListsTheClientsOrdersByFallingNumber)
 {
     const int first = legg({.nr = 9, .status = u"'Betalt'"_s});

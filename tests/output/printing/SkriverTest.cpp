@@ -1,6 +1,7 @@
 #include "output/printing/Skriver.h"
 
 #include "output/printing/UtskriftTest.h"
+#include "output/printing/Ventenotat.h"
 #include "platform/report/ReportError.h"
 
 #include <QDir>
@@ -114,6 +115,36 @@ TEST_F(SkriverTest, APdfFileThatTakesLongCanBeCancelled)
               report::errors::kCancelled);
     EXPECT_EQ(innhold(u"ut.pdf"_s), "fra i fjor");
     EXPECT_EQ(QDir(folder()).entryList(QDir::Files), filer);
+}
+
+TEST_F(SkriverTest, TheNoteIsUpWithinHalfASecond)
+{
+    const LangsomTid tid(500);
+    Ventenotat notat(u"Skriver PDF-filen …"_s);
+    onNextModal<QProgressDialog>([](QProgressDialog &vist) { vist.cancel(); });
+    EXPECT_EQ(raised([&] { notat.sjekk(); }), report::errors::kCancelled);
+}
+
+TEST_F(SkriverTest, TheHourglassStandsWhileAPrinterGetsItsPages)
+{
+    /// Sees the mouse pointer at each look at the time.
+    class Vitne : public Clock
+    {
+    public:
+        [[nodiscard]] QDateTime now() const override
+        {
+            ++sett;
+            staar = staar && (sett == 1 || QApplication::overrideCursor());
+            return Clock::now();
+        }
+        mutable int sett = 0;
+        mutable bool staar = true;
+    } vitne;
+    const ScopedClock iKraft(vitne);
+    EXPECT_EQ(antallSider(skrevetPaa(u"Kontor"_s, side({210, 297}, 200))), 200);
+    EXPECT_GT(vitne.sett, 1) << "time is looked at among the pages";
+    EXPECT_TRUE(vitne.staar);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(SkriverTest, TheInnermostChoiceIsInForce)

@@ -30,15 +30,16 @@ private:
     const QString m_mappe;
 };
 
-/// A clock in force while it lives, by which each look at it comes a second after the one before:
-/// whatever looks at the time takes long.
+/// A clock in force while it lives, by which each look at it comes a second or so after the one
+/// before: whatever looks at the time takes long.
 class LangsomTid : public Clock
 {
 public:
-    LangsomTid() : m_scope(*this) {}
-    [[nodiscard]] QDateTime now() const override { return m_now = m_now.addSecs(1); }
+    explicit LangsomTid(int millisekunder = 1000) : m_skritt(millisekunder), m_scope(*this) {}
+    [[nodiscard]] QDateTime now() const override { return m_now = m_now.addMSecs(m_skritt); }
 
 private:
+    const int m_skritt;
     mutable QDateTime m_now{QDate(2014, 3, 9), QTime(12, 0)};
     ScopedClock m_scope;
 };
