@@ -60,9 +60,11 @@ public:
     {
         noted(*m_log, u"writeBack"_s, {}, [&] { m_session->writeBack(rows, changedRows); });
     }
-    void append(QStringView table, const ado::RowSet &rows) override
+    void append(QStringView table, const ado::RowSet &rows,
+                const std::function<void(int rows)> &added) override
     {
-        noted(*m_log, u"append"_s, table.toString(), [&] { m_session->append(table, rows); });
+        noted(*m_log, u"append"_s, table.toString(),
+              [&] { m_session->append(table, rows, added); });
     }
     qint64 lastNumber(QStringView table) override { return m_session->lastNumber(table); }
     void continueCounter(QStringView table, qint64 lastNumber) override

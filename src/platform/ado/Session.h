@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <vector>
 
 namespace ado {
@@ -18,6 +19,8 @@ class Session
 public:
     /// How often work is begun that a database loses each time.
     static constexpr int kAttempts = 5;
+    /// How many rows are added between two times that it is told.
+    static constexpr int kAddedAtOnce = 1000;
 
     virtual ~Session() = default;
 
@@ -43,8 +46,14 @@ public:
     virtual void writeBack(RowSet &rows, const std::vector<int> &changedRows) = 0;
     /// Adds all rows of `rows` to a table at once, each value to the column of its name, those of a
     /// counter too, which is moved on behind them. All rows or none. Raises kNoSuchTable, and what
-    /// a refused row raises.
-    virtual void append(QStringView table, const RowSet &rows) = 0;
+    /// a refused row raises. Now and then `added` is told how many are on their way; what it raises
+    /// ends the work as well.
+    virtual void append(QStringView table, const RowSet &rows,
+                        const std::function<void(int rows)> &added) = 0;
+    void append(QStringView table, const RowSet &rows)
+    {
+        append(table, rows, [](int) {});
+    }
     /// The last number that the table's counter has given; 0 when it has none or has given none.
     virtual qint64 lastNumber(QStringView table) = 0;
     /// From now on the table's counter gives numbers behind that one; nothing for one that stands

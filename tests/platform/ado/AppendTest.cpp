@@ -70,6 +70,37 @@ TEST_F(Append, AllRowsOrNone)
     EXPECT_EQ(stored(u"SELECT \"ID\" FROM \"Ordre\" ORDER BY 1"_s), "7\n9");
 }
 
+TEST_F(Append, TellsHowFarItIsAndCanBeEnded)
+{
+    constexpr int kRows = 2 * Session::kAddedAtOnce + 500;
+    std::vector<std::pair<qint32, Value>> numbered;
+    for (qint32 number = 1; number <= kRows; ++number)
+        numbered.emplace_back(number, Value());
+    const RowSet rows = rowsOf(numbered);
+
+    struct Ended
+    {
+    };
+    const auto endSoon = [](int added) {
+        if (added == 2 * Session::kAddedAtOnce)
+            throw Ended();
+    };
+    EXPECT_THROW(m_session->append(u"Ordre", rows, endSoon), Ended);
+    EXPECT_EQ(stored(u"SELECT COUNT(*) FROM \"Ordre\""_s), "0");
+
+    m_session->begin();
+    m_session->execute(u"INSERT INTO Ordre (ID) VALUES (9000)");
+    EXPECT_THROW(m_session->append(u"Ordre", rows, endSoon), Ended);
+    m_session->execute(u"INSERT INTO Ordre (ID) VALUES (9001)");
+    m_session->commit();
+    EXPECT_EQ(stored(u"SELECT \"ID\" FROM \"Ordre\" ORDER BY 1"_s), "9000\n9001");
+
+    std::vector<int> told;
+    m_session->append(u"Ordre", rows, [&](int added) { told.push_back(added); });
+    EXPECT_EQ(told, (std::vector<int>{Session::kAddedAtOnce, 2 * Session::kAddedAtOnce}));
+    EXPECT_EQ(stored(u"SELECT COUNT(*) FROM \"Ordre\""_s), std::to_string(kRows + 2));
+}
+
 TEST_F(Append, UnknownTableAndColumnAreErrors)
 {
     const RowSet one = rowsOf({{1, Value()}});

@@ -30,7 +30,7 @@ public:
     void execute(QStringView) override {}
     RowSet query(QStringView) override { return {}; }
     void writeBack(RowSet &, const std::vector<int> &) override {}
-    void append(QStringView, const RowSet &) override {}
+    void append(QStringView, const RowSet &, const std::function<void(int)> &) override {}
     qint64 lastNumber(QStringView) override { return 0; }
     void continueCounter(QStringView, qint64) override {}
     void provideIndex(QStringView, QStringView, const QStringList &) override {}

@@ -180,7 +180,7 @@ void PostgresLink::copyIn(const QByteArray &sql, const std::function<QByteArray(
         }
         if (!piece.isEmpty())
             put(piece);
-    } catch (const RunTimeError &) {
+    } catch (...) {
         passOver([&] { end("avbrutt"); });
         takeRest(connection);
         throw;

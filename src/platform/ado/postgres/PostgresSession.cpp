@@ -170,7 +170,7 @@ void PostgresSession::guarded(Action action)
         action();
         if (savepoint)
             m_link.run("RELEASE setning");
-    } catch (const RunTimeError &) {
+    } catch (...) {
         takeBack(savepoint);
         throw;
     }
@@ -201,7 +201,7 @@ void PostgresSession::allOrNothing(Change change)
     try {
         change();
         commit();
-    } catch (const RunTimeError &) {
+    } catch (...) {
         rollback();
         throw;
     }
@@ -412,7 +412,8 @@ void PostgresSession::writeBack(RowSet &rows, const std::vector<int> &changedRow
     writeBack->accept(rows); // NOLINT(bugprone-unchecked-optional-access): made above, or raised
 }
 
-void PostgresSession::append(QStringView table, const RowSet &rows)
+void PostgresSession::append(QStringView table, const RowSet &rows,
+                             const std::function<void(int rows)> &added)
 {
     allOrNothing([&] {
         start(Purpose::Change);
@@ -422,6 +423,8 @@ void PostgresSession::append(QStringView table, const RowSet &rows)
         int next = 0;
         guarded([&] {
             m_link.copyIn(copyStatement(*target, rows.columns()), [&] {
+                if (next > 0 && next % kAddedAtOnce == 0)
+                    added(next);
                 return next < rows.rowCount() ? copyLine(rows, next++) : QByteArray();
             });
             if (const dialect::ColumnInfo *counter = target->counter())

@@ -35,7 +35,8 @@ public:
     void execute(QStringView statement) override;
     RowSet query(QStringView statement) override;
     void writeBack(RowSet &rows, const std::vector<int> &changedRows) override;
-    void append(QStringView table, const RowSet &rows) override;
+    void append(QStringView table, const RowSet &rows,
+                const std::function<void(int rows)> &added) override;
     qint64 lastNumber(QStringView table) override;
     void continueCounter(QStringView table, qint64 lastNumber) override;
     void provideIndex(QStringView table, QStringView index, const QStringList &items) override;

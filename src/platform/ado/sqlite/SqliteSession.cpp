@@ -92,7 +92,7 @@ void SqliteSession::allOrNothing(Change change)
     try {
         change();
         m_database.run(alone ? "COMMIT" : "RELEASE endring");
-    } catch (const RunTimeError &) {
+    } catch (...) {
         // The error to tell is the change's own. After some the database has rolled back already.
         passOver(
             [&] { m_database.run(alone ? "ROLLBACK" : "ROLLBACK TO endring; RELEASE endring"); });
@@ -235,7 +235,8 @@ WriteBack::Outcome SqliteSession::change(const QByteArray &sql, const std::vecto
     return {sqlite3_changes64(m_database.handle()), qint32(number)};
 }
 
-void SqliteSession::append(QStringView table, const RowSet &rows)
+void SqliteSession::append(QStringView table, const RowSet &rows,
+                           const std::function<void(int rows)> &added)
 {
     const dialect::TableInfo *target = catalog().table(table);
     if (!target)
@@ -257,6 +258,8 @@ void SqliteSession::append(QStringView table, const RowSet &rows)
             const ScopedRun run(insert);
             insert.bind(values);
             insert.step();
+            if ((row + 1) % kAddedAtOnce == 0)
+                added(row + 1);
         }
     });
 }
