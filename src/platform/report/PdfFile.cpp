@@ -7,11 +7,12 @@
 #include "platform/report/Typesetting.h"
 #include "runtime/WholeFile.h"
 
-#include <QBuffer>
+#include <QDir>
 #include <QFileInfo>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
+#include <QTemporaryFile>
 
 #include <memory>
 
@@ -37,18 +38,15 @@ QString reasonFor(const QString &path)
     return u"disken er full eller lar seg ikke skrive til"_s;
 }
 
-[[noreturn]] void raiseNotWritten(const QSaveFile &file)
+[[noreturn]] void raiseNotWritten(const QString &path, const QString &reason)
 {
-    raise(errors::kOutput,
-          u"Kan ikke skrive PDF-filen %1: %2."_s.arg(file.fileName(), reasonFor(file.fileName())));
+    raise(errors::kOutput, u"Kan ikke skrive PDF-filen %1: %2."_s.arg(path, reason));
 }
 
-/// The pages alone, as Qt writes them; none when it refuses.
-QByteArray pagesOf(const Document &document, const Checkpoint &checkpoint)
+/// Writes the pages alone, as Qt does it; false when they find no room.
+bool writePages(QFile &file, const Document &document, const Checkpoint &checkpoint)
 {
-    QBuffer bytes;
-    bytes.open(QIODevice::WriteOnly);
-    QPdfWriter writer(&bytes);
+    QPdfWriter writer(&file);
     writer.setTitle(document.fileName.isEmpty() ? document.title : document.fileName);
     writer.setCreator(u"Regningsdel"_s);
     writer.setResolution(kResolution);
@@ -57,7 +55,7 @@ QByteArray pagesOf(const Document &document, const Checkpoint &checkpoint)
     PdfTexts texts(document.styles);
     QPainter painter;
     if (!painter.begin(&writer))
-        return {};
+        return false;
     for (size_t page = 0; page < document.pages.size(); ++page) {
         if (checkpoint)
             checkpoint();
@@ -65,10 +63,10 @@ QByteArray pagesOf(const Document &document, const Checkpoint &checkpoint)
             writer.newPage();
         paintPage(painter, document, int(page), kUnitsPerMm, &texts);
     }
-    return painter.end() ? bytes.data() : QByteArray();
+    return painter.end() && file.flush();
 }
 
-/// A PDF file in memory, which owns all handles of its objects.
+/// A PDF file that is being completed, which owns all handles of its objects.
 struct CloseQpdf
 {
     void operator()(_qpdf_data *pdf) const { qpdf_cleanup(&pdf); }
@@ -97,15 +95,18 @@ void tagSubsets(qpdf_data pdf)
         qpdf_oh_begin_dict_key_iter(pdf, fonts);
         while (qpdf_oh_dict_more_keys(pdf))
             tagSubset(pdf, qpdf_oh_get_key(pdf, fonts, qpdf_oh_dict_next_key(pdf)));
+        qpdf_oh_release_all(pdf);
     }
 }
 
-/// Writes the pages with what Qt's writer has no words for; false when they find no room.
-bool writeCompleted(QSaveFile &file, const QByteArray &pages, const QString &author)
+/// Writes the pages with what Qt's writer has no words for; false when they have not all reached
+/// the disk, or now find no room. That the last of them finds none goes unnoticed.
+bool complete(const QFile &pages, const QFile &whole, const QString &author)
 {
     const Qpdf owner(qpdf_init());
     const qpdf_data pdf = owner.get();
-    qpdf_read_memory(pdf, "pages", pages.constData(), size_t(pages.size()), nullptr);
+    if (qpdf_read(pdf, QFile::encodeName(pages.fileName()).constData(), nullptr) != QPDF_SUCCESS)
+        return false;
     const qpdf_oh root = qpdf_get_root(pdf);
     qpdf_oh_replace_key(pdf, root, "/Lang", qpdf_oh_new_unicode_string(pdf, "nb-NO"));
     qpdf_oh_replace_key(pdf, root, "/ViewerPreferences",
@@ -116,12 +117,8 @@ bool writeCompleted(QSaveFile &file, const QByteArray &pages, const QString &aut
                             qpdf_oh_new_unicode_string(pdf, author.toUtf8().constData()));
     }
     tagSubsets(pdf);
-    qpdf_init_write_memory(pdf);
-    qpdf_write(pdf);
-    const auto whole = QByteArray::fromRawData( // which qpdf keeps until here
-        reinterpret_cast<const char *>(qpdf_get_buffer(pdf)),
-        qsizetype(qpdf_get_buffer_length(pdf)));
-    return !whole.isEmpty() && writeWhole(file, whole);
+    qpdf_init_write(pdf, QFile::encodeName(whole.fileName()).constData());
+    return qpdf_write(pdf) == QPDF_SUCCESS;
 }
 
 } // namespace
@@ -130,12 +127,17 @@ void writePdf(const Document &document, const QString &path, const Checkpoint &c
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
-        raiseNotWritten(file);
-    const QByteArray pages = pagesOf(document, checkpoint);
-    if (pages.isEmpty())
-        raiseNotWritten(file);
-    if (!writeCompleted(file, pages, document.author))
-        raiseNotWritten(file);
+        raiseNotWritten(path, reasonFor(path));
+    // In files, so that the pages of a long list are not in memory beside the list itself.
+    QTemporaryFile pages;
+    QTemporaryFile whole;
+    if (!pages.open() || !whole.open() || !writePages(pages, document, checkpoint) ||
+        !complete(pages, whole, document.author))
+        raiseNotWritten(path, u"mappen for midlertidige filer, %1, er full eller lar seg ikke "
+                              "skrive til"_s.arg(QDir::tempPath()));
+    const QByteArray bytes = whole.readAll();
+    if (!bytes.endsWith("%%EOF\n") || !writeWhole(file, bytes))
+        raiseNotWritten(path, reasonFor(path));
 }
 
 } // namespace report

@@ -4,6 +4,7 @@
 #include "platform/report/Support.h"
 #include "platform/report/Typesetting.h"
 #include "support/FileSizeLimit.h"
+#include "support/Variable.h"
 
 #include <QDir>
 #include <QFontDatabase>
@@ -199,6 +200,14 @@ TEST_F(PainterTest, APdfThatCannotBeWrittenTellsWhy)
     const QString nowhere = folder() + QStringLiteral("/borte/ut.pdf");
     EXPECT_EQ(fault(nowhere), told.arg(nowhere, QStringLiteral("mappen finnes ikke")));
     EXPECT_EQ(fault(folder()), told.arg(folder(), QStringLiteral("navnet er en mappe")));
+
+    const QString noFolder = written(u"fil"_s, {});
+    const Variable temporary("TMPDIR", noFolder);
+    const QString here = folder() + QStringLiteral("/ut.pdf");
+    EXPECT_EQ(fault(here), told.arg(here, QStringLiteral("mappen for midlertidige filer, %1, er "
+                                                         "full eller lar seg ikke skrive til")
+                                              .arg(noFolder)));
+    EXPECT_FALSE(QFile::exists(here));
 }
 
 } // namespace report::test
