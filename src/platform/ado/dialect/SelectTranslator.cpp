@@ -274,6 +274,12 @@ int SelectTranslator::resultNumber(const Expr &expr, const Select &query) const
     return number;
 }
 
+const Expr &SelectTranslator::meantBy(const OrderItem &item, const Select &query) const
+{
+    const int number = resultNumber(*item.expr, query);
+    return number > 0 ? *query.items[size_t(number) - 1].expr : *item.expr;
+}
+
 void SelectTranslator::checkGrouping(const Select &query) const
 {
     for (const SelectItem &item : query.items)
@@ -332,13 +338,17 @@ QByteArrayList SelectTranslator::orderUnasked(const Select &query, bool grouped,
 {
     if (query.distinct)
         return resultOrder(query);
-    return grouped ? groupOrder(std::move(groups)) : keyOrder();
+    return grouped ? groupOrder(std::move(groups)) : keyOrder(query);
 }
 
 /// By the keys of the tables, the last of several left out, spelled so that an index gives the
-/// order.
-QByteArrayList SelectTranslator::keyOrder() const
+/// order. One that is read backwards gives equal numbers with their keys backwards, and so they
+/// come; an index of texts there is on no file.
+QByteArrayList SelectTranslator::keyOrder(const Select &query) const
 {
+    const OrderItem *last = query.orderBy.empty() ? nullptr : &query.orderBy.back();
+    const bool descending =
+        last && last->descending && meantBy(*last, query).type != DataType::VarWChar;
     const size_t tables = std::max<size_t>(m_sources.size() - 1, 1);
     QByteArrayList order;
     for (size_t i = 0; i < tables; ++i) {
@@ -350,7 +360,7 @@ QByteArrayList SelectTranslator::keyOrder() const
             QByteArray key = m_writer.column(source.alias, column.name, column.type);
             if (column.type == DataType::VarWChar)
                 key = m_writer.collated(key);
-            order += m_firstMayBeNull ? m_writer.orderItem(key, false) : key;
+            order += descending || m_firstMayBeNull ? m_writer.orderItem(key, descending) : key;
         }
         if (order.size() == before)
             break; // behind a table without a key no order would hold
@@ -380,10 +390,9 @@ QByteArrayList SelectTranslator::orderList(const Select &query)
     QByteArrayList order;
     for (const OrderItem &item : query.orderBy) {
         const int number = resultNumber(*item.expr, query);
-        const Expr &meant = number > 0 ? *query.items[size_t(number) - 1].expr : *item.expr;
         QByteArray operand =
             number > 0 ? QByteArray::number(number) : m_emitter.operand(*item.expr);
-        if (meant.type == DataType::VarWChar)
+        if (meantBy(item, query).type == DataType::VarWChar)
             operand = m_writer.collated(operand);
         order += m_writer.orderItem(operand, item.descending);
     }

@@ -29,10 +29,11 @@ private:
     QByteArray itemList(const Select &query);
     QByteArrayList orderList(const Select &query);
     QByteArrayList orderUnasked(const Select &query, bool grouped, QByteArrayList groups) const;
-    QByteArrayList keyOrder() const;
+    QByteArrayList keyOrder(const Select &query) const;
     QByteArrayList resultOrder(const Select &query) const;
     QByteArrayList groupOrder(QByteArrayList groups) const;
     int resultNumber(const Expr &expr, const Select &query) const;
+    const Expr &meantBy(const OrderItem &item, const Select &query) const;
     void bindOrder(Select &query);
 
     const std::vector<Token> &m_tokens;
