@@ -5,6 +5,8 @@
 #include "platform/ado/SessionPool.h"
 #include "runtime/Moment.h"
 
+#include <QStringDecoder>
+
 using namespace Qt::StringLiterals;
 
 namespace ado {
@@ -267,6 +269,20 @@ QString Recordset::text(int index) const
     if (const ColumnStore *store = stored(index, DataType::VarWChar))
         return QString::fromUtf8(store->bytes(size_t(m_position)));
     return value(index).toText();
+}
+
+void Recordset::appendText(QString &text, int index) const
+{
+    const ColumnStore *store = stored(index, DataType::VarWChar);
+    if (!store) {
+        text += value(index).toText();
+        return;
+    }
+    const QByteArrayView utf8 = store->bytes(size_t(m_position));
+    const qsizetype before = text.size();
+    text.resize(before + utf8.size()); // as many units as that at most
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    text.truncate(decoder.appendToBuffer(text.data() + before, utf8) - text.constData());
 }
 
 Currency Recordset::currency(int index) const

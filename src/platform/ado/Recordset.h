@@ -84,6 +84,8 @@ public:
     [[nodiscard]] bool isNull(int index) const;
     /// As value(index).toText() and so on, without the detour over a Value.
     [[nodiscard]] QString text(int index) const;
+    /// Behind `text`, without a text object of its own.
+    void appendText(QString &text, int index) const;
     [[nodiscard]] QString text(QStringView name) const { return text(fieldIndex(name)); }
     [[nodiscard]] Currency currency(int index) const;
     [[nodiscard]] Currency currency(QStringView name) const { return currency(fieldIndex(name)); }

@@ -25,8 +25,7 @@ void Radtekst::legg(const Celle &celle)
 {
     switch (celle.form) {
     case Form::Tekst:
-        m_rad += m_rs.text(celle.felt);
-        return;
+        return m_rs.appendText(m_rad, celle.felt);
     case Form::Heltall:
         return appendFormat(m_rad, qint64{m_rs.integer(celle.felt)}, u"#0");
     case Form::EnDesimal:

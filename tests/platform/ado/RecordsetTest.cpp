@@ -196,6 +196,9 @@ TEST_F(RecordsetTest, TypedReadingIsTheSameAsByValue)
             EXPECT_EQ(errorOf([&] { (void)rows.date(i); }), errorOf([&] { (void)value.toDate(); }));
             if (!value.isNull()) {
                 EXPECT_EQ(rows.text(i), value.toText());
+                QString text = u"før"_s;
+                rows.appendText(text, i);
+                EXPECT_EQ(text, u"før"_s + value.toText());
             }
         }
     }
@@ -207,6 +210,27 @@ TEST_F(RecordsetTest, TypedReadingIsTheSameAsByValue)
     rows.moveLast();
     EXPECT_EQ(errorOf([&] { (void)rows.text(u"Navn"); }), ::errors::kInvalidUseOfNull);
     EXPECT_EQ(errorOf([&] { (void)rows.currency(u"Saldo"); }), ::errors::kInvalidUseOfNull);
+}
+
+TEST_F(RecordsetTest, TextsAreAppendedAsTheyAreRead)
+{
+    Opened connection(m_file);
+    connection.run(u"CREATE TABLE Ord (Nr LONG CONSTRAINT O PRIMARY KEY, Tekst TEXT(20))"_s);
+    Tool(m_file.path())
+        .run("INSERT INTO Ord VALUES (1, 'Blåbærsyltetøy'), (2, ''), (3, char(128512, 65)), "
+             "(4, char(65279, 65)), (5, CAST(x'41FF42C3' AS TEXT)), (6, NULL)");
+    QString all;
+    QString appended;
+    Recordset rows = connection.rows(u"SELECT Tekst FROM Ord"_s);
+    for (; !rows.isNull(0); rows.moveNext()) {
+        all += rows.text(0);
+        rows.appendText(appended, 0);
+    }
+    EXPECT_EQ(rows.absolutePosition(), 6);
+    EXPECT_EQ(appended, all);
+    EXPECT_TRUE(all.startsWith(u"Blåbærsyltetøy")) << all.toStdString();
+    EXPECT_EQ(errorOf([&] { rows.appendText(appended, 0); }), ::errors::kInvalidUseOfNull);
+    EXPECT_EQ(appended, all);
 }
 
 TEST_F(RecordsetTest, TheDayOfADateIsThatOfItsValue)
