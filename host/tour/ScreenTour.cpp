@@ -45,11 +45,12 @@ void makeSettings()
 /// The newest invoice and the newest credit note in both electronic formats.
 void writeDocuments(const QString &folder, const tour::Say &say)
 {
-    for (const auto &[name, sums] : {std::pair(u"Faktura"_s, u"SumBrutto>0"_s),
-                                     std::pair(u"Kreditnota"_s, u"SumBrutto<0"_s)}) {
-        const int newest = tour::newestOrder(u"OrdreStatus<>'Ordre' AND "_s + sums);
-        tour::writeEhfs(folder + u'/' + name, newest, true, say);
-    }
+    const std::pair<QString, QStringView> documents[] = {
+        {u"Faktura"_s, u"OrdreStatus<>'Ordre' AND SumBrutto>0"},
+        {u"Kreditnota"_s, screentour::kIssuedCreditNotes},
+    };
+    for (const auto &[name, orders] : documents)
+        tour::writeEhfs(folder + u'/' + name, tour::newestOrder(orders), true, say);
 }
 
 } // namespace

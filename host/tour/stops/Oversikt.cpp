@@ -1,6 +1,7 @@
 #include "data/clsAdoUtils.h"
 #include "data/mFaktura.h"
 #include "host/guide/ScreenGuide.h"
+#include "host/tasks/Tour.h"
 #include "host/tour/stops/Stops.h"
 #include "runtime/Format.h"
 #include "state/SharedState.h"
@@ -9,9 +10,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int kNumber = 1;
 constexpr int kName = 3;
 
-/// The list dialog's report, in the window that it is read in.
+/// The report of a dialog, in the window that it is read in.
 void pictureReport(screentour::Guide &guide, QWidget &dialog, const QString &name,
                    const QString &told, const QString &file)
 {
@@ -20,6 +22,20 @@ void pictureReport(screentour::Guide &guide, QWidget &dialog, const QString &nam
     guide.picture(preview, name, told);
     guide.saveAs(guide.control(preview, u"cmdPdf"_s), file);
     guide.close(preview);
+}
+
+/// From the order screen, which a double click in the overview has opened on the credit note.
+void printCreditNote(screentour::Guide &guide)
+{
+    QWidget &order = guide.window(u"frmOrdre"_s);
+    guide.click(guide.control(order, u"btnPrint"_s));
+    QWidget &dialog = guide.window(u"frmUtskrift"_s);
+    guide.picture(dialog, u"kreditnota-utskrift"_s,
+                  u"Kreditnotaen er sendt før, så det som skrives, er en kopi"_s);
+    pictureReport(guide, dialog, u"kreditnota-papir"_s, u"Kreditnotaen i forhåndsvisning"_s,
+                  u"Kreditnota.pdf"_s);
+    guide.expectClosed(u"frmUtskrift"_s);
+    guide.close(order);
 }
 
 /// Not so for a demo company in a year to come.
@@ -38,8 +54,11 @@ void screentour::visitOverview(Guide &guide)
     QWidget &screen = guide.window(u"frmOversikt"_s);
     QWidget &grid = guide.control(screen, u"fpSpread1"_s);
     guide.picture(screen, u"oversikt"_s, u"Alle ordre og fakturaer med status, de nyeste øverst"_s);
-    guide.doubleClickCell(grid, 2, kName);
-    guide.close(guide.window(u"frmOrdre"_s));
+    if (const int creditNote = tour::newestOrder(kIssuedCreditNotes); creditNote != 0) {
+        const int row = guide.rowOf(grid, kNumber, QString::number(creditNote));
+        guide.doubleClickCell(grid, row, kName);
+        printCreditNote(guide);
+    }
 
     guide.click(guide.control(screen, u"btnPrint"_s));
     QWidget &dialog = guide.window(u"frmOrdreSkriv"_s);

@@ -1,8 +1,13 @@
 #pragma once
 
+#include <QStringView>
+
 namespace screentour {
 
 class Guide;
+
+/// Which orders are issued credit notes: the tour leaves the newest of them on paper and as EHF.
+inline constexpr QStringView kIssuedCreditNotes = u"OrdreStatus<>'Ordre' AND SumBrutto<0";
 
 /// The stops of the tour, one function a screen, each in a file of its own beside this one. The
 /// main menu is open at each of them, and a stop leaves the screens closed that it has opened. The
@@ -21,7 +26,8 @@ void visitOrders(Guide &guide);
 void visitPrinting(Guide &guide);
 /// Posts the tour's invoice with an older one and shows the voucher and the two journals.
 void visitPosting(Guide &guide);
-/// Surveys all orders, opens one of them, and runs the two list reports, each also to a PDF file.
+/// Surveys all orders, opens the newest credit note there and prints a copy of it, and runs the two
+/// list reports; each report is saved as PDF.
 void visitOverview(Guide &guide);
 /// The three pages of the settings; nothing is stored.
 void visitOptions(Guide &guide);
