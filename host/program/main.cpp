@@ -7,6 +7,7 @@
 #include "host/tasks/HostError.h"
 #include "host/tasks/Options.h"
 #include "host/tasks/PdfTask.h"
+#include "host/tasks/Progress.h"
 #include "host/tasks/SqlTask.h"
 #include "host/tasks/Tour.h"
 #include "host/tour/ScreenTour.h"
@@ -70,9 +71,19 @@ bool showsMenu(const Options &options)
            hasDisplay();
 }
 
+QStringList faultsInBooks()
+{
+    Progress progress(printLine);
+    return KontrollerBoker([&](int done, int all) {
+        if (done == 0)
+            progress.begin(all, u"kontroller"_s, u"er gjort"_s);
+        progress.at(done);
+    });
+}
+
 void checkBooks(const Options &options)
 {
-    const QStringList found = KontrollerBoker();
+    const QStringList found = faultsInBooks();
     for (const QString &line : found)
         printLine(inOneLine(line));
     if (!found.isEmpty())

@@ -2,6 +2,7 @@
 
 #include "host/tasks/CopySchema.h"
 #include "host/tasks/HostError.h"
+#include "host/tasks/Progress.h"
 #include "host/tasks/TableSums.h"
 #include "platform/ado/Session.h"
 
@@ -76,16 +77,20 @@ struct Copied
     TableSums sums;
 };
 
-void compare(const std::vector<Copied> &tables, ado::Session &copy)
+void compare(const std::vector<Copied> &tables, ado::Session &copy, Progress &progress)
 {
+    int rowCount = 0;
     for (const Copied &original : tables) {
+        progress.at(rowCount);
         const QString difference =
             original.sums.difference(TableSums(copy.query(allRows(*original.table))));
         if (!difference.isEmpty()) {
             throw HostError(u"kopien er ikke lik kilden og er ikke lagret; tabellen %1: %2"_s.arg(
                 original.table->name, difference));
         }
+        rowCount += original.sums.rowCount();
     }
+    progress.at(rowCount);
 }
 
 } // namespace
@@ -96,6 +101,7 @@ void copyDatabase(const database::Place &from, const database::Place &to,
     if (database::areSame(from, to))
         throw HostError(u"kilden og målet er samme database"_s);
     const Original original(from);
+    Progress progress(say); // before the target is begun, and until it is kept or taken back
     database::NewDatabase target(to);
 
     int rowCount = 0;
@@ -108,21 +114,25 @@ void copyDatabase(const database::Place &from, const database::Place &to,
             current = u", tabellen "_s + table->name;
             const ado::RowSet rows = original.rows(*table);
             copy->execute(createStatement(*table, original.catalog()));
-            copy->append(table->name, rows);
+            progress.begin(rows.rowCount(), u"rader i "_s + table->name,
+                           u"er kopiert, men ingenting er lagret"_s);
+            copy->append(table->name, rows, [&](int added) { progress.at(added); });
             copy->continueCounter(table->name, original.lastNumber(*table));
             tables.push_back({table, TableSums(rows)});
             rowCount += rows.rowCount();
-            say(table->name + u": "_s + counted(rows.rowCount(), u"rad"_s, u"rader"_s));
+            progress.say(table->name + u": "_s + counted(rows.rowCount(), u"rad"_s, u"rader"_s));
+            progress.at(rows.rowCount());
         }
         current.clear();
-        compare(tables, *copy);
+        progress.begin(rowCount, u"rader"_s, u"er kontrollert, men ingenting er lagret"_s);
+        compare(tables, *copy, progress);
         copy->commit();
     } catch (const RunTimeError &error) {
         throw HostError(u"kopieringen ble avbrutt%1: %2"_s.arg(current, error.description()));
     }
     target.keep();
-    say(u"Kontrollert: antall og summer er like i kilden og kopien"_s);
-    say(u"Kopiert fra %1 til %2: %3, %4"_s.arg(
+    progress.say(u"Kontrollert: antall og summer er like i kilden og kopien"_s);
+    progress.say(u"Kopiert fra %1 til %2: %3, %4"_s.arg(
         from.name, to.name, counted(int(tables.size()), u"tabell"_s, u"tabeller"_s),
         counted(rowCount, u"rad"_s, u"rader"_s)));
 }

@@ -10,6 +10,7 @@
 /// time is held in memory.
 ///
 /// Raises HostError when `from` cannot be read or has no table, when `to` holds a table, is the
-/// same database or refuses a value, and when the copy differs; `to` is then as it was.
+/// same database or refuses a value, when the copy differs, and when the user has ended it
+/// (Progress.h); `to` is then as it was.
 void copyDatabase(const database::Place &from, const database::Place &to,
                   const std::function<void(const QString &line)> &say);

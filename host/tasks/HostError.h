@@ -15,6 +15,8 @@ public:
     static constexpr int kUsage = 2;
     /// Status 3: no display answers, where windows are to be shown.
     static constexpr int kNoDisplay = 3;
+    /// And the number of the signal by which the user ended the task, as shells have it.
+    static constexpr int kEndedBySignal = 128;
 
     explicit HostError(QString line, int status = kFailed)
         : m_line(std::move(line)), m_status(status)

@@ -3,6 +3,7 @@
 #include "data/clsAdoUtils.h"
 #include "data/mFaktura.h"
 #include "host/tasks/HostError.h"
+#include "host/tasks/Progress.h"
 #include "output/printout/Fakturautskrift.h"
 #include "rules/Ordre.h"
 #include "runtime/Conversions.h"
@@ -69,17 +70,20 @@ void writeEach(const QList<Invoice> &invoices,
 {
     if (invoices.isEmpty())
         throw HostError(u"utvalget har ingen fakturaer"_s);
+    Progress progress(say);
+    progress.begin(invoices.size(), u"fakturaer"_s, u"er skrevet"_s);
     qsizetype refused = 0;
     for (qsizetype i = 0; i < invoices.size(); ++i) {
+        progress.at(i - refused);
         const QString place = u"%1 av %2: "_s.arg(i + 1).arg(invoices.size());
         try {
-            say(place + write(invoices[i]));
+            progress.say(place + write(invoices[i]));
         } catch (const HostError &error) {
-            say(place + error.line());
+            progress.say(place + error.line());
             ++refused;
         }
     }
     if (refused > 0)
         throw HostError(u"%1 av %2 ble ikke skrevet"_s.arg(refused).arg(invoices.size()));
-    say(u"Skrevet: %1"_s.arg(invoices.size()));
+    progress.say(u"Skrevet: %1"_s.arg(invoices.size()));
 }

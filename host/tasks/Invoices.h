@@ -33,7 +33,7 @@ struct InvoiceSelection
 
 /// Hands each invoice to `write`, which gives the name of its file, and tells of each through
 /// `say`; what `write` refuses by a HostError is told and passed over. Raises HostError at the end
-/// when there was a refusal, or when there is no invoice.
+/// when there was a refusal, when there is no invoice, or when the user has ended it (Progress.h).
 void writeEach(const QList<Invoice> &invoices,
                const std::function<QString(const Invoice &invoice)> &write,
                const std::function<void(const QString &line)> &say);

@@ -378,6 +378,7 @@ QString helpText()
         text += u'\n';
     }
     text += u"\nStatus: 0 når alt gikk bra, 1 når noe ikke lot seg gjøre, 2 når valgene ikke gir "
-            u"mening,\n3 når ingen skjerm svarer der vinduer skal vises.\n"_s;
+            u"mening,\n3 når ingen skjerm svarer der vinduer skal vises, 130 når Ctrl+C avbrøt "
+            u"--kopier, --kontroll,\n--ehf3-alle eller --pdf-alle (143 ved SIGTERM).\n"_s;
     return text;
 }

@@ -15,6 +15,7 @@ class TableSums
 public:
     explicit TableSums(const ado::RowSet &rows);
 
+    [[nodiscard]] int rowCount() const { return m_rowCount; }
     /// What differs, as a few words in Norwegian; empty when nothing does.
     [[nodiscard]] QString difference(const TableSums &copy) const;
 

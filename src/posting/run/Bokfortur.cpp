@@ -17,8 +17,15 @@ bool enKjoringErIGang = false;
 
 } // namespace
 
-Bokfortur::Bokfortur(std::function<void()> venter)
-    : m_ytterst(!std::exchange(enKjoringErIGang, true)), m_venter(std::move(venter))
+Bokfortur::Ytterst::Ytterst() : m_er(!std::exchange(enKjoringErIGang, true)) {}
+
+Bokfortur::Ytterst::~Ytterst()
+{
+    if (m_er)
+        enKjoringErIGang = false;
+}
+
+Bokfortur::Bokfortur(std::function<void()> venter) : m_venter(std::move(venter))
 {
     if (!m_ytterst)
         return;
@@ -32,12 +39,6 @@ Bokfortur::Bokfortur(std::function<void()> venter)
 bool Bokfortur::apnet()
 {
     return passOver([this] { m_forbindelse.open(gDB->ConnectionString()); }) == 0;
-}
-
-Bokfortur::~Bokfortur()
-{
-    if (m_ytterst)
-        enKjoringErIGang = false;
 }
 
 void Bokfortur::behold()

@@ -11,9 +11,8 @@ class Bokfortur
 {
 public:
     /// Waits for another's run to end, a minute at most; `venter` is called again and again
-    /// meanwhile.
+    /// meanwhile, and what it raises ends the wait.
     explicit Bokfortur(std::function<void()> venter);
-    ~Bokfortur();
     Bokfortur(const Bokfortur &) = delete;
     Bokfortur &operator=(const Bokfortur &) = delete;
 
@@ -21,10 +20,24 @@ public:
     void behold();
 
 private:
+    /// Whether no run goes on around this one. What ends the wait early takes it back as well.
+    class Ytterst
+    {
+    public:
+        Ytterst();
+        ~Ytterst();
+        Ytterst(const Ytterst &) = delete;
+        Ytterst &operator=(const Ytterst &) = delete;
+        explicit operator bool() const { return m_er; }
+
+    private:
+        const bool m_er;
+    };
+
     [[nodiscard]] bool apnet();
     void vent();
 
-    const bool m_ytterst; // no run goes on around this one
+    const Ytterst m_ytterst;
     const std::function<void()> m_venter;
     ado::Connection m_forbindelse;
     bool m_harTur = false;

@@ -11,6 +11,7 @@
 
 #include <QHash>
 
+#include <array>
 #include <map>
 #include <optional>
 #include <set>
@@ -105,19 +106,14 @@ QString kundelinjer(const QString &felter)
 class Kontroll
 {
 public:
-    QStringList kjor()
+    static constexpr int antallSteg() { return int(kSteg.size()); }
+    QStringList kjor(const std::function<void(int gjort, int alle)> &steg)
     {
-        lesBilag();
-        lesOrdre();
-        lesLinjer();
-        kontrollerBilag();
-        kontrollerLinjerUtenBilag();
-        kontrollerKundelinjer();
-        kontrollerKonti();
-        kontrollerOrdre();
-        kontrollerOrdrenumre();
-        kontrollerLesbarhet();
-        kontrollerFil();
+        int gjort = 0;
+        for (const auto ett : kSteg) {
+            steg(gjort++, antallSteg());
+            (this->*ett)();
+        }
         return m_funn;
     }
 
@@ -133,6 +129,20 @@ private:
     void kontrollerOrdrenumre();
     void kontrollerLesbarhet();
     void kontrollerFil();
+
+    static constexpr std::array kSteg{
+        &Kontroll::lesBilag,
+        &Kontroll::lesOrdre,
+        &Kontroll::lesLinjer,
+        &Kontroll::kontrollerBilag,
+        &Kontroll::kontrollerLinjerUtenBilag,
+        &Kontroll::kontrollerKundelinjer,
+        &Kontroll::kontrollerKonti,
+        &Kontroll::kontrollerOrdre,
+        &Kontroll::kontrollerOrdrenumre,
+        &Kontroll::kontrollerLesbarhet,
+        &Kontroll::kontrollerFil,
+    };
 
     struct Kundelinje
     {
@@ -324,13 +334,13 @@ void Kontroll::kontrollerFil()
 
 } // namespace
 
-QStringList KontrollerBoker()
+QStringList KontrollerBoker(const std::function<void(int gjort, int alle)> &steg)
 {
-    QStringList funn = Kontroll().kjor();
+    QStringList funn = Kontroll().kjor(steg);
     if (!funn.isEmpty()) {
         // A run that is under way looks like faults until it is done.
-        const Bokfortur tur([] {});
-        funn = Kontroll().kjor();
+        const Bokfortur tur([&] { steg(0, Kontroll::antallSteg()); });
+        funn = Kontroll().kjor(steg);
     }
     return funn;
 }

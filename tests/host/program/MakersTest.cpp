@@ -1,57 +1,12 @@
 #include "host/program/HostTest.h"
+#include "host/program/NarrowPipe.h"
 
 #include <QFile>
 #include <QProcess>
 
-#include <fcntl.h>
-#include <sys/ioctl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// What a program prints into while nobody reads: a pipe with so little room that the program
-/// stands still when it is used up.
-class NarrowPipe
-{
-public:
-    explicit NarrowPipe(qsizetype room) : m_path(m_folder.filePath(u"utskrift"_s))
-    {
-        const QByteArray name = QFile::encodeName(m_path);
-        EXPECT_EQ(::mkfifo(name.constData(), 0600), 0);
-        m_pipe = ::open(name.constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
-        m_filled = ::fcntl(m_pipe, F_SETPIPE_SZ, 4096) - room;
-        EXPECT_EQ(::write(m_pipe, QByteArray(m_filled, '\n').constData(),
-                          static_cast<std::size_t>(m_filled)),
-                  m_filled);
-    }
-    ~NarrowPipe() { ::close(m_pipe); }
-    NarrowPipe(const NarrowPipe &) = delete;
-    NarrowPipe &operator=(const NarrowPipe &) = delete;
-
-    [[nodiscard]] const QString &path() const { return m_path; }
-    [[nodiscard]] bool holdsSomething() const
-    {
-        int bytes = 0;
-        EXPECT_EQ(::ioctl(m_pipe, FIONREAD, &bytes), 0);
-        return bytes > m_filled;
-    }
-    /// Makes room for all that may still come.
-    void empty() const
-    {
-        char bytes[4096];
-        while (::read(m_pipe, bytes, sizeof bytes) > 0) {
-        }
-    }
-
-private:
-    QTemporaryDir m_folder;
-    const QString m_path;
-    int m_pipe = -1;
-    qsizetype m_filled = 0;
-};
 
 /// Programs that make the same new database, one of them caught in the middle of it.
 class MakersTest : public HostTest
@@ -67,10 +22,7 @@ protected:
     void startToTheMidst(QProcess &maker) const
     {
         prepare(maker);
-        maker.setStandardOutputFile(m_output.path());
-        maker.start(programFile(), m_demo);
-        while (!m_output.holdsSomething())
-            ASSERT_FALSE(maker.waitForFinished(1)) << maker.readAllStandardError().toStdString();
+        m_output.holdUp(maker, programFile(), m_demo);
     }
     void expectDemo() const
     {

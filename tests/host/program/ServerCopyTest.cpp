@@ -9,6 +9,7 @@
 
 #include <libpq-fe.h>
 
+#include <csignal>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -227,6 +228,25 @@ TEST_F(ServerCopyTest, WhatSomebodyElseMakesMeanwhileIsKept)
     EXPECT_TRUE(error.contains("tabellen Produkt")) << error.toStdString();
     EXPECT_EQ(m_database.run(u"SELECT tablename FROM pg_tables WHERE schemaname = 'public'"_s),
               u"Produkt"_s);
+}
+
+TEST_F(ServerCopyTest, EndedMidwayLeavesTheTargetEmpty)
+{
+    const QString file = makeDemo();
+    OtherUser other(uri());
+    holdCopyUp(other);
+    QProcess process;
+    startCopy(process, file, patient(uri()), "Ordre");
+    ::kill(pid_t(process.processId()), SIGINT);
+    other.run("ROLLBACK");
+    ASSERT_TRUE(process.waitForFinished(-1));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 130);
+    const QByteArray error = process.readAllStandardError();
+    EXPECT_TRUE(error.startsWith("strekkbok-vert: avbrutt: ")) << error.toStdString();
+    EXPECT_TRUE(error.endsWith(" er kopiert, men ingenting er lagret\n")) << error.toStdString();
+    EXPECT_EQ(tableCount(), u"0"_s);
+    EXPECT_EQ(copy(file, uri()).status, 0);
 }
 
 TEST_F(ServerCopyTest, KilledMidwayLeavesTheTargetEmpty)

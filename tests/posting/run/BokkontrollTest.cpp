@@ -2,6 +2,7 @@
 
 #include "platform/ado/Connection.h"
 #include "posting/run/BokforTest.h"
+#include "posting/run/Bokfortur.h"
 #include "support/StandingClock.h"
 
 using namespace Qt::StringLiterals;
@@ -78,6 +79,43 @@ TEST_F(BokkontrollTest, AFaultIsToldThoughARunGoesOnForLong)
     const StandingClock clock;
     EXPECT_EQ(KontrollerBoker(),
               QStringList{u"bilag 2 skal ha 1 salgslinjer (AntPost), men har 0"_s});
+}
+
+TEST_F(BokkontrollTest, TellsHowFarItIs)
+{
+    std::vector<int> told;
+    EXPECT_EQ(KontrollerBoker([&](int done, int all) {
+                  EXPECT_EQ(all, 11);
+                  told.push_back(done);
+              }),
+              QStringList());
+    EXPECT_EQ(told, (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+}
+
+TEST_F(BokkontrollTest, TheWaitForARunCanBeEnded)
+{
+    addVoucher(20); // a fault, so a run is waited for
+    struct Ended
+    {
+    };
+    int begun = 0;
+    const auto endTheWait = [&](int done, int) {
+        if (done == 0 && ++begun == 3)
+            throw Ended();
+    };
+    {
+        ado::Connection other;
+        other.open(connectionString());
+        ASSERT_TRUE(other.takeTurn());
+        const RunEnds clock([] {});
+        EXPECT_THROW(static_cast<void>(KontrollerBoker(endTheWait)), Ended);
+        EXPECT_EQ(clock.sleeps.size(), 1U);
+    }
+    // The next one takes its turn as if nothing had been.
+    const Bokfortur tur([] {});
+    ado::Connection other;
+    other.open(connectionString());
+    EXPECT_FALSE(other.takeTurn());
 }
 
 TEST_F(BokkontrollTest, WhatComesWhileTheBooksAreReadIsLeftOut)
