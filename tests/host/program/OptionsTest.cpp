@@ -21,7 +21,7 @@ TEST_F(OptionsTest, HelpNamesEachOption)
                                   u"--ehf3-alle MAPPE"_s, u"--version"_s}) {
         EXPECT_TRUE(text.contains(u"\n  "_s + option + u' ')) << option.toStdString();
     }
-    for (const QString &status : {u"0 når"_s, u"1 når"_s, u"2 når"_s, u"3 når"_s})
+    for (const QString &status : {u"0 når"_s, u"1 når"_s, u"2 når"_s, u"3 når"_s, u"130 når"_s})
         EXPECT_TRUE(text.contains(status)) << status.toStdString();
     EXPECT_TRUE(files().isEmpty());
 }
