@@ -9,23 +9,22 @@
 
 using namespace Qt::StringLiterals;
 
-Component::Component(const QString &file) : m_loader(file) {}
+Component::Component(const QString &file) : m_file(file), m_loader(file) {}
 
 void Component::load()
 {
-    const QString file = m_loader.fileName();
-    if (!QFileInfo::exists(file))
-        throw HostError(u"komponenten %1 finnes ikke"_s.arg(file));
+    if (!QFileInfo::exists(m_file))
+        throw HostError(u"komponenten %1 finnes ikke"_s.arg(m_file));
     QObject *factory = m_loader.instance();
     if (!factory) {
         throw HostError(u"komponenten %1 lot seg ikke laste (%2)"_s.arg(
-            file, m_loader.errorString().simplified()));
+            m_file, m_loader.errorString().simplified()));
     }
     QObject *instance = nullptr;
     if (!QMetaObject::invokeMethod(factory, "CreateInstance", Qt::DirectConnection,
                                    Q_RETURN_ARG(QObject *, instance)) ||
         !instance) {
-        throw HostError(u"komponenten %1 gir ingen instans av clsFaktura"_s.arg(file));
+        throw HostError(u"komponenten %1 gir ingen instans av clsFaktura"_s.arg(m_file));
     }
     m_instance.reset(instance);
 }

@@ -30,6 +30,7 @@ public:
 private:
     void load();
 
+    QString m_file; ///< which the loader does not tell of a file that is missing
     QPluginLoader m_loader;
     std::unique_ptr<QObject> m_instance;
 };

@@ -91,8 +91,6 @@ database::Place database::locate(const QString &dsn)
         Place place;
         place.connectionString = connectionStringOf(dsn);
         place.source = ado::resolve(ado::ConnectionString(place.connectionString));
-        if (place.isFile())
-            place.connectionString = u"dsn="_s + place.source.location;
         place.name = nameOf(place.source);
         return place;
     } catch (const RunTimeError &error) {

@@ -111,6 +111,20 @@ TEST_F(StartTest, FileMayHaveAnAddressesSigns)
     }
 }
 
+TEST_F(StartTest, FoldersAboveMayHaveASemicolon)
+{
+    ASSERT_TRUE(QDir(path(QString())).mkdir(u"a;b"_s));
+    const auto there = [this](const QString &arguments) {
+        return start(u"/bin/sh"_s,
+                     {u"-c"_s, u"cd 'a;b' && exec \"$0\" "_s + arguments, programFile()});
+    };
+    for (const QString &arguments :
+         {u"--demo --dsn ny.db"_s, u"--dsn ny.db"_s, u"--kontroll --dsn ny.db"_s, QString()}) {
+        const Outcome outcome = there(arguments);
+        EXPECT_EQ(outcome.status, 0) << ::testing::PrintToString(outcome);
+    }
+}
+
 TEST_F(StartTest, DeadDisplayIsToldInOneLine)
 {
     makeDemo();
@@ -138,7 +152,8 @@ TEST_F(StartTest, MissingComponentIsTold)
     const QString alone = path(u"alene/strekkbok-vert"_s);
     ASSERT_TRUE(QFile::copy(programFile(), alone));
     makeDemo();
-    expectRefusal(start(alone, {u"--dsn"_s, path(u"demo.db"_s)}), 1, u"komponenten"_s);
+    expectRefusal(start(alone, {u"--dsn"_s, path(u"demo.db"_s)}), 1,
+                  u"komponenten "_s + path(u"alene/libFaktura.so"_s) + u" finnes ikke"_s);
 }
 
 TEST_F(StartTest, FileThatIsNoComponentIsTold)
