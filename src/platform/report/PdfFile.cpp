@@ -9,6 +9,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QFontInfo>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
@@ -125,6 +126,8 @@ bool complete(const QFile &pages, const QFile &whole, const QString &author)
 
 void writePdf(const Document &document, const QString &path, const Checkpoint &checkpoint)
 {
+    if (QFontInfo(QFont()).family().isEmpty()) // Qt would set boxes in the place of letters
+        raise(errors::kOutput, u"Kan ikke skrive PDF-filen: maskinen har ingen skrifter."_s);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         raiseNotWritten(path, reasonFor(path));

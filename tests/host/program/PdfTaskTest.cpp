@@ -135,4 +135,14 @@ TEST_F(PdfTaskTest, ARefusalIsToldAndTheOthersAreWritten)
         1, u"utvalget har ingen fakturaer"_s);
 }
 
+TEST_F(PdfTaskTest, AMachineWithoutFontsIsRefusedAndNoFileIsLeft)
+{
+    write(u"fonts.conf"_s,
+          "<fontconfig><cachedir>" + path(u"lager"_s).toUtf8() + "</cachedir></fontconfig>");
+    environment.insert(u"FONTCONFIG_FILE"_s, path(u"fonts.conf"_s));
+    expectRefusal(pdf({u"--pdf"_s, u"1048"_s, u"--ut"_s, u"ut.pdf"_s}), 1,
+                  u"maskinen har ingen skrifter"_s);
+    EXPECT_FALSE(files().contains(u"ut.pdf"_s));
+}
+
 } // namespace
