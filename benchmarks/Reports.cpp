@@ -50,12 +50,12 @@ QString htmlOf(const report::Document &document)
     for (const report::TextCommand &text : document.pages.at(0).texts) {
         if (cells++ % kColumns == 0)
             html += u"<tr>"_s;
-        const QFont &font = document.styles[static_cast<size_t>(text.style)].font;
+        const QFont &font = document.styles[static_cast<size_t>(text.style())].font;
         html += u"<td style=\"font-family:'%1';font-size:%2pt;font-weight:%3\">%4</td>"_s
                     .arg(font.family())
                     .arg(font.pointSizeF())
                     .arg(int(font.weight()))
-                    .arg(text.text.toHtmlEscaped());
+                    .arg(text.text().toHtmlEscaped());
     }
     return html + u"</table>"_s;
 }
@@ -72,8 +72,8 @@ void paintTexts(const report::Document &document, const QString &path)
         if (&page != &document.pages.front())
             writer.newPage();
         for (const report::TextCommand &text : page.texts) {
-            painter.setFont(document.styles[static_cast<size_t>(text.style)].font);
-            painter.drawText(text.baseline * (kDotsPerInch / kMillimetresPerInch), text.text);
+            painter.setFont(document.styles[static_cast<size_t>(text.style())].font);
+            painter.drawText(text.baseline * (kDotsPerInch / kMillimetresPerInch), text.text());
         }
     }
 }

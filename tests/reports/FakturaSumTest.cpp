@@ -14,7 +14,7 @@ protected:
         for (const report::TextCommand &text : page.texts) {
             if (text.baseline.x() != 21 || text.baseline.y() < heading(page))
                 continue;
-            if (text.text.endsWith(u" %"_s) || text.text == u"Avgiftsfritt"_s)
+            if (text.text().endsWith(u" %"_s) || text.text() == u"Avgiftsfritt"_s)
                 table += rowAt(page, text.baseline.y()).first(3).join(u'|');
         }
         return table;

@@ -193,7 +193,7 @@ TEST_F(FakturaTest, LongNamesAreWhole)
         "Ål"_s));
     EXPECT_TRUE(texts.filter(u"…"_s).isEmpty()) << texts.filter(u"…"_s).join(u'|').toStdString();
     for (const report::TextCommand &text : page.texts)
-        EXPECT_LE(text.baseline.x() + text.width, 200) << text.text.toStdString();
+        EXPECT_LE(text.baseline.x() + text.width(), 200) << text.text().toStdString();
 }
 
 TEST_F(FakturaTest, TheSellerAtTheFootIsWholeHoweverLong)
@@ -211,7 +211,7 @@ TEST_F(FakturaTest, TheSellerAtTheFootIsWholeHoweverLong)
             for (const report::TextCommand &text : page.texts) {
                 if (text.baseline.x() == 20 && text.baseline.y() > top &&
                     text.baseline.y() < bottom)
-                    foot += text.text + u' ';
+                    foot += text.text() + u' ';
             }
             EXPECT_EQ(foot.count(name), 3) << foot.toStdString();
             EXPECT_TRUE(foot.contains(u"2815 Gjøvik"_s));
@@ -233,8 +233,8 @@ TEST_F(FakturaTest, WideLettersWrapInTheEnvelopesWindow)
             if (text.baseline.x() != 20 || text.baseline.y() < 46 ||
                 text.baseline.y() > delivery - 0.1)
                 continue;
-            lines += text.text;
-            EXPECT_LE(text.baseline.x() + text.width, 110) << text.text.toStdString();
+            lines += text.text();
+            EXPECT_LE(text.baseline.x() + text.width(), 110) << text.text().toStdString();
         }
         return std::pair(lines, delivery);
     };

@@ -124,7 +124,7 @@ QStringList textsOf(const report::Page &page)
 {
     QStringList texts;
     for (const report::TextCommand &text : page.texts)
-        texts += QString(text.text).replace(u'\u00a0', u' ');
+        texts += QString(text.text()).replace(u'\u00a0', u' ');
     return texts;
 }
 
@@ -133,7 +133,7 @@ report::TextCommand textOn(const report::Page &page, const QString &text)
     const qsizetype index = textsOf(page).indexOf(text);
     if (index < 0) {
         ADD_FAILURE() << "no text " << text.toStdString();
-        return {};
+        return {{}, 0, 0, {}};
     }
     return page.texts[static_cast<size_t>(index)];
 }
@@ -150,7 +150,7 @@ QStringList rowAt(const report::Page &page, double baseline)
               [](const auto &a, const auto &b) { return a.baseline.x() < b.baseline.x(); });
     QStringList texts;
     for (const report::TextCommand &command : found)
-        texts += QString(command.text).replace(u'\u00a0', u' ');
+        texts += QString(command.text()).replace(u'\u00a0', u' ');
     return texts;
 }
 

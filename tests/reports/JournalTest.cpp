@@ -197,7 +197,7 @@ TEST_F(JournalTest, EveryAccountOfTheRunStandsWithDebitAndCredit)
     for (const auto &[number, name] : accounts) {
         QStringList line;
         for (const report::TextCommand &text : page.texts) {
-            if (text.text == name)
+            if (text.text() == name)
                 line = lineAt(page, text.baseline.y()); // the last one is the one of the table
         }
         EXPECT_EQ(line, (QStringList{name, sumOfAccount(u"Debet"_s, number, 6),

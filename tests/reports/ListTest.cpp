@@ -55,7 +55,7 @@ constexpr double kLineHeight = 2; // less than any line's
 
 double rightOf(const report::TextCommand &text)
 {
-    return text.baseline.x() + text.width;
+    return text.baseline.x() + text.width();
 }
 
 QString plain(const QString &text)
@@ -121,7 +121,7 @@ QStringList columnOf(const report::Page &page, double rightEdge)
     std::map<double, QString> texts;
     for (const report::TextCommand &text : page.texts) {
         if (std::abs(rightOf(text) - rightEdge) < kHundredthOfAPoint)
-            texts[text.baseline.y()] = plain(text.text);
+            texts[text.baseline.y()] = plain(text.text());
     }
     QStringList column;
     for (const auto &[y, text] : texts)
@@ -134,7 +134,7 @@ QStringList lineAt(const report::Page &page, double baseline)
     std::map<double, QString> texts;
     for (const report::TextCommand &text : page.texts) {
         if (std::abs(text.baseline.y() - baseline) < kLineHeight)
-            texts[text.baseline.x()] = plain(text.text);
+            texts[text.baseline.x()] = plain(text.text());
     }
     QStringList line;
     for (const auto &[x, text] : texts)
@@ -157,8 +157,8 @@ void expectTidy(const report::Document &document)
     constexpr double kTolerance = 0.01;
     for (const report::Page &page : document.pages) {
         for (const report::TextCommand &text : page.texts) {
-            EXPECT_GT(text.baseline.x(), kLeft - kTolerance) << text.text.toStdString();
-            EXPECT_LT(rightOf(text), kRight + kTolerance) << text.text.toStdString();
+            EXPECT_GT(text.baseline.x(), kLeft - kTolerance) << text.text().toStdString();
+            EXPECT_LT(rightOf(text), kRight + kTolerance) << text.text().toStdString();
         }
     }
     EXPECT_EQ(layoutFaults(document), QStringList());

@@ -78,7 +78,7 @@ TEST_F(LogoTest, TheNameStandsBelowThePictureWhateverItShows)
         storeLogo(bytes);
         const report::Document document = print(u"Fak-ugiro-mlogo.rpt"_s, m_order);
         const report::TextCommand name = textOn(document.pages[0], u"Gråbein Bilfrakt AS"_s);
-        EXPECT_TRUE(document.styles[static_cast<size_t>(name.style)].font.bold());
+        EXPECT_TRUE(document.styles[static_cast<size_t>(name.style())].font.bold());
         EXPECT_GT(name.baseline.y(), kPlace.bottom());
         EXPECT_LT(
             textOn(document.pages[0], u"Postboks 41, Terminalvegen 7, 2815 Gjøvik"_s).baseline.y(),

@@ -178,7 +178,7 @@ TEST_F(OrdreoversiktTest, LargeSumsAreClearOfEachOther)
     const QString year = u" FROM Ordre WHERE Year(OrdreDato)=2014"_s;
     const report::TextCommand net = textOn(page, amount(u"SELECT Sum(SumNetto)"_s + year));
     const report::TextCommand vat = textOn(page, amount(u"SELECT Sum(MvaKr)"_s + year));
-    EXPECT_GT(vat.baseline.x(), net.baseline.x() + net.width + kGap);
+    EXPECT_GT(vat.baseline.x(), net.baseline.x() + net.width() + kGap);
 }
 
 TEST_F(OrdreoversiktTest, WhatIsMissingStaysEmpty)

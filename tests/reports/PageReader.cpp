@@ -51,11 +51,11 @@ SeenText seen(const report::Document &document, const report::TextCommand &comma
 {
     static Letters letters;
     const auto [above, below] =
-        letters.reach(document.styles[static_cast<size_t>(command.style)], command.text);
+        letters.reach(document.styles[static_cast<size_t>(command.style())], command.text());
     const QPointF at = command.baseline;
     return {
-        QString(command.text).replace(u'\u00a0', u' '),
-        QRectF(QPointF(at.x(), at.y() - above), QPointF(at.x() + command.width, at.y() + below)),
+        QString(command.text()).replace(u'\u00a0', u' '),
+        QRectF(QPointF(at.x(), at.y() - above), QPointF(at.x() + command.width(), at.y() + below)),
         at.y()};
 }
 

@@ -225,7 +225,7 @@ TEST_F(PageReaderTest, AListThatIsWrongIsSeen)
     EXPECT_EQ(faultsOfList().size(), 1) << "a sum without a row";
     m_document = sound;
     std::erase_if(m_document.pages[1].texts, [](const report::TextCommand &text) {
-        return text.text.endsWith(u"(forts.)"_s);
+        return text.text().endsWith(u"(forts.)"_s);
     });
     EXPECT_EQ(faultsOfList().size(), 1) << "a head that is not repeated";
     m_document = sound;

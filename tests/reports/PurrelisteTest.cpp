@@ -66,8 +66,8 @@ TEST_F(PurrelisteTest, TheSumsAreThoseOfTheDatabase)
     EXPECT_EQ(expected.size(), 5);
     QStringList shown;
     for (const report::TextCommand &text : page.texts) {
-        if (text.text.startsWith(u"Sum forfalt, "_s))
-            shown += text.text + u' ' + lineAt(page, text.baseline.y()).last();
+        if (text.text().startsWith(u"Sum forfalt, "_s))
+            shown += text.text() + u' ' + lineAt(page, text.baseline.y()).last();
     }
     EXPECT_EQ(shown, expected);
     EXPECT_EQ(rowOf(page, u"Sum forfalt i alt, 20 fakturaer"_s).last(),

@@ -35,7 +35,7 @@ protected:
             for (const report::TextCommand &text : page.texts)
                 seen += u"%1 %2 %3"_s.arg(text.baseline.x(), 0, 'f', 2)
                             .arg(text.baseline.y(), 0, 'f', 2)
-                            .arg(text.text);
+                            .arg(text.text());
             for (const report::PictureCommand &picture : page.pictures)
                 seen += u"%1 mm"_s.arg(picture.rect.width());
         }

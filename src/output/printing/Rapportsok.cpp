@@ -33,7 +33,7 @@ std::vector<Treff> finnTekst(const report::Document &dokument, const QString &or
         const auto &tekster = dokument.pages[size_t(side)].texts;
         const auto forste = std::ptrdiff_t(alle.size());
         for (int nr = 0; nr < int(tekster.size()); ++nr) {
-            const QString tekst = medVanligeBlanke(tekster[size_t(nr)].text);
+            const QString tekst = medVanligeBlanke(tekster[size_t(nr)].text());
             qsizetype fra = tekst.indexOf(sokt, 0, Qt::CaseInsensitive);
             for (; fra >= 0; fra = tekst.indexOf(sokt, fra + sokt.size(), Qt::CaseInsensitive))
                 alle.push_back({side, nr, fra, sokt.size()});
@@ -49,9 +49,9 @@ QRectF plassAv(const report::Document &dokument, const Treff &treff)
 {
     const report::TextCommand &tekst =
         dokument.pages.at(size_t(treff.side)).texts.at(size_t(treff.tekst));
-    const QFontMetricsF mal(report::fontInUnits(dokument.styles[size_t(tekst.style)].font));
+    const QFontMetricsF mal(report::fontInUnits(dokument.styles[size_t(tekst.style())].font));
     const auto bredde = [&](qsizetype tegn) {
-        return mal.horizontalAdvance(tekst.text.left(tegn)) / report::kUnitsPerMm;
+        return mal.horizontalAdvance(tekst.text().left(tegn)) / report::kUnitsPerMm;
     };
     const double venstre = bredde(treff.fra);
     return {tekst.baseline.x() + venstre, tekst.baseline.y() - mal.ascent() / report::kUnitsPerMm,

@@ -187,14 +187,14 @@ void BandSetter::setText(const Item &item, const QRectF &rect, const QString &te
     for (QString &line : lines) {
         if (mayBeShortened(item))
             line = m_setter.shortened(style, line, rect.width());
-        const auto [kept, width] = m_setter.measured(style, line);
+        const TextCommand::Shared &set = m_setter.set(style, line);
         double left = rect.left();
         if (item.alignment & Qt::AlignRight)
-            left = rect.right() - width;
+            left = rect.right() - set->width;
         else if (item.alignment & Qt::AlignHCenter)
-            left += (rect.width() - width) / 2;
-        if (!kept.isEmpty())
-            page.texts.push_back({{left, baseline}, width, style, kept});
+            left += (rect.width() - set->width) / 2;
+        if (!line.isEmpty())
+            page.texts.emplace_back(QPointF(left, baseline), set);
         baseline += lineHeight;
     }
 }

@@ -6,9 +6,11 @@
 #include <QLineF>
 #include <QPointF>
 #include <QRectF>
+#include <QSharedData>
 #include <QSizeF>
 #include <QString>
 
+#include <utility>
 #include <vector>
 
 /// A report that has been laid out: pages of draw commands. It is a value that needs no report
@@ -24,13 +26,31 @@ struct TextStyle
     QRgb color = 0xff000000;
 };
 
-/// One line of text.
+/// A text in its style. A list says the same again and again, so whoever says it shares this.
+struct SetText : QSharedData
+{
+    int style = 0; ///< index in Document::styles
+    QString text;
+    double width = 0; ///< as set, for finding and marking it
+};
+
+/// One line of text. A long report has half a million of them, so it is a place and no more.
 struct TextCommand
 {
+    using Shared = QExplicitlySharedDataPointer<const SetText>;
+
+    TextCommand(const QPointF &at, Shared text) : baseline(at), set(std::move(text)) {}
+    TextCommand(const QPointF &at, double width, int style, const QString &text)
+        : TextCommand(at, Shared(new SetText{{}, style, text, width}))
+    {
+    }
+
+    [[nodiscard]] const QString &text() const { return set->text; }
+    [[nodiscard]] int style() const { return set->style; }
+    [[nodiscard]] double width() const { return set->width; }
+
     QPointF baseline; ///< left end of the base line
-    double width = 0; ///< of the text as set, for finding and marking it
-    int style = 0;    ///< index in Document::styles
-    QString text;
+    Shared set;       ///< never null
 };
 
 struct LineCommand

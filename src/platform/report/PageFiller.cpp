@@ -16,6 +16,19 @@ double heightOf(const std::vector<Piece> &pieces)
     return height;
 }
 
+/// Takes the commands of a full page into no more memory than they need, with room for some more.
+/// The memory that they grew in stays for those of the next page.
+template<class Command>
+std::vector<Command> packed(std::vector<Command> &commands, size_t more = 0)
+{
+    std::vector<Command> kept;
+    kept.reserve(commands.size() + more);
+    kept.insert(kept.end(), std::make_move_iterator(commands.begin()),
+                std::make_move_iterator(commands.end()));
+    commands.clear();
+    return kept;
+}
+
 } // namespace
 
 double PageFiller::Unit::height() const
@@ -197,7 +210,7 @@ void PageFiller::placeInBody(Pieces &pieces, int row, bool last)
 void PageFiller::place(Pieces &pieces)
 {
     for (Piece &piece : pieces) {
-        piece.moveTo(m_pages.back(), m_openTexts.back(), {m_report.margins.left(), m_y});
+        piece.moveTo(m_page, m_openTexts.back(), {m_report.margins.left(), m_y});
         m_y += piece.height;
         m_fresh = false;
     }
@@ -209,9 +222,9 @@ bool PageFiller::isOnPage(const Band &band, bool last) const
 {
     switch (band.pages) {
     case Pages::First:
-        return m_pages.size() == 1;
+        return m_pages.empty();
     case Pages::NotFirst:
-        return m_pages.size() > 1;
+        return !m_pages.empty();
     case Pages::Last:
         return last;
     case Pages::NotLast:
@@ -254,9 +267,8 @@ double PageFiller::limit(bool last, int openGroups) const
 
 void PageFiller::startPage(int row)
 {
-    m_pages.emplace_back();
     m_openTexts.emplace_back();
-    m_environment.setPageNumber(int(m_pages.size()));
+    m_environment.setPageNumber(int(m_openTexts.size()));
     m_y = m_report.margins.top();
     enter(row, m_groups.whole());
     Pieces pieces;
@@ -265,7 +277,7 @@ void PageFiller::startPage(int row)
             pieces.push_back(m_setter.set(band));
     }
     m_bodyTop = m_y + report::heightOf(pieces);
-    if (m_pages.size() == 1) {
+    if (m_pages.empty()) {
         Pieces first;
         add(first, m_report.reportHeaders, m_groups.whole());
         place(first);
@@ -303,6 +315,8 @@ void PageFiller::endPage(bool last)
 {
     enter(m_placedRow, m_groups.whole());
     placeFixed(m_report.pageFooters, bodyEnd(last), last);
+    m_pages.push_back({packed(m_page.boxes), packed(m_page.pictures), packed(m_page.lines),
+                       packed(m_page.texts, m_openTexts.back().size())});
 }
 
 /// Bands whose room is kept also where they are not shown.
@@ -312,8 +326,7 @@ void PageFiller::placeFixed(const std::vector<Band> &bands, double top, bool las
         if (!isOnPage(band, last))
             continue;
         if (isShown(band.visible, m_environment))
-            m_setter.set(band).moveTo(m_pages.back(), m_openTexts.back(),
-                                      {m_report.margins.left(), top});
+            m_setter.set(band).moveTo(m_page, m_openTexts.back(), {m_report.margins.left(), top});
         top += band.height;
     }
 }

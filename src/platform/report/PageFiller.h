@@ -59,7 +59,8 @@ private:
     RowEnvironment &m_environment;
     const Groups &m_groups;
     BandSetter m_setter;
-    std::vector<Page> m_pages;
+    Page m_page;                                    // the one in hand
+    std::vector<Page> m_pages;                      // the full ones
     std::vector<std::vector<OpenText>> m_openTexts; // by page
     double m_bodyTop = 0;                           // below the page's headers alone
     double m_y = 0;                                 // where the next piece goes

@@ -46,10 +46,10 @@ public:
 
     void draw(const TextCommand &text)
     {
-        const auto style = size_t(text.style);
+        const auto style = size_t(text.style());
         m_painter.setFont(m_fonts[style]);
         m_painter.setPen(QColor::fromRgba(m_document.styles[style].color));
-        m_painter.drawText(text.baseline * kUnitsPerMm, text.text);
+        m_painter.drawText(text.baseline * kUnitsPerMm, text.text());
     }
 
 private:

@@ -15,7 +15,7 @@ namespace {
 /// The toolkit places glyphs on 64ths of a unit; in units as fine as that they stand on whole ones.
 constexpr int kFiner = 64;
 constexpr int kLargestFace = 65535;   // in any unit; the toolkit has none that are larger
-constexpr qsizetype kMostKept = 4000; // texts, of each style
+constexpr qsizetype kMostKept = 4000; // texts
 
 QPointF inFinerUnits(const QPointF &point)
 {
@@ -38,7 +38,7 @@ PdfTexts::PdfTexts(const std::vector<TextStyle> &styles)
 {
     m_styles.reserve(styles.size());
     for (const TextStyle &style : styles)
-        m_styles.push_back({fontInUnits(style.font), QColor::fromRgba(style.color), {}});
+        m_styles.push_back({fontInUnits(style.font), QColor::fromRgba(style.color)});
 }
 
 QGlyphRun PdfTexts::set(const QFont &font, const QString &text)
@@ -66,26 +66,26 @@ QGlyphRun PdfTexts::set(const QFont &font, const QString &text)
     return run;
 }
 
-const QGlyphRun &PdfTexts::runOf(Style &style, const QString &text)
+const QGlyphRun &PdfTexts::runOf(const TextCommand &text)
 {
-    const auto known = style.runs.constFind(text);
-    if (known != style.runs.constEnd())
+    const auto known = m_runs.constFind(text.set);
+    if (known != m_runs.constEnd())
         return *known;
-    if (style.runs.size() == kMostKept)
-        style.runs.clear();
-    return *style.runs.insert(text, set(style.font, text));
+    if (m_runs.size() == kMostKept)
+        m_runs.clear();
+    return *m_runs.insert(text.set, set(m_styles[size_t(text.style())].font, text.text()));
 }
 
 void PdfTexts::draw(QPainter &painter, const std::vector<TextCommand> &texts)
 {
     painter.scale(1.0 / kFiner, 1.0 / kFiner);
     for (const TextCommand &text : texts) {
-        Style &style = m_styles[size_t(text.style)];
+        const Style &style = m_styles[size_t(text.style())];
         painter.setPen(style.color);
         const QPointF baseline = text.baseline * kUnitsPerMm;
-        const QGlyphRun &run = runOf(style, text.text);
+        const QGlyphRun &run = runOf(text);
         if (run.isEmpty())
-            drawPlain(painter, style.font, baseline, text.text);
+            drawPlain(painter, style.font, baseline, text.text());
         else
             painter.drawGlyphRun(inFinerUnits(baseline), run);
     }

@@ -29,14 +29,14 @@ private:
     {
         QFont font;
         QColor color;
-        QHash<QString, QGlyphRun> runs; ///< of the texts so far
     };
 
-    [[nodiscard]] static const QGlyphRun &runOf(Style &style, const QString &text);
+    [[nodiscard]] const QGlyphRun &runOf(const TextCommand &text);
     /// Empty for a text that is left to the painter itself.
     [[nodiscard]] static QGlyphRun set(const QFont &font, const QString &text);
 
     std::vector<Style> m_styles;
+    QHash<TextCommand::Shared, QGlyphRun> m_runs; ///< of the texts so far
 };
 
 } // namespace report

@@ -14,7 +14,7 @@ constexpr double kTolerance = 1e-6; // mm
 /// Texts up to so many characters are measured whole. The width of a much longer one does not fit
 /// into the numbers that fonts are measured in.
 constexpr qsizetype kMeasuredWhole = 1000;
-constexpr qsizetype kMostKept = 4000; // widths, of each style
+constexpr qsizetype kMostKept = 4000; // texts, of each style
 
 } // namespace
 
@@ -34,16 +34,16 @@ double TextSetter::advance(const Font &font, const QString &text)
     return font.metrics.horizontalAdvance(text) / kUnitsPerMm;
 }
 
-TextSetter::Measured TextSetter::measured(int style, const QString &text) const
+const TextCommand::Shared &TextSetter::set(int style, const QString &text) const
 {
     const Font &font = this->font(style);
-    auto known = font.widths.constFind(text);
-    if (known == font.widths.constEnd()) {
-        if (font.widths.size() == kMostKept)
-            font.widths.clear();
-        known = font.widths.insert(text, advance(font, text));
-    }
-    return {known.key(), *known};
+    const auto known = font.texts.constFind(text);
+    if (known != font.texts.constEnd())
+        return *known;
+    if (font.texts.size() == kMostKept)
+        font.texts.clear();
+    return *font.texts.insert(
+        text, TextCommand::Shared(new SetText{{}, style, text, advance(font, text)}));
 }
 
 /// How many characters from the start are no wider than `width`; at least one.

@@ -15,18 +15,11 @@ class TextSetter
 public:
     explicit TextSetter(const std::vector<TextStyle> &styles);
 
-    struct Measured
-    {
-        QString text;
-        double width;
-    };
-
-    /// The width of a text, and the text itself as it is kept here: texts that are equal have their
-    /// letters in memory once.
-    [[nodiscard]] Measured measured(int style, const QString &text) const;
+    /// The text with its width; the same one again for an equal text.
+    [[nodiscard]] const TextCommand::Shared &set(int style, const QString &text) const;
     [[nodiscard]] double width(int style, const QString &text) const
     {
-        return measured(style, text).width;
+        return set(style, text)->width;
     }
     /// From the upper edge of a line to its base line.
     [[nodiscard]] double ascent(int style) const { return font(style).ascent; }
@@ -45,9 +38,9 @@ private:
         QFontMetricsF metrics;
         double ascent;
         double lineHeight;
-        /// Of the texts so far. Breaking, shortening and placing a text ask one after the other,
-        /// and lists say the same again and again: dates, names, headings.
-        mutable QHash<QString, double> widths;
+        /// The texts so far. Breaking, shortening and placing a text ask one after the other, and
+        /// lists say the same again and again: dates, names, headings.
+        mutable QHash<QString, TextCommand::Shared> texts;
     };
 
     [[nodiscard]] const Font &font(int style) const { return m_fonts[size_t(style)]; }

@@ -44,8 +44,8 @@ protected:
         for (const Forhandsvisning *preview : previews()) {
             for (const report::Page &page : preview->dokument()->pages) {
                 for (const report::TextCommand &command : page.texts) {
-                    if (command.text.startsWith(u"7000"))
-                        orders += command.text;
+                    if (command.text().startsWith(u"7000"))
+                        orders += command.text();
                 }
             }
         }

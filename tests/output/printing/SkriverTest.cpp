@@ -222,7 +222,8 @@ TEST_F(SkriverTest, ThePrintedPageIsThatOfThePreview)
     skrivPaa(printer, forste);
     EXPECT_LE(storsteForskjell(printer.bilde, paaSkjermen), 1);
     // The same report of another day is another picture.
-    forste.pages[0].texts[2].text += u'.';
+    report::TextCommand &tekst = forste.pages[0].texts[2];
+    tekst = {tekst.baseline, tekst.width(), tekst.style(), tekst.text() + u'.'};
     Bildeskriver annen(fil(u"annen.pdf"_s));
     skrivPaa(annen, forste);
     EXPECT_GT(storsteForskjell(annen.bilde, paaSkjermen), 100);

@@ -70,7 +70,7 @@ QStringList UtskriftTest::tekster(const Forhandsvisning *vindu)
     QStringList alle;
     for (const report::Page &side : dokument(vindu).pages) {
         for (const report::TextCommand &tekst : side.texts)
-            alle += tekst.text;
+            alle += tekst.text();
     }
     return alle;
 }

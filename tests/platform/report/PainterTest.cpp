@@ -117,7 +117,7 @@ TEST_F(PainterTest, ATextIsAsWideAsItWasMeasuredAtEveryResolution)
     const TextCommand text = document.pages[0].texts[0];
     for (const double unitsPerMm : {3.0, 3.7795, 11.811, 23.622}) {
         const QRectF inked = ink(painted(document, 0, unitsPerMm), unitsPerMm);
-        EXPECT_NEAR(inked.right(), text.baseline.x() + text.width, 0.6) << unitsPerMm;
+        EXPECT_NEAR(inked.right(), text.baseline.x() + text.width(), 0.6) << unitsPerMm;
     }
 }
 

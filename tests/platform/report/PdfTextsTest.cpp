@@ -38,17 +38,15 @@ protected:
         document.styles[3].font.setItalic(true);
         document.styles.push_back(document.styles[0]);
         document.styles.back().font.setUnderline(true);
-        document.pages.resize(2); // the second one says the same again
-        for (Page &page : document.pages) {
-            double y = 500; // in whole units, so that both ways begin at the same place
-            for (size_t style = 0; style < document.styles.size(); ++style) {
-                for (const QString &text : texts) {
-                    page.texts.push_back(
-                        {QPointF(900, y += 400) / kUnitsPerMm, 0, int(style), text});
-                }
-                y += style == 2 ? 900 : 0;
+        Page page;
+        double y = 500; // in whole units, so that both ways begin at the same place
+        for (size_t style = 0; style < document.styles.size(); ++style) {
+            for (const QString &text : texts) {
+                page.texts.push_back({QPointF(900, y += 400) / kUnitsPerMm, 0, int(style), text});
             }
+            y += style == 2 ? 900 : 0;
         }
+        document.pages = {page, page}; // the second one says the same again
         return document;
     }
     /// The same pages as the painter itself draws them.

@@ -82,18 +82,18 @@ QStringList textsOf(const Page &page)
 {
     QStringList texts;
     for (const TextCommand &text : page.texts)
-        texts += text.text;
+        texts += text.text();
     return texts;
 }
 
 TextCommand textOn(const Page &page, const QString &text)
 {
     for (const TextCommand &command : page.texts) {
-        if (command.text == text)
+        if (command.text() == text)
             return command;
     }
     ADD_FAILURE() << "no text " << text.toStdString();
-    return {};
+    return {{}, 0, 0, {}};
 }
 
 } // namespace report::test
