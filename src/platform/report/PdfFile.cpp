@@ -101,7 +101,7 @@ void tagSubsets(qpdf_data pdf)
 }
 
 /// Writes the pages with what Qt's writer has no words for; false when they have not all reached
-/// the disk, or now find no room. That the last of them finds none goes unnoticed.
+/// the disk, or now find no room.
 bool complete(const QFile &pages, const QFile &whole, const QString &author)
 {
     const Qpdf owner(qpdf_init());
@@ -122,6 +122,13 @@ bool complete(const QFile &pages, const QFile &whole, const QString &author)
     return qpdf_write(pdf) == QPDF_SUCCESS;
 }
 
+/// Whether the file has found room to its end, which qpdf does not tell.
+bool hasItsEnd(QFile &pdf)
+{
+    const QByteArray end = "%%EOF\n"_ba;
+    return pdf.seek(std::max<qint64>(pdf.size() - end.size(), 0)) && pdf.readAll() == end;
+}
+
 } // namespace
 
 void writePdf(const Document &document, const QString &path, const Checkpoint &checkpoint)
@@ -135,11 +142,10 @@ void writePdf(const Document &document, const QString &path, const Checkpoint &c
     QTemporaryFile pages;
     QTemporaryFile whole;
     if (!pages.open() || !whole.open() || !writePages(pages, document, checkpoint) ||
-        !complete(pages, whole, document.author))
+        !complete(pages, whole, document.author) || !hasItsEnd(whole))
         raiseNotWritten(path, u"mappen for midlertidige filer, %1, er full eller lar seg ikke "
                               "skrive til"_s.arg(QDir::tempPath()));
-    const QByteArray bytes = whole.readAll();
-    if (!bytes.endsWith("%%EOF\n") || !writeWhole(file, bytes))
+    if (!whole.seek(0) || !writeWhole(file, whole))
         raiseNotWritten(path, reasonFor(path));
 }
 
