@@ -25,7 +25,7 @@ QList<Invoice> read(const QString &condition)
     if (gDB->EmptyRS(orders))
         return found;
     for (; !orders->eof(); orders->moveNext()) {
-        found += {.number = orders->integer(0),
+        found += {.number = orders->isNull(0) ? 0 : orders->integer(0),
                   .isCreditNote = !orders->isNull(1) && orders->currency(1).isNegative(),
                   .isIssued = !orders->isNull(2) && orders->text(2) != ordrestatus::kOrdre};
     }
@@ -77,6 +77,8 @@ void writeEach(const QList<Invoice> &invoices,
         progress.at(i - refused);
         const QString place = u"%1 av %2: "_s.arg(i + 1).arg(invoices.size());
         try {
+            if (invoices[i].number == 0)
+                throw HostError(u"en ordre uten nummer ble ikke skrevet"_s);
             progress.say(place + write(invoices[i]));
         } catch (const HostError &error) {
             progress.say(place + error.line());

@@ -9,7 +9,7 @@
 /// An order of the active client as it is sent: as a credit note when its sum is below nought.
 struct Invoice
 {
-    int number = 0;
+    int number = 0; ///< 0 for one that another program has left without
     bool isCreditNote = false;
     bool isIssued = false; ///< its status is another one than "Ordre"
 };

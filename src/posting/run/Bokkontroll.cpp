@@ -36,17 +36,15 @@ public:
     }
     [[nodiscard]] bool slutt() const { return m_rader.eof(); }
     void neste() { m_rader.moveNext(); }
-    [[nodiscard]] qint32 tall(int felt) const
-    {
-        return m_rader.isNull(felt) ? 0 : m_rader.integer(felt);
-    }
+    [[nodiscard]] bool erNull(int felt) const { return m_rader.isNull(felt); }
+    [[nodiscard]] qint32 tall(int felt) const { return erNull(felt) ? 0 : m_rader.integer(felt); }
     [[nodiscard]] QString tekst(int felt) const
     {
-        return m_rader.isNull(felt) ? QString() : m_rader.text(felt);
+        return erNull(felt) ? QString() : m_rader.text(felt);
     }
     [[nodiscard]] Currency belop(int felt) const
     {
-        return m_rader.isNull(felt) ? Currency() : m_rader.currency(felt);
+        return erNull(felt) ? Currency() : m_rader.currency(felt);
     }
 
 private:
@@ -112,12 +110,20 @@ public:
         int gjort = 0;
         for (const auto ett : kSteg) {
             steg(gjort++, antallSteg());
-            (this->*ett)();
+            try {
+                (this->*ett)();
+            } catch (const RunTimeError &) {
+                if (m_funn.isEmpty())
+                    throw;
+                break; // by a row that has been told; without it the rest cannot be judged
+            }
         }
         return m_funn;
     }
 
 private:
+    void kontrollerFil();
+    void kontrollerLesbarhet();
     void lesBilag();
     void lesOrdre();
     void lesLinjer();
@@ -127,10 +133,10 @@ private:
     void kontrollerKonti();
     void kontrollerOrdre();
     void kontrollerOrdrenumre();
-    void kontrollerLesbarhet();
-    void kontrollerFil();
 
     static constexpr std::array kSteg{
+        &Kontroll::kontrollerFil,
+        &Kontroll::kontrollerLesbarhet,
         &Kontroll::lesBilag,
         &Kontroll::lesOrdre,
         &Kontroll::lesLinjer,
@@ -140,8 +146,6 @@ private:
         &Kontroll::kontrollerKonti,
         &Kontroll::kontrollerOrdre,
         &Kontroll::kontrollerOrdrenumre,
-        &Kontroll::kontrollerLesbarhet,
-        &Kontroll::kontrollerFil,
     };
 
     struct Kundelinje
@@ -157,6 +161,30 @@ private:
     QStringList m_funn;
 };
 
+void Kontroll::kontrollerFil()
+{
+    ado::Connection forbindelse;
+    forbindelse.open(gDB->ConnectionString());
+    for (const QString &feil : forbindelse.damages())
+        m_funn += u"databasefilen: "_s + feil;
+}
+
+/// One row that cannot be read, such as a date that another program has left in a form of its own,
+/// empties the screens of all rows.
+void Kontroll::kontrollerLesbarhet()
+{
+    for (const QString &tabell : {u"Ordre"_s, u"OrdreLinjer"_s, u"Bilag"_s, u"BilagLinjer"_s}) {
+        if (lesefeil(u"SELECT * FROM "_s + tabell).isEmpty())
+            continue;
+        for (Rader rader(u"SELECT ID FROM "_s + tabell); !rader.slutt(); rader.neste()) {
+            const qint32 id = rader.tall(0);
+            const QString feil = lesefeil(u"SELECT * FROM %1 WHERE ID=%2"_s.arg(tabell).arg(id));
+            if (!feil.isEmpty())
+                m_funn += u"raden med ID %1 i %2 kan ikke leses: %3"_s.arg(id).arg(tabell, feil);
+        }
+    }
+}
+
 void Kontroll::lesBilag()
 {
     for (Rader rader(u"SELECT ID,BilagNr,BilagType,AntPost FROM Bilag WHERE "_s + klientVilkar() +
@@ -171,15 +199,19 @@ void Kontroll::lesOrdre()
     for (Rader rader(u"SELECT ID,OrdreNr,OrdreStatus,Year(FakDato),SumBrutto,Avrunding FROM Ordre "
                      u"WHERE "_s +
                      klientVilkar());
-         !rader.slutt(); rader.neste())
-        m_ordre[rader.tall(0)] = {rader.tall(1), rader.tekst(2), rader.tall(3) == gAar,
-                                  rader.belop(4), rader.belop(5)};
+         !rader.slutt(); rader.neste()) {
+        if (rader.erNull(1))
+            m_funn += u"ordren med ID %1 har ikke noe nummer"_s.arg(rader.tall(0));
+        else
+            m_ordre[rader.tall(0)] = {rader.tall(1), rader.tekst(2), rader.tall(3) == gAar,
+                                      rader.belop(4), rader.belop(5)};
+    }
     for (Rader rader(u"SELECT OrdreLinjer.OrdreID,OrdreLinjer.SumBrutto FROM OrdreLinjer INNER "
                      u"JOIN Ordre ON OrdreLinjer.OrdreID=Ordre.ID WHERE Ordre."_s +
                      klientVilkar());
          !rader.slutt(); rader.neste()) {
         const auto ordre = m_ordre.find(rader.tall(0));
-        if (ordre != m_ordre.end()) // else it came after the orders were read
+        if (ordre != m_ordre.end()) // else it came later, or has no number
             ordre->second.sumLinjer += rader.belop(1);
     }
 }
@@ -306,30 +338,6 @@ void Kontroll::kontrollerOrdrenumre()
             m_funn += u"ordrenummer %1 finnes %2 ganger"_s.arg(nr).arg(antall);
         forrige = nr;
     }
-}
-
-/// One row that cannot be read, such as a date that another program has left in a form of its own,
-/// empties the screens of all rows.
-void Kontroll::kontrollerLesbarhet()
-{
-    for (const QString &tabell : {u"Ordre"_s, u"OrdreLinjer"_s, u"Bilag"_s, u"BilagLinjer"_s}) {
-        if (lesefeil(u"SELECT * FROM "_s + tabell).isEmpty())
-            continue;
-        for (Rader rader(u"SELECT ID FROM "_s + tabell); !rader.slutt(); rader.neste()) {
-            const qint32 id = rader.tall(0);
-            const QString feil = lesefeil(u"SELECT * FROM %1 WHERE ID=%2"_s.arg(tabell).arg(id));
-            if (!feil.isEmpty())
-                m_funn += u"raden med ID %1 i %2 kan ikke leses: %3"_s.arg(id).arg(tabell, feil);
-        }
-    }
-}
-
-void Kontroll::kontrollerFil()
-{
-    ado::Connection forbindelse;
-    forbindelse.open(gDB->ConnectionString());
-    for (const QString &feil : forbindelse.damages())
-        m_funn += u"databasefilen: "_s + feil;
 }
 
 } // namespace

@@ -146,6 +146,18 @@ TEST_F(Ehf3TaskTest, AnOrderThatCannotBeReadLeavesTheOthers)
     EXPECT_TRUE(outcome.err.contains(u"1 av %1 ble ikke skrevet"_s.arg(all)));
 }
 
+TEST_F(Ehf3TaskTest, AnOrderWithoutANumberLeavesTheOthers)
+{
+    runInFile(u"demo.db"_s, "UPDATE Ordre SET OrdreNr=NULL WHERE OrdreNr=1030");
+    QDir(path(QString())).mkdir(u"ut"_s);
+    const Outcome outcome = ehf3({u"--ehf3-alle"_s, u"ut"_s});
+    const qsizetype all = qsizetype(issued(true).size() + issued(false).size());
+    EXPECT_EQ(filesIn(u"ut"_s).size(), all - 1);
+    EXPECT_TRUE(outcome.out.contains("en ordre uten nummer ble ikke skrevet"))
+        << outcome.out.toStdString();
+    EXPECT_TRUE(outcome.err.contains(u"1 av %1 ble ikke skrevet"_s.arg(all)));
+}
+
 TEST_F(Ehf3TaskTest, APeriodAndAStatusChooseAmongThem)
 {
     QDir(path(QString())).mkdir(u"ut"_s);

@@ -107,6 +107,19 @@ TEST_F(KontrollTest, RowsThatCannotBeReadAreTold)
             "«FaktDato» som ikke passer til feltets type."_s}));
 }
 
+TEST_F(KontrollTest, ARowWhoseSumCannotBeReadIsTold)
+{
+    EXPECT_EQ(foundAfter("UPDATE Ordre SET SumBrutto='mye' WHERE OrdreNr=1045"),
+              QStringList{u"raden med ID 45 i Ordre kan ikke leses: Databasen holder en verdi i "
+                          "feltet «SumBrutto» som ikke passer til feltets type."_s});
+}
+
+TEST_F(KontrollTest, AnOrderWithoutANumberIsToldByItsKey)
+{
+    EXPECT_EQ(foundAfter("UPDATE Ordre SET OrdreNr=NULL WHERE ID=60"),
+              QStringList{u"ordren med ID 60 har ikke noe nummer"_s});
+}
+
 TEST_F(KontrollTest, BooksOfAClientThatIsNotThereAreNotInOrder)
 {
     expectRefusal(host({u"--dsn"_s, m_file, u"--klient"_s, u"9"_s, u"--kontroll"_s}), 1,
