@@ -41,6 +41,14 @@ PdfTexts::PdfTexts(const std::vector<TextStyle> &styles)
         m_styles.push_back({fontInUnits(style.font), QColor::fromRgba(style.color)});
 }
 
+const std::optional<QRawFont> &PdfTexts::faceFor(const QRawFont &face)
+{
+    auto known = m_faces.constFind(face);
+    if (known == m_faces.constEnd())
+        known = m_faces.insert(face, quickFace(face, face.pixelSize() * kFiner));
+    return *known;
+}
+
 QGlyphRun PdfTexts::set(const QFont &font, const QString &text)
 {
     if (font.underline() || font.pixelSize() * kFiner > kLargestFace)
@@ -49,13 +57,12 @@ QGlyphRun PdfTexts::set(const QFont &font, const QString &text)
     layout.beginLayout();
     const QTextLine line = layout.createLine();
     layout.endLayout();
-    const QList<QGlyphRun> runs = layout.glyphRuns();
+    const QList<QGlyphRun> runs = line.glyphRuns();
     // Something in it breaks lines, or it needs several faces, whose letters are not in order here.
     if (line.textLength() < text.size() || runs.size() != 1)
         return {};
     QGlyphRun run = runs.first();
-    const std::optional<QRawFont> face =
-        quickFace(run.rawFont(), run.rawFont().pixelSize() * kFiner);
+    const std::optional<QRawFont> &face = faceFor(run.rawFont());
     if (!face)
         return {};
     QList<QPointF> positions = run.positions();

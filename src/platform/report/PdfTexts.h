@@ -4,6 +4,9 @@
 
 #include <QGlyphRun>
 #include <QHash>
+#include <QRawFont>
+
+#include <optional>
 
 class QPainter;
 
@@ -33,10 +36,13 @@ private:
 
     [[nodiscard]] const QGlyphRun &runOf(const TextCommand &text);
     /// Empty for a text that is left to the painter itself.
-    [[nodiscard]] static QGlyphRun set(const QFont &font, const QString &text);
+    [[nodiscard]] QGlyphRun set(const QFont &font, const QString &text);
+    /// None for a face that is left to the painter itself.
+    [[nodiscard]] const std::optional<QRawFont> &faceFor(const QRawFont &face);
 
     std::vector<Style> m_styles;
-    QHash<TextCommand::Shared, QGlyphRun> m_runs; ///< of the texts so far
+    QHash<QRawFont, std::optional<QRawFont>> m_faces; ///< the quick ones, by face
+    QHash<TextCommand::Shared, QGlyphRun> m_runs;     ///< of the texts so far
 };
 
 } // namespace report
