@@ -13,6 +13,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 
 namespace report::test {
 
@@ -183,6 +184,32 @@ TEST_F(PainterTest, APdfThatFindsNoRoomLeavesTheFormerFile)
         EXPECT_EQ(QFileInfo(path).size(), 10);
         EXPECT_EQ(QDir(folder()).entryList(QDir::Files), files);
     }
+}
+
+TEST_F(PainterTest, NothingIsLeftOfAPdfButTheFile)
+{
+    Document document = blank();
+    document.pages[0].texts.push_back({QPointF(50, 60), 0, 0, u"Takk"_s});
+    document.pages.push_back(document.pages[0]);
+    const QString path = written(u"ut.pdf"_s, "fra i fjor");
+    const QTemporaryDir temporary;
+    const Variable variable("TMPDIR", temporary.path());
+    const auto left = [&] { return QDir(temporary.path()).entryList(QDir::Files | QDir::Hidden); };
+    const QStringList files = QDir(folder()).entryList(QDir::Files);
+
+    int pages = 0;
+    const auto givenUp = [&] {
+        if (++pages == 2)
+            raise(errors::kCancelled, {});
+    };
+    EXPECT_EQ(passOver([&] { writePdf(document, path, givenUp); }), errors::kCancelled);
+    EXPECT_EQ(QFileInfo(path).size(), 10) << "the former one";
+    EXPECT_EQ(left(), QStringList());
+
+    writePdf(document, path);
+    EXPECT_GT(QFileInfo(path).size(), 10);
+    EXPECT_EQ(left(), QStringList());
+    EXPECT_EQ(QDir(folder()).entryList(QDir::Files), files);
 }
 
 TEST_F(PainterTest, APdfThatCannotBeWrittenTellsWhy)
