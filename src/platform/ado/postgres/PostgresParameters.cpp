@@ -22,13 +22,16 @@ QByteArray shortest(Number number)
 
 QByteArray decimal(Currency amount)
 {
+    constexpr quint64 kKrone = 10'000;
     const qint64 count = amount.tenThousandths();
-    QByteArray digits = QByteArray::number(count).rightJustified(count < 0 ? 6 : 5, '0');
-    if (count < 0) {
-        digits.remove(digits.indexOf('-'), 1); // zeros may stand before it
-        digits.prepend('-');
-    }
-    return digits.insert(digits.size() - 4, '.');
+    const quint64 magnitude = count < 0 ? quint64{0} - quint64(count) : quint64(count);
+    std::array<char, 32> text;
+    char *const last = text.data() + text.size();
+    text[0] = '-';
+    char *const point = std::to_chars(text.data() + (count < 0), last, magnitude / kKrone).ptr;
+    const char *const end = std::to_chars(point, last, kKrone + magnitude % kKrone).ptr;
+    *point = '.'; // in place of the 1 that keeps the zeros behind it
+    return QByteArray(text.data(), end - text.data());
 }
 
 bool isBytes(DataType type)
@@ -66,6 +69,9 @@ QByteArray postgresText(const Value &value)
 PostgresParameters::PostgresParameters(const std::vector<Value> &values)
 {
     m_texts.reserve(values.size());
+    m_values.reserve(values.size());
+    m_lengths.reserve(values.size());
+    m_formats.reserve(values.size());
     for (const Value &value : values) {
         m_texts.push_back(value.isNull() ? QByteArray() : postgresText(value));
         const QByteArray &text = m_texts.back();

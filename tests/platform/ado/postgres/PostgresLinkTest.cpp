@@ -4,6 +4,8 @@
 #include "platform/ado/postgres/Support.h"
 #include "runtime/Moment.h"
 
+#include <limits>
+
 namespace ado::test {
 
 class PostgresLinkTest : public PostgresTest
@@ -93,6 +95,19 @@ TEST_F(PostgresLinkTest, ParametersKeepTheirValues)
               u"-5|0.1|-1e+300|-0.0001|922337203685477.5807|0850-02-03 04:05:06|t|"
               "O'Brien \\ ærlig|\\x00275c|"_s);
     EXPECT_EQ(PQgetisnull(result.get(), 0, 9), 1);
+}
+
+TEST_F(PostgresLinkTest, AmountsHaveFourDecimals)
+{
+    const std::pair<qint64, const char *> amounts[] = {
+        {0, "0.0000"},
+        {20'500, "2.0500"},
+        {-12'345, "-1.2345"},
+        {-9'999, "-0.9999"},
+        {std::numeric_limits<qint64>::min(), "-922337203685477.5808"},
+    };
+    for (const auto &[count, text] : amounts)
+        EXPECT_EQ(postgresText(Value(Currency::fromTenThousandths(count))), text);
 }
 
 } // namespace ado::test
