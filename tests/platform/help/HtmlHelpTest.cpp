@@ -6,7 +6,6 @@
 #include <QDir>
 #include <QFile>
 #include <QPointer>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
@@ -195,41 +194,6 @@ TEST_F(HtmlHelpTest, AnOwnerThatIsNotOnTheScreenWillDo)
 {
     QWidget owner;
     EXPECT_NE(HtmlHelpA(&owner, helpFile(), HH_DISPLAY_TOPIC, kTopics[0]), nullptr);
-}
-
-TEST_F(HtmlHelpTest, EveryLinkOnThePagesLeadsToAFile)
-{
-    const QDir folder(QStringLiteral(HELP_SOURCES "/html"));
-    const QRegularExpression link(u"(?:href|src)=\"([^\"]+)\""_s);
-    int links = 0;
-    for (const QString &name : folder.entryList({u"*.htm"_s})) {
-        QFile file(folder.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const QString text = QString::fromUtf8(file.readAll());
-        show(u"html\\"_s + name);
-        for (auto found = link.globalMatch(text); found.hasNext(); ++links) {
-            const QString target = found.next().captured(1);
-            EXPECT_TRUE(QFile::exists(QDir::cleanPath(u":/hjelp/html/"_s + target)))
-                << name.toStdString() << ": " << target.toStdString();
-        }
-    }
-    EXPECT_GT(links, 20);
-}
-
-TEST_F(HtmlHelpTest, EveryPictureIsThereForFineScreensToo)
-{
-    const QDir folder(QStringLiteral(HELP_SOURCES "/html/bilder"));
-    int pairs = 0;
-    for (const QString &name : folder.entryList({u"*.png"_s})) {
-        if (name.endsWith("@2x.png"_L1))
-            continue;
-        const QImage picture(folder.filePath(name));
-        const QImage fine(folder.filePath(name.chopped(4) + "@2x.png"_L1));
-        EXPECT_FALSE(picture.isNull()) << name.toStdString();
-        EXPECT_EQ(fine.size(), picture.size() * 2) << name.toStdString();
-        ++pairs;
-    }
-    EXPECT_GE(pairs, 2);
 }
 
 TEST_F(HtmlHelpTest, ThePageShowsItsPicture)
