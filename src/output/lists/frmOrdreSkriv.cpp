@@ -38,7 +38,7 @@ QString klientUtvalg()
 } // namespace
 
 frmOrdreSkriv::frmOrdreSkriv()
-    : Skjermbilde({.navn = u"frmOrdreSkriv"_s, .hjelp = u"html\\oversikt.htm"_s}),
+    : Skjermbilde({.navn = u"frmOrdreSkriv"_s, .hjelp = u"html\\lister.htm"_s}),
       m_ui(std::make_unique<Ui::frmOrdreSkriv>())
 {
     m_ui->setupUi(this);

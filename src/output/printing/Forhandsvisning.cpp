@@ -381,7 +381,7 @@ void Forhandsvisning::keyPressEvent(QKeyEvent *hendelse)
 {
     const bool linjeskift = hendelse->key() == Qt::Key_Return || hendelse->key() == Qt::Key_Enter;
     if (hendelse->key() == Qt::Key_F1)
-        VisHjelp(u"html\\ordre.htm"_s);
+        VisHjelp(u"html\\forhandsvisning.htm"_s);
     else if (hendelse->matches(QKeySequence::Cancel) && m_sokt && m_sokt->hasFocus())
         lesSidene();
     else if (hendelse->matches(QKeySequence::Cancel))

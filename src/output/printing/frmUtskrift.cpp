@@ -46,7 +46,7 @@ CommonDialog vis(void (CommonDialog::*dialogtype)(), Forbered forbered)
 
 frmUtskrift::frmUtskrift()
     : Skjermbilde(
-          {.navn = u"frmUtskrift"_s, .slag = FormKind::Dialog, .hjelp = u"html\\ordre.htm"_s}),
+          {.navn = u"frmUtskrift"_s, .slag = FormKind::Dialog, .hjelp = u"html\\utskrift.htm"_s}),
       m_ui(std::make_unique<Ui::frmUtskrift>())
 {
     m_ui->setupUi(this);

@@ -99,7 +99,7 @@ QIcon miniatyr(int blankett)
 } // namespace
 
 frmOptions::frmOptions()
-    : Skjermbilde({.navn = u"frmOptions"_s, .hjelp = u"html\\intro1.htm"_s}),
+    : Skjermbilde({.navn = u"frmOptions"_s, .hjelp = u"html\\innstillinger.htm"_s}),
       m_ui(std::make_unique<Ui::frmOptions>())
 {
     m_ui->setupUi(this);

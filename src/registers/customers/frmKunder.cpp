@@ -77,7 +77,7 @@ QString radtekst(const ado::Recordset &rs)
 
 frmKunder::frmKunder()
     : Skjermbilde(
-          {.navn = u"frmKunder"_s, .slag = FormKind::Dialog, .hjelp = u"html\\ordre.htm"_s}),
+          {.navn = u"frmKunder"_s, .slag = FormKind::Dialog, .hjelp = u"html\\kunder.htm"_s}),
       m_ui(std::make_unique<Ui::frmKunder>())
 {
     m_ui->setupUi(this);
