@@ -15,7 +15,7 @@ inline constexpr QStringView kIssuedCreditNotes = u"OrdreStatus<>'Ordre' AND Sum
 /// each time. The order of the tour stands in ScreenTour.cpp, and that of its pictures in the test.
 
 void visitMenu(Guide &guide);
-/// The help of the screen in front, by its key and by its picture.
+/// The help of the screen in front, by its key and by its picture, with a search in it.
 void visitHelp(Guide &guide);
 void visitProducts(Guide &guide);
 /// The price form, which no screen of the component opens: the host shows its own copy.
