@@ -3,6 +3,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -80,6 +83,31 @@ TEST_F(InstallTest, OneVersionStandsEverywhere)
                     .contains("\"versionInfo\": \"" + version + '"'));
     EXPECT_TRUE(read(tree(u"share/metainfo/no.strekkbok.regningsdel.metainfo.xml"_s))
                     .contains("<release version=\"" + version + '"'));
+}
+
+TEST_F(InstallTest, TheListOfWhatItIsMadeOfHolds)
+{
+    const QJsonObject list =
+        QJsonDocument::fromJson(read(tree(u"share/doc/regningsdel/regningsdel.spdx.json"_s)))
+            .object();
+    QStringList ids{u"SPDXRef-DOCUMENT"_s};
+    for (const QJsonValue &package : list[u"packages"_s].toArray()) {
+        ids += package[u"SPDXID"_s].toString();
+        EXPECT_FALSE(package[u"versionInfo"_s].toString().isEmpty()) << ids.last().toStdString();
+        // Where it is not told, each file would have to be listed.
+        EXPECT_EQ(package[u"filesAnalyzed"_s], QJsonValue(false)) << ids.last().toStdString();
+    }
+    EXPECT_GT(ids.size(), 5);
+    for (const QJsonValue &relationship : list[u"relationships"_s].toArray()) {
+        EXPECT_TRUE(ids.contains(relationship[u"spdxElementId"_s].toString()));
+        EXPECT_TRUE(ids.contains(relationship[u"relatedSpdxElement"_s].toString()));
+    }
+}
+
+TEST_F(InstallTest, TheManPageIsFoundInAnyLanguage)
+{
+    EXPECT_EQ(read(tree(u"share/man/man1/strekkbok-vert.1.gz"_s)),
+              read(tree(u"share/man/nb/man1/strekkbok-vert.1.gz"_s)));
 }
 
 TEST_F(InstallTest, TheManPageTellsTheHostsOptions)
