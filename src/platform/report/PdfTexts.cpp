@@ -54,6 +54,7 @@ QGlyphRun PdfTexts::set(const QFont &font, const QString &text)
     if (font.underline() || font.pixelSize() * kFiner > kLargestFace)
         return {};
     QTextLayout layout(text, font);
+    layout.setCacheEnabled(true); // else the text is set again when it is asked for its glyphs
     layout.beginLayout();
     const QTextLine line = layout.createLine();
     layout.endLayout();
