@@ -87,9 +87,13 @@ void ehf3::Grunnlagsleser::lesBlokk(qint32 fra, qint32 antall)
     m_fra = fra;
     m_til = fra; // until it is read
     const qint64 siste = std::min<qint64>(m_fra + antall - 1, std::numeric_limits<qint32>::max());
-    const QString utvalg = u" WHERE O.KlientNr="_s % numberToText(m_klient) %
-                           u" AND O.OrdreNr>="_s % numberToText(m_fra) % u" AND O.OrdreNr<="_s %
-                           numberToText(siste);
+    QString utvalg = u" WHERE O.KlientNr="_s % numberToText(m_klient) % u" AND O.OrdreNr"_s;
+    // A server plans for a range of any length and anew each time; of one number it knows that it
+    // is one row's.
+    if (siste == m_fra)
+        utvalg += u'=' + numberToText(m_fra);
+    else
+        utvalg += u">="_s % numberToText(m_fra) % u" AND O.OrdreNr<="_s % numberToText(siste);
     lesSelger();
     lesHoder(utvalg);
     if (!m_ordrer.empty())
