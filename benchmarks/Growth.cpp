@@ -1,11 +1,13 @@
 // How the costs of the module's works follow what a company has: each work in a database that grows
-// tenfold and tenfold again, with the exponent that fits. What the disk makes of it is no part of
-// the question.
+// tenfold and tenfold again, with the exponent that fits. The cost is the processors' time, a
+// server's included: the disk is no part of the question, and how long a program waits for a server
+// depends on who else has a processor.
 
 #include "benchmarks/support/Growth.h"
 #include "benchmarks/support/Application.h"
 #include "benchmarks/support/Company.h"
 #include "benchmarks/support/ModuleDatabase.h"
+#include "benchmarks/support/Report.h"
 #include "benchmarks/works/Documents.h"
 #include "benchmarks/works/Posting.h"
 #include "benchmarks/works/Screens.h"
@@ -39,18 +41,21 @@ struct Measured
 };
 using Works = std::vector<Measured>;
 
-/// The best of some runs: what disturbs one only ever adds to it.
-double bestOf(const bench::Work &work)
+/// The best of some runs, in seconds for a unit: what disturbs one only ever adds to it.
+double bestOf(const bench::Work &work, const bench::Database &database)
 {
     bench::closeScreens();
     double spent = 0;
     double best = 0;
     for (int round = 0; round < kLeastRounds || (spent < kEnough && round < kMostRounds); ++round) {
-        const double seconds = work.seconds();
-        spent += seconds * work.units;
+        work.prepare();
+        const double before = database.secondsOutside();
+        double seconds = bench::cpuSecondsOf(work.run);
+        seconds += database.secondsOutside() - before;
+        spent += seconds;
         best = round == 0 ? seconds : std::min(best, seconds);
     }
-    return best;
+    return best / work.units;
 }
 
 /// A new company grows by `grow` from size to size, and each of its works is measured at each.
@@ -66,7 +71,7 @@ void measure(const char *by, const std::vector<int> &sizes, void (Company::*grow
         (company.*grow)(size);
         database->settle();
         for (size_t i = 0; i < works.size(); ++i)
-            costs[i].push_back({double(size), bestOf(works[i].work)});
+            costs[i].push_back({double(size), bestOf(works[i].work, *database)});
     }
     for (size_t i = 0; i < works.size(); ++i)
         bench::reportGrowth(std::string(database->name()) + ", " + works[i].work.name + ", by " +
@@ -111,9 +116,10 @@ void measureBoth()
 }
 
 /// What the module itself decides, whatever database it stands on.
-void measureTheRest(const QString &folder)
+void measureTheRest(const bench::Database &database)
 {
     using namespace bench;
+    const QString folder = database.folder();
     measure("orders", kOrders, &Company::growOrders, [&](Company &) {
         return Works{
             {nextOrder(), Reads::ItsOwn},           {orderScreen(), Reads::Everything},
@@ -129,7 +135,7 @@ void measureTheRest(const QString &folder)
     });
     std::vector<SizeAndCost> sorting;
     for (const int rows : kVouchers)
-        sorting.push_back({double(rows), bestOf(sortedGrid(rows))});
+        sorting.push_back({double(rows), bestOf(sortedGrid(rows), database)});
     reportGrowth("sort, by rows", sorting, Reads::InOrder);
 }
 
@@ -141,6 +147,6 @@ int main(int argc, char *argv[])
     measureBoth();
     const auto database = bench::makeDatabase();
     if (!database->isServer())
-        measureTheRest(database->folder());
+        measureTheRest(*database);
     return 0;
 }

@@ -22,6 +22,8 @@ public:
     [[nodiscard]] virtual QString folder() const = 0;
     /// What a krone is stored as.
     [[nodiscard]] virtual int krone() const = 0;
+    /// Seconds that processors have spent on the module's sessions outside this program.
+    [[nodiscard]] virtual double secondsOutside() const { return 0; }
     /// Runs one statement. What is refused ends the program.
     virtual void send(const QByteArray &sql) = 0;
     /// After many rows have come: the state in which a database is found that has stood a while.

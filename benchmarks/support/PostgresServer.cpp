@@ -3,6 +3,8 @@
 
 #include <QTemporaryDir>
 
+#include <cstdlib>
+#include <ctime>
 #include <libpq-fe.h>
 
 namespace bench {
@@ -26,16 +28,36 @@ public:
     QString connectionString() const override { return m_database.connectionString(); }
     QString folder() const override { return m_folder.path(); }
     int krone() const override { return 1; }
-    void send(const QByteArray &sql) override
+    double secondsOutside() const override
     {
-        const std::unique_ptr<PGresult, void (*)(PGresult *)> result(
-            PQexec(m_connection.get(), sql.constData()), PQclear);
-        if (PQresultStatus(result.get()) != PGRES_COMMAND_OK)
-            qFatal("%s: %s", sql.constData(), PQerrorMessage(m_connection.get()));
+        // Each session has a process of its own, which lives as long as the pool keeps the session.
+        const Result processes =
+            run("SELECT pid FROM pg_stat_activity WHERE datname = current_database() AND "
+                "backend_type = 'client backend' AND pid <> pg_backend_pid()",
+                PGRES_TUPLES_OK);
+        double seconds = 0;
+        for (int row = 0; row < PQntuples(processes.get()); ++row) {
+            clockid_t clock{};
+            timespec spent{};
+            if (clock_getcpuclockid(std::atoi(PQgetvalue(processes.get(), row, 0)), &clock) == 0 &&
+                clock_gettime(clock, &spent) == 0)
+                seconds += double(spent.tv_sec) + double(spent.tv_nsec) * 1e-9;
+        }
+        return seconds;
     }
+    void send(const QByteArray &sql) override { run(sql, PGRES_COMMAND_OK); }
     void settle() override { send("VACUUM ANALYZE"); }
 
 private:
+    using Result = std::unique_ptr<PGresult, void (*)(PGresult *)>;
+    Result run(const QByteArray &sql, ExecStatusType expected) const
+    {
+        Result result(PQexec(m_connection.get(), sql.constData()), PQclear);
+        if (PQresultStatus(result.get()) != expected)
+            qFatal("%s: %s", sql.constData(), PQerrorMessage(m_connection.get()));
+        return result;
+    }
+
     PostgresDatabase m_database;
     QTemporaryDir m_folder;
     std::unique_ptr<PGconn, void (*)(PGconn *)> m_connection{nullptr, PQfinish};
