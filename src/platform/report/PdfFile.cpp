@@ -86,10 +86,12 @@ void tagSubset(qpdf_data pdf, qpdf_oh font)
     qpdf_oh_replace_key(pdf, font, "/BaseFont", name);
 }
 
-void tagSubsets(qpdf_data pdf)
+void tagSubsets(qpdf_data pdf, const Checkpoint &checkpoint)
 {
     const int pages = qpdf_get_num_pages(pdf);
     for (int page = 0; page < pages; ++page) {
+        if (checkpoint)
+            checkpoint();
         const qpdf_oh resources =
             qpdf_oh_get_key(pdf, qpdf_get_page_n(pdf, size_t(page)), "/Resources");
         const qpdf_oh fonts = qpdf_oh_get_key(pdf, resources, "/Font");
@@ -102,7 +104,8 @@ void tagSubsets(qpdf_data pdf)
 
 /// Writes the pages with what Qt's writer has no words for; false when they have not all reached
 /// the disk, or now find no room.
-bool complete(const QFile &pages, const QFile &whole, const QString &author)
+bool complete(const QFile &pages, const QFile &whole, const QString &author,
+              const Checkpoint &checkpoint)
 {
     const Qpdf owner(qpdf_init());
     const qpdf_data pdf = owner.get();
@@ -117,7 +120,7 @@ bool complete(const QFile &pages, const QFile &whole, const QString &author)
         qpdf_oh_replace_key(pdf, info, "/Author",
                             qpdf_oh_new_unicode_string(pdf, author.toUtf8().constData()));
     }
-    tagSubsets(pdf);
+    tagSubsets(pdf, checkpoint);
     qpdf_init_write(pdf, QFile::encodeName(whole.fileName()).constData());
     return qpdf_write(pdf) == QPDF_SUCCESS;
 }
@@ -142,7 +145,7 @@ void writePdf(const Document &document, const QString &path, const Checkpoint &c
     QTemporaryFile pages;
     QTemporaryFile whole;
     if (!pages.open() || !whole.open() || !writePages(pages, document, checkpoint) ||
-        !complete(pages, whole, document.author) || !hasItsEnd(whole))
+        !complete(pages, whole, document.author, checkpoint) || !hasItsEnd(whole))
         raiseNotWritten(path, u"mappen for midlertidige filer, %1, er full eller lar seg ikke "
                               "skrive til"_s.arg(QDir::tempPath()));
     if (!whole.seek(0) || !writeWhole(file, whole))

@@ -165,6 +165,23 @@ TEST_F(PainterTest, WritesAPdfOfThePapersSize)
         << "a subset says so";
 }
 
+TEST_F(PainterTest, APdfCanBeEndedWhileItIsCompleted)
+{
+    Document document = blank();
+    document.pages[0].texts.push_back({QPointF(50, 60), 0, 0, u"Takk"_s});
+    document.pages.resize(3, document.pages[0]);
+    const QString path = written(u"ut.pdf"_s, "fra i fjor");
+    const QStringList files = QDir(folder()).entryList(QDir::Files);
+    int passed = 0;
+    const auto end = [&] {
+        if (++passed == 5) // behind the pages, which have one each
+            raise(errors::kCancelled, u"Avbrutt."_s);
+    };
+    EXPECT_EQ(passOver([&] { writePdf(document, path, end); }), errors::kCancelled);
+    EXPECT_EQ(QFileInfo(path).size(), 10);
+    EXPECT_EQ(QDir(folder()).entryList(QDir::Files), files);
+}
+
 TEST_F(PainterTest, APdfThatFindsNoRoomLeavesTheFormerFile)
 {
     Document document = blank();
