@@ -191,6 +191,16 @@ TEST_F(HelpWindowTest, F1ShowsHowTheHelpIsUsed)
     EXPECT_EQ(shownFile(), u"innhold.htm"_s);
 }
 
+TEST_F(HelpWindowTest, TabGoesThroughTheLinksAndOnToTheParts)
+{
+    constexpr int kMore = 50; // than the page has links
+    press(Qt::Key_Tab);
+    EXPECT_EQ(page().textCursor().selectedText(), u"Produkt"_s) << "the first link";
+    for (int i = 0; i < kMore && page().hasFocus(); ++i)
+        press(Qt::Key_Tab);
+    EXPECT_FALSE(page().hasFocus());
+}
+
 TEST_F(HelpWindowTest, WhatIsReadByAScreenReaderHasAName)
 {
     for (const QString &name : {u"sider"_s, u"innhold"_s, u"stikkordFelt"_s, u"stikkordListe"_s,
