@@ -121,6 +121,7 @@ QAction *HelpWindow::addTool(QToolBar &tools, const QString &text, const QString
     action->setShortcut(key);
     action->setToolTip(u"%1 (%2)"_s.arg(text, key.toString(QKeySequence::NativeText)));
     tools.addAction(action);
+    tools.widgetForAction(action)->setObjectName(name);
     return action;
 }
 
