@@ -27,6 +27,7 @@ namespace screentour {
 namespace {
 
 constexpr int kPatience = 5000; // milliseconds for a window to come or go
+constexpr int kMoment = 1000;   // milliseconds for a window to get the keyboard
 constexpr std::chrono::milliseconds kGlance{10};
 
 [[noreturn]] void stop(const QString &why)
@@ -77,8 +78,11 @@ void bringToFront(const QWidget &widget)
 {
     if (!widget.isEnabled())
         stop(u"%1 er sperret"_s.arg(widget.objectName()));
-    widget.window()->activateWindow();
+    QWidget &window = *widget.window();
+    window.activateWindow();
     QCoreApplication::processEvents();
+    // A desktop gives it the keyboard a moment later; where nobody manages windows, never.
+    static_cast<void>(QTest::qWaitFor([&] { return window.isActiveWindow(); }, kMoment));
 }
 
 /// Takes a window down that nobody answers, so that the one who waits for it goes on.

@@ -15,4 +15,16 @@ TEST_F(HostWindowTest, TheDesktopKnowsTheProgramByNameAndIcon)
         << told(u"_NET_WM_ICON"_s).left(200).toStdString();
 }
 
+/// A window gets the keyboard there a moment after it has come up.
+TEST_F(HostWindowTest, ATourOnADesktopTypesTheNamesOfItsFiles)
+{
+    environment.insert(u"DISPLAY"_s, display());
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+    const Outcome tour = host({u"--tur"_s, path(u"tur"_s), u"--aar"_s, u"2014"_s});
+    EXPECT_EQ(tour.status, 0) << ::testing::PrintToString(tour);
+    for (const QString &name : {u"Faktura"_s, u"Kreditnota"_s, u"Ordreliste"_s, u"Purreliste"_s,
+                                u"Fakturajournal"_s, u"Salgsjournal"_s})
+        EXPECT_TRUE(content(u"tur/%1.pdf"_s.arg(name)).startsWith("%PDF")) << name.toStdString();
+}
+
 } // namespace
