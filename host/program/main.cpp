@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
+#include <QMessageBox>
 
 #include <algorithm>
 #include <csignal>
@@ -27,6 +28,8 @@
 #include <functional>
 #include <memory>
 #include <type_traits>
+
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -250,6 +253,16 @@ std::unique_ptr<QCoreApplication> makeApplication(const Options &options, int &a
     return makeQuietly<QCoreApplication>(argc, argv, nullptr);
 }
 
+/// A desktop starts the program without options, and nobody reads what it prints there.
+void showReason(const Options &options, const QString &line)
+{
+    if (options.task != Options::Task::Tour || !showsMenu(options) || ::isatty(STDERR_FILENO) != 0)
+        return;
+    QMessageBox box(QMessageBox::Critical, {}, line);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -262,7 +275,12 @@ int main(int argc, char **argv)
             arguments += QString::fromLocal8Bit(argv[i]);
         const Options options = parseOptions(arguments, Clock::current().today().year());
         const std::unique_ptr<QCoreApplication> application = makeApplication(options, argc, argv);
-        perform(options);
+        try {
+            perform(options);
+        } catch (const HostError &error) {
+            showReason(options, error.line());
+            throw;
+        }
         return 0;
     } catch (const HostError &error) {
         return fail(error.line(), error.status());

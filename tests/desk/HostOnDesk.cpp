@@ -25,13 +25,17 @@ void HostOnDesk::startHost()
     environment.insert(u"DISPLAY"_s, display());
     prepare(m_host);
     m_host.start(programFile(), {u"--dsn"_s, path(u"demo.db"_s), u"--aar"_s, u"2014"_s});
-    const auto find = [this] {
+    ASSERT_TRUE(windowComes());
+}
+
+bool HostOnDesk::windowComes()
+{
+    return comes([this] {
         m_window = QString::fromLatin1(look(u"xdotool"_s, {u"search"_s, u"--onlyvisible"_s,
                                                            u"--class"_s, u"strekkbok-vert"_s}))
                        .trimmed();
         return !m_window.isEmpty();
-    };
-    ASSERT_TRUE(comes(find));
+    });
 }
 
 QString HostOnDesk::told(const QString &name) const

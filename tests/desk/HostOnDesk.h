@@ -14,7 +14,9 @@ protected:
 
     /// Starts it and waits for its menu.
     void startHost();
-    /// A property of the menu's window as its manager sees it.
+    /// Waits for a window of the host, which is then the one that `told` asks of.
+    [[nodiscard]] bool windowComes();
+    /// A property of the window as its manager sees it.
     [[nodiscard]] QString told(const QString &name) const;
 
 private:

@@ -27,4 +27,20 @@ TEST_F(HostWindowTest, ATourOnADesktopTypesTheNamesOfItsFiles)
         EXPECT_TRUE(content(u"tur/%1.pdf"_s.arg(name)).startsWith("%PDF")) << name.toStdString();
 }
 
+TEST_F(HostWindowTest, AStartFromTheDesktopTellsInAWindowWhyItFails)
+{
+    write(u"demo-ut"_s, "mitt"); // where the folder would be
+    environment.insert(u"DISPLAY"_s, display());
+    QProcess host;
+    prepare(host);
+    host.start(programFile(), QStringList());
+    ASSERT_TRUE(windowComes());
+    ASSERT_TRUE(comes([&] {
+        key(u"Return"_s); // until the window has the keyboard
+        return host.waitForFinished(0) || host.state() == QProcess::NotRunning;
+    }));
+    EXPECT_EQ(host.exitCode(), 1);
+    EXPECT_TRUE(QString::fromUtf8(host.readAllStandardError()).contains(u"demo-ut lot seg ikke"_s));
+}
+
 } // namespace
