@@ -263,12 +263,25 @@ void showReason(const Options &options, const QString &line)
     box.exec();
 }
 
+/// The bookkeeping program is Norwegian on any machine, and the module reads and writes dates and
+/// numbers by the environment, in which "C" is Norwegian to it. What the letters are stays.
+void speakNorwegian()
+{
+    if (const QByteArray all = qgetenv("LC_ALL"); !all.isEmpty()) {
+        qputenv("LC_CTYPE", all);
+        qunsetenv("LC_ALL");
+    }
+    qputenv("LC_NUMERIC", "C");
+    qputenv("LC_TIME", "C");
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     // A file that may not grow is told by the write that fails.
     std::signal(SIGXFSZ, SIG_IGN);
+    speakNorwegian();
     try {
         QStringList arguments;
         for (int i = 1; i < argc; ++i)

@@ -90,6 +90,13 @@ TEST_F(ScreenTourTest, LeavesNumberedPicturesAndTheDatabase)
     EXPECT_EQ(count.out.split('\n').value(1).toInt(), 61);
 }
 
+TEST_F(ScreenTourTest, GoesOnAMachineThatWritesTheMonthFirst)
+{
+    const Outcome outcome =
+        host({u"--tur"_s, path(u"tur"_s), u"--aar"_s, u"2014"_s}, u"en_US.UTF-8"_s);
+    EXPECT_EQ(outcome.status, 0) << ::testing::PrintToString(outcome);
+}
+
 TEST_F(ScreenTourTest, ItsPageLeadsToAllThatItLeaves)
 {
     ASSERT_EQ(tour().status, 0);
