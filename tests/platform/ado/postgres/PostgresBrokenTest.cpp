@@ -232,6 +232,26 @@ TEST_F(PostgresBroken, CommitThatIsCutOffBeforeItIsDoneIsRunAgain)
     EXPECT_EQ(count(), "2");
 }
 
+// The first commit of a connection asks which life of the server it belongs to.
+TEST_F(PostgresBroken, CommitThatIsCutOffBeforeItIsSentIsRunAgain)
+{
+    OtherUser other(m_database);
+    other.run(u"CREATE SEQUENCE spurt"_s);
+    other.run(u"CREATE FUNCTION public.pg_stat_get_bgwriter_stat_reset_time() RETURNS timestamptz "
+              "LANGUAGE plpgsql AS $$ BEGIN IF nextval('spurt') = 1 THEN PERFORM "
+              "pg_terminate_backend(pg_backend_pid()); END IF; RETURN "
+              "pg_catalog.pg_stat_get_bgwriter_stat_reset_time(); END $$"_s);
+    Client client(m_database.connectionString() +
+                  u"&options=-c%20search_path%3Dpublic,pg_catalog"_s);
+    int begun = 0;
+    client.transact([&] {
+        ++begun;
+        client.run(u"INSERT INTO T (Nr) VALUES (2)"_s);
+    });
+    EXPECT_EQ(begun, 2);
+    EXPECT_EQ(count(), "2");
+}
+
 TEST_F(PostgresBroken, CommitThatWasDoneIsFoundOutAndNotRunAgain)
 {
     // A commit that waits for a copy of the database elsewhere is done here already.
