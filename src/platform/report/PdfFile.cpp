@@ -121,7 +121,8 @@ bool complete(const QFile &pages, const QFile &whole, const QString &author,
                             qpdf_oh_new_unicode_string(pdf, author.toUtf8().constData()));
     }
     tagSubsets(pdf, checkpoint);
-    qpdf_init_write(pdf, QFile::encodeName(whole.fileName()).constData());
+    const QByteArray target = QFile::encodeName(whole.fileName()); // qpdf keeps the pointer alone
+    qpdf_init_write(pdf, target.constData());
     return qpdf_write(pdf) == QPDF_SUCCESS;
 }
 
