@@ -314,7 +314,7 @@ void refuseBeside(Task task, const Arguments &given, QLatin1StringView option,
 /// What does not go together.
 void refuseMisfits(const Options &options, const Arguments &given)
 {
-    using enum Task;
+    using enum Options::Task;
     if (options.task == Copy && given.has("--dsn"_L1))
         usage(u"--kopier navngir selv databasene, uten --dsn"_s);
     if (options.task == Screens && given.has("--dsn"_L1))
