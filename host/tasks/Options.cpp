@@ -276,6 +276,13 @@ private:
     QString m_value;
 };
 
+/// "a, b og c", of two or more.
+QString listed(QStringList names)
+{
+    const QString last = names.takeLast();
+    return names.join(u", "_s) + u" og "_s + last;
+}
+
 [[noreturn]] void refuseSecondTask()
 {
     QStringList tasks;
@@ -283,8 +290,7 @@ private:
         if (option.task)
             tasks += option.name;
     }
-    const QString last = tasks.takeLast();
-    usage(u"bare ett av valgene %1 og %2 kan gis"_s.arg(tasks.join(u", "_s), last));
+    usage(u"bare ett av valgene %1 kan gis"_s.arg(listed(std::move(tasks))));
 }
 
 QString nameOf(Task task)
@@ -307,8 +313,7 @@ void refuseBeside(Task task, const Arguments &given, QLatin1StringView option,
         return;
     QStringList names;
     std::transform(tasks.begin(), tasks.end(), std::back_inserter(names), nameOf);
-    const QString last = names.takeLast();
-    usage(u"%1 gjelder bare %2 og %3"_s.arg(option, names.join(u", "_s), last));
+    usage(u"%1 gjelder bare %2"_s.arg(option, listed(std::move(names))));
 }
 
 /// What does not go together.
